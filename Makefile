@@ -1,0 +1,32 @@
+# The commands of the README. PRESET chooses the build: dev (default), asan, release.
+PRESET ?= dev
+BUILD := build/$(PRESET)
+
+.PHONY: all bootstrap configure demo test lint format bench clean
+
+all: configure
+	cmake --build --preset $(PRESET)
+
+bootstrap:
+	scripts/bootstrap
+
+configure: bootstrap
+	cmake --preset $(PRESET)
+
+demo: all
+	scripts/demo $(BUILD)
+
+test: all
+	ctest --preset $(PRESET)
+
+format:
+	scripts/format
+
+lint: bootstrap
+	scripts/lint
+
+bench: bootstrap
+	scripts/bench
+
+clean:
+	rm -rf build

@@ -1,0 +1,42 @@
+# Everything that a person can choose about a build, and the settings that follow from it.
+
+option(UICOV_BUILD_TESTS "Build the tests" ON)
+option(UICOV_BUILD_BENCHMARKS "Build the benchmarks" OFF)
+option(UICOV_WARNINGS_AS_ERRORS "Treat compiler warnings as errors" OFF)
+set(UICOV_SANITIZE "" CACHE STRING "Sanitizers to build with, as in -fsanitize= (list)")
+set(UICOV_HOST_DIR "" CACHE PATH
+    "Folder with include/vorsk and lib of a real test-tool host, used in place of the stand-in under host/")
+
+if(NOT CMAKE_BUILD_TYPE)
+    set(CMAKE_BUILD_TYPE RelWithDebInfo CACHE STRING "Build type" FORCE)
+endif()
+
+set(CMAKE_CXX_STANDARD 17)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_AUTOMOC ON)
+set(CMAKE_AUTORCC ON)
+set(CMAKE_INCLUDE_CURRENT_DIR OFF)
+
+# One folder each, so that a build tree runs as it lies: the libraries find one another beside themselves.
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
+
+find_program(UICOV_CCACHE ccache)
+if(UICOV_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    # The sloppiness is what ccache needs to cache units that use a precompiled header.
+    set(CMAKE_CXX_COMPILER_LAUNCHER
+        ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+        ${UICOV_CCACHE})
+endif()
+
+find_package(Qt5 5.9 REQUIRED COMPONENTS Core Gui Widgets Quick Qml)
+if(UICOV_BUILD_TESTS)
+    find_package(Qt5 5.9 REQUIRED COMPONENTS Test QuickTest QuickWidgets)
+endif()
+find_package(ZLIB REQUIRED)
+find_package(CLI11 REQUIRED)
+find_package(Threads REQUIRED)

@@ -1,0 +1,118 @@
+# The only two ways to make a library and a test here. Both fail on arguments that they do not know, so
+# that a misspelt keyword does not silently drop a source file or a dependency.
+
+# Flags that every target of ours is compiled with.
+add_library(uicov_flags INTERFACE)
+target_compile_definitions(uicov_flags INTERFACE
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH QT_STRICT_ITERATORS
+    QT_NO_URL_CAST_FROM_STRING QT_DEPRECATED_WARNINGS)
+target_compile_options(uicov_flags INTERFACE
+    -Wall -Wextra -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual
+    $<$<BOOL:${UICOV_WARNINGS_AS_ERRORS}>:-Werror>)
+if(UICOV_SANITIZE)
+    list(JOIN UICOV_SANITIZE "," _sanitizers)
+    target_compile_options(uicov_flags INTERFACE
+        -fsanitize=${_sanitizers} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(uicov_flags INTERFACE -fsanitize=${_sanitizers})
+endif()
+
+# Qt's headers, compiled once and shared by every target that says PCH; such a target links Qt5::Widgets.
+add_library(uicov_pch STATIC ${CMAKE_CURRENT_LIST_DIR}/pch.cpp)
+target_link_libraries(uicov_pch PUBLIC Qt5::Core Qt5::Gui Qt5::Widgets PRIVATE uicov_flags)
+target_precompile_headers(uicov_pch PRIVATE
+    <QtCore/QtCore> <QtGui/QtGui> <QtWidgets/QtWidgets> <memory> <string> <vector> <functional>)
+set_target_properties(uicov_pch PROPERTIES AUTOMOC OFF)
+
+function(_uicov_reject_unknown caller)
+    if(ARG_UNPARSED_ARGUMENTS)
+        message(FATAL_ERROR "${caller}: unknown arguments: ${ARG_UNPARSED_ARGUMENTS}")
+    endif()
+    if(ARG_KEYWORDS_MISSING_VALUES)
+        message(FATAL_ERROR "${caller}: no values given for: ${ARG_KEYWORDS_MISSING_VALUES}")
+    endif()
+endfunction()
+
+# uicov_add_library(NAME <target> TYPE <STATIC|OBJECT|SHARED|MODULE> SOURCES <files>
+#                   [LINK <libraries>] [LINK_PRIVATE <libraries>] [INCLUDE <folders>] [VERSION_SCRIPT <file>]
+#                   [OUTPUT_SUBDIR <folder below lib>] [PCH])
+# SHARED and MODULE libraries must resolve every symbol and look for ours beside themselves.
+function(uicov_add_library)
+    cmake_parse_arguments(ARG "PCH" "NAME;TYPE;VERSION_SCRIPT;OUTPUT_SUBDIR" "SOURCES;LINK;LINK_PRIVATE;INCLUDE" ${ARGN})
+    _uicov_reject_unknown(uicov_add_library)
+    add_library(${ARG_NAME} ${ARG_TYPE} ${ARG_SOURCES})
+    target_include_directories(${ARG_NAME} PUBLIC ${ARG_INCLUDE})
+    target_link_libraries(${ARG_NAME} PUBLIC ${ARG_LINK} PRIVATE uicov_flags ${ARG_LINK_PRIVATE})
+    if(ARG_PCH)
+        target_precompile_headers(${ARG_NAME} REUSE_FROM uicov_pch)
+    endif()
+    if(ARG_TYPE MATCHES "SHARED|MODULE")
+        # A sanitizer's runtime is resolved from the executable, so that check is for plain builds.
+        if(NOT UICOV_SANITIZE)
+            target_link_options(${ARG_NAME} PRIVATE -Wl,--no-undefined)
+        endif()
+        set_target_properties(${ARG_NAME} PROPERTIES INSTALL_RPATH "$ORIGIN" BUILD_RPATH "$ORIGIN")
+    endif()
+    if(ARG_VERSION_SCRIPT)
+        target_link_options(${ARG_NAME} PRIVATE -Wl,--version-script=${ARG_VERSION_SCRIPT})
+        set_target_properties(${ARG_NAME} PROPERTIES LINK_DEPENDS ${ARG_VERSION_SCRIPT})
+    endif()
+    if(ARG_OUTPUT_SUBDIR)
+        set_target_properties(${ARG_NAME} PROPERTIES
+            LIBRARY_OUTPUT_DIRECTORY ${CMAKE_LIBRARY_OUTPUT_DIRECTORY}/${ARG_OUTPUT_SUBDIR})
+    endif()
+endfunction()
+
+# uicov_add_test(NAME <tst_class> SOURCES <files> [LINK <libraries>] [ENVIRONMENT <VAR=value>...]
+#                [DEFINITIONS <NAME=value>...] [LABELS <labels>] [TIMEOUT <seconds>] [NO_PCH])
+# A Qt Test program that is run by CTest on the offscreen platform.
+function(uicov_add_test)
+    cmake_parse_arguments(ARG "NO_PCH" "NAME;TIMEOUT" "SOURCES;LINK;ENVIRONMENT;DEFINITIONS;LABELS" ${ARGN})
+    _uicov_reject_unknown(uicov_add_test)
+    add_executable(${ARG_NAME} ${ARG_SOURCES})
+    target_link_libraries(${ARG_NAME} PRIVATE ${ARG_LINK} Qt5::Test uicov_flags)
+    target_compile_definitions(${ARG_NAME} PRIVATE ${ARG_DEFINITIONS})
+    set_target_properties(${ARG_NAME} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+    if(NOT ARG_NO_PCH)
+        target_link_libraries(${ARG_NAME} PRIVATE Qt5::Gui Qt5::Widgets)
+        target_precompile_headers(${ARG_NAME} REUSE_FROM uicov_pch)
+    endif()
+    if(NOT ARG_TIMEOUT)
+        set(ARG_TIMEOUT 120)
+    endif()
+    uicov_register_test(NAME ${ARG_NAME} COMMAND $<TARGET_FILE:${ARG_NAME}> TIMEOUT ${ARG_TIMEOUT}
+        ENVIRONMENT ${ARG_ENVIRONMENT} LABELS ${ARG_LABELS})
+endfunction()
+
+# uicov_register_test(NAME <name> COMMAND <command> [TIMEOUT <seconds>] [ENVIRONMENT ...] [LABELS ...])
+# Any command as a CTest test, with the environment that all tests share.
+function(uicov_register_test)
+    cmake_parse_arguments(ARG "" "NAME;TIMEOUT" "COMMAND;ENVIRONMENT;LABELS" ${ARGN})
+    if(ARG_UNPARSED_ARGUMENTS)
+        message(FATAL_ERROR "uicov_register_test: unknown arguments: ${ARG_UNPARSED_ARGUMENTS}")
+    endif()
+    add_test(NAME ${ARG_NAME} COMMAND ${ARG_COMMAND})
+    if(NOT ARG_TIMEOUT)
+        set(ARG_TIMEOUT 120)
+    endif()
+    set(environment
+        QT_QPA_PLATFORM=offscreen QT_QUICK_BACKEND=software LC_ALL=C.UTF-8 QT_LOGGING_RULES=
+        "ASAN_OPTIONS=detect_leaks=1:strict_string_checks=1:detect_stack_use_after_return=1"
+        "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/testlib/lsan.supp:print_suppressions=0"
+        "UBSAN_OPTIONS=print_stacktrace=1"
+        ${ARG_ENVIRONMENT})
+    set_tests_properties(${ARG_NAME} PROPERTIES TIMEOUT ${ARG_TIMEOUT} ENVIRONMENT "${environment}"
+        LABELS "${ARG_LABELS}")
+endfunction()
+
+function(uicov_print_summary)
+    message(STATUS "uicov ${PROJECT_VERSION}: ${CMAKE_BUILD_TYPE}, Qt ${Qt5_VERSION}")
+    message(STATUS "  UICOV_BUILD_TESTS        ${UICOV_BUILD_TESTS}")
+    message(STATUS "  UICOV_BUILD_BENCHMARKS   ${UICOV_BUILD_BENCHMARKS}")
+    message(STATUS "  UICOV_WARNINGS_AS_ERRORS ${UICOV_WARNINGS_AS_ERRORS}")
+    message(STATUS "  UICOV_SANITIZE           ${UICOV_SANITIZE}")
+    if(UICOV_HOST_DIR)
+        message(STATUS "  UICOV_HOST_DIR           ${UICOV_HOST_DIR}")
+    else()
+        message(STATUS "  UICOV_HOST_DIR           (the stand-in under host/)")
+    endif()
+endfunction()

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QtGlobal>
+
+/**
+ * The layout of a recording (.uirec): what the writer in the application and the reader in uicov
+ * agree on. All integers are big-endian; nothing is aligned; nothing depends on the architecture.
+ *
+ *   file      = header frame*
+ *   header    = magic (8 bytes), version (quint32)
+ *   frame     = length (quint32), checksum (quint32), payload (length bytes)
+ *   payload   = type (quint8), time (quint64, microseconds since the recording was opened), body
+ *
+ * The checksum is zlib's CRC-32 of the payload. A reader skips a frame type that it does not know. A
+ * file that ends inside a frame, or a frame whose checksum does not fit, ends what can be read: all
+ * before it is sound.
+ *
+ *   body of a Process frame  = count (quint32), then count pairs of texts (key, value)
+ *   body of a Message frame  = channel (qint32), name (text), count (quint8), then count arguments
+ *   body of a Log frame      = severity (quint8), text
+ *   body of a Mark frame     = text (name of the context that begins here)
+ *   body of an End frame     = number of Message frames written (quint64)
+ *
+ *   text      = length in bytes (quint32), UTF-8
+ *   argument  = tag (quint8), then for Integer: qint32; for Bytes: length (quint32), bytes;
+ *               for Variant: length (quint32), a QVariant in QDataStream version 12 form
+ *
+ * The first frame is the Process frame, the last frame of a recording that ended in order is the End
+ * frame.
+ */
+namespace RecordingFormat {
+
+constexpr char magic[8] = {'U', 'I', 'R', 'E', 'C', '\r', '\n', '\x1a'};
+constexpr quint32 version = 1;
+constexpr int headerSize = 12;
+constexpr int frameHeaderSize = 8;
+/** Bytes of a payload before its body. */
+constexpr int payloadHeaderSize = 9;
+/** No sound frame is longer; a larger length is damage. */
+constexpr quint32 maximumPayloadSize = 512U * 1024 * 1024;
+
+enum class FrameType : quint8 { Process = 1, Message = 2, Log = 3, Mark = 4, End = 5 };
+
+enum class ArgumentTag : quint8 { Integer = 1, Bytes = 2, Variant = 3 };
+
+enum class Severity : quint8 { Info = 1, Warning = 2 };
+
+/** Keys of the Process frame. Unknown keys are kept by readers. */
+namespace Key {
+constexpr char application[] = "application"; ///< QCoreApplication::applicationName()
+constexpr char executable[] = "executable";   ///< absolute path
+constexpr char pid[] = "pid";
+constexpr char run[] = "run";         ///< UUID of this process's run
+constexpr char session[] = "session"; ///< UUID that uicov gave to all processes of one call; may be empty
+constexpr char qtVersion[] = "qt-version";
+constexpr char platform[] = "platform"; ///< QGuiApplication::platformName()
+constexpr char locale[] = "locale";
+constexpr char architecture[] = "architecture"; ///< QSysInfo::buildAbi()
+constexpr char started[] = "started";           ///< ISO 8601, UTC
+} // namespace Key
+
+} // namespace RecordingFormat

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QList>
+
+#include <memory>
+
+QT_BEGIN_NAMESPACE
+class QByteArray;
+class QDataStream;
+class QImage;
+QT_END_NAMESPACE
+
+namespace Vorsk {
+namespace UIAbstraction {
+
+class UIElement;
+
+/** Pictures with more pixels than this are never written, and reading one is an error. */
+constexpr qint64 maximumImagePixels = 64LL * 1024 * 1024;
+
+/**
+ * Writes the element with all below it: id, types, extras, flags, text, geometry, image, usage, then
+ * the number of children and each child in the same form. An element that stands below itself is left
+ * out there, and in the number.
+ */
+QDataStream& operator<<(QDataStream& stream, const UIElement& element);
+
+/**
+ * Reads one element with all below it; the caller owns it. Stops at the first error: the result is
+ * then null and the stream's status is not QDataStream::Ok. Memory and time stay within a small
+ * multiple of the bytes that are there, whatever numbers stand in them.
+ */
+std::unique_ptr<UIElement> readElement(QDataStream& stream);
+
+/**
+ * Reads a count (qint32) and that many elements, each a root that the caller owns. On damage the
+ * result holds the elements before it and ok, if given, is false.
+ */
+QList<UIElement*> readElements(const QByteArray& data, bool* ok = nullptr);
+
+/**
+ * Reads an image as QDataStream does, but looks at its size before memory is taken for it.
+ * @return false when the stream's status is not QDataStream::Ok afterwards; the image is then null
+ */
+bool readImage(QDataStream& stream, QImage& image);
+
+} // namespace UIAbstraction
+} // namespace Vorsk

@@ -1,0 +1,229 @@
+#include "uiabstraction/uielement.h"
+
+#include "uiabstraction/elementwalk.h"
+
+#include <QMessageLogger>
+#include <QPoint>
+#include <QSet>
+#include <QUuid>
+
+#include <algorithm>
+#include <utility>
+
+namespace Vorsk {
+namespace UIAbstraction {
+
+namespace {
+
+void registerPointerTypes() {
+    static const int id = [] {
+        qRegisterMetaType<const UIElement*>("const Vorsk::UIAbstraction::UIElement*");
+        return qRegisterMetaType<UIElement*>("Vorsk::UIAbstraction::UIElement*");
+    }();
+    Q_UNUSED(id);
+}
+
+} // namespace
+
+UIElement::UIElement(const QString& concreteType, const StandardType& standardType, const QString& id)
+    : m_id(id.isEmpty() ? QUuid::createUuid().toString() : id)
+    , m_standardType(standardType)
+    , m_concreteType(concreteType) {
+    registerPointerTypes();
+}
+
+UIElement::~UIElement() {
+    // All below dies here in one loop: elements can be listed twice or below themselves, and a chain of
+    // them can be longer than the stack is deep.
+    std::vector<UIElement*> dying{this};
+    QSet<const UIElement*> isDying;
+    if (!m_children.isEmpty()) {
+        isDying.insert(this);
+        for (std::size_t i = 0; i < dying.size(); ++i) {
+            for (UIElement* child : std::as_const(dying[i]->m_children)) {
+                if (!isDying.contains(child)) {
+                    isDying.insert(child);
+                    dying.push_back(child);
+                }
+            }
+        }
+    }
+    for (UIElement* element : dying) {
+        element->m_children.clear();
+    }
+    for (UIElement* element : dying) {
+        if (element->m_parent != nullptr && !isDying.contains(element->m_parent)) {
+            element->m_parent->m_children.removeOne(element);
+        }
+        for (UIElement* parent : element->m_furtherParents) {
+            if (!isDying.contains(parent)) {
+                parent->m_children.removeOne(element);
+            }
+        }
+        element->m_parent = nullptr;
+        element->m_furtherParents.clear();
+    }
+    std::for_each(dying.begin() + 1, dying.end(), [](UIElement* element) { delete element; });
+}
+
+void UIElement::setText(const QString& text) {
+    m_text = text;
+    Q_EMIT textChanged(this, text);
+}
+
+void UIElement::setStandardType(const StandardType& standardType) {
+    m_standardType = standardType;
+    Q_EMIT standardTypeChanged(this, standardType);
+}
+
+void UIElement::setGeometry(const ElementGeometry& geometry) {
+    m_geometry = geometry;
+    Q_EMIT geometryChanged(this, geometry);
+}
+
+void UIElement::setImage(const QImage& image) {
+    m_image = image;
+    Q_EMIT imageChanged(this, image);
+}
+
+void UIElement::setWindowNode(bool isWindowNode) {
+    m_isWindowNode = isWindowNode;
+    Q_EMIT windowNodeChanged(this, isWindowNode);
+}
+
+void UIElement::setTransparentNode(bool isTransparentNode) {
+    m_isTransparentNode = isTransparentNode;
+    Q_EMIT transparentNodeChanged(this, isTransparentNode);
+}
+
+void UIElement::setSubgraphTransparent(bool isSubgraphTransparent) {
+    m_isSubgraphTransparent = isSubgraphTransparent;
+    Q_EMIT subgraphTransparentChanged(this, isSubgraphTransparent);
+}
+
+void UIElement::setExtraStrings(const QStringList& extraStrings) {
+    if (!m_extraStrings.isSharedWith(extraStrings)) {
+        m_extraStrings = extraStrings;
+    }
+}
+
+bool UIElement::hasChild(const UIElement* child) const {
+    // The child knows who lists it, and few do, so that a long children list is never searched.
+    return child->m_parent == this ||
+           std::find(child->m_furtherParents.cbegin(), child->m_furtherParents.cend(), this) !=
+               child->m_furtherParents.cend();
+}
+
+void UIElement::addChild(UIElement* child) {
+    if (hasChild(child)) {
+        return;
+    }
+    m_children.append(child);
+    if (child->m_parent == nullptr) {
+        child->m_parent = this;
+    } else {
+        child->m_furtherParents.push_back(this);
+    }
+    Q_EMIT childAdded(this, child);
+}
+
+void UIElement::registerEvent(const UIEvent& event) {
+    if (m_usage.contains(event)) {
+        return;
+    }
+    m_usage.insert(event, 0);
+    Q_EMIT eventRegistered(this, event);
+}
+
+void UIElement::setUsage(const UIEvent& event, int usage) {
+    if (!m_usage.contains(event)) {
+        QMessageLogger("uielement.cpp", __LINE__,
+                       "void Vorsk::UIAbstraction::UIElement::setUsage("
+                       "const Vorsk::UIAbstraction::UIEvent&, int)")
+            .warning("Unregistered event occured on { standardType='%s', concreteType='%s', text='%s' }: "
+                     "'%s'",
+                     m_standardType.toString().toLocal8Bit().constData(),
+                     m_concreteType.toLocal8Bit().constData(), m_text.toLocal8Bit().constData(),
+                     event.name().toLocal8Bit().constData());
+    }
+    int& stored = m_usage[event];
+    const int old = std::exchange(stored, usage);
+    if (usage > old) {
+        Q_EMIT usageIncreased(this, event, usage);
+    }
+}
+
+void UIElement::increaseUsage(const UIEvent& event) {
+    // The look-up makes the event known, so that setUsage() has nothing to warn about: a use of an event
+    // that nobody registered is counted in silence, and that is intended.
+    const int usage = m_usage[event];
+    setUsage(event, usage + 1);
+}
+
+void UIElement::increaseUsageOfChildren(const UIEvent& event) {
+    const QList<UIElement*> children = m_children;
+    for (UIElement* child : children) {
+        child->increaseUsage(event);
+    }
+}
+
+void UIElement::increaseUsageAt(const UIEvent& event, const QPoint& point) {
+    ElementWalk walk(this);
+    while (const UIElement* element = walk.next()) {
+        if (element->m_geometry.rect().contains(point, false)) {
+            // The walk began at a non-const element, and all below one are.
+            const_cast<UIElement*>(element)->increaseUsage(event); // NOLINT(cppcoreguidelines-pro-type-const-cast)
+        }
+    }
+}
+
+UIElement* UIElement::findChild(const QString& text, const StandardType& standardType) const {
+    const bool anyType = standardType.name().isNull();
+    const auto it = std::find_if(m_children.cbegin(), m_children.cend(), [&](const UIElement* child) {
+        return child->m_text == text && (anyType || child->m_standardType == standardType);
+    });
+    return it == m_children.cend() ? nullptr : *it;
+}
+
+UIElement* UIElement::findSibling(const QString& concreteType) const {
+    if (m_parent == nullptr) {
+        return nullptr;
+    }
+    const QList<UIElement*>& siblings = m_parent->m_children;
+    const auto it = std::find_if(siblings.cbegin(), siblings.cend(), [&](const UIElement* sibling) {
+        return sibling->m_concreteType == concreteType;
+    });
+    return it == siblings.cend() ? nullptr : *it;
+}
+
+bool UIElement::hasEqualFields(const UIElement& other) const {
+    return m_standardType == other.m_standardType && m_concreteType == other.m_concreteType &&
+           m_extraString3 == other.m_extraString3 && m_extraString4 == other.m_extraString4 &&
+           m_isTransparentNode == other.m_isTransparentNode &&
+           m_isSubgraphTransparent == other.m_isSubgraphTransparent &&
+           m_isWindowNode == other.m_isWindowNode && m_text == other.m_text &&
+           m_geometry == other.m_geometry;
+}
+
+bool UIElement::isEqualTo(const UIElement& other) const {
+    if (this == &other) {
+        return true;
+    }
+    ElementWalk ours(this);
+    ElementWalk theirs(&other);
+    while (const UIElement* element = ours.next()) {
+        // Equal numbers of children so far mean that the other walk is at the same place.
+        const UIElement* counterpart = theirs.next();
+        if (!element->hasEqualFields(*counterpart) || ours.childCount() != theirs.childCount()) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool operator==(const UIElement& a, const UIElement& b) { return a.isEqualTo(b); }
+
+bool operator!=(const UIElement& a, const UIElement& b) { return !a.isEqualTo(b); }
+
+} // namespace UIAbstraction
+} // namespace Vorsk

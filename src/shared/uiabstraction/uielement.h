@@ -1,0 +1,174 @@
+#pragma once
+
+#include "uiabstraction/elementgeometry.h"
+#include "uiabstraction/standardtype.h"
+#include "uiabstraction/uievent.h"
+
+#include <QHash>
+#include <QImage>
+#include <QList>
+#include <QMap>
+#include <QObject>
+#include <QStringList>
+
+#include <vector>
+
+QT_BEGIN_NAMESPACE
+class QPoint;
+QT_END_NAMESPACE
+
+namespace Vorsk {
+namespace UIAbstraction {
+
+class ElementReader;
+
+/**
+ * One node of the toolkit-neutral tree: a control, window or other object that usage is counted for.
+ *
+ * An element owns the elements in its children list; a root belongs to whoever made it. The QObject
+ * parent is not used. Every setter announces its value by a signal, also a value that is not new. The
+ * same element may be listed by several elements and even below itself: destruction deletes each
+ * element once, and no walk enters an element that it is already inside of. GUI thread only.
+ */
+class UIElement : public QObject {
+    Q_OBJECT
+
+public:
+    /**
+     * A root without children, events, text, image and geometry.
+     * @param concreteType toolkit class name of what the element stands for
+     * @param id           stable identifier; when empty, a new braced UUID is made
+     */
+    UIElement(const QString& concreteType, const StandardType& standardType, const QString& id);
+    ~UIElement() override;
+
+    QString id() const { return m_id; }
+    bool isTransparentNode() const { return m_isTransparentNode; }
+    bool isSubgraphTransparent() const { return m_isSubgraphTransparent; }
+    bool isWindowNode() const { return m_isWindowNode; }
+    QImage image() const { return m_image; }
+    /** The listed elements in the order in which they were added. */
+    QList<UIElement*> children() const { return m_children; }
+    /** The element that listed this one first; null for a root. */
+    UIElement* parent() const { return m_parent; }
+    bool isRoot() const { return m_parent == nullptr; }
+    /** Every registered event with its count, in the order of the events' names. */
+    QMap<UIEvent, int> usage() const { return m_usage; }
+    StandardType standardType() const { return m_standardType; }
+    QString text() const { return m_text; }
+    ElementGeometry geometry() const { return m_geometry; }
+    QString concreteType() const { return m_concreteType; }
+
+    // Carried in the stream form only; nothing in this system gives them a meaning.
+    QString extraString1() const { return m_extraString1; }
+    QString extraString2() const { return m_extraString2; }
+    QString extraString3() const { return m_extraString3; }
+    QString extraString4() const { return m_extraString4; }
+    QStringList extraStrings() const { return m_extraStrings; }
+    QHash<QString, QString> extraAttributes1() const { return m_extraAttributes1; }
+    QHash<QString, QString> extraAttributes2() const { return m_extraAttributes2; }
+
+    void setText(const QString& text);
+    void setStandardType(const StandardType& standardType);
+    void setGeometry(const ElementGeometry& geometry);
+    void setImage(const QImage& image);
+    void setWindowNode(bool isWindowNode);
+    void setTransparentNode(bool isTransparentNode);
+    void setSubgraphTransparent(bool isSubgraphTransparent);
+    /** Announces nothing. */
+    void setExtraStrings(const QStringList& extraStrings);
+
+    /**
+     * Lists child as the last child and owns it from then on; a child that is listed here already
+     * changes nothing. A child that has a parent already keeps it.
+     */
+    void addChild(UIElement* child);
+
+    /** Makes the event known with count 0; an event that is known already keeps its count. */
+    void registerEvent(const UIEvent& event);
+
+    /**
+     * Stores the count as given. An unregistered event is reported with a warning and becomes known.
+     * Announced only when the count grew.
+     */
+    void setUsage(const UIEvent& event, int usage);
+
+    /** One use more. An unregistered event becomes known without a word. */
+    void increaseUsage(const UIEvent& event);
+
+    /** One use more for each direct child, in order; not for this element, not deeper. */
+    void increaseUsageOfChildren(const UIEvent& event);
+
+    /**
+     * One use more for this element and every element below it whose rectangle contains the point,
+     * edges included, parents before children. All rectangles are compared with the point as given.
+     */
+    void increaseUsageAt(const UIEvent& event, const QPoint& point);
+
+    /** The first direct child with this text and, unless its name is null, this type; null when none. */
+    UIElement* findChild(const QString& text, const StandardType& standardType) const;
+
+    /** The first of the parent's children, this one included, of that concrete type; null when none. */
+    UIElement* findSibling(const QString& concreteType) const;
+
+    /**
+     * True when both are the same control in the same state: types, extraString3 and 4, flags, text,
+     * geometry and all children pairwise. Ids, images, usage and the other extras do not count.
+     */
+    bool isEqualTo(const UIElement& other) const;
+
+Q_SIGNALS:
+    void childAdded(const Vorsk::UIAbstraction::UIElement* element,
+                    const Vorsk::UIAbstraction::UIElement* child);
+    void eventRegistered(const Vorsk::UIAbstraction::UIElement* element,
+                         Vorsk::UIAbstraction::UIEvent event);
+    void geometryChanged(const Vorsk::UIAbstraction::UIElement* element,
+                         Vorsk::UIAbstraction::ElementGeometry geometry);
+    void imageChanged(const Vorsk::UIAbstraction::UIElement* element, QImage image);
+    void standardTypeChanged(const Vorsk::UIAbstraction::UIElement* element,
+                             Vorsk::UIAbstraction::StandardType standardType);
+    void subgraphTransparentChanged(const Vorsk::UIAbstraction::UIElement* element,
+                                    bool isSubgraphTransparent);
+    void textChanged(const Vorsk::UIAbstraction::UIElement* element, QString text);
+    void transparentNodeChanged(const Vorsk::UIAbstraction::UIElement* element, bool isTransparentNode);
+    void usageIncreased(const Vorsk::UIAbstraction::UIElement* element,
+                        Vorsk::UIAbstraction::UIEvent event, int usage);
+    void windowNodeChanged(const Vorsk::UIAbstraction::UIElement* element, bool isWindowNode);
+
+private:
+    friend class ElementReader;
+
+    bool hasChild(const UIElement* child) const;
+    bool hasEqualFields(const UIElement& other) const;
+
+    QString m_id;
+    bool m_isTransparentNode = false;
+    bool m_isSubgraphTransparent = false;
+    bool m_isWindowNode = false;
+    QImage m_image;
+    QList<UIElement*> m_children;
+    UIElement* m_parent = nullptr;
+    /** Elements other than the parent that list this one, so that it can leave their lists when it dies. */
+    std::vector<UIElement*> m_furtherParents;
+    QMap<UIEvent, int> m_usage;
+    QString m_extraString1;
+    QString m_extraString2;
+    StandardType m_standardType;
+    QString m_text;
+    ElementGeometry m_geometry;
+    QString m_concreteType;
+    QString m_extraString3;
+    QString m_extraString4;
+    QStringList m_extraStrings;
+    QHash<QString, QString> m_extraAttributes1;
+    QHash<QString, QString> m_extraAttributes2;
+};
+
+bool operator==(const UIElement& a, const UIElement& b);
+bool operator!=(const UIElement& a, const UIElement& b);
+
+} // namespace UIAbstraction
+} // namespace Vorsk
+
+Q_DECLARE_METATYPE(Vorsk::UIAbstraction::UIElement*)
+Q_DECLARE_METATYPE(const Vorsk::UIAbstraction::UIElement*)
