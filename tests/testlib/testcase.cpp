@@ -20,7 +20,9 @@ void TestCase::expectWarning(const QString& text) {
     m_expected.append(QRegularExpression(QRegularExpression::escape(text)));
 }
 
-void TestCase::expectWarning(const QRegularExpression& pattern) { m_expected.append(pattern); }
+void TestCase::expectWarning(const QRegularExpression& pattern) {
+    m_expected.append(pattern);
+}
 
 void TestCase::init() {
     m_expected.clear();
@@ -40,7 +42,8 @@ void TestCase::cleanup() {
     }
 }
 
-void TestCase::handleMessage(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+void TestCase::handleMessage(QtMsgType type, const QMessageLogContext& context,
+                             const QString& text) {
     const bool isWarning = type == QtWarningMsg || type == QtCriticalMsg;
     if (isWarning && running->takeExpected(text)) {
         return;
@@ -52,12 +55,13 @@ void TestCase::handleMessage(QtMsgType type, const QMessageLogContext& context, 
 }
 
 bool TestCase::takeExpected(const QString& text) {
-    const auto it = std::find_if(m_expected.begin(), m_expected.end(), [&text](const auto& pattern) {
-        return QRegularExpression(QRegularExpression::anchoredPattern(pattern.pattern()),
-                                  pattern.patternOptions())
-            .match(text)
-            .hasMatch();
-    });
+    const auto it =
+        std::find_if(m_expected.begin(), m_expected.end(), [&text](const auto& pattern) {
+            return QRegularExpression(QRegularExpression::anchoredPattern(pattern.pattern()),
+                                      pattern.patternOptions())
+                .match(text)
+                .hasMatch();
+        });
     if (it == m_expected.end()) {
         return false;
     }

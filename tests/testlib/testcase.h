@@ -7,8 +7,9 @@
 namespace TestLib {
 
 /**
- * Base of every test class: a warning that the test did not announce fails the test function, and so
- * does an announced one that never came. A subclass that has its own init() or cleanup() calls these.
+ * Base of every test class: a warning that the test did not announce fails the test function, and
+ * so does an announced one that never came. A subclass that has its own init() or cleanup() calls
+ * these.
  */
 class TestCase : public QObject {
     Q_OBJECT
@@ -27,7 +28,8 @@ protected Q_SLOTS:
     void cleanup();
 
 private:
-    static void handleMessage(QtMsgType type, const QMessageLogContext& context, const QString& text);
+    static void handleMessage(QtMsgType type, const QMessageLogContext& context,
+                              const QString& text);
     bool takeExpected(const QString& text);
 
     QList<QRegularExpression> m_expected;

@@ -9,7 +9,8 @@ namespace Vorsk {
 class ArgumentList : public QList<QVariant> {
 public:
     ArgumentList() = default;
-    ArgumentList(std::initializer_list<QVariant> values) : QList<QVariant>(values) {}
+    ArgumentList(std::initializer_list<QVariant> values)
+        : QList<QVariant>(values) {}
 };
 
 } // namespace Vorsk

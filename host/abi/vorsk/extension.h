@@ -27,7 +27,8 @@ public:
 
     std::string name;
     std::string path;
-    /** The host's options; null until the host has set them, always before initialize(). Not owned. */
+    /** The host's options; null until the host has set them, always before initialize(). Not owned.
+     */
     OptionSet* options = nullptr;
 
 protected:

@@ -8,7 +8,8 @@
 namespace Vorsk {
 
 /**
- * The host's configuration as key and values. Owned by the host; read by extensions on the GUI thread.
+ * The host's configuration as key and values. Owned by the host; read by extensions on the GUI
+ * thread.
  *
  * The order of the virtual operations is the interface: the destructor takes the first two slots of
  * the table, contains() the third, values() the fourth.

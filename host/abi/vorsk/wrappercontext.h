@@ -13,8 +13,8 @@ namespace Vorsk {
 /**
  * What the Qt wrapper offers to an extension while it is being initialized. Owned by the wrapper.
  *
- * Slots: the destructor takes the first two, registerEventCallback() is the tenth; those between are
- * the host's own.
+ * Slots: the destructor takes the first two, registerEventCallback() is the tenth; those between
+ * are the host's own.
  */
 class WrapperContext {
 public:

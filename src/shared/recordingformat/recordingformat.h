@@ -11,9 +11,9 @@
  *   frame     = length (quint32), checksum (quint32), payload (length bytes)
  *   payload   = type (quint8), time (quint64, microseconds since the recording was opened), body
  *
- * The checksum is zlib's CRC-32 of the payload. A reader skips a frame type that it does not know. A
- * file that ends inside a frame, or a frame whose checksum does not fit, ends what can be read: all
- * before it is sound.
+ * The checksum is zlib's CRC-32 of the payload. A reader skips a frame type that it does not know.
+ * A file that ends inside a frame, or a frame whose checksum does not fit, ends what can be read:
+ * all before it is sound.
  *
  *   body of a Process frame  = count (quint32), then count pairs of texts (key, value)
  *   body of a Message frame  = channel (qint32), name (text), count (quint8), then count arguments
@@ -25,8 +25,8 @@
  *   argument  = tag (quint8), then for Integer: qint32; for Bytes: length (quint32), bytes;
  *               for Variant: length (quint32), a QVariant in QDataStream version 12 form
  *
- * The first frame is the Process frame, the last frame of a recording that ended in order is the End
- * frame.
+ * The first frame is the Process frame, the last frame of a recording that ended in order is the
+ * End frame.
  */
 namespace RecordingFormat {
 
@@ -50,8 +50,9 @@ namespace Key {
 constexpr char application[] = "application"; ///< QCoreApplication::applicationName()
 constexpr char executable[] = "executable";   ///< absolute path
 constexpr char pid[] = "pid";
-constexpr char run[] = "run";         ///< UUID of this process's run
-constexpr char session[] = "session"; ///< UUID that uicov gave to all processes of one call; may be empty
+constexpr char run[] = "run"; ///< UUID of this process's run
+constexpr char session[] =
+    "session"; ///< UUID that uicov gave to all processes of one call; may be empty
 constexpr char qtVersion[] = "qt-version";
 constexpr char platform[] = "platform"; ///< QGuiApplication::platformName()
 constexpr char locale[] = "locale";

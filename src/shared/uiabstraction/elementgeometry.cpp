@@ -19,9 +19,13 @@ void registerType() {
 
 } // namespace
 
-ElementGeometry::ElementGeometry() { registerType(); }
+ElementGeometry::ElementGeometry() {
+    registerType();
+}
 
-ElementGeometry::ElementGeometry(const QRect& rect, bool isValid) : m_rect(rect), m_isValid(isValid) {
+ElementGeometry::ElementGeometry(const QRect& rect, bool isValid)
+    : m_rect(rect)
+    , m_isValid(isValid) {
     registerType();
 }
 

@@ -25,7 +25,8 @@ public:
     const QRect& rect() const { return m_rect; }
     bool isValid() const { return m_isValid; }
 
-    // NOLINTNEXTLINE(google-explicit-constructor): slots that want a QRect are connected to geometry signals.
+    // NOLINTNEXTLINE(google-explicit-constructor): slots that want a QRect are connected to
+    // geometry signals.
     operator QRect() const { return m_rect; }
 
     friend bool operator==(const ElementGeometry& a, const ElementGeometry& b) {

@@ -17,7 +17,8 @@ constexpr std::size_t fewRemovedEntries = 64;
 
 } // namespace
 
-ElementStore::ElementStore(QObject* parent) : QObject(parent) {
+ElementStore::ElementStore(QObject* parent)
+    : QObject(parent) {
     qRegisterMetaType<const ElementStore*>("const Vorsk::UIAbstraction::ElementStore*");
 }
 
@@ -48,13 +49,16 @@ QList<UIElement*> ElementStore::elements() const {
 }
 
 UIElement* ElementStore::elementById(const QString& id) const {
-    const auto it = std::find_if(m_entries.cbegin(), m_entries.cend(), [&id](const UIElement* element) {
-        return element != nullptr && element->id() == id;
-    });
+    const auto it =
+        std::find_if(m_entries.cbegin(), m_entries.cend(), [&id](const UIElement* element) {
+            return element != nullptr && element->id() == id;
+        });
     return it == m_entries.cend() ? nullptr : *it;
 }
 
-bool ElementStore::containsElement(const QString& id) const { return elementById(id) != nullptr; }
+bool ElementStore::containsElement(const QString& id) const {
+    return elementById(id) != nullptr;
+}
 
 void ElementStore::clear() {
     const QList<UIElement*> roots = rootElements();

@@ -15,9 +15,9 @@ namespace UIAbstraction {
 class UIElement;
 
 /**
- * All elements that a tracker made, in the order in which they were added. Announces each addition so
- * that exporters can attach to the element. Lists elements without owning them; only clear() deletes.
- * GUI thread only.
+ * All elements that a tracker made, in the order in which they were added. Announces each addition
+ * so that exporters can attach to the element. Lists elements without owning them; only clear()
+ * deletes. GUI thread only.
  */
 class ElementStore : public QObject {
     Q_OBJECT
@@ -26,7 +26,8 @@ public:
     explicit ElementStore(QObject* parent = nullptr);
     ~ElementStore() override;
 
-    /** Lists and announces the element; one that is listed already is listed and announced again. */
+    /** Lists and announces the element; one that is listed already is listed and announced again.
+     */
     void addElement(UIElement* element);
 
     /** The listed elements without a parent element, in list order. */

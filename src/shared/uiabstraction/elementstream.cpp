@@ -19,11 +19,12 @@ namespace UIAbstraction {
 namespace {
 
 void writeFields(QDataStream& stream, const UIElement& element) {
-    stream << element.id() << element.standardType() << element.concreteType() << element.extraString3()
-           << element.extraString4() << element.extraStrings() << element.isTransparentNode()
-           << element.isSubgraphTransparent() << element.isWindowNode() << element.text()
-           << element.geometry() << element.image() << element.extraString1() << element.extraString2()
-           << element.extraAttributes1() << element.extraAttributes2();
+    stream << element.id() << element.standardType() << element.concreteType()
+           << element.extraString3() << element.extraString4() << element.extraStrings()
+           << element.isTransparentNode() << element.isSubgraphTransparent()
+           << element.isWindowNode() << element.text() << element.geometry() << element.image()
+           << element.extraString1() << element.extraString2() << element.extraAttributes1()
+           << element.extraAttributes2();
     const QMap<UIEvent, int> usage = element.usage();
     stream << static_cast<qint32>(usage.size());
     for (auto it = usage.cbegin(); it != usage.cend(); ++it) {
@@ -46,10 +47,12 @@ qint32 readCount(QDataStream& stream) {
 /** Fills elements from a stream, directly and without their signals. */
 class ElementReader {
 public:
-    explicit ElementReader(QDataStream& stream) : m_stream(stream) {}
+    explicit ElementReader(QDataStream& stream)
+        : m_stream(stream) {}
 
     std::unique_ptr<UIElement> read() {
-        // One level for each element whose children are being read: nesting costs memory, not stack.
+        // One level for each element whose children are being read: nesting costs memory, not
+        // stack.
         std::vector<Level> path;
         path.push_back(readLevel());
         while (m_stream.status() == QDataStream::Ok) {
@@ -75,15 +78,16 @@ private:
     };
 
     Level readLevel() {
-        auto element = std::make_unique<UIElement>(QStringLiteral("unknown"), StandardType(), QString());
+        auto element =
+            std::make_unique<UIElement>(QStringLiteral("unknown"), StandardType(), QString());
         m_stream >> element->m_id >> element->m_standardType >> element->m_concreteType >>
             element->m_extraString3 >> element->m_extraString4;
         readExtraStrings(*element);
         m_stream >> element->m_isTransparentNode >> element->m_isSubgraphTransparent >>
             element->m_isWindowNode >> element->m_text >> element->m_geometry;
         readImage(m_stream, element->m_image);
-        m_stream >> element->m_extraString1 >> element->m_extraString2 >> element->m_extraAttributes1 >>
-            element->m_extraAttributes2;
+        m_stream >> element->m_extraString1 >> element->m_extraString2 >>
+            element->m_extraAttributes1 >> element->m_extraAttributes2;
         readUsage(*element);
         const qint32 children = readCount(m_stream);
         return {std::move(element), children};
@@ -157,7 +161,8 @@ bool readImage(QDataStream& stream, QImage& image) {
         return stream.status() == QDataStream::Ok;
     }
     const QByteArray start = stream.device()->peek(sizeEnd);
-    if (start.size() < sizeEnd || std::memcmp(start.constData(), pngSignature, sizeof pngSignature - 1) != 0) {
+    if (start.size() < sizeEnd ||
+        std::memcmp(start.constData(), pngSignature, sizeof pngSignature - 1) != 0) {
         stream.setStatus(QDataStream::ReadCorruptData);
         return false;
     }

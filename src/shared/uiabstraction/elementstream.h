@@ -19,9 +19,9 @@ class UIElement;
 constexpr qint64 maximumImagePixels = 64LL * 1024 * 1024;
 
 /**
- * Writes the element with all below it: id, types, extras, flags, text, geometry, image, usage, then
- * the number of children and each child in the same form. An element that stands below itself is left
- * out there, and in the number.
+ * Writes the element with all below it: id, types, extras, flags, text, geometry, image, usage,
+ * then the number of children and each child in the same form. An element that stands below itself
+ * is left out there, and in the number.
  */
 QDataStream& operator<<(QDataStream& stream, const UIElement& element);
 

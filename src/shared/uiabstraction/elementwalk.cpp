@@ -8,7 +8,8 @@
 namespace Vorsk {
 namespace UIAbstraction {
 
-ElementWalk::ElementWalk(const UIElement* root) : m_root(root) {}
+ElementWalk::ElementWalk(const UIElement* root)
+    : m_root(root) {}
 
 const UIElement* ElementWalk::next() {
     if (m_root != nullptr) {

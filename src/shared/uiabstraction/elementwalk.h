@@ -11,10 +11,10 @@ namespace UIAbstraction {
 class UIElement;
 
 /**
- * Goes through an element and all below it, parents first, without recursion, so that depth costs no
- * stack. An element that is listed twice is met twice; one that is listed below itself is not entered
- * again on the path that led to it. A children list is taken when its element is met: what is added
- * to it later is not seen. No element may die during the walk.
+ * Goes through an element and all below it, parents first, without recursion, so that depth costs
+ * no stack. An element that is listed twice is met twice; one that is listed below itself is not
+ * entered again on the path that led to it. A children list is taken when its element is met: what
+ * is added to it later is not seen. No element may die during the walk.
  */
 class ElementWalk {
 public:

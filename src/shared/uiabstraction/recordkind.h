@@ -14,17 +14,17 @@ constexpr int streamVersion = QDataStream::Qt_4_6;
  * (QString); behind it stands, per kind:
  */
 enum class RecordKind : int {
-    ElementAdded = 1,              ///< the element's stream form with its whole subtree
-    ChildAdded = 2,                ///< id of the child (QString)
-    EventRegistered = 3,           ///< event name (QString)
-    GeometryChanged = 4,           ///< rectangle (QRect: left, top, right, bottom as qint32)
-    ImageChanged = 5,              ///< image (qint32 0, or qint32 1 and a PNG)
-    StandardTypeChanged = 6,       ///< type name (QString)
-    TextChanged = 7,               ///< text (QString)
-    TransparentNodeChanged = 8,    ///< bool, one byte
+    ElementAdded = 1,               ///< the element's stream form with its whole subtree
+    ChildAdded = 2,                 ///< id of the child (QString)
+    EventRegistered = 3,            ///< event name (QString)
+    GeometryChanged = 4,            ///< rectangle (QRect: left, top, right, bottom as qint32)
+    ImageChanged = 5,               ///< image (qint32 0, or qint32 1 and a PNG)
+    StandardTypeChanged = 6,        ///< type name (QString)
+    TextChanged = 7,                ///< text (QString)
+    TransparentNodeChanged = 8,     ///< bool, one byte
     SubgraphTransparentChanged = 9, ///< bool, one byte
-    WindowNodeChanged = 10,        ///< bool, one byte
-    UsageIncreased = 11            ///< event name (QString), new count (qint32)
+    WindowNodeChanged = 10,         ///< bool, one byte
+    UsageIncreased = 11             ///< event name (QString), new count (qint32)
 };
 
 /** The name of every message that carries a record. */

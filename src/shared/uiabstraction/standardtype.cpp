@@ -14,9 +14,14 @@ void registerType() {
 
 } // namespace
 
-StandardType::StandardType() { registerType(); }
+StandardType::StandardType() {
+    registerType();
+}
 
-StandardType::StandardType(const QString& name) : m_name(name) { registerType(); }
+StandardType::StandardType(const QString& name)
+    : m_name(name) {
+    registerType();
+}
 
 StandardType::StandardType(QDataStream& stream) {
     registerType();
@@ -27,7 +32,9 @@ QString StandardType::toString() const {
     return m_name.isNull() ? QStringLiteral("unknown") : m_name;
 }
 
-QDataStream& operator<<(QDataStream& stream, const StandardType& type) { return stream << type.name(); }
+QDataStream& operator<<(QDataStream& stream, const StandardType& type) {
+    return stream << type.name();
+}
 
 QDataStream& operator>>(QDataStream& stream, StandardType& type) {
     QString name;

@@ -11,8 +11,8 @@ namespace Vorsk {
 namespace UIAbstraction {
 
 /**
- * The kind of control that an element is, toolkit-neutral, as a name: "Button", "Menu", ... The model
- * has no closed list of names; trackers choose them. A plain value.
+ * The kind of control that an element is, toolkit-neutral, as a name: "Button", "Menu", ... The
+ * model has no closed list of names; trackers choose them. A plain value.
  */
 class StandardType {
 public:
@@ -27,7 +27,9 @@ public:
     /** The name, or "unknown" when it is null; an empty name stays empty. */
     QString toString() const;
 
-    friend bool operator==(const StandardType& a, const StandardType& b) { return a.m_name == b.m_name; }
+    friend bool operator==(const StandardType& a, const StandardType& b) {
+        return a.m_name == b.m_name;
+    }
     friend bool operator!=(const StandardType& a, const StandardType& b) { return !(a == b); }
 
 private:

@@ -25,7 +25,8 @@ void registerPointerTypes() {
 
 } // namespace
 
-UIElement::UIElement(const QString& concreteType, const StandardType& standardType, const QString& id)
+UIElement::UIElement(const QString& concreteType, const StandardType& standardType,
+                     const QString& id)
     : m_id(id.isEmpty() ? QUuid::createUuid().toString() : id)
     , m_standardType(standardType)
     , m_concreteType(concreteType) {
@@ -33,8 +34,8 @@ UIElement::UIElement(const QString& concreteType, const StandardType& standardTy
 }
 
 UIElement::~UIElement() {
-    // All below dies here in one loop: elements can be listed twice or below themselves, and a chain of
-    // them can be longer than the stack is deep.
+    // All below dies here in one loop: elements can be listed twice or below themselves, and a
+    // chain of them can be longer than the stack is deep.
     std::vector<UIElement*> dying{this};
     QSet<const UIElement*> isDying;
     if (!m_children.isEmpty()) {
@@ -140,7 +141,8 @@ void UIElement::setUsage(const UIEvent& event, int usage) {
         QMessageLogger("uielement.cpp", __LINE__,
                        "void Vorsk::UIAbstraction::UIElement::setUsage("
                        "const Vorsk::UIAbstraction::UIEvent&, int)")
-            .warning("Unregistered event occured on { standardType='%s', concreteType='%s', text='%s' }: "
+            .warning("Unregistered event occured on { standardType='%s', concreteType='%s', "
+                     "text='%s' }: "
                      "'%s'",
                      m_standardType.toString().toLocal8Bit().constData(),
                      m_concreteType.toLocal8Bit().constData(), m_text.toLocal8Bit().constData(),
@@ -154,8 +156,8 @@ void UIElement::setUsage(const UIEvent& event, int usage) {
 }
 
 void UIElement::increaseUsage(const UIEvent& event) {
-    // The look-up makes the event known, so that setUsage() has nothing to warn about: a use of an event
-    // that nobody registered is counted in silence, and that is intended.
+    // The look-up makes the event known, so that setUsage() has nothing to warn about: a use of an
+    // event that nobody registered is counted in silence, and that is intended.
     const int usage = m_usage[event];
     setUsage(event, usage + 1);
 }
@@ -172,16 +174,18 @@ void UIElement::increaseUsageAt(const UIEvent& event, const QPoint& point) {
     while (const UIElement* element = walk.next()) {
         if (element->m_geometry.rect().contains(point, false)) {
             // The walk began at a non-const element, and all below one are.
-            const_cast<UIElement*>(element)->increaseUsage(event); // NOLINT(cppcoreguidelines-pro-type-const-cast)
+            const_cast<UIElement*>(element)->increaseUsage(
+                event); // NOLINT(cppcoreguidelines-pro-type-const-cast)
         }
     }
 }
 
 UIElement* UIElement::findChild(const QString& text, const StandardType& standardType) const {
     const bool anyType = standardType.name().isNull();
-    const auto it = std::find_if(m_children.cbegin(), m_children.cend(), [&](const UIElement* child) {
-        return child->m_text == text && (anyType || child->m_standardType == standardType);
-    });
+    const auto it =
+        std::find_if(m_children.cbegin(), m_children.cend(), [&](const UIElement* child) {
+            return child->m_text == text && (anyType || child->m_standardType == standardType);
+        });
     return it == m_children.cend() ? nullptr : *it;
 }
 
@@ -221,9 +225,13 @@ bool UIElement::isEqualTo(const UIElement& other) const {
     return true;
 }
 
-bool operator==(const UIElement& a, const UIElement& b) { return a.isEqualTo(b); }
+bool operator==(const UIElement& a, const UIElement& b) {
+    return a.isEqualTo(b);
+}
 
-bool operator!=(const UIElement& a, const UIElement& b) { return !a.isEqualTo(b); }
+bool operator!=(const UIElement& a, const UIElement& b) {
+    return !a.isEqualTo(b);
+}
 
 } // namespace UIAbstraction
 } // namespace Vorsk

@@ -23,12 +23,13 @@ namespace UIAbstraction {
 class ElementReader;
 
 /**
- * One node of the toolkit-neutral tree: a control, window or other object that usage is counted for.
+ * One node of the toolkit-neutral tree: a control, window or other object that usage is counted
+ * for.
  *
  * An element owns the elements in its children list; a root belongs to whoever made it. The QObject
- * parent is not used. Every setter announces its value by a signal, also a value that is not new. The
- * same element may be listed by several elements and even below itself: destruction deletes each
- * element once, and no walk enters an element that it is already inside of. GUI thread only.
+ * parent is not used. Every setter announces its value by a signal, also a value that is not new.
+ * The same element may be listed by several elements and even below itself: destruction deletes
+ * each element once, and no walk enters an element that it is already inside of. GUI thread only.
  */
 class UIElement : public QObject {
     Q_OBJECT
@@ -88,8 +89,8 @@ public:
     void registerEvent(const UIEvent& event);
 
     /**
-     * Stores the count as given. An unregistered event is reported with a warning and becomes known.
-     * Announced only when the count grew.
+     * Stores the count as given. An unregistered event is reported with a warning and becomes
+     * known. Announced only when the count grew.
      */
     void setUsage(const UIEvent& event, int usage);
 
@@ -105,15 +106,18 @@ public:
      */
     void increaseUsageAt(const UIEvent& event, const QPoint& point);
 
-    /** The first direct child with this text and, unless its name is null, this type; null when none. */
+    /** The first direct child with this text and, unless its name is null, this type; null when
+     * none. */
     UIElement* findChild(const QString& text, const StandardType& standardType) const;
 
-    /** The first of the parent's children, this one included, of that concrete type; null when none. */
+    /** The first of the parent's children, this one included, of that concrete type; null when
+     * none. */
     UIElement* findSibling(const QString& concreteType) const;
 
     /**
-     * True when both are the same control in the same state: types, extraString3 and 4, flags, text,
-     * geometry and all children pairwise. Ids, images, usage and the other extras do not count.
+     * True when both are the same control in the same state: types, extraString3 and 4, flags,
+     * text, geometry and all children pairwise. Ids, images, usage and the other extras do not
+     * count.
      */
     bool isEqualTo(const UIElement& other) const;
 
@@ -130,7 +134,8 @@ Q_SIGNALS:
     void subgraphTransparentChanged(const Vorsk::UIAbstraction::UIElement* element,
                                     bool isSubgraphTransparent);
     void textChanged(const Vorsk::UIAbstraction::UIElement* element, QString text);
-    void transparentNodeChanged(const Vorsk::UIAbstraction::UIElement* element, bool isTransparentNode);
+    void transparentNodeChanged(const Vorsk::UIAbstraction::UIElement* element,
+                                bool isTransparentNode);
     void usageIncreased(const Vorsk::UIAbstraction::UIElement* element,
                         Vorsk::UIAbstraction::UIEvent event, int usage);
     void windowNodeChanged(const Vorsk::UIAbstraction::UIElement* element, bool isWindowNode);
@@ -148,7 +153,8 @@ private:
     QImage m_image;
     QList<UIElement*> m_children;
     UIElement* m_parent = nullptr;
-    /** Elements other than the parent that list this one, so that it can leave their lists when it dies. */
+    /** Elements other than the parent that list this one, so that it can leave their lists when it
+     * dies. */
     std::vector<UIElement*> m_furtherParents;
     QMap<UIEvent, int> m_usage;
     QString m_extraString1;

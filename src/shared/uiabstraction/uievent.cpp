@@ -14,16 +14,23 @@ void registerType() {
 
 } // namespace
 
-UIEvent::UIEvent() { registerType(); }
+UIEvent::UIEvent() {
+    registerType();
+}
 
-UIEvent::UIEvent(const QString& name) : m_name(name) { registerType(); }
+UIEvent::UIEvent(const QString& name)
+    : m_name(name) {
+    registerType();
+}
 
 UIEvent::UIEvent(QDataStream& stream) {
     registerType();
     stream >> *this;
 }
 
-QDataStream& operator<<(QDataStream& stream, const UIEvent& event) { return stream << event.name(); }
+QDataStream& operator<<(QDataStream& stream, const UIEvent& event) {
+    return stream << event.name();
+}
 
 QDataStream& operator>>(QDataStream& stream, UIEvent& event) {
     QString name;

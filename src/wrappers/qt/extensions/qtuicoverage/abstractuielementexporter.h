@@ -1,0 +1,62 @@
+#pragma once
+
+#include "uiabstraction/elementstore.h"
+#include "uiabstraction/uielement.h"
+
+#include <QImage>
+#include <QObject>
+#include <QRect>
+#include <QString>
+
+namespace Vorsk {
+namespace UICoverage {
+
+/**
+ * Sees every change of the elements of the stores that it is given: it attaches itself to each
+ * element that a store announces. A concrete exporter implements one slot for each kind of change.
+ *
+ * Elements that never pass through a store are seen only as part of their ancestors. Attached
+ * connections end with either side. GUI thread only.
+ */
+class AbstractUIElementExporter : public QObject {
+    Q_OBJECT
+
+public:
+    AbstractUIElementExporter();
+    ~AbstractUIElementExporter() override;
+
+    /**
+     * Attaches to every element that the store announces from now on. What the store holds already
+     * is left to onElementStoreAdded(). The store is not kept.
+     */
+    void addElementStore(const Vorsk::UIAbstraction::ElementStore* store);
+
+protected Q_SLOTS:
+    virtual void onElementStoreAdded(const Vorsk::UIAbstraction::ElementStore* elementStore) = 0;
+    virtual void onElementAdded(const Vorsk::UIAbstraction::UIElement* element) = 0;
+    virtual void onChildAdded(const Vorsk::UIAbstraction::UIElement* element,
+                              const Vorsk::UIAbstraction::UIElement* child) = 0;
+    virtual void onEventRegistered(const Vorsk::UIAbstraction::UIElement* element,
+                                   Vorsk::UIAbstraction::UIEvent event) = 0;
+    /** The rectangle alone: whether it is valid is not passed on. */
+    virtual void onGeometryChanged(const Vorsk::UIAbstraction::UIElement* element,
+                                   QRect geometry) = 0;
+    virtual void onImageChanged(const Vorsk::UIAbstraction::UIElement* element, QImage image) = 0;
+    virtual void onStandardTypeChanged(const Vorsk::UIAbstraction::UIElement* element,
+                                       Vorsk::UIAbstraction::StandardType standardType) = 0;
+    virtual void onSubgraphTransparentChanged(const Vorsk::UIAbstraction::UIElement* element,
+                                              bool isSubgraphTransparent) = 0;
+    virtual void onTextChanged(const Vorsk::UIAbstraction::UIElement* element, QString text) = 0;
+    virtual void onTransparentNodeChanged(const Vorsk::UIAbstraction::UIElement* element,
+                                          bool isTransparentNode) = 0;
+    virtual void onUsageIncreased(const Vorsk::UIAbstraction::UIElement* element,
+                                  Vorsk::UIAbstraction::UIEvent event, int usage) = 0;
+    virtual void onWindowNodeChanged(const Vorsk::UIAbstraction::UIElement* element,
+                                     bool isWindowNode) = 0;
+
+private Q_SLOTS:
+    void onElementAdded_internal(const Vorsk::UIAbstraction::UIElement* element);
+};
+
+} // namespace UICoverage
+} // namespace Vorsk

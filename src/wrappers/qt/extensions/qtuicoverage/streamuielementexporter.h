@@ -1,0 +1,61 @@
+#pragma once
+
+#include "abstractuielementexporter.h"
+#include "uiabstraction/recordkind.h"
+
+#include <QByteArray>
+#include <QQueue>
+
+namespace Vorsk {
+namespace UICoverage {
+
+/**
+ * Turns every change into one binary record and hands each record to the host's hook as one message
+ * "uiCoverageData". Records made while there is no hook wait, and leave in order with the first
+ * record made once there is one; those still waiting when the exporter dies are dropped. GUI thread
+ * only.
+ */
+class StreamUIElementExporter : public AbstractUIElementExporter {
+    Q_OBJECT
+
+public:
+    StreamUIElementExporter();
+    ~StreamUIElementExporter() override;
+
+private Q_SLOTS:
+    void onElementStoreAdded(const Vorsk::UIAbstraction::ElementStore* elementStore) override;
+    void onElementAdded(const Vorsk::UIAbstraction::UIElement* element) override;
+    void onChildAdded(const Vorsk::UIAbstraction::UIElement* element,
+                      const Vorsk::UIAbstraction::UIElement* child) override;
+    void onEventRegistered(const Vorsk::UIAbstraction::UIElement* element,
+                           Vorsk::UIAbstraction::UIEvent event) override;
+    void onGeometryChanged(const Vorsk::UIAbstraction::UIElement* element, QRect geometry) override;
+    void onImageChanged(const Vorsk::UIAbstraction::UIElement* element, QImage image) override;
+    void onStandardTypeChanged(const Vorsk::UIAbstraction::UIElement* element,
+                               Vorsk::UIAbstraction::StandardType standardType) override;
+    void onSubgraphTransparentChanged(const Vorsk::UIAbstraction::UIElement* element,
+                                      bool isSubgraphTransparent) override;
+    void onTextChanged(const Vorsk::UIAbstraction::UIElement* element, QString text) override;
+    void onTransparentNodeChanged(const Vorsk::UIAbstraction::UIElement* element,
+                                  bool isTransparentNode) override;
+    void onUsageIncreased(const Vorsk::UIAbstraction::UIElement* element,
+                          Vorsk::UIAbstraction::UIEvent event, int usage) override;
+    void onWindowNodeChanged(const Vorsk::UIAbstraction::UIElement* element,
+                             bool isWindowNode) override;
+
+private:
+    struct Record {
+        UIAbstraction::RecordKind kind;
+        QByteArray payload;
+    };
+
+    template <class... Items>
+    void exportRecord(UIAbstraction::RecordKind kind, const UIAbstraction::UIElement* element,
+                      const Items&... items);
+    void deliver(Record record);
+
+    QQueue<Record> m_pending;
+};
+
+} // namespace UICoverage
+} // namespace Vorsk
