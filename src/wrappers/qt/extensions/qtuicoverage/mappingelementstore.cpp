@@ -1,0 +1,61 @@
+#include "mappingelementstore.h"
+
+namespace Vorsk {
+namespace UICoverage {
+
+using UIAbstraction::UIElement;
+
+MappingElementStore::MappingElementStore() = default;
+
+MappingElementStore::~MappingElementStore() = default;
+
+void MappingElementStore::addMapping(QObject* object, UIElement* element) {
+    elementForObject(object); // forgets a dead object at this address
+    Mapping& mapping = m_mapping[object];
+    if (mapping.element != nullptr) {
+        m_objects.remove(mapping.element, object);
+    }
+    mapping = {element, object};
+    m_objects.insert(element, object);
+    // Made anew on every call, also for an object that is mapped already.
+    connect(object, SIGNAL(destroyed(QObject*)), this, SLOT(objectDestroyed(QObject*)));
+    // Receivers of the announcement can look the object up already.
+    addElement(element);
+}
+
+UIElement* MappingElementStore::elementForObject(QObject* object) {
+    const auto it = m_mapping.constFind(object);
+    if (it == m_mapping.constEnd()) {
+        return nullptr;
+    }
+    if (it->guard.isNull()) {
+        objectDestroyed(object);
+        return nullptr;
+    }
+    return it->element;
+}
+
+QObject* MappingElementStore::objectForElement(const UIElement* element) {
+    // A copy: looking a dead object up takes it out of the tables.
+    const QList<QObject*> objects = m_objects.values(element);
+    for (QObject* object : objects) {
+        if (elementForObject(object) == element) {
+            return object;
+        }
+    }
+    return nullptr;
+}
+
+void MappingElementStore::objectDestroyed(QObject* object) {
+    const auto it = m_mapping.constFind(object);
+    if (it == m_mapping.constEnd()) {
+        return;
+    }
+    UIElement* const element = it->element;
+    m_mapping.erase(it);
+    m_objects.remove(element, object);
+    removeFirstEntry(element);
+}
+
+} // namespace UICoverage
+} // namespace Vorsk

@@ -1,0 +1,21 @@
+#include "qtobjectobserver.h"
+
+namespace Vorsk {
+namespace UICoverage {
+
+QtObjectObserver::QtObjectObserver(QObject* observedObject, UIAbstraction::UIElement* element,
+                                   UICoverageTracker* tracker)
+    : m_observedObject(observedObject)
+    , m_element(element)
+    , m_tracker(tracker) {
+    connect(observedObject, SIGNAL(destroyed()), this, SLOT(objectDestroyed()));
+}
+
+QtObjectObserver::~QtObjectObserver() = default;
+
+void QtObjectObserver::objectDestroyed() {
+    // The pool deletes this observer; nothing else is left to do.
+}
+
+} // namespace UICoverage
+} // namespace Vorsk

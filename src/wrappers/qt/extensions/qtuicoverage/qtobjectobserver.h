@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+
+namespace Vorsk {
+
+namespace UIAbstraction {
+class UIElement;
+}
+
+namespace UICoverage {
+
+class UICoverageTracker;
+
+/**
+ * Watches one toolkit object on behalf of one element. Owned by its tracker's ObserverPool, which
+ * deletes it when the object dies; owns nothing itself. GUI thread only.
+ */
+class QtObjectObserver : public QObject {
+    Q_OBJECT
+
+public:
+    QtObjectObserver(QObject* observedObject, UIAbstraction::UIElement* element,
+                     UICoverageTracker* tracker);
+    ~QtObjectObserver() override;
+
+    /** Null once the object has died. */
+    QObject* observedObject() const { return m_observedObject; }
+    UIAbstraction::UIElement* element() const { return m_element; }
+    UICoverageTracker* tracker() const { return m_tracker; }
+
+private Q_SLOTS:
+    void objectDestroyed();
+
+private:
+    QPointer<QObject> m_observedObject;
+    UIAbstraction::UIElement* m_element;
+    UICoverageTracker* m_tracker;
+};
+
+} // namespace UICoverage
+} // namespace Vorsk

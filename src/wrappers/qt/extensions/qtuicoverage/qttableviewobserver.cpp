@@ -1,0 +1,17 @@
+#include "qttableviewobserver.h"
+
+#include "qtwidgetscoveragetracker.h"
+
+#include <QTableView>
+
+namespace Vorsk {
+namespace UICoverage {
+
+QtTableViewObserver::QtTableViewObserver(QTableView* view, UIAbstraction::UIElement* element,
+                                         QtWidgetsCoverageTracker* tracker)
+    : QtAbstractItemViewObserver(view, element, tracker) {}
+
+QtTableViewObserver::~QtTableViewObserver() = default;
+
+} // namespace UICoverage
+} // namespace Vorsk

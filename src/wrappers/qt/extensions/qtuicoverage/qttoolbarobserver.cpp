@@ -1,0 +1,17 @@
+#include "qttoolbarobserver.h"
+
+#include "qtwidgetscoveragetracker.h"
+
+#include <QToolBar>
+
+namespace Vorsk {
+namespace UICoverage {
+
+QtToolBarObserver::QtToolBarObserver(QToolBar* toolBar, UIAbstraction::UIElement* element,
+                                     QtWidgetsCoverageTracker* tracker)
+    : QtWidgetObserver(toolBar, element, tracker) {}
+
+QtToolBarObserver::~QtToolBarObserver() = default;
+
+} // namespace UICoverage
+} // namespace Vorsk

@@ -1,0 +1,237 @@
+#include "qtwidgetscoveragetracker.h"
+
+#include "grab.h"
+#include "logging.h"
+#include "names.h"
+#include "qtabstractbuttonobserver.h"
+#include "qtcheckboxobserver.h"
+#include "qtdialogobserver.h"
+#include "qtlineeditobserver.h"
+#include "qtmainwindowobserver.h"
+#include "qtmenubarobserver.h"
+#include "qtmenuobserver.h"
+#include "qttableviewobserver.h"
+#include "qttoolbarobserver.h"
+
+#include <QCheckBox>
+#include <QDebug>
+#include <QDialog>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QPushButton>
+#include <QTableView>
+#include <QToolBar>
+
+namespace Vorsk {
+namespace UICoverage {
+
+using UIAbstraction::StandardType;
+using UIAbstraction::UIElement;
+
+namespace {
+
+bool isVisible(const QObject* object) {
+    return object->isWidgetType() && static_cast<const QWidget*>(object)->isVisible();
+}
+
+UIElement* makeElement(const QObject* object, const StandardType& standardType) {
+    return new UIElement(QString::fromLatin1(object->metaObject()->className()), standardType,
+                         QString());
+}
+
+} // namespace
+
+QtWidgetsCoverageTracker::QtWidgetsCoverageTracker(AbstractUIElementExporter* exporter)
+    : UICoverageTracker(exporter) {}
+
+QtWidgetsCoverageTracker::~QtWidgetsCoverageTracker() = default;
+
+void QtWidgetsCoverageTracker::handleEvent(QObject* object, QEvent* event) {
+    // The type alone decides about nearly every event, so it is looked at before anything else.
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+        if (object->isWidgetType()) {
+            handlePress(object, static_cast<const QMouseEvent*>(event));
+        }
+        break;
+    case QEvent::Show:
+        if (object->isWidgetType()) {
+            const QPointer<QObject> guard(object);
+            handleShow(static_cast<QWidget*>(object));
+            auto* const observer = guard.isNull() ? nullptr : observerOf<QtWidgetObserver>(object);
+            if (observer != nullptr) {
+                observer->init();
+            }
+        }
+        break;
+    default:
+        break;
+    }
+}
+
+bool QtWidgetsCoverageTracker::eventFilter(QObject* watched, QEvent* event) {
+    handleEvent(watched, event);
+    return QObject::eventFilter(watched, event);
+}
+
+template <class Observer>
+Observer* QtWidgetsCoverageTracker::observerOf(QObject* object) {
+    UIElement* const known = element(object);
+    return known == nullptr ? nullptr
+                            : qobject_cast<Observer*>(m_observers.observerForElement(known));
+}
+
+void QtWidgetsCoverageTracker::handlePress(QObject* object, const QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton || element(object) == nullptr) {
+        return;
+    }
+    const QPoint position(qRound(event->localPos().x()), qRound(event->localPos().y()));
+    // A menu that was hidden when it was tracked has no observer, and its presses are not counted.
+    if (qobject_cast<QMenu*>(object) != nullptr) {
+        if (auto* const observer = observerOf<QtMenuObserver>(object)) {
+            observer->countUsageAt(position, Events::clicked());
+        }
+    } else if (qobject_cast<QMenuBar*>(object) != nullptr) {
+        if (auto* const observer = observerOf<QtMenuBarObserver>(object)) {
+            observer->countUsageAt(position, Events::clicked());
+        }
+    }
+}
+
+void QtWidgetsCoverageTracker::handleShow(QWidget* widget) {
+    UIElement* const shown = trackWidget(widget);
+    shown->increaseUsage(Events::shown());
+    if (qobject_cast<QMenu*>(widget) != nullptr || qobject_cast<QMenuBar*>(widget) != nullptr) {
+        shown->increaseUsageOfChildren(Events::shown());
+    }
+    if (takeScreenshotsOfElements()) {
+        takeScreenshot(widget);
+    }
+}
+
+void QtWidgetsCoverageTracker::takeScreenshot(QWidget* widget) {
+    const QPointer<QWidget> guard(widget);
+    const QImage image = grabWidget(widget, QRect(QPoint(0, 0), QSize(-1, -1)));
+    // The application's paint code has run: the widget may be gone, so everything is looked up
+    // anew.
+    UIElement* const shown = guard.isNull() ? nullptr : element(widget);
+    if (shown == nullptr) {
+        return;
+    }
+    if (image.isNull()) {
+        logWarning("Failed to grab widget: '%s'.", shown->text().toLocal8Bit().constData());
+    }
+    // A null picture is stored as well: whoever reads the stream sees that there is none.
+    shown->setImage(image);
+    if (auto* const menuObserver = observerOf<QtMenuObserver>(widget)) {
+        menuObserver->grabActionImages();
+    } else if (auto* const menuBarObserver = observerOf<QtMenuBarObserver>(widget)) {
+        menuBarObserver->grabActionImages();
+    }
+}
+
+UIElement* QtWidgetsCoverageTracker::trackWidget(QObject* widget) {
+    // Every row is run for every widget; the last one gives back what any row has made.
+    trackWidgetAs<QMenuBar, QtMenuBarObserver>(widget, StandardTypes::menuBar());
+    trackWidgetAs<QMenu, QtMenuObserver>(widget, StandardTypes::menu());
+    trackWidgetAs<QCheckBox, QtCheckBoxObserver>(widget, StandardTypes::checkBox());
+    // Push buttons only: tool buttons, radio buttons and others stay generic, and that is intended.
+    trackWidgetAs<QPushButton, QtAbstractButtonObserver>(widget, StandardTypes::button());
+    trackWidgetAs<QLineEdit, QtLineEditObserver>(widget, StandardTypes::textInput());
+    trackWidgetAs<QTableView, QtTableViewObserver>(widget, StandardTypes::table());
+    trackWidgetAs<QMainWindow, QtMainWindowObserver>(widget, StandardTypes::window());
+    trackWidgetAs<QDialog, QtDialogObserver>(widget, StandardTypes::dialog());
+    trackWidgetAs<QToolBar, QtToolBarObserver>(widget, StandardTypes::toolBar());
+    if (UIElement* const known = element(widget)) {
+        return known;
+    }
+    UIElement* const generic = createGenericElement(widget, StandardType());
+    generic->registerEvent(Events::shown());
+    connectToParent(widget);
+    return generic;
+}
+
+template <class Widget, class Observer>
+UIElement* QtWidgetsCoverageTracker::trackWidgetAs(QObject* widget,
+                                                   const StandardType& standardType) {
+    auto* const matching = qobject_cast<Widget*>(widget);
+    if (matching == nullptr) {
+        return nullptr;
+    }
+    UIElement* tracked = element(widget);
+    if (tracked == nullptr) {
+        tracked = makeElement(widget, standardType);
+        tracked->registerEvent(Events::shown());
+        elementStore().addMapping(widget, tracked);
+        connectToParent(widget);
+    }
+    // Announced each time, also when nothing changes.
+    tracked->setTransparentNode(tracked->isTransparentNode() && !isVisible(widget));
+    if (!isVisible(widget) || m_observers.hasObserver(tracked)) {
+        return tracked;
+    }
+    auto* const observer = new Observer(matching, tracked, this);
+    if (observer->observedObject() == nullptr) {
+        // Laying a menu out ran the application's style, and the widget did not survive it.
+        delete observer;
+    } else {
+        m_observers.addObserver(tracked, observer);
+    }
+    return tracked;
+}
+
+UIElement* QtWidgetsCoverageTracker::createGenericElement(QObject* widget,
+                                                          const StandardType& standardType) {
+    if (UIElement* const known = element(widget)) {
+        return known;
+    }
+    UIElement* const generic = makeElement(widget, standardType);
+    generic->setTransparentNode(true);
+    elementStore().addMapping(widget, generic);
+    return generic;
+}
+
+void QtWidgetsCoverageTracker::connectToParent(QObject* object) {
+    QObject* const parent = object->parent();
+    if (parent == nullptr) {
+        return;
+    }
+    trackWidget(parent);
+    UIElement* const child = element(object);
+    UIElement* const parentElement = element(parent);
+    if (child == nullptr || parentElement == nullptr || !child->isRoot()) {
+        return;
+    }
+    parentElement->addChild(child);
+}
+
+void QtWidgetsCoverageTracker::trackChildWidgets(QWidget* widget) {
+    UIElement* const parentElement = element(widget);
+    const QObjectList children = widget->children();
+    for (QObject* object : children) {
+        auto* const child = qobject_cast<QWidget*>(object);
+        if (child == nullptr) {
+            continue;
+        }
+        const QByteArray name = child->objectName().toLocal8Bit();
+        if (child->isHidden()) {
+            qDebug("skipping hidden '%s'", name.constData());
+            continue;
+        }
+        qDebug("handling '%s'", name.constData());
+        if (element(child) == nullptr) {
+            UIElement* const childElement = trackWidget(child);
+            if (parentElement != nullptr) {
+                parentElement->addChild(childElement);
+            }
+        }
+        trackChildWidgets(child);
+    }
+}
+
+} // namespace UICoverage
+} // namespace Vorsk

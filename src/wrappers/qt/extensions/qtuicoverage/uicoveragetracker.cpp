@@ -1,0 +1,34 @@
+#include "uicoveragetracker.h"
+
+#include "abstractuielementexporter.h"
+
+namespace Vorsk {
+namespace UICoverage {
+
+using UIAbstraction::UIElement;
+
+UICoverageTracker::UICoverageTracker(AbstractUIElementExporter* exporter)
+    : m_exporter(exporter) {
+    if (exporter != nullptr) {
+        exporter->addElementStore(&m_elementStore);
+    }
+}
+
+UICoverageTracker::~UICoverageTracker() = default;
+
+void UICoverageTracker::trackChildren(QObject*) {}
+
+UIElement* UICoverageTracker::element(QObject* object) {
+    return m_elementStore.elementForObject(object);
+}
+
+QList<UIElement*> UICoverageTracker::rootElements() const {
+    return m_elementStore.rootElements();
+}
+
+void UICoverageTracker::setTakeScreenshotsOfElements(bool takeScreenshots) {
+    m_takeScreenshotsOfElements = takeScreenshots;
+}
+
+} // namespace UICoverage
+} // namespace Vorsk
