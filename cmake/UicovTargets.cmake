@@ -104,6 +104,16 @@ function(uicov_register_test)
         LABELS "${ARG_LABELS}")
 endfunction()
 
+# uicov_add_demo(NAME <program> SOURCES <files> LINK <libraries>)
+# An application as users of this project have them: it knows nothing of coverage.
+function(uicov_add_demo)
+    cmake_parse_arguments(ARG "" "NAME" "SOURCES;LINK" ${ARGN})
+    _uicov_reject_unknown(uicov_add_demo)
+    add_executable(${ARG_NAME} ${ARG_SOURCES})
+    target_link_libraries(${ARG_NAME} PRIVATE ${ARG_LINK} uicov_flags)
+    set_target_properties(${ARG_NAME} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/demos)
+endfunction()
+
 function(uicov_print_summary)
     message(STATUS "uicov ${PROJECT_VERSION}: ${CMAKE_BUILD_TYPE}, Qt ${Qt5_VERSION}")
     message(STATUS "  UICOV_BUILD_TESTS        ${UICOV_BUILD_TESTS}")

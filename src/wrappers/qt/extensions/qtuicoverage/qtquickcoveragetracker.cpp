@@ -1,18 +1,311 @@
 #include "qtquickcoveragetracker.h"
 
+#include "grab.h"
+#include "names.h"
+#include "qtquickitemobserver.h"
+#include "quickgeometry.h"
+
+#include <QMouseEvent>
+#include <QPointer>
+#include <QQuickItem>
+#include <QQuickView>
+#include <QQuickWindow>
+
+#include <vector>
+
 namespace Vorsk {
 namespace UICoverage {
+
+using UIAbstraction::ElementGeometry;
+using UIAbstraction::StandardType;
+using UIAbstraction::UIElement;
+
+namespace {
+
+/** The item's children as guards: what runs while one of them is tracked may delete the next one.
+ */
+std::vector<QPointer<QQuickItem>> guardedChildren(const QQuickItem* item) {
+    const QList<QQuickItem*> children = item->childItems();
+    return std::vector<QPointer<QQuickItem>>(children.cbegin(), children.cend());
+}
+
+UIElement* makeElement(const QObject* object, const StandardType& standardType) {
+    return new UIElement(QString::fromLatin1(object->metaObject()->className()), standardType,
+                         QString());
+}
+
+} // namespace
 
 QtQuickCoverageTracker::QtQuickCoverageTracker(AbstractUIElementExporter* exporter)
     : UICoverageTracker(exporter) {}
 
 QtQuickCoverageTracker::~QtQuickCoverageTracker() = default;
 
-void QtQuickCoverageTracker::handleEvent(QObject*, QEvent*) {}
+void QtQuickCoverageTracker::handleEvent(QObject* object, QEvent* event) {
+    // The type alone decides about nearly every event, so it is looked at before anything else.
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::KeyPress:
+    case QEvent::FocusIn:
+    case QEvent::Show:
+        break;
+    default:
+        return;
+    }
+    if (auto* const window = qobject_cast<QQuickWindow*>(object)) {
+        handleWindowEvent(window, event);
+    } else if (auto* const item = qobject_cast<QQuickItem*>(object)) {
+        handleItemEvent(item, event);
+    }
+}
+
+void QtQuickCoverageTracker::handleWindowEvent(QQuickWindow* window, const QEvent* event) {
+    const QPointer<QQuickWindow> guard(window);
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+        takeWindowScreenshot(window);
+        if (!guard.isNull()) {
+            clickWindow(window, static_cast<const QMouseEvent*>(event));
+        }
+        break;
+    case QEvent::KeyPress:
+        takeWindowScreenshot(window);
+        break;
+    case QEvent::FocusIn:
+        refreshWindowGeometry(window);
+        break;
+    case QEvent::Show:
+        showWindow(window);
+        break;
+    default:
+        break;
+    }
+}
+
+void QtQuickCoverageTracker::handleItemEvent(QQuickItem* item, const QEvent* event) {
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::KeyPress:
+        takeItemScreenshot(item);
+        break;
+    case QEvent::FocusIn:
+        if (item->window() != nullptr) {
+            refreshItemGeometry(item);
+        }
+        break;
+    default:
+        break;
+    }
+}
 
 bool QtQuickCoverageTracker::eventFilter(QObject* watched, QEvent* event) {
     handleEvent(watched, event);
     return QObject::eventFilter(watched, event);
+}
+
+UIElement* QtQuickCoverageTracker::windowElement(QQuickWindow* window) {
+    if (window == nullptr) {
+        return nullptr;
+    }
+    if (UIElement* const known = element(window)) {
+        return known;
+    }
+    const QPointer<QQuickWindow> guard(window);
+    UIElement* const created = makeElement(window, StandardTypes::window());
+    elementStore().addMapping(window, created);
+    created->setWindowNode(true);
+    created->registerEvent(Events::shown());
+    created->setText(window->title());
+    QPointer<QQuickItem> root = window->contentItem();
+    if (auto* const view = qobject_cast<QQuickView*>(window)) {
+        root = view->rootObject();
+        if (!view->isWindowType()) {
+            created->setWindowNode(false);
+        }
+    }
+    trackItem(root);
+    if (guard.isNull()) {
+        return nullptr;
+    }
+    if (UIElement* const rootElement = root.isNull() ? nullptr : element(root)) {
+        created->addChild(rootElement);
+        rootElement->setTransparentNode(true);
+    }
+    return created;
+}
+
+UIElement* QtQuickCoverageTracker::trackItem(QQuickItem* item) {
+    if (item == nullptr) {
+        return nullptr;
+    }
+    const QPointer<QQuickItem> guard(item);
+    UIElement* tracked = element(item);
+    if (tracked == nullptr) {
+        tracked = createItemElement(item);
+        if (guard.isNull()) {
+            return nullptr;
+        }
+    }
+    // Also for an item that is known: it may have come here from another parent.
+    if (UIElement* const parentElement = element(item->parentItem())) {
+        parentElement->addChild(tracked);
+    }
+    const std::vector<QPointer<QQuickItem>> children = guardedChildren(item);
+    for (const QPointer<QQuickItem>& child : children) {
+        trackItem(child);
+        if (guard.isNull()) {
+            return nullptr;
+        }
+    }
+    rememberKnownChildren(item, static_cast<int>(children.size()));
+    return tracked;
+}
+
+UIElement* QtQuickCoverageTracker::createItemElement(QQuickItem* item) {
+    UIElement* const created = makeElement(item, StandardType());
+    created->setTransparentNode(true);
+    elementStore().addMapping(item, created);
+    auto* const observer = new QtQuickItemObserver(item, created, this);
+    if (observer->observedObject() == nullptr) {
+        delete observer; // a property's getter deleted the item
+    } else {
+        m_observers.addObserver(created, observer);
+    }
+    return created;
+}
+
+void QtQuickCoverageTracker::trackChildren(QObject* object) {
+    auto* const item = qobject_cast<QQuickItem*>(object);
+    if (item == nullptr) {
+        return;
+    }
+    const QList<QQuickItem*> current = item->childItems();
+    const int known = knownChildren(item);
+    // All children were known. One that left takes no other along, so there is nothing new; one
+    // that came stands last, and only it has to be looked at. Any other change is looked at in
+    // full.
+    if (current.size() < known) {
+        rememberKnownChildren(item, current.size());
+        return;
+    }
+    const QPointer<QQuickItem> guard(item);
+    std::vector<QPointer<QQuickItem>> candidates;
+    if (known >= 0 && current.size() == known + 1 && element(current.last()) == nullptr) {
+        candidates.emplace_back(current.last());
+    } else {
+        candidates.assign(current.cbegin(), current.cend());
+    }
+    for (const QPointer<QQuickItem>& child : candidates) {
+        if (!child.isNull() && element(child) == nullptr) {
+            trackItem(child);
+            trackChildren(child);
+            if (guard.isNull()) {
+                return;
+            }
+        }
+    }
+    rememberKnownChildren(item, current.size());
+}
+
+void QtQuickCoverageTracker::rememberKnownChildren(QQuickItem* item, int count) {
+    UIElement* const tracked = element(item);
+    auto* const observer =
+        qobject_cast<QtQuickItemObserver*>(m_observers.observerForElement(tracked));
+    if (observer != nullptr) {
+        observer->setKnownChildren(item->childItems().size() == count ? count : -1);
+    }
+}
+
+int QtQuickCoverageTracker::knownChildren(QQuickItem* item) {
+    UIElement* const tracked = element(item);
+    auto* const observer =
+        qobject_cast<QtQuickItemObserver*>(m_observers.observerForElement(tracked));
+    return observer == nullptr ? -1 : observer->knownChildren();
+}
+
+void QtQuickCoverageTracker::clickWindow(QQuickWindow* window, const QMouseEvent* event) {
+    if (UIElement* const clicked = windowElement(window)) {
+        clicked->increaseUsageAt(Events::clicked(), event->localPos().toPoint());
+    }
+}
+
+void QtQuickCoverageTracker::showWindow(QQuickWindow* window) {
+    // The title of a window that is new here is set a second time, and that is intended.
+    if (UIElement* const shown = windowElement(window)) {
+        shown->setText(window->title());
+        shown->increaseUsage(Events::shown());
+    }
+}
+
+void QtQuickCoverageTracker::refreshWindowGeometry(QQuickWindow* window) {
+    UIElement* const refreshed = windowElement(window);
+    if (refreshed == nullptr) {
+        return;
+    }
+    refreshed->setGeometry(ElementGeometry(QRect(QPoint(0, 0), window->size()), true));
+    const QImage windowImage = refreshed->image();
+    const QList<UIElement*> elements = elementStore().elements();
+    for (UIElement* candidate : elements) {
+        const auto* const item =
+            qobject_cast<QQuickItem*>(elementStore().objectForElement(candidate));
+        if (item == nullptr || item->window() != window || !isShownItem(item)) {
+            continue;
+        }
+        const QRect rectangle = sceneRectangle(item);
+        candidate->setGeometry(ElementGeometry(rectangle, true));
+        if (takeScreenshotsOfElements() && rectangle.isValid()) {
+            candidate->setImage(copyImage(windowImage, rectangle));
+        }
+    }
+}
+
+void QtQuickCoverageTracker::refreshItemGeometry(QQuickItem* item) {
+    // Hidden items too, unlike a window's refresh; an item without an element still leads to its
+    // children.
+    if (UIElement* const tracked = element(item)) {
+        tracked->setGeometry(ElementGeometry(sceneRectangle(item), true));
+    }
+    const QList<QQuickItem*> children = item->childItems();
+    for (QQuickItem* child : children) {
+        refreshItemGeometry(child);
+    }
+}
+
+void QtQuickCoverageTracker::takeWindowScreenshot(QQuickWindow* window) {
+    if (!takeScreenshotsOfElements()) {
+        return;
+    }
+    const UIElement* const known = windowElement(window);
+    if (known == nullptr || !known->image().isNull()) {
+        return;
+    }
+    const QPointer<QQuickWindow> guard(window);
+    const QImage image = grabWindow(window);
+    // Rendering ran the application's code: the window may be gone.
+    if (UIElement* const pictured = guard.isNull() ? nullptr : element(window)) {
+        pictured->setImage(image);
+    }
+}
+
+void QtQuickCoverageTracker::takeItemScreenshot(QQuickItem* item) {
+    if (!takeScreenshotsOfElements() || item->window() == nullptr) {
+        return;
+    }
+    QQuickItem* top = item;
+    while (top->parentItem() != nullptr &&
+           qstrcmp(top->metaObject()->className(), "QQuickPopupItem") != 0) {
+        top = top->parentItem();
+    }
+    const UIElement* const known = element(top);
+    if (known == nullptr || !known->image().isNull()) {
+        return;
+    }
+    const QPointer<QQuickItem> guard(top);
+    const QImage image = grabWindow(item->window());
+    // Rendering ran the application's code: the item may be gone, or in no window any more.
+    if (UIElement* const pictured = guard.isNull() ? nullptr : element(top)) {
+        pictured->setImage(copyImage(image, sceneRectangle(top)));
+    }
 }
 
 } // namespace UICoverage

@@ -1,18 +1,27 @@
 #pragma once
 
+#include "observerpool.h"
 #include "uicoveragetracker.h"
 
 #include <QObject>
 
 QT_BEGIN_NAMESPACE
 class QEvent;
+class QImage;
+class QMouseEvent;
+class QQuickItem;
+class QQuickWindow;
 QT_END_NAMESPACE
 
 namespace Vorsk {
 namespace UICoverage {
 
-/** The tracker of Qt Quick applications. This version takes no notice of any event. GUI thread
- * only. */
+/**
+ * Builds the elements of Qt Quick windows from the events that the host delivers: a window becomes
+ * known with its first press, focus-in or show, and with it every item below it; later items are
+ * tracked when their parent says that its children changed. Counts what happens to windows; items
+ * count through their observers. GUI thread only.
+ */
 class QtQuickCoverageTracker : public QObject, public UICoverageTracker {
     Q_OBJECT
     Q_INTERFACES(Vorsk::UICoverage::UICoverageTracker)
@@ -20,10 +29,40 @@ class QtQuickCoverageTracker : public QObject, public UICoverageTracker {
 public:
     /** @param exporter as UICoverageTracker takes it */
     explicit QtQuickCoverageTracker(AbstractUIElementExporter* exporter);
+    /** Deletes every observer; elements stay. */
     ~QtQuickCoverageTracker() override;
 
+    /** Entry point for every event; what is not of interest costs a look at its type. Consumes
+     * none. */
     void handleEvent(QObject* object, QEvent* event);
+
+    /** Feeds handleEvent(), should somebody install the tracker as a filter; never consumes. */
     bool eventFilter(QObject* watched, QEvent* event) override;
+
+    /** Tracks the items below an item that have no element yet; other objects are ignored. */
+    void trackChildren(QObject* object) override;
+
+    /** The window's element, made with those of all its items when it is new; null for no window.
+     */
+    UIAbstraction::UIElement* windowElement(QQuickWindow* window);
+
+private:
+    void handleWindowEvent(QQuickWindow* window, const QEvent* event);
+    void handleItemEvent(QQuickItem* item, const QEvent* event);
+
+    UIAbstraction::UIElement* trackItem(QQuickItem* item);
+    UIAbstraction::UIElement* createItemElement(QQuickItem* item);
+    void rememberKnownChildren(QQuickItem* item, int count);
+    int knownChildren(QQuickItem* item);
+
+    void clickWindow(QQuickWindow* window, const QMouseEvent* event);
+    void showWindow(QQuickWindow* window);
+    void refreshWindowGeometry(QQuickWindow* window);
+    void refreshItemGeometry(QQuickItem* item);
+    void takeWindowScreenshot(QQuickWindow* window);
+    void takeItemScreenshot(QQuickItem* item);
+
+    ObserverPool m_observers;
 };
 
 } // namespace UICoverage

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QDialog>
+
+namespace Panel {
+
+/** Settings of the device as a whole. */
+class SettingsDialog : public QDialog {
+    Q_OBJECT
+
+public:
+    explicit SettingsDialog(QWidget* parent);
+};
+
+} // namespace Panel

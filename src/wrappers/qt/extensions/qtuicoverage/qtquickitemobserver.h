@@ -1,0 +1,71 @@
+#pragma once
+
+#include "qtobjectobserver.h"
+
+#include <QQuickItem>
+
+namespace Vorsk {
+
+namespace UIAbstraction {
+class StandardType;
+class UIEvent;
+} // namespace UIAbstraction
+
+namespace UICoverage {
+
+/**
+ * Watches one Qt Quick item. Controls are recognised by the names of their classes and by the
+ * signals and properties that they have, because they share no base class: the constructor
+ * classifies the item, once, and announces its events; the slots count. GUI thread only.
+ */
+class QtQuickItemObserver : public QtObjectObserver {
+    Q_OBJECT
+
+public:
+    /** Reads properties of the item, which may run code that deletes it: look at observedObject().
+     */
+    QtQuickItemObserver(QQuickItem* item, UIAbstraction::UIElement* element,
+                        UICoverageTracker* tracker);
+    ~QtQuickItemObserver() override;
+
+    /**
+     * How many children the item had when all of them were known to have an element; -1 before
+     * that. Kept for the tracker, so that one more child does not make it look at all the others
+     * again.
+     */
+    int knownChildren() const { return m_knownChildren; }
+    void setKnownChildren(int count) { m_knownChildren = count; }
+
+private Q_SLOTS:
+    void onCheckedChanged();
+    void onCheckedStateChanged();
+    void onClicked();
+    void onTriggered();
+    void onTextChanged();
+    void onVisibleChanged();
+    void onChildrenChanged();
+
+private:
+    QQuickItem* item() const;
+    QByteArray className() const;
+    bool hasSignal(const char* signature) const;
+    bool hasProperty(const char* name) const;
+    QVariant readProperty(const char* name) const;
+    bool readsTrue(const char* name) const;
+
+    void connectSignals();
+    void registerConditionalEvents();
+    void readText();
+    void classify();
+    bool isButton(const QByteArray& name) const;
+    bool isTextInput(const QByteArray& name) const;
+    void warnAboutMissingSignal(const char* signature) const;
+    void makeControl(const UIAbstraction::StandardType& standardType);
+    void classifyAsTextInput();
+    void classifyAsCheckBox();
+
+    int m_knownChildren = -1;
+};
+
+} // namespace UICoverage
+} // namespace Vorsk
