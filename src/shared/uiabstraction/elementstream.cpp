@@ -1,15 +1,14 @@
 #include "uiabstraction/elementstream.h"
 
 #include "uiabstraction/elementwalk.h"
+#include "uiabstraction/pngreader.h"
 #include "uiabstraction/recordkind.h"
 #include "uiabstraction/uielement.h"
 
 #include <QByteArray>
 #include <QDataStream>
 #include <QIODevice>
-#include <QtEndian>
 
-#include <cstring>
 #include <utility>
 #include <vector>
 
@@ -32,14 +31,23 @@ void writeFields(QDataStream& stream, const UIElement& element) {
     }
 }
 
+bool isSound(const QDataStream& stream) {
+    return stream.status() == QDataStream::Ok;
+}
+
+/** Reads the values in order up to the first error: a damaged stream reads on when it is let. */
+template <class... Values>
+bool read(QDataStream& stream, Values&... values) {
+    return (... && (isSound(stream) && isSound(stream >> values)));
+}
+
 /** A number of things to come; -1, with the status set, when there cannot be that many. */
 qint32 readCount(QDataStream& stream) {
     qint32 count = -1;
-    stream >> count;
-    if (stream.status() == QDataStream::Ok && count < 0) {
+    if (read(stream, count) && count < 0) {
         stream.setStatus(QDataStream::ReadCorruptData);
     }
-    return stream.status() == QDataStream::Ok ? count : -1;
+    return isSound(stream) ? count : -1;
 }
 
 } // namespace
@@ -50,12 +58,12 @@ public:
     explicit ElementReader(QDataStream& stream)
         : m_stream(stream) {}
 
-    std::unique_ptr<UIElement> read() {
+    std::unique_ptr<UIElement> readTree() {
         // One level for each element whose children are being read: nesting costs memory, not
         // stack.
         std::vector<Level> path;
         path.push_back(readLevel());
-        while (m_stream.status() == QDataStream::Ok) {
+        while (isSound(m_stream)) {
             if (path.back().childrenToCome > 0) {
                 --path.back().childrenToCome;
                 path.push_back(readLevel());
@@ -78,38 +86,44 @@ private:
     };
 
     Level readLevel() {
-        auto element =
-            std::make_unique<UIElement>(QStringLiteral("unknown"), StandardType(), QString());
-        m_stream >> element->m_id >> element->m_standardType >> element->m_concreteType >>
-            element->m_extraString3 >> element->m_extraString4;
-        readExtraStrings(*element);
-        m_stream >> element->m_isTransparentNode >> element->m_isSubgraphTransparent >>
-            element->m_isWindowNode >> element->m_text >> element->m_geometry;
-        readImage(m_stream, element->m_image);
-        m_stream >> element->m_extraString1 >> element->m_extraString2 >>
-            element->m_extraAttributes1 >> element->m_extraAttributes2;
-        readUsage(*element);
-        const qint32 children = readCount(m_stream);
-        return {std::move(element), children};
+        // Every field is about to be overwritten; an id that is given need not be made up.
+        const QString unknown = QStringLiteral("unknown");
+        auto element = std::make_unique<UIElement>(unknown, StandardType(), unknown);
+        UIElement& e = *element;
+        const bool isComplete = read(m_stream, e.m_id, e.m_standardType, e.m_concreteType,
+                                     e.m_extraString3, e.m_extraString4) &&
+                                readExtraStrings(e) &&
+                                read(m_stream, e.m_isTransparentNode, e.m_isSubgraphTransparent,
+                                     e.m_isWindowNode, e.m_text, e.m_geometry) &&
+                                readImage(m_stream, e.m_image) &&
+                                read(m_stream, e.m_extraString1, e.m_extraString2,
+                                     e.m_extraAttributes1, e.m_extraAttributes2) &&
+                                readUsage(e);
+        return {std::move(element), isComplete ? readCount(m_stream) : 0};
     }
 
-    void readExtraStrings(UIElement& element) {
-        const qint32 count = readCount(m_stream);
-        for (qint32 i = 0; i < count && m_stream.status() == QDataStream::Ok; ++i) {
+    bool readExtraStrings(UIElement& element) {
+        // Each text is looked for before there is a place for it: the count may be damaged.
+        for (qint32 count = readCount(m_stream); count > 0; --count) {
             QString text;
-            m_stream >> text;
+            if (!read(m_stream, text)) {
+                break;
+            }
             element.m_extraStrings.append(text);
         }
+        return isSound(m_stream);
     }
 
-    void readUsage(UIElement& element) {
-        const qint32 count = readCount(m_stream);
-        for (qint32 i = 0; i < count && m_stream.status() == QDataStream::Ok; ++i) {
+    bool readUsage(UIElement& element) {
+        for (qint32 count = readCount(m_stream); count > 0; --count) {
             UIEvent event;
             qint32 usage = 0;
-            m_stream >> event >> usage;
+            if (!read(m_stream, event, usage)) {
+                break;
+            }
             element.m_usage.insert(event, usage);
         }
+        return isSound(m_stream);
     }
 
     QDataStream& m_stream;
@@ -125,10 +139,7 @@ QDataStream& operator<<(QDataStream& stream, const UIElement& element) {
 }
 
 std::unique_ptr<UIElement> readElement(QDataStream& stream) {
-    if (stream.status() != QDataStream::Ok) {
-        return nullptr;
-    }
-    return ElementReader(stream).read();
+    return isSound(stream) ? ElementReader(stream).readTree() : nullptr;
 }
 
 QList<UIElement*> readElements(const QByteArray& data, bool* ok) {
@@ -136,44 +147,28 @@ QList<UIElement*> readElements(const QByteArray& data, bool* ok) {
     stream.setVersion(streamVersion);
     QList<UIElement*> elements;
     const qint32 count = readCount(stream);
-    for (qint32 i = 0; i < count && stream.status() == QDataStream::Ok; ++i) {
+    for (qint32 i = 0; i < count && isSound(stream); ++i) {
         std::unique_ptr<UIElement> element = readElement(stream);
         if (element) {
             elements.append(element.release());
         }
     }
     if (ok != nullptr) {
-        *ok = stream.status() == QDataStream::Ok;
+        *ok = isSound(stream);
     }
     return elements;
 }
 
 bool readImage(QDataStream& stream, QImage& image) {
-    constexpr char pngSignature[] = "\x89PNG\r\n\x1a\n";
-    constexpr int widthOffset = 16; // behind the signature, the first chunk's length and its name
-    constexpr int heightOffset = 20;
-    constexpr int sizeEnd = 24;
-
     image = QImage();
     qint32 marker = 0;
-    stream >> marker;
-    if (stream.status() != QDataStream::Ok || marker == 0) {
-        return stream.status() == QDataStream::Ok;
+    if (read(stream, marker) && marker != 0) {
+        image = readPng(*stream.device());
+        if (image.isNull()) {
+            stream.setStatus(QDataStream::ReadCorruptData);
+        }
     }
-    const QByteArray start = stream.device()->peek(sizeEnd);
-    if (start.size() < sizeEnd ||
-        std::memcmp(start.constData(), pngSignature, sizeof pngSignature - 1) != 0) {
-        stream.setStatus(QDataStream::ReadCorruptData);
-        return false;
-    }
-    const qint64 width = qFromBigEndian<quint32>(start.constData() + widthOffset);
-    const qint64 height = qFromBigEndian<quint32>(start.constData() + heightOffset);
-    if (width * height > maximumImagePixels || !image.load(stream.device(), "PNG")) {
-        image = QImage();
-        stream.setStatus(QDataStream::ReadCorruptData);
-        return false;
-    }
-    return true;
+    return isSound(stream);
 }
 
 } // namespace UIAbstraction

@@ -15,9 +15,6 @@ namespace UIAbstraction {
 
 class UIElement;
 
-/** Pictures with more pixels than this are never written, and reading one is an error. */
-constexpr qint64 maximumImagePixels = 64LL * 1024 * 1024;
-
 /**
  * Writes the element with all below it: id, types, extras, flags, text, geometry, image, usage,
  * then the number of children and each child in the same form. An element that stands below itself
@@ -27,8 +24,8 @@ QDataStream& operator<<(QDataStream& stream, const UIElement& element);
 
 /**
  * Reads one element with all below it; the caller owns it. Stops at the first error: the result is
- * then null and the stream's status is not QDataStream::Ok. Memory and time stay within a small
- * multiple of the bytes that are there, whatever numbers stand in them.
+ * then null and the stream's status is not QDataStream::Ok. Numbers in the stream are not trusted:
+ * memory and time go with the bytes that are there, and with the pixels that these can hold.
  */
 std::unique_ptr<UIElement> readElement(QDataStream& stream);
 
@@ -39,7 +36,8 @@ std::unique_ptr<UIElement> readElement(QDataStream& stream);
 QList<UIElement*> readElements(const QByteArray& data, bool* ok = nullptr);
 
 /**
- * Reads an image as QDataStream does, but looks at its size before memory is taken for it.
+ * Reads an image as QDataStream does, but takes a damaged one for an error and looks at its size
+ * before memory is taken for it.
  * @return false when the stream's status is not QDataStream::Ok afterwards; the image is then null
  */
 bool readImage(QDataStream& stream, QImage& image);

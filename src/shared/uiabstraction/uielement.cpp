@@ -4,7 +4,6 @@
 
 #include <QMessageLogger>
 #include <QPoint>
-#include <QSet>
 #include <QUuid>
 
 #include <algorithm>
@@ -34,37 +33,48 @@ UIElement::UIElement(const QString& concreteType, const StandardType& standardTy
 }
 
 UIElement::~UIElement() {
+    if (m_children.isEmpty() && m_parent == nullptr) {
+        return;
+    }
     // All below dies here in one loop: elements can be listed twice or below themselves, and a
     // chain of them can be longer than the stack is deep.
     std::vector<UIElement*> dying{this};
-    QSet<const UIElement*> isDying;
-    if (!m_children.isEmpty()) {
-        isDying.insert(this);
-        for (std::size_t i = 0; i < dying.size(); ++i) {
-            for (UIElement* child : std::as_const(dying[i]->m_children)) {
-                if (!isDying.contains(child)) {
-                    isDying.insert(child);
-                    dying.push_back(child);
-                }
+    QSet<const UIElement*> isDying{this};
+    for (std::size_t i = 0; i < dying.size(); ++i) {
+        for (UIElement* child : std::as_const(dying[i]->m_children)) {
+            if (!isDying.contains(child)) {
+                isDying.insert(child);
+                dying.push_back(child);
             }
         }
     }
+    removeFromSurvivors(dying, isDying);
     for (UIElement* element : dying) {
         element->m_children.clear();
-    }
-    for (UIElement* element : dying) {
-        if (element->m_parent != nullptr && !isDying.contains(element->m_parent)) {
-            element->m_parent->m_children.removeOne(element);
-        }
-        for (UIElement* parent : element->m_furtherParents) {
-            if (!isDying.contains(parent)) {
-                parent->m_children.removeOne(element);
-            }
-        }
         element->m_parent = nullptr;
         element->m_furtherParents.clear();
     }
     std::for_each(dying.begin() + 1, dying.end(), [](UIElement* element) { delete element; });
+}
+
+void UIElement::removeFromSurvivors(const std::vector<UIElement*>& dying,
+                                    const QSet<const UIElement*>& isDying) {
+    QSet<UIElement*> survivors;
+    for (const UIElement* element : dying) {
+        if (element->m_parent != nullptr && !isDying.contains(element->m_parent)) {
+            survivors.insert(element->m_parent);
+        }
+        for (UIElement* parent : element->m_furtherParents) {
+            if (!isDying.contains(parent)) {
+                survivors.insert(parent);
+            }
+        }
+    }
+    for (UIElement* survivor : std::as_const(survivors)) {
+        QList<UIElement*>& children = survivor->m_children;
+        const auto isGone = [&isDying](const UIElement* child) { return isDying.contains(child); };
+        children.erase(std::remove_if(children.begin(), children.end(), isGone), children.end());
+    }
 }
 
 void UIElement::setText(const QString& text) {

@@ -9,6 +9,7 @@
 #include <QList>
 #include <QMap>
 #include <QObject>
+#include <QSet>
 #include <QStringList>
 
 #include <vector>
@@ -143,6 +144,8 @@ Q_SIGNALS:
 private:
     friend class ElementReader;
 
+    static void removeFromSurvivors(const std::vector<UIElement*>& dying,
+                                    const QSet<const UIElement*>& isDying);
     bool hasChild(const UIElement* child) const;
     bool hasEqualFields(const UIElement& other) const;
 
