@@ -75,10 +75,10 @@ QString faultOf(const QString& file, QSettings& settings) {
     if (!info.exists()) {
         return QStringLiteral("options-unreadable: there is no options file %1").arg(file);
     }
-    if (!info.isFile() || !info.isReadable()) {
+    const QStringList keys = settings.allKeys();
+    if (!info.isFile() || settings.status() == QSettings::AccessError) {
         return QStringLiteral("options-unreadable: the options file %1 cannot be read").arg(file);
     }
-    const QStringList keys = settings.allKeys();
     if (settings.status() != QSettings::NoError) {
         return QStringLiteral("options-malformed: the options file %1 is not an INI file")
             .arg(file);
