@@ -1,6 +1,6 @@
 #include "grab.h"
 
-#include "uiabstraction/elementstream.h"
+#include "uiabstraction/pngreader.h"
 
 #include <QPixmap>
 #include <QQuickWindow>

@@ -25,6 +25,7 @@
 #include <QPushButton>
 #include <QTableView>
 #include <QToolBar>
+#include <QVector>
 
 namespace Vorsk {
 namespace UICoverage {
@@ -33,10 +34,6 @@ using UIAbstraction::StandardType;
 using UIAbstraction::UIElement;
 
 namespace {
-
-bool isVisible(const QObject* object) {
-    return object->isWidgetType() && static_cast<const QWidget*>(object)->isVisible();
-}
 
 UIElement* makeElement(const QObject* object, const StandardType& standardType) {
     return new UIElement(QString::fromLatin1(object->metaObject()->className()), standardType,
@@ -103,12 +100,15 @@ void QtWidgetsCoverageTracker::handlePress(QObject* object, const QMouseEvent* e
 }
 
 void QtWidgetsCoverageTracker::handleShow(QWidget* widget) {
+    const QPointer<QWidget> guard(widget);
+    const bool hasItems =
+        qobject_cast<QMenu*>(widget) != nullptr || qobject_cast<QMenuBar*>(widget) != nullptr;
     UIElement* const shown = trackWidget(widget);
     shown->increaseUsage(Events::shown());
-    if (qobject_cast<QMenu*>(widget) != nullptr || qobject_cast<QMenuBar*>(widget) != nullptr) {
+    if (hasItems) {
         shown->increaseUsageOfChildren(Events::shown());
     }
-    if (takeScreenshotsOfElements()) {
+    if (takeScreenshotsOfElements() && !guard.isNull()) {
         takeScreenshot(widget);
     }
 }
@@ -135,18 +135,23 @@ void QtWidgetsCoverageTracker::takeScreenshot(QWidget* widget) {
 }
 
 UIElement* QtWidgetsCoverageTracker::trackWidget(QObject* widget) {
+    // Laying a menu out asks the application's code for sizes, and the widget may not survive that:
+    // a dead one matches no further row.
+    const QPointer<QObject> guard(widget);
+    UIElement* known = element(widget);
     // Every row is run for every widget; the last one gives back what any row has made.
-    trackWidgetAs<QMenuBar, QtMenuBarObserver>(widget, StandardTypes::menuBar());
-    trackWidgetAs<QMenu, QtMenuObserver>(widget, StandardTypes::menu());
-    trackWidgetAs<QCheckBox, QtCheckBoxObserver>(widget, StandardTypes::checkBox());
+    known = trackWidgetAs<QMenuBar, QtMenuBarObserver>(guard, known, StandardTypes::menuBar());
+    known = trackWidgetAs<QMenu, QtMenuObserver>(guard, known, StandardTypes::menu());
+    known = trackWidgetAs<QCheckBox, QtCheckBoxObserver>(guard, known, StandardTypes::checkBox());
     // Push buttons only: tool buttons, radio buttons and others stay generic, and that is intended.
-    trackWidgetAs<QPushButton, QtAbstractButtonObserver>(widget, StandardTypes::button());
-    trackWidgetAs<QLineEdit, QtLineEditObserver>(widget, StandardTypes::textInput());
-    trackWidgetAs<QTableView, QtTableViewObserver>(widget, StandardTypes::table());
-    trackWidgetAs<QMainWindow, QtMainWindowObserver>(widget, StandardTypes::window());
-    trackWidgetAs<QDialog, QtDialogObserver>(widget, StandardTypes::dialog());
-    trackWidgetAs<QToolBar, QtToolBarObserver>(widget, StandardTypes::toolBar());
-    if (UIElement* const known = element(widget)) {
+    known =
+        trackWidgetAs<QPushButton, QtAbstractButtonObserver>(guard, known, StandardTypes::button());
+    known = trackWidgetAs<QLineEdit, QtLineEditObserver>(guard, known, StandardTypes::textInput());
+    known = trackWidgetAs<QTableView, QtTableViewObserver>(guard, known, StandardTypes::table());
+    known = trackWidgetAs<QMainWindow, QtMainWindowObserver>(guard, known, StandardTypes::window());
+    known = trackWidgetAs<QDialog, QtDialogObserver>(guard, known, StandardTypes::dialog());
+    known = trackWidgetAs<QToolBar, QtToolBarObserver>(guard, known, StandardTypes::toolBar());
+    if (known != nullptr) {
         return known;
     }
     UIElement* const generic = createGenericElement(widget, StandardType());
@@ -156,27 +161,30 @@ UIElement* QtWidgetsCoverageTracker::trackWidget(QObject* widget) {
 }
 
 template <class Widget, class Observer>
-UIElement* QtWidgetsCoverageTracker::trackWidgetAs(QObject* widget,
+UIElement* QtWidgetsCoverageTracker::trackWidgetAs(const QPointer<QObject>& widget,
+                                                   UIElement* known,
                                                    const StandardType& standardType) {
-    auto* const matching = qobject_cast<Widget*>(widget);
+    auto* const matching = qobject_cast<Widget*>(widget.data());
     if (matching == nullptr) {
-        return nullptr;
+        return known;
     }
-    UIElement* tracked = element(widget);
+    UIElement* tracked = known;
     if (tracked == nullptr) {
         tracked = makeElement(widget, standardType);
         tracked->registerEvent(Events::shown());
         elementStore().addMapping(widget, tracked);
         connectToParent(widget);
+        if (widget.isNull()) {
+            return tracked;
+        }
     }
     // Announced each time, also when nothing changes.
-    tracked->setTransparentNode(tracked->isTransparentNode() && !isVisible(widget));
-    if (!isVisible(widget) || m_observers.hasObserver(tracked)) {
+    tracked->setTransparentNode(tracked->isTransparentNode() && !matching->isVisible());
+    if (!matching->isVisible() || m_observers.hasObserver(tracked)) {
         return tracked;
     }
     auto* const observer = new Observer(matching, tracked, this);
     if (observer->observedObject() == nullptr) {
-        // Laying a menu out ran the application's style, and the widget did not survive it.
         delete observer;
     } else {
         m_observers.addObserver(tracked, observer);
@@ -211,10 +219,15 @@ void QtWidgetsCoverageTracker::connectToParent(QObject* object) {
 
 void QtWidgetsCoverageTracker::trackChildWidgets(QWidget* widget) {
     UIElement* const parentElement = element(widget);
-    const QObjectList children = widget->children();
-    for (QObject* object : children) {
-        auto* const child = qobject_cast<QWidget*>(object);
-        if (child == nullptr) {
+    // Guards: tracking one child may run code that deletes the next.
+    QVector<QPointer<QWidget>> children;
+    for (QObject* object : widget->children()) {
+        if (auto* const child = qobject_cast<QWidget*>(object)) {
+            children.append(child);
+        }
+    }
+    for (const QPointer<QWidget>& child : qAsConst(children)) {
+        if (child.isNull()) {
             continue;
         }
         const QByteArray name = child->objectName().toLocal8Bit();
@@ -229,7 +242,9 @@ void QtWidgetsCoverageTracker::trackChildWidgets(QWidget* widget) {
                 parentElement->addChild(childElement);
             }
         }
-        trackChildWidgets(child);
+        if (!child.isNull()) {
+            trackChildWidgets(child);
+        }
     }
 }
 

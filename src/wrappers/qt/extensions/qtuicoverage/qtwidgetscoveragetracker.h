@@ -4,6 +4,7 @@
 #include "uicoveragetracker.h"
 
 #include <QObject>
+#include <QPointer>
 
 QT_BEGIN_NAMESPACE
 class QEvent;
@@ -47,7 +48,8 @@ public:
 
 private:
     template <class Widget, class Observer>
-    UIAbstraction::UIElement* trackWidgetAs(QObject* widget,
+    UIAbstraction::UIElement* trackWidgetAs(const QPointer<QObject>& widget,
+                                            UIAbstraction::UIElement* known,
                                             const UIAbstraction::StandardType& standardType);
     void handlePress(QObject* object, const QMouseEvent* event);
     void handleShow(QWidget* widget);
