@@ -92,6 +92,7 @@ private Q_SLOTS:
     void refusesUnsoundPictures();
     void refusesSizesThatTheBytesCannotHold_data();
     void refusesSizesThatTheBytesCannotHold();
+    void takesAsManyPixelsAsAreAllowed();
     void takesPicturesThatCompressWell_data();
     void takesPicturesThatCompressWell();
 };
@@ -205,6 +206,13 @@ void tst_PngReader::refusesSizesThatTheBytesCannotHold() {
     QVERIFY(read(bytes).isNull());
     // The decoder, which says so when it runs out of pixels, was not asked at all.
     QCOMPARE(capture.take(), QByteArray());
+}
+
+void tst_PngReader::takesAsManyPixelsAsAreAllowed() {
+    constexpr int side = 8192;
+    static_assert(qint64{side} * side == maximumImagePixels);
+    QCOMPARE(read(blank(side, side, QImage::Format_Mono)).size(), QSize(side, side));
+    QVERIFY(read(blank(side, side + 1, QImage::Format_Mono)).isNull());
 }
 
 void tst_PngReader::takesPicturesThatCompressWell_data() {
