@@ -133,6 +133,10 @@ void TestWidgetsExamples::checkBoxesAreChecked() {
 void TestWidgetsExamples::lineEditsAreTypedInto() {
     GuiSession session(m_server, example("widgets/lineedits/lineedits"));
     QVERIFY(session.focusWindowOf(textInput()));
+void TestWidgetsExamples::aTabDialogIsFilledIn() {
+    GuiSession session(m_server, example("dialogs/tabdialog/tabdialog"),
+                       {QStringLiteral("notes.txt")});
+    QVERIFY(session.focusWindowOf(button("OK")));
     QVERIFY(session.click(textInput()));
     m_server.type(QStringLiteral("ab"));
     QVERIFY(session.waitForUsage(textInput(), QStringLiteral("textEdited"), 2));
