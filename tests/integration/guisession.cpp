@@ -109,7 +109,6 @@ QRect GuiSession::placeOnScreen(const UIElement& element) const {
     }
     const QRect rectangle =
         &element == &top ? QRect(QPoint(), window.size()) : element.geometry().rect();
-        &element == &top ? QRect(QPoint(), it->place.size()) : element.geometry().rect();
     return rectangle.translated(origin);
 }
 
@@ -132,12 +131,6 @@ bool GuiSession::focusWindowOf(const Name& name) {
     const UIElement& top = topLevelOf(*find(name));
     const XServer::Window window = m_server.windowOf(top.geometry().rect().size(), top.text());
     if (window.place.isNull()) {
-    const QSize size = topLevelOf(*find(name)).geometry().rect().size();
-    const QList<XServer::Window> windows = m_server.visibleWindows();
-    const auto it = std::find_if(windows.crbegin(), windows.crend(), [&size](const auto& window) {
-        return window.place.size() == size;
-    });
-    if (it == windows.crend()) {
         return false;
     }
     m_server.focus(window);

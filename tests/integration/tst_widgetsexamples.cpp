@@ -84,7 +84,8 @@ void TestWidgetsExamples::anAboutBoxIsOpenedAndClosed() {
     GuiSession session(m_server, example("mainwindows/application/application"));
     QVERIFY(session.click(menuItem("Help")));
     QVERIFY(session.click(menuItem("About")));
-    // A message box finds its size after it was shown, so its button is not where it was: by keyboard.
+    // A message box finds its size after it was shown, so its button is not where it was: by
+    // keyboard.
     QVERIFY(session.focusWindowOf(dialog("About Application")));
     m_server.press(QStringLiteral("Return"));
     QVERIFY(session.waitForUsage(button("OK"), clicked, 1));
@@ -133,10 +134,6 @@ void TestWidgetsExamples::checkBoxesAreChecked() {
 void TestWidgetsExamples::lineEditsAreTypedInto() {
     GuiSession session(m_server, example("widgets/lineedits/lineedits"));
     QVERIFY(session.focusWindowOf(textInput()));
-void TestWidgetsExamples::aTabDialogIsFilledIn() {
-    GuiSession session(m_server, example("dialogs/tabdialog/tabdialog"),
-                       {QStringLiteral("notes.txt")});
-    QVERIFY(session.focusWindowOf(button("OK")));
     QVERIFY(session.click(textInput()));
     m_server.type(QStringLiteral("ab"));
     QVERIFY(session.waitForUsage(textInput(), QStringLiteral("textEdited"), 2));

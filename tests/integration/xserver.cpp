@@ -57,13 +57,6 @@ QList<XServer::Window> XServer::visibleWindows() const {
             windows.append({id, match.captured(5).trimmed(),
                             QRect(match.captured(1).toInt(), match.captured(2).toInt(),
                                   match.captured(3).toInt(), match.captured(4).toInt())});
-        const auto match = pattern.match(
-            id.isEmpty()
-                ? QString()
-                : xdotool({QStringLiteral("getwindowgeometry"), QStringLiteral("--shell"), id}));
-        if (match.hasMatch()) {
-            windows.append({id, QRect(match.captured(1).toInt(), match.captured(2).toInt(),
-                                      match.captured(3).toInt(), match.captured(4).toInt())});
         }
     }
     return windows;
