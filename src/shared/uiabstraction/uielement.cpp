@@ -7,6 +7,7 @@
 #include <QUuid>
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace Vorsk {
@@ -169,7 +170,8 @@ void UIElement::increaseUsage(const UIEvent& event) {
     // The look-up makes the event known, so that setUsage() has nothing to warn about: a use of an
     // event that nobody registered is counted in silence, and that is intended.
     const int usage = m_usage[event];
-    setUsage(event, usage + 1);
+    // A count that was read from a stream can be as large as there is.
+    setUsage(event, usage < std::numeric_limits<int>::max() ? usage + 1 : usage);
 }
 
 void UIElement::increaseUsageOfChildren(const UIEvent& event) {

@@ -95,7 +95,7 @@ public:
      */
     void setUsage(const UIEvent& event, int usage);
 
-    /** One use more. An unregistered event becomes known without a word. */
+    /** One use more, up to the largest int. An unregistered event becomes known without a word. */
     void increaseUsage(const UIEvent& event);
 
     /** One use more for each direct child, in order; not for this element, not deeper. */

@@ -21,8 +21,9 @@ std::string formatMessage(const char* format, va_list arguments) Q_ATTRIBUTE_FOR
 
 std::string formatMessage(const char* format, va_list arguments) {
     char buffer[maximumLength + 1] = {};
-    std::vsnprintf(buffer, sizeof buffer, format, arguments);
-    return std::string(buffer);
+    // Longer messages are cut without notice.
+    (void)std::vsnprintf(buffer, sizeof buffer, format, arguments);
+    return buffer;
 }
 
 /** Asked for anew with every message: the host may exchange its logger. */

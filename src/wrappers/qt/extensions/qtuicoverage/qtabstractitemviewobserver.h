@@ -2,9 +2,10 @@
 
 #include "qtwidgetobserver.h"
 
+#include <QModelIndex>
+
 QT_BEGIN_NAMESPACE
 class QAbstractItemView;
-class QModelIndex;
 QT_END_NAMESPACE
 
 namespace Vorsk {

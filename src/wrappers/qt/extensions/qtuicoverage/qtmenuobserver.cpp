@@ -52,7 +52,7 @@ void QtMenuObserver::addActionToObserve(QAction* action) {
 void QtMenuObserver::actionDestroyed(QObject* object) {
     // By the time an action says that it is destroyed it is no QAction any more, so the cast fails
     // and its address stays observed: intended, addresses are only compared.
-    if (QAction* const action = qobject_cast<QAction*>(object)) {
+    if (auto* const action = qobject_cast<QAction*>(object)) {
         m_items.removeObserved(action);
     }
 }

@@ -26,7 +26,7 @@ namespace {
  */
 std::vector<QPointer<QQuickItem>> guardedChildren(const QQuickItem* item) {
     const QList<QQuickItem*> children = item->childItems();
-    return std::vector<QPointer<QQuickItem>>(children.cbegin(), children.cend());
+    return {children.cbegin(), children.cend()};
 }
 
 UIElement* makeElement(const QObject* object, const StandardType& standardType) {

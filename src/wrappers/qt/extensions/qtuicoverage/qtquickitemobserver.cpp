@@ -62,7 +62,7 @@ bool QtQuickItemObserver::hasProperty(const char* name) const {
 }
 
 QVariant QtQuickItemObserver::readProperty(const char* name) const {
-    const QVariant value = item()->property(name);
+    QVariant value = item()->property(name);
     if (!value.isValid()) {
         logWarning("Invalid property: '%s'", name);
     }

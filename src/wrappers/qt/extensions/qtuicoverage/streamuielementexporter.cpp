@@ -85,11 +85,11 @@ void StreamUIElementExporter::exportRecord(RecordKind kind, const UIElement* ele
         stream << element->id();
         (stream << ... << items);
     }
-    deliver(std::move(record));
+    deliver(record);
 }
 
-void StreamUIElementExporter::deliver(Record record) {
-    m_pending.enqueue(std::move(record));
+void StreamUIElementExporter::deliver(const Record& record) {
+    m_pending.enqueue(record);
     // The hook is looked at anew for every message: the host may make it, or take it away, at any
     // time.
     while (Hook::hook != nullptr && !m_pending.isEmpty()) {

@@ -52,7 +52,7 @@ private:
     template <class... Items>
     void exportRecord(UIAbstraction::RecordKind kind, const UIAbstraction::UIElement* element,
                       const Items&... items);
-    void deliver(Record record);
+    void deliver(const Record& record);
 
     QQueue<Record> m_pending;
 };

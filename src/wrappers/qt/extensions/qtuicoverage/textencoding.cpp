@@ -19,16 +19,15 @@ std::string convertEncoding(std::string input, const char* fromCode, const char*
     if (input.empty()) {
         return {};
     }
-    const iconv_t converter = iconv_open(toCode, fromCode);
-    // NOLINTNEXTLINE(performance-no-int-to-ptr, cppcoreguidelines-pro-type-cstyle-cast): libc's own
-    // sign of failure
-    if (converter == (iconv_t)-1) {
+    iconv_t converter = iconv_open(toCode, fromCode);
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): libc's own sign of failure
+    if (converter == reinterpret_cast<iconv_t>(-1)) {
         std::perror("iconv_open");
         return {};
     }
     std::string output(input.size() * outputBytesPerInputByte, '\0');
-    char* in = &input[0];
-    char* out = &output[0];
+    char* in = input.data();
+    char* out = output.data();
     std::size_t inLeft = input.size();
     std::size_t outLeft = output.size();
     const std::size_t converted = iconv(converter, &in, &inLeft, &out, &outLeft);

@@ -1,0 +1,49 @@
+#include "vorskstarterplugin.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QLoggingCategory>
+
+#include <dlfcn.h>
+
+namespace VorskHost {
+
+namespace {
+
+Q_LOGGING_CATEGORY(starterLog, "vorsk.host")
+
+using StartFunction = void (*)();
+
+/** The wrapper of the same build or installation as this plugin, whatever the search path says. */
+QString wrapperPath() {
+    Dl_info self{};
+    dladdr(reinterpret_cast<void*>(&wrapperPath), &self);
+    const QFileInfo plugin(QFile::decodeName(self.dli_fname));
+    return QDir(plugin.absolutePath())
+        .absoluteFilePath(QStringLiteral("../../libvorskqtwrapper.so"));
+}
+
+void startWrapper() {
+    const QString path = QDir::cleanPath(wrapperPath());
+    void* handle = dlopen(QFile::encodeName(path).constData(), RTLD_NOW);
+    void* entry = handle == nullptr ? nullptr : dlsym(handle, "vorsk_qtwrapper_start");
+    if (entry == nullptr) {
+        qCWarning(starterLog).noquote().nospace()
+            << "wrapper-not-loadable: cannot load " << path << ": " << dlerror()
+            << "; nothing is recorded, install the host libraries anew";
+        return;
+    }
+    reinterpret_cast<StartFunction>(entry)();
+}
+
+} // namespace
+
+QObject* VorskStarterPlugin::create(const QString&, const QString&) {
+    if (!qEnvironmentVariableIsEmpty("VORSK_OPTIONS_FILE")) {
+        startWrapper();
+    }
+    return new QObject;
+}
+
+} // namespace VorskHost

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <vorsk/argumentlist.h>
+#include <vorsk/global.h>
+
+#include <QByteArray>
+#include <QPair>
+#include <QString>
+#include <QVector>
+
+#include <recordingformat/recordingformat.h>
+
+namespace VorskHost {
+
+/** Keys and values of the Process frame, in the order in which they are written. */
+using ProcessInfo = QVector<QPair<QString, QString>>;
+
+/**
+ * Makes the bytes of a recording: the file header and whole frames. Knows nothing of files.
+ * The time is always in microseconds since the recording was opened.
+ */
+namespace FrameBuilder {
+
+VORSK_HOST_EXPORT QByteArray header();
+VORSK_HOST_EXPORT QByteArray processFrame(quint64 time, const ProcessInfo& info);
+/** Null when there are more than 255 arguments or when the frame would be too long. */
+VORSK_HOST_EXPORT QByteArray messageFrame(quint64 time, int channel, const QString& name,
+                                          const Vorsk::ArgumentList& args);
+VORSK_HOST_EXPORT QByteArray logFrame(quint64 time, RecordingFormat::Severity severity,
+                                      const QString& text);
+VORSK_HOST_EXPORT QByteArray endFrame(quint64 time, quint64 messages);
+
+} // namespace FrameBuilder
+
+} // namespace VorskHost

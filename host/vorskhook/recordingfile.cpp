@@ -1,0 +1,174 @@
+#include "vorskhook/recordingfile.h"
+
+#include <QFile>
+
+#include <cerrno>
+#include <csignal>
+#include <ctime>
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace VorskHost {
+
+namespace {
+
+constexpr int highestOrdinal = 1000;
+
+int createExclusively(const QString& path) {
+    int descriptor = -1;
+    do {
+        descriptor = ::open(QFile::encodeName(path).constData(),
+                            O_WRONLY | O_CREAT | O_EXCL | O_APPEND | O_CLOEXEC | O_NOFOLLOW, 0600);
+    } while (descriptor < 0 && errno == EINTR);
+    return descriptor;
+}
+
+/** The path number n to try: the one asked for, then names with the process in them. */
+QString candidate(const QString& path, int ordinal) {
+    if (ordinal == 0) {
+        return path;
+    }
+    const QString suffix = QStringLiteral(".uirec");
+    QString stem = path.endsWith(suffix) ? path.chopped(suffix.size()) : path;
+    stem += QLatin1Char('-') + QString::number(::getpid());
+    if (ordinal > 1) {
+        stem += QLatin1Char('-') + QString::number(ordinal);
+    }
+    return stem + suffix;
+}
+
+/**
+ * While it lives, a write beyond the file size limit fails instead of ending the application by
+ * SIGXFSZ. Costs nothing but a look where there is no limit, as is usual.
+ */
+class FileSizeSignalGuard {
+public:
+    FileSizeSignalGuard() {
+        rlimit limit{};
+        m_active = getrlimit(RLIMIT_FSIZE, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY;
+        if (!m_active) {
+            return;
+        }
+        sigemptyset(&m_signal);
+        sigaddset(&m_signal, SIGXFSZ);
+        sigset_t pending;
+        sigpending(&pending);
+        m_wasPending = sigismember(&pending, SIGXFSZ) == 1;
+        pthread_sigmask(SIG_BLOCK, &m_signal, &m_previous);
+    }
+
+    ~FileSizeSignalGuard() {
+        if (!m_active) {
+            return;
+        }
+        const int error = errno;
+        if (!m_wasPending) {
+            const timespec noWait{};
+            while (sigtimedwait(&m_signal, nullptr, &noWait) < 0 && errno == EINTR) {
+            }
+        }
+        pthread_sigmask(SIG_SETMASK, &m_previous, nullptr);
+        errno = error;
+    }
+
+    Q_DISABLE_COPY(FileSizeSignalGuard)
+
+private:
+    bool m_active = false;
+    bool m_wasPending = false;
+    sigset_t m_signal{};
+    sigset_t m_previous{};
+};
+
+} // namespace
+
+RecordingFile::~RecordingFile() {
+    close();
+}
+
+bool RecordingFile::create(const QString& path) {
+    close();
+    m_path.clear();
+    m_error.clear();
+    m_size = 0;
+    for (int ordinal = 0; m_descriptor < 0; ++ordinal) {
+        const QString name = candidate(path, ordinal);
+        m_descriptor = createExclusively(name);
+        if (m_descriptor >= 0) {
+            m_path = name;
+        } else if (errno != EEXIST || ordinal == highestOrdinal) {
+            m_error = qt_error_string(errno);
+            return false;
+        }
+    }
+    m_owner = ::getpid();
+    struct stat status {};
+    ::fstat(m_descriptor, &status);
+    m_device = status.st_dev;
+    m_inode = status.st_ino;
+    return true;
+}
+
+bool RecordingFile::append(const QByteArray& bytes) {
+    if (!isOpen()) {
+        return false;
+    }
+    if (!isStillOurs()) {
+        m_error = QStringLiteral("its file was closed by the application");
+        // The number may belong to a file of the application by now.
+        m_descriptor = -1;
+        return false;
+    }
+    const int error = writeAll(bytes.constData(), static_cast<size_t>(bytes.size()));
+    if (error == 0) {
+        m_size += bytes.size();
+        return true;
+    }
+    m_error = qt_error_string(error);
+    // What a cut that fails leaves behind is a torn last frame, which readers expect.
+    if (::ftruncate(m_descriptor, static_cast<off_t>(m_size)) != 0) {
+        m_error += QStringLiteral("; the last frame is torn");
+    }
+    close();
+    return false;
+}
+
+void RecordingFile::close() {
+    if (m_descriptor >= 0 && isStillOurs()) {
+        ::close(m_descriptor);
+    }
+    m_descriptor = -1;
+}
+
+bool RecordingFile::isOpen() const {
+    return m_descriptor >= 0 && m_owner == ::getpid();
+}
+
+bool RecordingFile::isStillOurs() const {
+    struct stat status {};
+    return ::fstat(m_descriptor, &status) == 0 && status.st_dev == m_device &&
+           status.st_ino == m_inode;
+}
+
+/** Zero, or the error number that stopped it. */
+int RecordingFile::writeAll(const char* data, size_t length) {
+    const FileSizeSignalGuard guard;
+    const WriteFunction function = m_write != nullptr ? m_write : ::write;
+    while (length > 0) {
+        const ssize_t written = function(m_descriptor, data, length);
+        if (written > 0) {
+            data += written;
+            length -= static_cast<size_t>(written);
+        } else if (written == 0) {
+            return ENOSPC;
+        } else if (errno != EINTR) {
+            return errno;
+        }
+    }
+    return 0;
+}
+
+} // namespace VorskHost

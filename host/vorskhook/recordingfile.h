@@ -1,0 +1,66 @@
+#pragma once
+
+#include <vorsk/global.h>
+
+#include <QByteArray>
+#include <QString>
+
+#include <sys/types.h>
+
+namespace VorskHost {
+
+/**
+ * The file under a recording: made new and private, appended to, never overwritten. It belongs to
+ * the process that made it; a child made by fork() can neither write to it nor end it.
+ *
+ * A foreign program may close our descriptor and open a file of its own under the same number.
+ * Before each write the descriptor is therefore checked to be still the file that was made here.
+ */
+class VORSK_HOST_EXPORT RecordingFile {
+public:
+    using WriteFunction = ssize_t (*)(int, const void*, size_t);
+
+    RecordingFile() = default;
+    ~RecordingFile();
+    Q_DISABLE_COPY(RecordingFile)
+
+    /**
+     * Makes the file at path or, when something of that name exists, at `<stem>-<pid>.uirec`
+     * beside it (then `-2`, `-3`, ... behind the pid). False when it cannot be made.
+     */
+    bool create(const QString& path);
+
+    /**
+     * Appends all bytes. On failure the file is cut back to the length that it had before and
+     * closed, and errorString() says why.
+     */
+    bool append(const QByteArray& bytes);
+
+    void close();
+
+    /** True in the process that made the file, until the file is closed. */
+    bool isOpen() const;
+    /** The path that was chosen; stays known when the file is closed. */
+    QString path() const { return m_path; }
+    /** Bytes in the file. */
+    qint64 size() const { return m_size; }
+    QString errorString() const { return m_error; }
+
+    /** For tests: what is called in place of write(2). */
+    void setWriteFunction(WriteFunction function) { m_write = function; }
+
+private:
+    bool isStillOurs() const;
+    int writeAll(const char* data, size_t length);
+
+    int m_descriptor = -1;
+    pid_t m_owner = 0;
+    dev_t m_device = 0;
+    ino_t m_inode = 0;
+    qint64 m_size = 0;
+    QString m_path;
+    QString m_error;
+    WriteFunction m_write = nullptr;
+};
+
+} // namespace VorskHost

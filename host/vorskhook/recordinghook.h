@@ -1,0 +1,34 @@
+#pragma once
+
+#include "vorskhook/recordingwriter.h"
+
+#include <vorsk/hook.h>
+
+namespace VorskHost {
+
+/**
+ * The stand-in's hook: what is sent goes into a recording. The wrapper makes the one object when
+ * it starts and never destroys it, because extensions send until the process is gone.
+ */
+class VORSK_HOST_EXPORT RecordingHook final : public Vorsk::Hook {
+public:
+    /**
+     * Opens the recording and puts the hook where extensions find it (Vorsk::Hook::hook). Null when
+     * the recording cannot be made. A second call gives the hook of the first.
+     */
+    static RecordingHook* start(const QString& path, const ProcessInfo& info);
+
+    /** The hook that start() made; null before. */
+    static RecordingHook* instance();
+
+    RecordingWriter& writer() { return m_writer; }
+
+private:
+    RecordingHook();
+    ~RecordingHook() = default;
+    Q_DISABLE_COPY(RecordingHook)
+
+    RecordingWriter m_writer;
+};
+
+} // namespace VorskHost

@@ -1,0 +1,102 @@
+#include "vorskhook/recordingwriter.h"
+
+#include "vorskhook/hostlogging.h"
+
+#include <QFile>
+
+namespace VorskHost {
+
+namespace {
+
+/** Bytes of log lines that are worth a write of their own. */
+constexpr int logFlushSize = 64 * 1024;
+
+} // namespace
+
+bool RecordingWriter::open(const QString& path, const ProcessInfo& info) {
+    m_waitingLogs.clear();
+    m_messages = 0;
+    m_refusalReported = false;
+    m_start = std::chrono::steady_clock::now();
+    if (!m_file.create(path)) {
+        reportProblem(QStringLiteral("recording-not-made: cannot make the recording %1: %2; "
+                                     "nothing is recorded, check that its folder exists and can "
+                                     "be written")
+                          .arg(path, m_file.errorString()));
+        return false;
+    }
+    if (!write(FrameBuilder::header() + FrameBuilder::processFrame(0, info))) {
+        QFile::remove(m_file.path());
+        return false;
+    }
+    return true;
+}
+
+bool RecordingWriter::appendMessage(int channel, const QString& name,
+                                    const Vorsk::ArgumentList& args) {
+    if (!m_file.isOpen()) {
+        return false;
+    }
+    const QByteArray frame = FrameBuilder::messageFrame(elapsed(), channel, name, args);
+    if (frame.isNull()) {
+        if (!m_refusalReported) {
+            m_refusalReported = true;
+            reportProblem(QStringLiteral("message-refused: a message named %1 is larger than a "
+                                         "recording can hold and was left out; take no "
+                                         "screenshots of contents of that size")
+                              .arg(name));
+        }
+        return false;
+    }
+    if (!write(m_waitingLogs.isEmpty() ? frame : m_waitingLogs + frame)) {
+        return false;
+    }
+    m_waitingLogs.clear();
+    ++m_messages;
+    return true;
+}
+
+void RecordingWriter::appendLog(RecordingFormat::Severity severity, const QString& text) {
+    if (!m_file.isOpen()) {
+        return;
+    }
+    m_waitingLogs += FrameBuilder::logFrame(elapsed(), severity, text);
+    if (m_waitingLogs.size() >= logFlushSize) {
+        write(m_waitingLogs);
+        m_waitingLogs.clear();
+    }
+}
+
+void RecordingWriter::close() {
+    if (!m_file.isOpen()) {
+        return;
+    }
+    if (write(m_waitingLogs + FrameBuilder::endFrame(elapsed(), m_messages))) {
+        m_waitingLogs.clear();
+        m_file.close();
+    }
+}
+
+void RecordingWriter::setWriteFunction(RecordingFile::WriteFunction function) {
+    m_file.setWriteFunction(function);
+}
+
+quint64 RecordingWriter::elapsed() const {
+    const auto time = std::chrono::steady_clock::now() - m_start;
+    return static_cast<quint64>(
+        std::chrono::duration_cast<std::chrono::microseconds>(time).count());
+}
+
+bool RecordingWriter::write(const QByteArray& bytes) {
+    if (m_file.append(bytes)) {
+        return true;
+    }
+    m_waitingLogs.clear();
+    reportProblem(QStringLiteral("recording-ended: cannot write to the recording %1: %2; it ends "
+                                 "here and the application goes on, make room or choose another "
+                                 "place")
+                      .arg(m_file.path(), m_file.errorString()));
+    return false;
+}
+
+} // namespace VorskHost

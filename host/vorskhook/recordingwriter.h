@@ -1,0 +1,65 @@
+#pragma once
+
+#include "vorskhook/framebuilder.h"
+#include "vorskhook/recordingfile.h"
+
+#include <chrono>
+
+namespace VorskHost {
+
+/**
+ * Writes one recording, from the header to the End frame. Owned by RecordingHook; used on the GUI
+ * thread, from the moment the wrapper has started until the process exits.
+ *
+ * What cannot be written any more ends the recording: one warning, and from then on every
+ * operation does nothing and returns false. The application is never disturbed.
+ */
+class VORSK_HOST_EXPORT RecordingWriter {
+public:
+    RecordingWriter() = default;
+    /** Does not write the End frame: a recording that nobody closed did not end in order. */
+    ~RecordingWriter() = default;
+    Q_DISABLE_COPY(RecordingWriter)
+
+    /**
+     * Makes the recording at path, or beside it when path exists (see RecordingFile), and writes
+     * the header and the Process frame. False with a warning when that fails.
+     */
+    bool open(const QString& path, const ProcessInfo& info);
+
+    /**
+     * Appends one message with a single write(2), so that it outlives the process whatever happens
+     * to it. False when it is not in the recording.
+     */
+    bool appendMessage(int channel, const QString& name, const Vorsk::ArgumentList& args);
+
+    /**
+     * Takes one log line. It is written together with the next message, at close(), or when many
+     * lines have gathered: log lines come in floods and are not worth a write each.
+     */
+    void appendLog(RecordingFormat::Severity severity, const QString& text);
+
+    /** Ends the recording in order, with the End frame. Does nothing when it has ended already. */
+    void close();
+
+    bool isOpen() const { return m_file.isOpen(); }
+    QString path() const { return m_file.path(); }
+    /** Bytes in the file, without log lines that still wait. */
+    qint64 bytesWritten() const { return m_file.size(); }
+    quint64 messagesWritten() const { return m_messages; }
+
+    /** For tests: what is called in place of write(2). */
+    void setWriteFunction(RecordingFile::WriteFunction function);
+
+private:
+    quint64 elapsed() const;
+    bool write(const QByteArray& bytes);
+
+    RecordingFile m_file;
+    QByteArray m_waitingLogs;
+    std::chrono::steady_clock::time_point m_start;
+    quint64 m_messages = 0;
+    bool m_refusalReported = false;
+};
+
+} // namespace VorskHost

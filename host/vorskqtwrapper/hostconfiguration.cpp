@@ -1,0 +1,166 @@
+#include "vorskqtwrapper/hostconfiguration.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSettings>
+
+#include <algorithm>
+
+namespace VorskHost {
+
+namespace {
+
+const QString hostSection = QStringLiteral("host");
+const QString optionsSection = QStringLiteral("options");
+const QString extensionKey = QStringLiteral("extension");
+const QString recordingKey = QStringLiteral("recording");
+const QString sessionKey = QStringLiteral("session");
+
+QStringList knownKeys(const QString& section) {
+    if (section == hostSection) {
+        return {extensionKey, recordingKey, sessionKey};
+    }
+    return {QStringLiteral("enabled"), QStringLiteral("qtwidgets"), QStringLiteral("qtquick"),
+            QStringLiteral("takeScreenshotsOfElements")};
+}
+
+/** Insertions, removals and replacements that make one text of the other, ignoring case. */
+int editDistance(const QString& left, const QString& right) {
+    std::vector<int> row(static_cast<size_t>(right.size()) + 1);
+    for (size_t column = 0; column < row.size(); ++column) {
+        row[column] = static_cast<int>(column);
+    }
+    for (int line = 0; line < left.size(); ++line) {
+        int diagonal = row[0];
+        row[0] = line + 1;
+        for (int column = 0; column < right.size(); ++column) {
+            const auto index = static_cast<size_t>(column);
+            const bool equal = left[line].toCaseFolded() == right[column].toCaseFolded();
+            const int replaced = diagonal + (equal ? 0 : 1);
+            diagonal = row[index + 1];
+            row[index + 1] = std::min({replaced, row[index] + 1, row[index + 1] + 1});
+        }
+    }
+    return row.back();
+}
+
+QString nearest(const QString& text, const QStringList& choices) {
+    return *std::min_element(choices.begin(), choices.end(),
+                             [&text](const QString& left, const QString& right) {
+                                 return editDistance(text, left) < editDistance(text, right);
+                             });
+}
+
+QString unknownSection(const QString& section) {
+    const QString found = section.isEmpty()
+                              ? QStringLiteral("a key stands outside any section")
+                              : QStringLiteral("there is no section [%1]").arg(section);
+    return QStringLiteral("%1; known sections are [host] and [options]").arg(found);
+}
+
+QString unknownKey(const QString& section, const QString& key) {
+    return QStringLiteral("[%1] has no key \"%2\"; the nearest known one is \"%3\"")
+        .arg(section, key, nearest(key, knownKeys(section)));
+}
+
+/** The values of an INI entry; an entry with nothing behind the sign of equality has none. */
+QStringList valuesOf(const QSettings& settings, const QString& path) {
+    const QStringList values = settings.value(path).toStringList();
+    return values == QStringList(QString()) ? QStringList() : values;
+}
+
+/** Empty when the file can be read and every key in it is known. */
+QString faultOf(const QString& file, QSettings& settings) {
+    const QFileInfo info(file);
+    if (!info.exists()) {
+        return QStringLiteral("options-unreadable: there is no options file %1").arg(file);
+    }
+    const QStringList keys = settings.allKeys();
+    if (!info.isFile() || settings.status() == QSettings::AccessError) {
+        return QStringLiteral("options-unreadable: the options file %1 cannot be read").arg(file);
+    }
+    if (settings.status() != QSettings::NoError) {
+        return QStringLiteral("options-malformed: the options file %1 is not an INI file")
+            .arg(file);
+    }
+    for (const QString& path : keys) {
+        const QString section =
+            path.contains(QLatin1Char('/')) ? path.section(QLatin1Char('/'), 0, 0) : QString();
+        const QString key = path.section(QLatin1Char('/'), 1);
+        if (section != hostSection && section != optionsSection) {
+            return QStringLiteral("options-unknown: the options file %1: %2")
+                .arg(file, unknownSection(section));
+        }
+        if (!knownKeys(section).contains(key)) {
+            return QStringLiteral("options-unknown: the options file %1: %2")
+                .arg(file, unknownKey(section, key));
+        }
+        if (section == hostSection && key != extensionKey && valuesOf(settings, path).size() > 1) {
+            return QStringLiteral("options-malformed: the options file %1 has several values for "
+                                  "\"%2\"; a text with a comma needs quotation marks")
+                .arg(file, key);
+        }
+    }
+    return {};
+}
+
+const QString consequence = QStringLiteral("; nothing is recorded, ");
+
+} // namespace
+
+QString HostConfiguration::fileFromEnvironment() {
+    return qEnvironmentVariable("VORSK_OPTIONS_FILE");
+}
+
+HostConfiguration HostConfiguration::read(const QString& file) {
+    HostConfiguration result;
+    QSettings settings(file, QSettings::IniFormat);
+    settings.setIniCodec("UTF-8");
+    const QString fault = faultOf(file, settings);
+    if (!fault.isEmpty()) {
+        result.m_error =
+            fault + consequence + QStringLiteral("set VORSK_OPTIONS_FILE to a sound options file");
+        return result;
+    }
+    const QStringList keys = settings.allKeys();
+    for (const QString& path : keys) {
+        result.take(path.section(QLatin1Char('/'), 0, 0), path.section(QLatin1Char('/'), 1),
+                    valuesOf(settings, path));
+    }
+    result.check(file);
+    return result;
+}
+
+void HostConfiguration::take(const QString& section, const QString& key,
+                             const QStringList& values) {
+    if (section == optionsSection) {
+        std::vector<std::string>& option = m_options[key.toStdString()];
+        for (const QString& value : values) {
+            option.push_back(value.toStdString());
+        }
+    } else if (key == extensionKey) {
+        for (const QString& value : values) {
+            m_extensions.append(QDir::current().absoluteFilePath(value));
+        }
+    } else if (key == recordingKey && !values.isEmpty()) {
+        m_recording = QDir::current().absoluteFilePath(values.first());
+    } else if (key == sessionKey && !values.isEmpty()) {
+        m_session = values.first();
+    }
+}
+
+void HostConfiguration::check(const QString& file) {
+    QString missing;
+    if (m_extensions.isEmpty()) {
+        missing = extensionKey;
+    } else if (m_recording.isEmpty()) {
+        missing = recordingKey;
+    }
+    if (!missing.isEmpty()) {
+        m_error = QStringLiteral("options-incomplete: the options file %1 has no value for "
+                                 "\"%2\" in [host]%3add one")
+                      .arg(file, missing, consequence);
+    }
+}
+
+} // namespace VorskHost

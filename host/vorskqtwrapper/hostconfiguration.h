@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace VorskHost {
+
+/**
+ * What the INI file named by the environment variable VORSK_OPTIONS_FILE says. A value; read once,
+ * when the wrapper starts.
+ *
+ *   [host]     extension (paths), recording (path), session (text, optional)
+ *   [options]  enabled, qtwidgets, qtquick, takeScreenshotsOfElements: handed to the extension
+ *
+ * Several values to a key are separated by commas. Unknown sections and keys are errors.
+ */
+class HostConfiguration {
+public:
+    using Options = std::map<std::string, std::vector<std::string>>;
+
+    /** The file that the environment names; empty when it names none. */
+    static QString fileFromEnvironment();
+
+    /** Reads a file. What is wrong with it is in errorString() of the result. */
+    static HostConfiguration read(const QString& file);
+
+    /** False when the file is of no use; nothing but errorString() means anything then. */
+    bool isValid() const { return m_error.isEmpty(); }
+    /** A short stable name, what is wrong, what to do. */
+    QString errorString() const { return m_error; }
+
+    /** Absolute paths, at least one. */
+    QStringList extensions() const { return m_extensions; }
+    /** Absolute path. */
+    QString recording() const { return m_recording; }
+    /** Null when none is given. */
+    QString session() const { return m_session; }
+    /** Only the keys that were given; a key without a value has an empty list. */
+    const Options& options() const { return m_options; }
+
+private:
+    void take(const QString& section, const QString& key, const QStringList& values);
+    void check(const QString& file);
+
+    QString m_error;
+    QStringList m_extensions;
+    QString m_recording;
+    QString m_session;
+    Options m_options;
+};
+
+} // namespace VorskHost

@@ -1,0 +1,133 @@
+#include "vorskqtwrapper/wrapper.h"
+
+#include "vorskhook/hostlogging.h"
+#include "vorskhook/recordinghook.h"
+#include "vorskqtwrapper/eventtap.h"
+#include "vorskqtwrapper/extensionlibrary.h"
+
+#include <vorsk/extension.h>
+
+#include <QDateTime>
+#include <QFile>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QLocale>
+#include <QUuid>
+
+#include <cstdlib>
+
+namespace VorskHost {
+
+namespace {
+
+Wrapper* theWrapper = nullptr;
+bool isStarted = false;
+
+ProcessInfo processInfo(const QString& session) {
+    namespace Key = RecordingFormat::Key;
+    const auto entry = [](const char* key, const QString& value) {
+        return qMakePair(QString::fromLatin1(key), value);
+    };
+    return {
+        entry(Key::application, QCoreApplication::applicationName()),
+        entry(Key::executable, QCoreApplication::applicationFilePath()),
+        entry(Key::pid, QString::number(QCoreApplication::applicationPid())),
+        entry(Key::run, QUuid::createUuid().toString().mid(1, 36)),
+        entry(Key::session, session),
+        entry(Key::qtVersion, QString::fromLatin1(qVersion())),
+        entry(Key::platform, QGuiApplication::platformName()),
+        entry(Key::locale, QLocale().name()),
+        entry(Key::architecture, QSysInfo::buildAbi()),
+        entry(Key::started, QDateTime::currentDateTimeUtc().toString(Qt::ISODate)),
+    };
+}
+
+std::vector<ExtensionLibrary> loadExtensions(const QStringList& paths) {
+    std::vector<ExtensionLibrary> loaded;
+    for (const QString& path : paths) {
+        const ExtensionLibrary library = ExtensionLibrary::load(path);
+        if (library.isLoaded()) {
+            loaded.push_back(library);
+        } else {
+            reportProblem(library.errorString());
+        }
+    }
+    return loaded;
+}
+
+} // namespace
+
+Wrapper::Wrapper(const HostConfiguration& configuration, RecordingWriter& writer)
+    : m_options(configuration.options())
+    , m_host(writer)
+    , m_context(EventTap::instance()) {}
+
+void Wrapper::start() {
+    if (isStarted) {
+        EventTap::instance().watch();
+        return;
+    }
+    const QString file = HostConfiguration::fileFromEnvironment();
+    if (file.isEmpty()) {
+        return;
+    }
+    isStarted = true;
+    const HostConfiguration configuration = HostConfiguration::read(file);
+    if (!configuration.isValid()) {
+        reportProblem(configuration.errorString());
+        return;
+    }
+    startConfigured(configuration);
+}
+
+void Wrapper::startConfigured(const HostConfiguration& configuration) {
+    // Extensions first: an application in which none can be loaded leaves no empty recording.
+    const std::vector<ExtensionLibrary> libraries = loadExtensions(configuration.extensions());
+    if (libraries.empty()) {
+        return;
+    }
+    RecordingHook* hook =
+        RecordingHook::start(configuration.recording(), processInfo(configuration.session()));
+    if (hook == nullptr) {
+        return;
+    }
+    theWrapper = new Wrapper(configuration, hook->writer());
+    // What is registered first runs last. The objects of the extensions are made in between.
+    std::atexit(closeRecording);
+    std::at_quick_exit(closeRecording);
+    for (const ExtensionLibrary& library : libraries) {
+        theWrapper->activate(library);
+    }
+    std::atexit(finishExtensions);
+    std::at_quick_exit(finishExtensions);
+}
+
+void Wrapper::activate(const ExtensionLibrary& library) {
+    Vorsk::Extension* extension = library.create(m_host);
+    if (extension == nullptr) {
+        reportProblem(QStringLiteral("extension-declined: init_extension of %1 gave no "
+                                     "extension; the application goes on without it, see what "
+                                     "that library needs")
+                          .arg(library.path()));
+        return;
+    }
+    const QByteArray path = QFile::encodeName(library.path());
+    extension->name = QFileInfo(library.path()).completeBaseName().toStdString();
+    extension->path.assign(path.constData(), static_cast<size_t>(path.size()));
+    extension->options = &m_options;
+    m_extensions.push_back(extension);
+    extension->initialize(&m_context);
+}
+
+void Wrapper::finishExtensions() {
+    for (Vorsk::Extension* extension : theWrapper->m_extensions) {
+        extension->finish();
+    }
+    theWrapper->m_extensions.clear();
+}
+
+void Wrapper::closeRecording() {
+    RecordingHook::instance()->writer().close();
+}
+
+} // namespace VorskHost

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "commands/command.h"
+#include "report/coveragecollector.h"
+#include "report/coveragetree.h"
+
+#include <QMap>
+#include <QString>
+#include <QStringList>
+
+namespace Uicov::Commands {
+
+/** uicov report: what was used, per window, over any number of recordings. */
+class ReportCommand : public Command {
+public:
+    ReportCommand();
+
+    CLI::App* declare(CLI::App& commands) override;
+    void setArguments(const std::vector<std::string>& unread,
+                      const std::vector<std::string>* literal) override;
+    int run(Console::Terminal& terminal) override;
+
+private:
+    void load(const QString& path, Console::Terminal& terminal);
+    QStringList notes() const;
+    int write(Console::Terminal& terminal);
+
+    std::vector<std::string> m_files;
+    std::string m_output = "-";
+    bool m_listsMissed = false;
+    bool m_listsWarnings = false;
+    bool m_isStrict = false;
+
+    Report::CoverageTree m_tree;
+    Report::CoverageCollector m_collector;
+    QMap<QString, quint64> m_warnings;
+    int m_readFiles = 0;
+    int m_skippedFiles = 0;
+    int m_abnormalEnds = 0;
+    int m_damagedFiles = 0;
+};
+
+} // namespace Uicov::Commands

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "console/message.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace Uicov::Launch {
+
+/** Where the libraries are that go into the application, relative to this very program. */
+class Installation {
+public:
+    /** @param libraryFolder where they are said to be; empty to look for them */
+    explicit Installation(const QString& libraryFolder);
+
+    /** The problem when one of them is not there, or is not what it should be. */
+    std::optional<Console::Problem> problem() const;
+
+    QString extension() const { return file(QStringLiteral("libqtuicoverage.so")); }
+    /** What Qt has to be told to find the plugin that brings the rest in. */
+    QString pluginFolder() const { return file(QStringLiteral("plugins")); }
+    QString pluginKey() const { return QStringLiteral("vorsk"); }
+
+    /** Where is looked, in this order: as installed, then as in a build tree. */
+    static QStringList candidates(const QString& programFolder);
+
+private:
+    QString file(const QString& name) const { return m_folder + QLatin1Char('/') + name; }
+
+    QString m_folder;
+    QStringList m_searched;
+};
+
+} // namespace Uicov::Launch

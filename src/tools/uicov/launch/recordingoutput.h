@@ -1,0 +1,38 @@
+#pragma once
+
+#include "console/message.h"
+
+#include <QDateTime>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace Uicov::Launch {
+
+/** The file that a run records into, and its neighbours of processes that the run started. */
+class RecordingOutput {
+public:
+    /** @param path as the user gave it, relative to the working folder */
+    explicit RecordingOutput(const QString& path);
+
+    /** The problem when nothing can be written there, or something else than a recording stands
+     * there. */
+    std::optional<Console::Problem> check() const;
+    /** Takes an earlier recording away; to be called right before the start. */
+    std::optional<Console::Problem> makeRoom() const;
+
+    QString absolutePath() const { return m_absolutePath; }
+
+    /**
+     * The recordings that processes of the run have written: the file itself first if it is there,
+     * then the others by name. Paths are given as the user gave theirs.
+     */
+    QStringList recordingsOf(const QString& session) const;
+
+private:
+    QString m_path;
+    QString m_absolutePath;
+};
+
+} // namespace Uicov::Launch

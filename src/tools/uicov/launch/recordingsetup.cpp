@@ -1,0 +1,96 @@
+#include "launch/recordingsetup.h"
+
+#include <QFile>
+#include <QSettings>
+
+#include <algorithm>
+#include <cstdlib>
+
+#include <unistd.h>
+
+namespace Uicov::Launch {
+
+namespace {
+
+using Variables = std::vector<std::string>;
+
+/** The entry of that variable, which is made when there is none. */
+std::string& entryOf(Variables& variables, const std::string& name) {
+    const std::string start = name + '=';
+    const auto it = std::find_if(variables.begin(), variables.end(), [&](const auto& entry) {
+        return entry.compare(0, start.size(), start) == 0;
+    });
+    if (it != variables.end()) {
+        return *it;
+    }
+    variables.push_back(start);
+    return variables.back();
+}
+
+void setVariable(Variables& variables, const std::string& name, const std::string& value) {
+    entryOf(variables, name) = name + '=' + value;
+}
+
+/** Adds to a list behind what stands in it, once. */
+void addToVariable(Variables& variables, const std::string& name, char separator,
+                   const std::string& value) {
+    std::string& entry = entryOf(variables, name);
+    const std::string list = entry.substr(name.size() + 1);
+    const std::string framed = separator + list + separator;
+    if (framed.find(separator + value + separator) == std::string::npos) {
+        entry += (list.empty() ? std::string() : std::string(1, separator)) + value;
+    }
+}
+
+QString number(bool isOn) {
+    return isOn ? QStringLiteral("1") : QStringLiteral("0");
+}
+
+} // namespace
+
+RecordingSetup::RecordingSetup(const QString& session)
+    : m_session(session) {}
+
+QString RecordingSetup::configurationFile() const {
+    return m_folder.filePath(QStringLiteral("uicov.ini"));
+}
+
+std::optional<Console::Problem> RecordingSetup::write(const Installation& installation,
+                                                      const QString& recording) {
+    if (m_folder.isValid()) {
+        QSettings settings(configurationFile(), QSettings::IniFormat);
+        settings.setValue(QStringLiteral("host/extension"), installation.extension());
+        settings.setValue(QStringLiteral("host/recording"), recording);
+        settings.setValue(QStringLiteral("host/session"), m_session);
+        settings.setValue(QStringLiteral("options/enabled"), number(true));
+        settings.setValue(QStringLiteral("options/qtwidgets"), number(m_toolkit != Toolkit::Quick));
+        settings.setValue(QStringLiteral("options/qtquick"), number(m_toolkit != Toolkit::Widgets));
+        settings.setValue(QStringLiteral("options/takeScreenshotsOfElements"),
+                          number(m_takesScreenshots));
+        settings.sync();
+        if (settings.status() == QSettings::NoError) {
+            return std::nullopt;
+        }
+    }
+    return Console::Problem{
+        Console::Message::SetupFailed,
+        QStringLiteral("the configuration for the application cannot be written "
+                       "to the temporary folder ") +
+            m_folder.path() + QStringLiteral("; free some space there or set TMPDIR")};
+}
+
+Variables RecordingSetup::environment(const Installation& installation) const {
+    Variables variables;
+    for (char** entry = environ; *entry != nullptr; ++entry) {
+        variables.emplace_back(*entry);
+    }
+    setVariable(variables, "VORSK_GUI_COVERAGE", "1");
+    setVariable(variables, "VORSK_OPTIONS_FILE",
+                QFile::encodeName(configurationFile()).toStdString());
+    addToVariable(variables, "QT_PLUGIN_PATH", ':',
+                  QFile::encodeName(installation.pluginFolder()).toStdString());
+    addToVariable(variables, "QT_QPA_GENERIC_PLUGINS", ',', installation.pluginKey().toStdString());
+    return variables;
+}
+
+} // namespace Uicov::Launch

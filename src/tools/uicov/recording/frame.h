@@ -1,0 +1,17 @@
+#pragma once
+
+#include "recordingformat/recordingformat.h"
+
+#include <QByteArray>
+
+namespace Uicov::Recording {
+
+/** One sound frame of a recording; what its body holds is FrameDecoder's business. */
+struct Frame {
+    RecordingFormat::FrameType type = RecordingFormat::FrameType::End;
+    /** Microseconds since the recording was opened. */
+    quint64 time = 0;
+    QByteArray body;
+};
+
+} // namespace Uicov::Recording

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "uiabstraction/recordkind.h"
+#include "uiabstraction/uielement.h"
+
+#include <QByteArray>
+#include <QRect>
+#include <QString>
+
+#include <memory>
+
+namespace Uicov::Recording {
+
+/** One model change; which members count is told by the kind. */
+struct Record {
+    Vorsk::UIAbstraction::RecordKind kind = Vorsk::UIAbstraction::RecordKind::ElementAdded;
+    /** The element that the record is about. */
+    QString elementId;
+    /** ElementAdded: the element with all below it. */
+    std::unique_ptr<Vorsk::UIAbstraction::UIElement> element;
+    /** ChildAdded: the child's id; EventRegistered, UsageIncreased: the event; StandardTypeChanged:
+     * the type; TextChanged: the text. */
+    QString text;
+    /** GeometryChanged. */
+    QRect rect;
+    /** ImageChanged: the PNG as it was sent, not decoded; empty for a null image. */
+    QByteArray picture;
+    /** The three changes of flags. */
+    bool flag = false;
+    /** UsageIncreased: the new count. */
+    qint32 count = 0;
+};
+
+} // namespace Uicov::Recording

@@ -1,0 +1,118 @@
+#include "recording/recorddecoder.h"
+
+#include "uiabstraction/elementstream.h"
+
+#include <QDataStream>
+#include <QSize>
+#include <QtEndian>
+
+#include <cstring>
+
+namespace Uicov::Recording::RecordDecoder {
+
+using RecordingFormat::ArgumentTag;
+using Vorsk::UIAbstraction::RecordKind;
+
+namespace {
+
+/** Position of each value among a message's arguments. */
+enum Argument { ApplicationId, Form, Kind, Payload, ArgumentCount };
+
+/** The only form of record arguments that there is so far. */
+constexpr qint32 knownForm = 1;
+
+bool hasRecordArguments(const QVector<HookArgument>& arguments) {
+    return arguments.size() == ArgumentCount &&
+           arguments.at(ApplicationId).tag == ArgumentTag::Integer &&
+           arguments.at(Form).tag == ArgumentTag::Integer &&
+           arguments.at(Kind).tag == ArgumentTag::Integer &&
+           arguments.at(Payload).tag == ArgumentTag::Bytes;
+}
+
+bool isKnownKind(qint32 kind) {
+    return kind >= static_cast<qint32>(RecordKind::ElementAdded) &&
+           kind <= static_cast<qint32>(RecordKind::UsageIncreased);
+}
+
+void readPicture(QDataStream& stream, Record& record) {
+    qint32 marker = 0;
+    stream >> marker;
+    record.picture.clear();
+    if (stream.status() != QDataStream::Ok || marker == 0) {
+        return;
+    }
+    record.picture = stream.device()->readAll();
+    if (marker != 1 || pictureSize(record.picture).isNull()) {
+        stream.setStatus(QDataStream::ReadCorruptData);
+    }
+}
+
+void readItems(QDataStream& stream, Record& record) {
+    switch (record.kind) {
+    case RecordKind::ElementAdded:
+        record.element = Vorsk::UIAbstraction::readElement(stream);
+        if (record.element && record.element->id() != record.elementId) {
+            stream.setStatus(QDataStream::ReadCorruptData);
+        }
+        break;
+    case RecordKind::ChildAdded:
+    case RecordKind::EventRegistered:
+    case RecordKind::StandardTypeChanged:
+    case RecordKind::TextChanged:
+        stream >> record.text;
+        break;
+    case RecordKind::GeometryChanged:
+        stream >> record.rect;
+        break;
+    case RecordKind::ImageChanged:
+        readPicture(stream, record);
+        break;
+    case RecordKind::TransparentNodeChanged:
+    case RecordKind::SubgraphTransparentChanged:
+    case RecordKind::WindowNodeChanged:
+        stream >> record.flag;
+        break;
+    case RecordKind::UsageIncreased:
+        stream >> record.text >> record.count;
+        break;
+    }
+}
+
+} // namespace
+
+Result decode(const HookMessage& message, Record& record) {
+    if (message.name != QLatin1String(Vorsk::UIAbstraction::coverageMessageName)) {
+        return Result::Foreign;
+    }
+    if (!hasRecordArguments(message.arguments)) {
+        return Result::Damaged;
+    }
+    const qint32 kind = message.arguments.at(Kind).integer;
+    if (message.arguments.at(Form).integer != knownForm || !isKnownKind(kind)) {
+        return Result::Unknown;
+    }
+    record.kind = static_cast<RecordKind>(kind);
+    QDataStream stream(message.arguments.at(Payload).bytes);
+    stream.setVersion(Vorsk::UIAbstraction::streamVersion);
+    stream >> record.elementId;
+    if (stream.status() == QDataStream::Ok) {
+        readItems(stream, record);
+    }
+    const bool isSound = stream.status() == QDataStream::Ok && stream.atEnd();
+    return isSound ? Result::Sound : Result::Damaged;
+}
+
+QSize pictureSize(const QByteArray& png) {
+    constexpr char signature[] = "\x89PNG\r\n\x1a\n";
+    constexpr int widthOffset = 16; // behind the signature, the first chunk's length and its name
+    constexpr int heightOffset = 20;
+    constexpr int sizeEnd = 24;
+    if (png.size() < sizeEnd ||
+        std::memcmp(png.constData(), signature, sizeof signature - 1) != 0) {
+        return QSize(0, 0);
+    }
+    return QSize(qFromBigEndian<qint32>(png.constData() + widthOffset),
+                 qFromBigEndian<qint32>(png.constData() + heightOffset));
+}
+
+} // namespace Uicov::Recording::RecordDecoder

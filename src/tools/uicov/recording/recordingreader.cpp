@@ -1,0 +1,201 @@
+#include "recording/recordingreader.h"
+
+#include "recording/bytecursor.h"
+
+#include <QFileInfo>
+
+#include <cstring>
+
+#include <zlib.h>
+
+namespace Uicov::Recording {
+
+using Console::Message;
+using Console::Problem;
+using RecordingFormat::FrameType;
+
+namespace {
+
+/** A claimed length is believed in steps of this size only. */
+constexpr qint64 readStep = 1024 * 1024;
+
+bool isKnown(quint8 type) {
+    return type >= static_cast<quint8>(FrameType::Process) &&
+           type <= static_cast<quint8>(FrameType::End);
+}
+
+bool beginsLikeMagic(const QByteArray& bytes) {
+    const auto size =
+        qMin<std::size_t>(static_cast<std::size_t>(bytes.size()), sizeof RecordingFormat::magic);
+    return std::memcmp(bytes.constData(), RecordingFormat::magic, size) == 0;
+}
+
+} // namespace
+
+RecordingReader::RecordingReader(const QString& path)
+    : m_file(path) {}
+
+std::optional<Problem> RecordingReader::open() {
+    const QString name = path();
+    const QFileInfo info(name);
+    if (!info.exists()) {
+        return Problem{Message::InputMissing,
+                       name + QStringLiteral(": there is no such file; check the path")};
+    }
+    if (info.isDir()) {
+        return Problem{Message::InputUnreadable,
+                       name + QStringLiteral(": is a folder; name the recordings in it")};
+    }
+    if (!m_file.open(QIODevice::ReadOnly)) {
+        return Problem{Message::InputUnreadable,
+                       name + QStringLiteral(": cannot be opened: ") + m_file.errorString()};
+    }
+    QByteArray header;
+    const Read result = read(RecordingFormat::headerSize, header);
+    if (result == Read::AtEnd) {
+        return Problem{Message::InputEmpty,
+                       name + QStringLiteral(": is empty; the application ended before it began to "
+                                             "record")};
+    }
+    if (!beginsLikeMagic(header)) {
+        return Problem{Message::InputForeign,
+                       name +
+                           QStringLiteral(": is not a recording; name a file that uicov run made")};
+    }
+    if (result == Read::Partial) {
+        return Problem{Message::InputTorn,
+                       name + QStringLiteral(": ends after %1 bytes, inside its header; nothing in "
+                                             "it can be used")
+                                  .arg(header.size())};
+    }
+    ByteCursor cursor(header.mid(static_cast<int>(sizeof RecordingFormat::magic)));
+    const quint32 version = cursor.readUInt32();
+    if (version > RecordingFormat::version) {
+        return Problem{Message::InputNewer,
+                       name + QStringLiteral(": has format version %1, and this uicov reads up to "
+                                             "version %2; use a newer uicov")
+                                  .arg(version)
+                                  .arg(RecordingFormat::version)};
+    }
+    if (version == 0) {
+        return Problem{Message::InputForeign,
+                       name +
+                           QStringLiteral(": has format version 0, which never existed; the file "
+                                          "is damaged")};
+    }
+    return std::nullopt;
+}
+
+bool RecordingReader::next(Frame& frame) {
+    QByteArray payload;
+    while (!m_hasEnded && readPayload(payload)) {
+        ByteCursor cursor(payload);
+        const quint8 type = cursor.readUInt8();
+        if (!isKnown(type)) {
+            ++m_skippedFrames;
+            continue;
+        }
+        frame.type = static_cast<FrameType>(type);
+        frame.time = cursor.readUInt64();
+        frame.body = cursor.readRest();
+        m_countedMessages.reset();
+        if (frame.type == FrameType::Message) {
+            ++m_messages;
+        } else if (frame.type == FrameType::End) {
+            m_countedMessages = ByteCursor(frame.body).readUInt64();
+        }
+        return true;
+    }
+    return false;
+}
+
+RecordingReader::Read RecordingReader::read(qint64 size, QByteArray& bytes) {
+    bytes.clear();
+    while (bytes.size() < size) {
+        const QByteArray part = m_file.read(qMin(readStep, size - bytes.size()));
+        if (part.isEmpty()) {
+            break;
+        }
+        bytes += part;
+    }
+    m_position += bytes.size();
+    if (bytes.size() == size) {
+        return Read::Whole;
+    }
+    return bytes.isEmpty() ? Read::AtEnd : Read::Partial;
+}
+
+bool RecordingReader::readPayload(QByteArray& payload) {
+    m_frameStart = m_position;
+    QByteArray header;
+    const Read result = read(RecordingFormat::frameHeaderSize, header);
+    if (result == Read::AtEnd) {
+        endByLastFrame();
+        return false;
+    }
+    if (result == Read::Partial) {
+        end(Ending::Kind::Torn);
+        return false;
+    }
+    ByteCursor cursor(header);
+    const quint32 length = cursor.readUInt32();
+    const quint32 checksum = cursor.readUInt32();
+    if (length < static_cast<quint32>(RecordingFormat::payloadHeaderSize) ||
+        length > RecordingFormat::maximumPayloadSize) {
+        end(Ending::Kind::Damaged);
+        return false;
+    }
+    if (read(length, payload) != Read::Whole) {
+        end(Ending::Kind::Torn);
+        return false;
+    }
+    const uLong actual = crc32(0, reinterpret_cast<const Bytef*>(payload.constData()),
+                               static_cast<uInt>(payload.size()));
+    if (actual != checksum) {
+        end(Ending::Kind::Damaged);
+        return false;
+    }
+    return true;
+}
+
+void RecordingReader::end(Ending::Kind kind) {
+    m_hasEnded = true;
+    m_ending.kind = kind;
+    m_ending.soundBytes = m_frameStart;
+    m_ending.lostBytes = m_position - m_frameStart + drain();
+}
+
+void RecordingReader::endByLastFrame() {
+    m_hasEnded = true;
+    m_ending.soundBytes = m_position;
+    if (!m_countedMessages) {
+        m_ending.kind = Ending::Kind::NoEndFrame;
+    } else {
+        // Sound frames whose number does not fit: some were taken out or put in.
+        m_ending.kind =
+            *m_countedMessages == m_messages ? Ending::Kind::Complete : Ending::Kind::Damaged;
+    }
+}
+
+qint64 RecordingReader::drain() {
+    if (!m_file.isSequential()) {
+        return qMax<qint64>(0, m_file.size() - m_position);
+    }
+    qint64 bytes = 0;
+    for (QByteArray part = m_file.read(readStep); !part.isEmpty(); part = m_file.read(readStep)) {
+        bytes += part.size();
+    }
+    return bytes;
+}
+
+bool RecordingReader::looksLikeRecording(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return false;
+    }
+    const QByteArray start = file.read(static_cast<qint64>(sizeof RecordingFormat::magic));
+    return start.size() == static_cast<int>(sizeof RecordingFormat::magic) &&
+           beginsLikeMagic(start);
+}
+
+} // namespace Uicov::Recording

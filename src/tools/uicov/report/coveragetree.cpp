@@ -1,0 +1,109 @@
+#include "report/coveragetree.h"
+
+#include <algorithm>
+
+namespace Uicov::Report {
+
+CoverageTree::Totals& CoverageTree::Totals::operator+=(const Totals& other) {
+    elements += other.elements;
+    used += other.used;
+    shown += other.shown;
+    missed += other.missed;
+    events += other.events;
+    coveredEvents += other.coveredEvents;
+    neverCountedEvents += other.neverCountedEvents;
+    return *this;
+}
+
+int CoverageTree::window(const ElementKey::Step& step) {
+    const auto it = m_windows.constFind(step);
+    if (it != m_windows.cend()) {
+        return *it;
+    }
+    const int index = add(step, -1);
+    m_windows.insert(step, index);
+    return index;
+}
+
+int CoverageTree::child(int parent, const ElementKey::Step& step) {
+    const auto& children = node(parent).children;
+    const auto it = children.constFind(step);
+    if (it != children.cend()) {
+        return *it;
+    }
+    const int index = add(step, parent);
+    m_nodes[static_cast<std::size_t>(parent)].children.insert(step, index);
+    return index;
+}
+
+int CoverageTree::add(const ElementKey::Step& step, int parent) {
+    Node node;
+    node.step = step;
+    node.parent = parent;
+    m_nodes.push_back(node);
+    return static_cast<int>(m_nodes.size()) - 1;
+}
+
+void CoverageTree::count(int node, const Events& events) {
+    Node& target = m_nodes[static_cast<std::size_t>(node)];
+    target.isCountable = true;
+    for (auto it = events.cbegin(); it != events.cend(); ++it) {
+        const auto known = target.events.find(it.key());
+        if (known == target.events.end()) {
+            target.events.insert(it.key(), it.value());
+        } else {
+            known->count += it->count;
+            known->isNeverCounted = known->isNeverCounted && it->isNeverCounted;
+        }
+    }
+}
+
+std::vector<int> CoverageTree::nodesOf(int window) const {
+    std::vector<int> result;
+    std::vector<int> open{window};
+    while (!open.empty()) {
+        const int index = open.back();
+        open.pop_back();
+        result.push_back(index);
+        const QList<int> children = node(index).children.values();
+        std::copy(children.crbegin(), children.crend(), std::back_inserter(open));
+    }
+    return result;
+}
+
+CoverageTree::Totals CoverageTree::totalsOf(int window) const {
+    Totals totals;
+    for (const int index : nodesOf(window)) {
+        const Node& element = node(index);
+        if (!element.isCountable) {
+            continue;
+        }
+        ++totals.elements;
+        const State state = CoverageRules::stateOf(element.events);
+        ++(state == State::Used    ? totals.used
+           : state == State::Shown ? totals.shown
+                                   : totals.missed);
+        for (const EventCoverage& event : element.events) {
+            if (event.isNeverCounted) {
+                ++totals.neverCountedEvents;
+            } else {
+                ++totals.events;
+                totals.coveredEvents += event.isCovered() ? 1 : 0;
+            }
+        }
+    }
+    return totals;
+}
+
+ElementKey CoverageTree::keyOf(int node) const {
+    std::vector<int> path;
+    for (int index = node; index >= 0; index = this->node(index).parent) {
+        path.push_back(index);
+    }
+    ElementKey key;
+    std::for_each(path.crbegin(), path.crend(),
+                  [&](int index) { key.append(this->node(index).step); });
+    return key;
+}
+
+} // namespace Uicov::Report

@@ -1,0 +1,103 @@
+#include "report/elementkey.h"
+
+#include "uiabstraction/uielement.h"
+
+#include <QHash>
+#include <QRegularExpression>
+#include <QStringList>
+
+#include <tuple>
+
+namespace Uicov::Report {
+
+using Vorsk::UIAbstraction::UIElement;
+
+namespace {
+
+/** Types whose text is a caption; what stands in an input is a value and would change the key. */
+bool isNamedByText(const QString& type) {
+    static const QStringList types{QStringLiteral("Window"), QStringLiteral("Dialog"),
+                                   QStringLiteral("Menu"),   QStringLiteral("MenuItem"),
+                                   QStringLiteral("Button"), QStringLiteral("CheckBox")};
+    return types.contains(type);
+}
+
+auto tied(const ElementKey::Step& step) {
+    return std::tie(step.kind, step.label, step.className, step.ordinal);
+}
+
+} // namespace
+
+QString ElementKey::normalisedLabel(const QString& text) {
+    QString label = text.section(QLatin1Char('\t'), 0, 0); // behind a tab stands the shortcut
+    label.remove(QStringLiteral("[*]")); // where a title shows that there is something to save
+    label = label.normalized(QString::NormalizationForm_C).simplified();
+    while (label.endsWith(QChar(0x2026)) || label.endsWith(QLatin1String("..."))) {
+        label.chop(label.endsWith(QChar(0x2026)) ? 1 : 3);
+    }
+    return label.trimmed();
+}
+
+QString ElementKey::normalisedClass(const QString& className) {
+    static const QRegularExpression engineNumber(QStringLiteral("_QML(TYPE)?_\\d+"));
+    QString name = className;
+    return name.remove(engineNumber);
+}
+
+ElementKey::Step ElementKey::stepOf(const UIElement& element) {
+    Step step;
+    step.kind = element.standardType().name();
+    if (isNamedByText(step.kind)) {
+        step.label = normalisedLabel(element.text());
+    }
+    if (step.kind.isEmpty()) {
+        step.kind = normalisedClass(element.concreteType());
+    }
+    return step;
+}
+
+ElementKey::Step ElementKey::windowStepOf(const UIElement& element) {
+    Step step = stepOf(element);
+    const QString className = normalisedClass(element.concreteType());
+    if (step.label.isEmpty() && step.kind != className) {
+        step.className = className;
+    }
+    return step;
+}
+
+QString ElementKey::Step::toString() const {
+    QString text = kind;
+    if (!label.isEmpty()) {
+        text += QStringLiteral(" \"") + label + QLatin1Char('"');
+    }
+    if (!className.isEmpty()) {
+        text += QStringLiteral(" (") + className + QLatin1Char(')');
+    }
+    if (ordinal > 1) {
+        text += QStringLiteral(" #%1").arg(ordinal);
+    }
+    return text;
+}
+
+QString ElementKey::toString() const {
+    QStringList texts;
+    for (const Step& step : m_steps) {
+        texts.append(step.toString());
+    }
+    return texts.join(QStringLiteral(" > "));
+}
+
+bool operator==(const ElementKey::Step& a, const ElementKey::Step& b) {
+    return tied(a) == tied(b);
+}
+
+bool operator<(const ElementKey::Step& a, const ElementKey::Step& b) {
+    return tied(a) < tied(b);
+}
+
+uint qHash(const ElementKey::Step& step, uint seed) {
+    return ::qHash(step.kind, seed) ^ (::qHash(step.label, seed) * 31U) ^
+           (::qHash(step.className, seed) * 17U) ^ static_cast<uint>(step.ordinal);
+}
+
+} // namespace Uicov::Report

@@ -1,0 +1,164 @@
+#include "report/textreport.h"
+
+#include "console/displaytext.h"
+#include "report/texttable.h"
+
+namespace Uicov::Report {
+
+namespace DisplayText = Console::DisplayText;
+
+namespace {
+
+/** Where a caption is longer than this it is more than a name. */
+constexpr int maximumLabelColumns = 40;
+constexpr int maximumNameColumns = 48;
+/** Deeper paths lose their middle: nobody reads them, and they would make the report huge. */
+constexpr int maximumSteps = 24;
+
+QString displayed(ElementKey::Step step) {
+    step.label = DisplayText::elided(DisplayText::escaped(step.label), maximumLabelColumns);
+    step.kind = DisplayText::escaped(step.kind);
+    step.className = DisplayText::escaped(step.className);
+    return step.toString();
+}
+
+QStringList row(const QString& name, const CoverageTree::Totals& totals) {
+    return {name,
+            QString::number(totals.elements),
+            QString::number(totals.used),
+            QString::number(totals.shown),
+            QString::number(totals.missed),
+            TextReport::percent(totals.used, totals.elements),
+            QStringLiteral("%1/%2").arg(totals.coveredEvents).arg(totals.events)};
+}
+
+QStringList uncoveredEvents(const Events& events) {
+    QStringList names;
+    for (auto it = events.cbegin(); it != events.cend(); ++it) {
+        if (!it->isCovered() && !it->isNeverCounted) {
+            names.append(DisplayText::escaped(it.key()));
+        }
+    }
+    return names;
+}
+
+} // namespace
+
+TextReport::TextReport(const CoverageTree& tree)
+    : m_tree(tree) {}
+
+QString TextReport::percent(int part, int whole) {
+    if (whole == 0) {
+        return QStringLiteral("-");
+    }
+    int rounded = qRound(100.0 * part / whole);
+    if (rounded == 0 && part > 0) {
+        rounded = 1;
+    } else if (rounded == 100 && part < whole) {
+        rounded = 99;
+    }
+    return QStringLiteral("%1%").arg(rounded);
+}
+
+QString TextReport::stepsBelowWindow(int node) const {
+    const QVector<ElementKey::Step> steps = m_tree.keyOf(node).steps();
+    QStringList texts;
+    for (int i = 1; i < steps.size(); ++i) {
+        if (steps.size() > maximumSteps && i == maximumSteps / 2) {
+            texts.append(QStringLiteral("..."));
+            i = steps.size() - maximumSteps / 2;
+        }
+        texts.append(displayed(steps.at(i)));
+    }
+    return texts.isEmpty() ? QStringLiteral("the window itself")
+                           : texts.join(QStringLiteral(" > "));
+}
+
+QString TextReport::missedLine(int node) const {
+    const CoverageTree::Node& element = m_tree.node(node);
+    const State state = CoverageRules::stateOf(element.events);
+    const QString path = stepsBelowWindow(node);
+    const QString never =
+        QStringLiteral("never: ") + uncoveredEvents(element.events).join(QStringLiteral(", "));
+    const QString start =
+        state == State::Missed ? QStringLiteral("    missed  ") : QStringLiteral("    shown   ");
+    QString line = start + path + QStringLiteral("  (") + never + QLatin1Char(')');
+    return m_width > 0 ? DisplayText::elided(line, m_width) : line;
+}
+
+QStringList TextReport::missedLines(int window) const {
+    QStringList lines;
+    for (const int node : m_tree.nodesOf(window)) {
+        const CoverageTree::Node& element = m_tree.node(node);
+        if (element.isCountable && CoverageRules::stateOf(element.events) != State::Used) {
+            lines.append(missedLine(node));
+        }
+    }
+    return lines;
+}
+
+QStringList TextReport::legend() {
+    return {
+        QStringLiteral("Used: operated, or seen where there is nothing to operate. Shown: only "
+                       "seen. Missed: not even seen."),
+        QStringLiteral("Cover: share of the elements used. Events: kinds of use (clicked, checked, "
+                       "...) that happened / exist.")};
+}
+
+QStringList TextReport::notes(const CoverageTree::Totals& totals, int emptyWindows) const {
+    QStringList notes = m_notes;
+    if (totals.neverCountedEvents > 0) {
+        const QString boxes = totals.neverCountedEvents == 1
+                                  ? QStringLiteral("1 check box")
+                                  : QStringLiteral("%1 check boxes").arg(totals.neverCountedEvents);
+        notes.append(
+            QStringLiteral("\"unchecked\" of ") + boxes +
+            QStringLiteral(" is left out of Events: Qt Widgets announces it but it is never "
+                           "counted."));
+    }
+    if (emptyWindows > 0) {
+        notes.append(emptyWindows == 1
+                         ? QStringLiteral("1 window is not listed: nothing in it counts.")
+                         : QStringLiteral("%1 windows are not listed: nothing in them counts.")
+                               .arg(emptyWindows));
+    }
+    return notes;
+}
+
+QString TextReport::toString() const {
+    TextTable table;
+    table.addRow({QStringLiteral("Window"), QStringLiteral("Elements"), QStringLiteral("Used"),
+                  QStringLiteral("Shown"), QStringLiteral("Missed"), QStringLiteral("Cover"),
+                  QStringLiteral("Events")});
+    table.addRule();
+    CoverageTree::Totals all;
+    int emptyWindows = 0;
+    const QList<int> windows = m_tree.windows();
+    for (const int window : windows) {
+        const CoverageTree::Totals totals = m_tree.totalsOf(window);
+        if (totals.elements == 0) {
+            ++emptyWindows;
+            continue;
+        }
+        all += totals;
+        table.addRow(row(
+            DisplayText::elided(displayed(m_tree.node(window).step), maximumNameColumns), totals));
+        if (m_listsMissed) {
+            const QStringList lines = missedLines(window);
+            for (const QString& line : lines) {
+                table.addLine(line);
+            }
+        }
+    }
+    table.addRule();
+    table.addRow(row(QStringLiteral("TOTAL"), all));
+    QString text = table.toString() + QLatin1Char('\n');
+    text += legend().join(QLatin1Char('\n')) + QLatin1Char('\n');
+    const QStringList foot = notes(all, emptyWindows);
+    if (!foot.isEmpty()) {
+        text += QLatin1Char('\n') + foot.join(QLatin1Char('\n')) + QLatin1Char('\n');
+    }
+    return text;
+}
+
+} // namespace Uicov::Report

@@ -1,0 +1,170 @@
+#include "testlib/testcase.h"
+#include "uiabstraction/uielement.h"
+
+#include <QPoint>
+#include <QRect>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <memory>
+
+using Vorsk::UIAbstraction::ElementGeometry;
+using Vorsk::UIAbstraction::StandardType;
+using Vorsk::UIAbstraction::UIElement;
+using Vorsk::UIAbstraction::UIEvent;
+
+namespace {
+
+UIEvent clicked() {
+    return UIEvent(QStringLiteral("clicked"));
+}
+
+UIElement* newElement(const QRect& rect) {
+    auto* element = new UIElement(QStringLiteral("QWidget"), StandardType(), QString());
+    element->setGeometry(ElementGeometry(rect, true));
+    return element;
+}
+
+int clicks(const UIElement* element) {
+    return element->usage().value(clicked());
+}
+
+} // namespace
+
+/** What UIElement counts for a point. */
+class tst_UIElementHitTest : public TestLib::TestCase {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void pointInsideCountsEdgesIncluded_data();
+    void pointInsideCountsEdgesIncluded();
+    void pointOutsideParentInsideChildCountsChildOnly();
+    void pointIsNotTranslatedBetweenParentAndChild();
+    void hitTestLooksAtRectangleNotAtItsFlag();
+    void hitTestCountsParentsFirst();
+    void hitTestCountsOncePerPath();
+    void hitTestEndsOnCycles();
+    void hitTestWarnsAndRegistersNothing();
+};
+
+void tst_UIElementHitTest::pointInsideCountsEdgesIncluded_data() {
+    // The rectangle covers 10..29 by 20..59.
+    QTest::addColumn<QPoint>("point");
+    QTest::addColumn<int>("count");
+    QTest::newRow("inside") << QPoint(15, 30) << 1;
+    QTest::newRow("top left") << QPoint(10, 20) << 1;
+    QTest::newRow("right edge") << QPoint(29, 30) << 1;
+    QTest::newRow("bottom edge") << QPoint(15, 59) << 1;
+    QTest::newRow("bottom right") << QPoint(29, 59) << 1;
+    QTest::newRow("left of it") << QPoint(9, 30) << 0;
+    QTest::newRow("above it") << QPoint(15, 19) << 0;
+    QTest::newRow("right of it") << QPoint(30, 30) << 0;
+    QTest::newRow("below it") << QPoint(15, 60) << 0;
+}
+
+void tst_UIElementHitTest::pointInsideCountsEdgesIncluded() {
+    QFETCH(QPoint, point);
+    const std::unique_ptr<UIElement> element(newElement(QRect(10, 20, 20, 40)));
+    element->increaseUsageAt(clicked(), point);
+    QTEST(clicks(element.get()), "count");
+}
+
+void tst_UIElementHitTest::pointOutsideParentInsideChildCountsChildOnly() {
+    const std::unique_ptr<UIElement> root(newElement(QRect(0, 0, 10, 10)));
+    UIElement* child = newElement(QRect(0, 0, 10, 10));
+    UIElement* grandchild = newElement(QRect(100, 100, 10, 10));
+    root->addChild(child);
+    child->addChild(grandchild);
+    root->increaseUsageAt(clicked(), QPoint(105, 105));
+    QVERIFY(root->usage().isEmpty());
+    QVERIFY(child->usage().isEmpty());
+    QCOMPARE(clicks(grandchild), 1);
+}
+
+void tst_UIElementHitTest::pointIsNotTranslatedBetweenParentAndChild() {
+    const std::unique_ptr<UIElement> root(newElement(QRect(50, 50, 20, 20)));
+    UIElement* child = newElement(QRect(0, 0, 5, 5));
+    root->addChild(child);
+    root->increaseUsageAt(clicked(), QPoint(52, 52));
+    QCOMPARE(clicks(root.get()), 1);
+    QVERIFY(child->usage().isEmpty());
+}
+
+void tst_UIElementHitTest::hitTestLooksAtRectangleNotAtItsFlag() {
+    UIElement element(QStringLiteral("QWidget"), StandardType(), QString());
+    element.increaseUsageAt(clicked(), QPoint(0, 0));
+    QVERIFY(element.usage().isEmpty());
+    element.setGeometry(ElementGeometry(QRect(0, 0, 1, 1), false));
+    element.increaseUsageAt(clicked(), QPoint(0, 0));
+    QCOMPARE(clicks(&element), 1);
+}
+
+void tst_UIElementHitTest::hitTestCountsParentsFirst() {
+    const QRect rect(0, 0, 10, 10);
+    const std::unique_ptr<UIElement> root(newElement(rect));
+    UIElement* first = newElement(rect);
+    UIElement* below = newElement(rect);
+    UIElement* second = newElement(rect);
+    root->addChild(first);
+    root->addChild(second);
+    first->addChild(below);
+    QList<const UIElement*> order;
+    for (const UIElement* element :
+         {static_cast<const UIElement*>(second), static_cast<const UIElement*>(below),
+          static_cast<const UIElement*>(first), static_cast<const UIElement*>(root.get())}) {
+        connect(element, &UIElement::usageIncreased, this,
+                [&order](const UIElement* e) { order.append(e); });
+    }
+    root->increaseUsageAt(clicked(), QPoint(5, 5));
+    QCOMPARE(order, (QList<const UIElement*>{root.get(), first, below, second}));
+}
+
+void tst_UIElementHitTest::hitTestCountsOncePerPath() {
+    const QRect rect(0, 0, 10, 10);
+    const std::unique_ptr<UIElement> root(newElement(rect));
+    UIElement* left = newElement(rect);
+    UIElement* right = newElement(rect);
+    UIElement* shared = newElement(rect);
+    UIElement* below = newElement(rect);
+    root->addChild(left);
+    root->addChild(right);
+    left->addChild(shared);
+    right->addChild(shared);
+    shared->addChild(below);
+    const QSignalSpy increased(shared, &UIElement::usageIncreased);
+    root->increaseUsageAt(clicked(), QPoint(5, 5));
+    QCOMPARE(clicks(root.get()), 1);
+    QCOMPARE(clicks(left), 1);
+    QCOMPARE(clicks(right), 1);
+    QCOMPARE(clicks(shared), 2);
+    QCOMPARE(clicks(below), 2);
+    QCOMPARE(increased.size(), 2);
+}
+
+void tst_UIElementHitTest::hitTestEndsOnCycles() {
+    const QRect rect(0, 0, 10, 10);
+    // Two menus that open each other, below a bar that opens both.
+    const std::unique_ptr<UIElement> bar(newElement(rect));
+    UIElement* first = newElement(rect);
+    UIElement* second = newElement(rect);
+    bar->addChild(first);
+    bar->addChild(second);
+    first->addChild(second);
+    second->addChild(first);
+    bar->increaseUsageAt(clicked(), QPoint(5, 5));
+    QCOMPARE(clicks(bar.get()), 1);
+    // Once from the bar and once from the other menu.
+    QCOMPARE(clicks(first), 2);
+    QCOMPARE(clicks(second), 2);
+}
+
+void tst_UIElementHitTest::hitTestWarnsAndRegistersNothing() {
+    const std::unique_ptr<UIElement> element(newElement(QRect(0, 0, 10, 10)));
+    const QSignalSpy registered(element.get(), &UIElement::eventRegistered);
+    element->increaseUsageAt(clicked(), QPoint(5, 5));
+    QCOMPARE(registered.size(), 0);
+    QCOMPARE(clicks(element.get()), 1);
+}
+
+QTEST_GUILESS_MAIN(tst_UIElementHitTest)
+#include "tst_uielementhittest.moc"
