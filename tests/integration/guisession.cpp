@@ -18,7 +18,8 @@ namespace {
 /** Until then a slow and busy machine has done what was asked of it. */
 constexpr int patience = 30000;
 
-/** The element of the top-level window, dialog or menu that the element's geometry is relative to. */
+/** The element of the top-level window, dialog or menu that the element's geometry is relative to.
+ */
 const UIElement& topLevelOf(const UIElement& element) {
     const UIElement* top = &element;
     while (!top->isWindowNode() && top->parent() != nullptr) {
@@ -42,7 +43,8 @@ QProcessEnvironment environmentOf(const XServer& server, const QString& home) {
 GuiSession::GuiSession(const XServer& server, const QString& program, const QStringList& arguments,
                        const QStringList& uicovOptions)
     : m_server(server)
-    , m_recordingPath(m_directory.filePath(QFileInfo(program).fileName() + QStringLiteral(".uirec"))) {
+    , m_recordingPath(
+          m_directory.filePath(QFileInfo(program).fileName() + QStringLiteral(".uirec"))) {
     m_process.setProcessEnvironment(environmentOf(server, m_directory.path()));
     m_process.setWorkingDirectory(m_directory.path());
     m_process.start(QStringLiteral(UICOV_PROGRAM),
@@ -51,6 +53,9 @@ GuiSession::GuiSession(const XServer& server, const QString& program, const QStr
 }
 
 GuiSession::~GuiSession() {
+    if (QTest::currentTestFailed()) {
+        m_server.saveScreen(QLatin1String(QTest::currentTestFunction()) + QLatin1String(".xwd"));
+    }
     if (isRunning()) {
         end();
     }
@@ -64,9 +69,10 @@ const Uicov::Recording::RecordingLoader& GuiSession::recording() {
 
 const UIElement* GuiSession::find(const Name& name) {
     const auto& elements = recording().replay().elements();
-    const auto it = std::find_if(elements.crbegin(), elements.crend(), [&name](const UIElement* element) {
-        return element->standardType().name() == name.type && element->text() == name.text;
-    });
+    const auto it =
+        std::find_if(elements.crbegin(), elements.crend(), [&name](const UIElement* element) {
+            return element->standardType().name() == name.type && element->text() == name.text;
+        });
     return it == elements.crend() ? nullptr : *it;
 }
 
@@ -93,18 +99,16 @@ QRect GuiSession::placeOnScreen(const UIElement& element) const {
     if (top.usage().value(UIEvent(QStringLiteral("shown")), 0) == 0) {
         return {};
     }
-    const QList<XServer::Window> windows = m_server.visibleWindows();
-    const auto it = std::find_if(windows.crbegin(), windows.crend(), [&top](const auto& window) {
-        return window.place.size() == top.geometry().rect().size();
-    });
-    if (it == windows.crend()) {
+    const QRect window = m_server.windowOf(top.geometry().rect().size(), top.text()).place;
+    if (window.isNull()) {
         return {};
     }
-    QPoint origin = it->place.topLeft();
+    QPoint origin = window.topLeft();
     if (element.standardType().name() == QLatin1String("MenuItem") && element.parent() != &top) {
         origin += element.parent()->geometry().rect().topLeft(); // of the menu bar
     }
-    const QRect rectangle = &element == &top ? QRect(QPoint(), it->place.size()) : element.geometry().rect();
+    const QRect rectangle =
+        &element == &top ? QRect(QPoint(), window.size()) : element.geometry().rect();
     return rectangle.translated(origin);
 }
 
@@ -112,7 +116,11 @@ bool GuiSession::click(const Name& name) {
     if (!waitForShown(name)) {
         return false;
     }
-    m_server.click(placeOnScreen(*find(name)).center());
+    const QRect place = placeOnScreen(*find(name));
+    // A check box takes clicks only where its box and its text are, and those stand at its left.
+    const bool isCheckBox = name.type == QLatin1String("CheckBox");
+    m_server.click(isCheckBox ? QPoint(place.left() + place.height() / 2, place.center().y())
+                              : place.center());
     return true;
 }
 
@@ -120,14 +128,12 @@ bool GuiSession::focusWindowOf(const Name& name) {
     if (!waitForShown(name)) {
         return false;
     }
-    const QSize size = topLevelOf(*find(name)).geometry().rect().size();
-    const QList<XServer::Window> windows = m_server.visibleWindows();
-    const auto it = std::find_if(windows.crbegin(), windows.crend(),
-                                 [&size](const auto& window) { return window.place.size() == size; });
-    if (it == windows.crend()) {
+    const UIElement& top = topLevelOf(*find(name));
+    const XServer::Window window = m_server.windowOf(top.geometry().rect().size(), top.text());
+    if (window.place.isNull()) {
         return false;
     }
-    m_server.focus(*it);
+    m_server.focus(window);
     return true;
 }
 

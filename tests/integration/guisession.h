@@ -17,8 +17,8 @@ class UIElement;
 } // namespace Vorsk
 
 /**
- * An unmodified program that runs under "uicov run" on a display, used as a person uses it. Where to
- * click is taken from the recording while it grows: so every click also shows that the recorded
+ * An unmodified program that runs under "uicov run" on a display, used as a person uses it. Where
+ * to click is taken from the recording while it grows: so every click also shows that the recorded
  * geometry is where the thing really is on the screen.
  */
 class GuiSession {
@@ -36,7 +36,7 @@ public:
 
     /** False when no such element has been shown within the time that a slow machine needs. */
     bool waitForShown(const Name& name);
-    /** Clicks into the middle of the element; false when it is not on the screen. */
+    /** Clicks on the element where it takes clicks; false when it is not on the screen. */
     bool click(const Name& name);
     /** Gives the keyboard to the window that the element is in. */
     bool focusWindowOf(const Name& name);

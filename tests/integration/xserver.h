@@ -6,13 +6,14 @@
 #include <QString>
 
 /**
- * A display of its own (Xvfb), without a window manager, and a mouse and a keyboard (xdotool) on it.
- * Ends with this object.
+ * A display of its own (Xvfb), without a window manager, and a mouse and a keyboard (xdotool) on
+ * it. Ends with this object.
  */
 class XServer {
 public:
     struct Window {
         QString id;
+        QString title;
         /** In pixels of the screen. */
         QRect place;
     };
@@ -28,6 +29,13 @@ public:
 
     /** The windows that can be seen, older ones first. */
     QList<Window> visibleWindows() const;
+
+    /**
+     * The newest window of that size; else the newest of that title; else, when no size is known,
+     * the newest that is large enough to show something. Without an id and with a null place when
+     * there is none.
+     */
+    Window windowOf(const QSize& size, const QString& title) const;
 
     void click(const QPoint& position) const;
     void moveMouse(const QPoint& position) const;
