@@ -41,7 +41,7 @@ QQuickItem* findItem(QQuickItem* item, const QString& objectName) {
 QuickScene::QuickScene(const QByteArray& qml, Imports imports, const QString& typeName) {
     QObject* const object = create(qml, imports, typeName);
     m_window.reset(qobject_cast<QQuickWindow*>(object));
-    if (m_window != nullptr || object == nullptr) {
+    if (m_window != nullptr) {
         return;
     }
     m_root = qobject_cast<QQuickItem*>(object);
@@ -68,9 +68,10 @@ QObject* QuickScene::create(const QByteArray& qml, Imports imports, const QStrin
     QQmlComponent component(&m_engine);
     component.setData(importLines(imports) + qml,
                       QUrl(QStringLiteral("qrc:/scene/%1.qml").arg(typeName)));
-    QObject* const object = component.create();
-    m_errors = component.errorString();
-    return object;
+    if (!component.isReady()) {
+        qFatal("%s", qPrintable(component.errorString()));
+    }
+    return component.create();
 }
 
 bool QuickScene::show() {

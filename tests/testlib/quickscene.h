@@ -14,7 +14,8 @@ namespace TestLib {
 
 /**
  * Objects made from QML text, with their engine. A window stands for what an application shows; an
- * item at the root of the text is put into a window of 400 x 300 pixels that is made for it.
+ * item at the root of the text is put into a window of 400 x 300 pixels that is made for it. Text
+ * that is not sound ends the program.
  */
 class QuickScene {
 public:
@@ -30,9 +31,6 @@ public:
                         const QString& typeName = QStringLiteral("Scene"));
     ~QuickScene();
 
-    /** Empty when the text was sound. */
-    QString errors() const { return m_errors; }
-
     QQuickWindow* window() const { return m_window.get(); }
     /** The item at the root of the text; null when that is a window. */
     QQuickItem* root() const { return m_root; }
@@ -40,7 +38,7 @@ public:
      * when nothing has. */
     QQuickItem* item(const char* objectName) const;
     QObject* object(const char* objectName) const;
-    /** One more object, owned by the caller; null when the text is not sound. */
+    /** One more object, owned by the caller. */
     QObject* create(const QByteArray& qml, Imports imports = Imports::Quick,
                     const QString& typeName = QStringLiteral("Scene"));
 
@@ -57,7 +55,6 @@ private:
     QQmlEngine m_engine;
     std::unique_ptr<QQuickWindow> m_window;
     QQuickItem* m_root = nullptr;
-    QString m_errors;
 };
 
 } // namespace TestLib

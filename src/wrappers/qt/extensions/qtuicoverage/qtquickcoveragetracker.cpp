@@ -220,10 +220,10 @@ void QtQuickCoverageTracker::rememberKnownChildren(QQuickItem* item,
     if (itemObserver == nullptr) {
         return;
     }
-    // Children that came or went while these were tracked: some may not have an element.
-    const bool areAllKnown = item->childItems() == children;
-    itemObserver->setKnownChildren(areAllKnown ? children.size() : -1,
-                                   areAllKnown && !children.isEmpty() ? children.last() : nullptr);
+    // What ran while they were tracked may have made children come and go, and the last one die.
+    const bool areTheSame = item->childItems() == children;
+    itemObserver->setKnownChildren(areTheSame ? children.size() : -1,
+                                   areTheSame && !children.isEmpty() ? children.last() : nullptr);
 }
 
 void QtQuickCoverageTracker::clickWindow(QQuickWindow* window, const QMouseEvent* event) {
