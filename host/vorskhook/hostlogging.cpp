@@ -1,5 +1,7 @@
 #include "vorskhook/hostlogging.h"
 
+#include <QString>
+
 namespace VorskHost {
 
 // Neither category is ever destroyed: both are used while the process exits, after the statics of
@@ -8,6 +10,18 @@ namespace VorskHost {
 const QLoggingCategory& hostLog() {
     static const auto* category = new QLoggingCategory("vorsk.host");
     return *category;
+}
+
+void reportProblem(const QString& line) {
+    QString visible;
+    for (const QChar character : line) {
+        if (character.category() == QChar::Other_Control) {
+            visible += QStringLiteral("\\x%1").arg(character.unicode(), 2, 16, QLatin1Char('0'));
+        } else {
+            visible += character;
+        }
+    }
+    qCWarning(hostLog).noquote() << visible;
 }
 
 const QLoggingCategory& extensionLog() {

@@ -10,6 +10,12 @@ namespace VorskHost {
 VORSK_HOST_EXPORT const QLoggingCategory& hostLog();
 
 /**
+ * Reports what went wrong in the host, to hostLog(), as one line whatever is in it: control
+ * characters, as a path can have them, come out as \\xNN.
+ */
+VORSK_HOST_EXPORT void reportProblem(const QString& line);
+
+/**
  * "vorsk.extension": what the extension logs. Off unless QT_LOGGING_RULES turns it on: the lines
  * are in the recording anyway, and there are many of them.
  */

@@ -19,10 +19,10 @@ bool RecordingWriter::open(const QString& path, const ProcessInfo& info) {
     m_refusalReported = false;
     m_start = std::chrono::steady_clock::now();
     if (!m_file.create(path)) {
-        qCWarning(hostLog).noquote().nospace()
-            << "recording-not-made: cannot make the recording " << path << ": "
-            << m_file.errorString()
-            << "; nothing is recorded, check that its folder exists and can be written";
+        reportProblem(QStringLiteral("recording-not-made: cannot make the recording %1: %2; "
+                                     "nothing is recorded, check that its folder exists and can "
+                                     "be written")
+                          .arg(path, m_file.errorString()));
         return false;
     }
     if (!write(FrameBuilder::header() + FrameBuilder::processFrame(0, info))) {
@@ -41,10 +41,10 @@ bool RecordingWriter::appendMessage(int channel, const QString& name,
     if (frame.isNull()) {
         if (!m_refusalReported) {
             m_refusalReported = true;
-            qCWarning(hostLog).noquote().nospace()
-                << "message-refused: a message named " << name
-                << " is larger than a recording can hold and was left out; take no screenshots of "
-                   "contents of that size";
+            reportProblem(QStringLiteral("message-refused: a message named %1 is larger than a "
+                                         "recording can hold and was left out; take no "
+                                         "screenshots of contents of that size")
+                              .arg(name));
         }
         return false;
     }
@@ -92,10 +92,10 @@ bool RecordingWriter::write(const QByteArray& bytes) {
         return true;
     }
     m_waitingLogs.clear();
-    qCWarning(hostLog).noquote().nospace()
-        << "recording-ended: cannot write to the recording " << m_file.path() << ": "
-        << m_file.errorString()
-        << "; it ends here and the application goes on, make room or choose another place";
+    reportProblem(QStringLiteral("recording-ended: cannot write to the recording %1: %2; it ends "
+                                 "here and the application goes on, make room or choose another "
+                                 "place")
+                      .arg(m_file.path(), m_file.errorString()));
     return false;
 }
 

@@ -55,9 +55,9 @@ void EventTap::watch() {
     }
     m_canIntercept = m_interceptor.attach(QCoreApplication::instance(), notify);
     if (!m_canIntercept) {
-        qCWarning(hostLog).noquote()
-            << "events-incomplete: another tool stands in front of the application's notify(); "
-               "events that the application's own event filters swallow are not seen";
+        reportProblem(QStringLiteral("events-incomplete: another tool stands in front of the "
+                                     "application's notify(); events that the application's own "
+                                     "event filters swallow are not seen, run without that tool"));
     }
     QCoreApplication::instance()->installEventFilter(this);
 }

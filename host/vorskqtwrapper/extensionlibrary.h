@@ -19,7 +19,7 @@ public:
     static ExtensionLibrary load(const QString& path);
 
     bool isLoaded() const { return m_entry != nullptr; }
-    /** One line: a short stable name, what is wrong, what to do. */
+    /** A short stable name, what is wrong, what to do. */
     QString errorString() const { return m_error; }
     QString path() const { return m_path; }
 

@@ -63,16 +63,22 @@ QString unknownKey(const QString& section, const QString& key) {
         .arg(section, key, nearest(key, knownKeys(section)));
 }
 
+/** The values of an INI entry; an entry with nothing behind the sign of equality has none. */
+QStringList valuesOf(const QSettings& settings, const QString& path) {
+    const QStringList values = settings.value(path).toStringList();
+    return values == QStringList(QString()) ? QStringList() : values;
+}
+
 /** Empty when the file can be read and every key in it is known. */
 QString faultOf(const QString& file, QSettings& settings) {
     const QFileInfo info(file);
     if (!info.exists()) {
         return QStringLiteral("options-unreadable: there is no options file %1").arg(file);
     }
-    if (!info.isFile() || !info.isReadable()) {
+    const QStringList keys = settings.allKeys();
+    if (!info.isFile() || settings.status() == QSettings::AccessError) {
         return QStringLiteral("options-unreadable: the options file %1 cannot be read").arg(file);
     }
-    const QStringList keys = settings.allKeys();
     if (settings.status() != QSettings::NoError) {
         return QStringLiteral("options-malformed: the options file %1 is not an INI file")
             .arg(file);
@@ -89,14 +95,13 @@ QString faultOf(const QString& file, QSettings& settings) {
             return QStringLiteral("options-unknown: the options file %1: %2")
                 .arg(file, unknownKey(section, key));
         }
+        if (section == hostSection && key != extensionKey && valuesOf(settings, path).size() > 1) {
+            return QStringLiteral("options-malformed: the options file %1 has several values for "
+                                  "\"%2\"; a text with a comma needs quotation marks")
+                .arg(file, key);
+        }
     }
     return {};
-}
-
-/** The values of an INI entry; an entry with nothing behind the sign of equality has none. */
-QStringList valuesOf(const QSettings& settings, const QString& path) {
-    const QStringList values = settings.value(path).toStringList();
-    return values == QStringList(QString()) ? QStringList() : values;
 }
 
 const QString consequence = QStringLiteral("; nothing is recorded, ");
@@ -138,10 +143,9 @@ void HostConfiguration::take(const QString& section, const QString& key,
             m_extensions.append(QDir::current().absoluteFilePath(value));
         }
     } else if (key == recordingKey && !values.isEmpty()) {
-        // A comma in a path that nobody quoted.
-        m_recording = QDir::current().absoluteFilePath(values.join(QStringLiteral(", ")));
-    } else if (key == sessionKey) {
-        m_session = values.join(QStringLiteral(", "));
+        m_recording = QDir::current().absoluteFilePath(values.first());
+    } else if (key == sessionKey && !values.isEmpty()) {
+        m_session = values.first();
     }
 }
 

@@ -30,7 +30,7 @@ public:
 
     /** False when the file is of no use; nothing but errorString() means anything then. */
     bool isValid() const { return m_error.isEmpty(); }
-    /** One line: a short stable name, what is wrong, what to do. */
+    /** A short stable name, what is wrong, what to do. */
     QString errorString() const { return m_error; }
 
     /** Absolute paths, at least one. */

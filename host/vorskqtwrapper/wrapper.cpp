@@ -49,7 +49,7 @@ std::vector<ExtensionLibrary> loadExtensions(const QStringList& paths) {
         if (library.isLoaded()) {
             loaded.push_back(library);
         } else {
-            qCWarning(hostLog).noquote() << library.errorString();
+            reportProblem(library.errorString());
         }
     }
     return loaded;
@@ -74,7 +74,7 @@ void Wrapper::start() {
     isStarted = true;
     const HostConfiguration configuration = HostConfiguration::read(file);
     if (!configuration.isValid()) {
-        qCWarning(hostLog).noquote() << configuration.errorString();
+        reportProblem(configuration.errorString());
         return;
     }
     startConfigured(configuration);
@@ -105,9 +105,10 @@ void Wrapper::startConfigured(const HostConfiguration& configuration) {
 void Wrapper::activate(const ExtensionLibrary& library) {
     Vorsk::Extension* extension = library.create(m_host);
     if (extension == nullptr) {
-        qCWarning(hostLog).noquote().nospace()
-            << "extension-declined: init_extension of " << library.path()
-            << " gave no extension; the application goes on without it";
+        reportProblem(QStringLiteral("extension-declined: init_extension of %1 gave no "
+                                     "extension; the application goes on without it, see what "
+                                     "that library needs")
+                          .arg(library.path()));
         return;
     }
     const QByteArray path = QFile::encodeName(library.path());

@@ -18,7 +18,8 @@ constexpr qint64 maximumImagePixels = 64LL * 1024 * 1024;
  * the device behind the picture's last byte.
  *
  * Structure and checksums are looked at before anything is decoded: Qt's own reader takes a picture
- * that ends too early for a whole one, and takes the memory for whatever size the picture claims.
+ * without its last bytes for a whole one, takes memory for whatever size the picture claims, and
+ * lets the decoder write what it thinks of the rest to standard error.
  * @return null when there is no sound PNG; the device then stands somewhere inside it
  */
 QImage readPng(QIODevice& device);

@@ -24,8 +24,14 @@ public:
     /** Adds the verb with its options, which write into this object when they are parsed. */
     virtual CLI::App* declare(CLI::App& commands) = 0;
 
-    /** Called before run() with what stands behind "--", or behind the verb's own options. */
-    virtual void setArguments(const std::vector<std::string>& arguments) = 0;
+    /**
+     * Called before run().
+     * @param unread what the verb's declaration left over
+     * @param literal what stands behind the first "--", which is never read as an option; null when
+     *                there is no "--"
+     */
+    virtual void setArguments(const std::vector<std::string>& unread,
+                              const std::vector<std::string>* literal) = 0;
 
     /** @return the exit code of the process */
     virtual int run(Console::Terminal& terminal) = 0;

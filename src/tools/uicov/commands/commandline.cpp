@@ -53,6 +53,20 @@ int CommandLine::run(const std::vector<std::string>& arguments) {
         verbs.push_back(command->declare(app));
     }
 
+    if (arguments.empty()) {
+        m_terminal.error({Message::WrongUse,
+                          QStringLiteral("no verb given: run, report or dump; see uicov --help")});
+        return Failed;
+    }
+    const std::string& verb = arguments.front();
+    if (verb.compare(0, 1, "-") != 0 &&
+        std::none_of(verbs.begin(), verbs.end(),
+                     [&](const CLI::App* known) { return known->get_name() == verb; })) {
+        m_terminal.error({Message::WrongUse,
+                          QStringLiteral("there is no verb ") + QString::fromStdString(verb) +
+                              QStringLiteral(", only run, report and dump; see uicov --help")});
+        return Failed;
+    }
     // What stands behind the first "--" is not ours to read, whatever it looks like.
     const auto separator = std::find(arguments.begin(), arguments.end(), "--");
     std::vector<std::string> own(arguments.begin(), separator);
@@ -68,11 +82,10 @@ int CommandLine::run(const std::vector<std::string>& arguments) {
     }
     for (std::size_t i = 0; i < verbs.size(); ++i) {
         if (verbs[i]->parsed()) {
-            std::vector<std::string> rest = verbs[i]->remaining();
-            if (separator != arguments.end()) {
-                rest.insert(rest.end(), separator + 1, arguments.end());
-            }
-            m_commands[i]->setArguments(rest);
+            const bool hasLiteral = separator != arguments.end();
+            const std::vector<std::string> literal(hasLiteral ? separator + 1 : separator,
+                                                   arguments.end());
+            m_commands[i]->setArguments(verbs[i]->remaining(), hasLiteral ? &literal : nullptr);
             return m_commands[i]->run(m_terminal);
         }
     }

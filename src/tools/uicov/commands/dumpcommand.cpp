@@ -40,8 +40,12 @@ CLI::App* DumpCommand::declare(CLI::App& commands) {
     return app;
 }
 
-void DumpCommand::setArguments(const std::vector<std::string>& arguments) {
-    m_files.insert(m_files.end(), arguments.begin(), arguments.end());
+void DumpCommand::setArguments(const std::vector<std::string>& unread,
+                               const std::vector<std::string>* literal) {
+    m_files.insert(m_files.end(), unread.begin(), unread.end());
+    if (literal != nullptr) {
+        m_files.insert(m_files.end(), literal->begin(), literal->end());
+    }
 }
 
 int DumpCommand::run(Console::Terminal& terminal) {

@@ -10,7 +10,8 @@ namespace Uicov::Commands {
 class DumpCommand : public Command {
 public:
     CLI::App* declare(CLI::App& commands) override;
-    void setArguments(const std::vector<std::string>& arguments) override;
+    void setArguments(const std::vector<std::string>& unread,
+                      const std::vector<std::string>* literal) override;
     int run(Console::Terminal& terminal) override;
 
 private:

@@ -8,6 +8,8 @@ HelpFormatter::HelpFormatter(std::string usage)
     : m_usage(std::move(usage)) {
     constexpr std::size_t descriptionColumn = 26;
     column_width(descriptionColumn);
+    label("Subcommands", "Verbs");
+    label("Positionals", "Arguments");
 }
 
 std::string HelpFormatter::make_usage(const CLI::App* /*app*/, std::string /*name*/) const {

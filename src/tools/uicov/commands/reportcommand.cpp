@@ -51,8 +51,12 @@ CLI::App* ReportCommand::declare(CLI::App& commands) {
     return app;
 }
 
-void ReportCommand::setArguments(const std::vector<std::string>& arguments) {
-    m_files.insert(m_files.end(), arguments.begin(), arguments.end());
+void ReportCommand::setArguments(const std::vector<std::string>& unread,
+                                 const std::vector<std::string>* literal) {
+    m_files.insert(m_files.end(), unread.begin(), unread.end());
+    if (literal != nullptr) {
+        m_files.insert(m_files.end(), literal->begin(), literal->end());
+    }
 }
 
 int ReportCommand::run(Console::Terminal& terminal) {

@@ -16,7 +16,8 @@ public:
     ReportCommand();
 
     CLI::App* declare(CLI::App& commands) override;
-    void setArguments(const std::vector<std::string>& arguments) override;
+    void setArguments(const std::vector<std::string>& unread,
+                      const std::vector<std::string>* literal) override;
     int run(Console::Terminal& terminal) override;
 
 private:

@@ -91,7 +91,7 @@ CLI::App* RunCommand::declare(CLI::App& commands) {
     app->add_option("--toolkit", m_toolkit, "What to record: widgets, quick or both")
         ->type_name("NAME")
         ->envname("UICOV_TOOLKIT")
-        ->check(CLI::IsMember({"widgets", "quick", "both"}).name(""))
+        ->check(CLI::IsMember({"widgets", "quick", "both"}).description(""))
         ->capture_default_str();
     app->add_flag("--screenshots", m_takesScreenshots, "Record a picture of every element")
         ->envname("UICOV_SCREENSHOTS");
@@ -105,8 +105,16 @@ CLI::App* RunCommand::declare(CLI::App& commands) {
     return app;
 }
 
-void RunCommand::setArguments(const std::vector<std::string>& arguments) {
-    m_arguments = arguments;
+void RunCommand::setArguments(const std::vector<std::string>& unread,
+                              const std::vector<std::string>* literal) {
+    m_arguments = unread;
+    m_hasUnknownOption = !unread.empty() && unread.front().compare(0, 1, "-") == 0;
+    if (literal != nullptr) {
+        if (!unread.empty()) {
+            m_arguments.emplace_back("--"); // behind the application's name it is the application's
+        }
+        m_arguments.insert(m_arguments.end(), literal->begin(), literal->end());
+    }
 }
 
 int RunCommand::run(Console::Terminal& terminal) {
@@ -116,6 +124,12 @@ int RunCommand::run(Console::Terminal& terminal) {
         return Failed;
     }
     const QString command = QFile::decodeName(m_arguments.front().c_str());
+    if (m_hasUnknownOption) {
+        terminal.error({Message::WrongUse, QStringLiteral("run knows no option ") + command +
+                                               QStringLiteral("; see uicov run --help, or put -- "
+                                                              "before the application")});
+        return Failed;
+    }
     const Launch::Installation installation(QFile::decodeName(m_libraryFolder.c_str()));
     Launch::Application application(command);
     // A wrong name is the commonest mistake by far, so it is told before anything else.

@@ -17,7 +17,8 @@ namespace Uicov::Commands {
 class RunCommand : public Command {
 public:
     CLI::App* declare(CLI::App& commands) override;
-    void setArguments(const std::vector<std::string>& arguments) override;
+    void setArguments(const std::vector<std::string>& unread,
+                      const std::vector<std::string>* literal) override;
     int run(Console::Terminal& terminal) override;
 
 private:
@@ -31,6 +32,7 @@ private:
     std::string m_libraryFolder;
     bool m_takesScreenshots = false;
     bool m_isQuiet = false;
+    bool m_hasUnknownOption = false;
     std::vector<std::string> m_arguments;
 };
 

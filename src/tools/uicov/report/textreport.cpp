@@ -99,23 +99,22 @@ QStringList TextReport::missedLines(int window) const {
 
 QStringList TextReport::legend() {
     return {
-        QStringLiteral("Elements: windows, menus, buttons, inputs and so on that a person can "
-                       "see or operate."),
-        QStringLiteral("Used: operated (or, where it can only be seen, seen). Shown: seen, never "
-                       "operated. Missed: never even seen."),
-        QStringLiteral("Cover: used elements of all. Events: ways of using the elements (clicked, "
-                       "checked, ...) that happened / that exist.")};
+        QStringLiteral("Used: operated, or seen where there is nothing to operate. Shown: only "
+                       "seen. Missed: not even seen."),
+        QStringLiteral("Cover: share of the elements used. Events: kinds of use (clicked, checked, "
+                       "...) that happened / exist.")};
 }
 
 QStringList TextReport::notes(const CoverageTree::Totals& totals, int emptyWindows) const {
     QStringList notes = m_notes;
     if (totals.neverCountedEvents > 0) {
+        const QString boxes = totals.neverCountedEvents == 1
+                                  ? QStringLiteral("1 check box")
+                                  : QStringLiteral("%1 check boxes").arg(totals.neverCountedEvents);
         notes.append(
-            QStringLiteral("Left out of Events: \"unchecked\" of %1 (Qt Widgets check boxes "
-                           "announce it, but it is never counted).")
-                .arg(totals.neverCountedEvents == 1
-                         ? QStringLiteral("1 check box")
-                         : QStringLiteral("%1 check boxes").arg(totals.neverCountedEvents)));
+            QStringLiteral("\"unchecked\" of ") + boxes +
+            QStringLiteral(" is left out of Events: Qt Widgets announces it but it is never "
+                           "counted."));
     }
     if (emptyWindows > 0) {
         notes.append(emptyWindows == 1
@@ -154,9 +153,10 @@ QString TextReport::toString() const {
     table.addRule();
     table.addRow(row(QStringLiteral("TOTAL"), all));
     QString text = table.toString() + QLatin1Char('\n');
-    const QStringList foot = legend() + notes(all, emptyWindows);
-    for (const QString& line : foot) {
-        text += line + QLatin1Char('\n');
+    text += legend().join(QLatin1Char('\n')) + QLatin1Char('\n');
+    const QStringList foot = notes(all, emptyWindows);
+    if (!foot.isEmpty()) {
+        text += QLatin1Char('\n') + foot.join(QLatin1Char('\n')) + QLatin1Char('\n');
     }
     return text;
 }

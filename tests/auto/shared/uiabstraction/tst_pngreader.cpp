@@ -1,3 +1,4 @@
+#include "testlib/stderrcapture.h"
 #include "testlib/testcase.h"
 #include "uiabstraction/pngreader.h"
 
@@ -91,6 +92,7 @@ private Q_SLOTS:
     void refusesUnsoundPictures();
     void refusesSizesThatTheBytesCannotHold_data();
     void refusesSizesThatTheBytesCannotHold();
+    void takesAsManyPixelsAsAreAllowed();
     void takesPicturesThatCompressWell_data();
     void takesPicturesThatCompressWell();
 };
@@ -199,7 +201,18 @@ void tst_PngReader::refusesSizesThatTheBytesCannotHold() {
     QFETCH(quint32, width);
     QFETCH(quint32, height);
     const QByteArray data = chunk("IDAT", qCompress(QByteArray(100, '\0')).mid(4));
-    QVERIFY(read(signature + header(width, height) + data + chunk("IEND", QByteArray())).isNull());
+    const QByteArray bytes = signature + header(width, height) + data + chunk("IEND", QByteArray());
+    TestLib::StderrCapture capture;
+    QVERIFY(read(bytes).isNull());
+    // The decoder, which says so when it runs out of pixels, was not asked at all.
+    QCOMPARE(capture.take(), QByteArray());
+}
+
+void tst_PngReader::takesAsManyPixelsAsAreAllowed() {
+    constexpr int side = 8192;
+    static_assert(qint64{side} * side == maximumImagePixels);
+    QCOMPARE(read(blank(side, side, QImage::Format_Mono)).size(), QSize(side, side));
+    QVERIFY(read(blank(side, side + 1, QImage::Format_Mono)).isNull());
 }
 
 void tst_PngReader::takesPicturesThatCompressWell_data() {

@@ -1,0 +1,495 @@
+#include "host/support/recordingparser.h"
+#include "testlib/testcase.h"
+#include "vorskhook/recordingwriter.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace VorskHost;
+
+namespace {
+
+int writeCalls = 0;
+/** The call that writes only half, and after which every call fails; -1 for none. */
+int failingCall = -1;
+int failure = 0;
+
+/** As a disk does that becomes full on the way. */
+ssize_t failingWrite(int descriptor, const void* data, size_t length) {
+    const int call = writeCalls++;
+    if (failingCall >= 0 && call > failingCall) {
+        errno = failure;
+        return -1;
+    }
+    return ::write(descriptor, data, call == failingCall ? length / 2 : length);
+}
+
+ssize_t reluctantWrite(int descriptor, const void* data, size_t length) {
+    if (writeCalls++ % 2 == 0) {
+        errno = EINTR;
+        return -1;
+    }
+    return ::write(descriptor, data, std::min<size_t>(length, 3));
+}
+
+ssize_t countedWrite(int descriptor, const void* data, size_t length) {
+    ++writeCalls;
+    return ::write(descriptor, data, length);
+}
+
+/** The number under which this process has a file open; -1 when it has not. */
+int descriptorOf(const QString& path) {
+    for (int descriptor = 0; descriptor < 1024; ++descriptor) {
+        if (QFile::symLinkTarget(QStringLiteral("/proc/self/fd/%1").arg(descriptor)) == path) {
+            return descriptor;
+        }
+    }
+    return -1;
+}
+
+QByteArray contents(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(cannot be opened)");
+}
+
+bool send(RecordingWriter& writer, const QByteArray& payload) {
+    return writer.appendMessage(7, QStringLiteral("data"), {1, payload});
+}
+
+} // namespace
+
+class tst_RecordingWriter : public TestLib::TestCase {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void emptyRecording();
+    void messagesAndLogs();
+    void messageIsInTheFileWhenAppendReturns();
+    void oneWritePerMessage();
+    void logsWaitForTheNextMessage();
+    void manyLogsAreWritten();
+    void withoutCloseThereIsNoEnd();
+    void closeTwice();
+    void nothingAfterClose();
+    void timesDoNotRunBackwards();
+    void isPrivateAndClosedOnExec();
+    void existingFileIsLeftAlone();
+    void symbolicLinkIsNotFollowed();
+    void pathWithoutSuffix();
+    void folderThatIsNotThere();
+    void shortAndInterruptedWrites();
+    void writeThatFails_data();
+    void writeThatFails();
+    void headerThatCannotBeWritten();
+    void fileSizeLimit();
+    void descriptorThatTheApplicationClosed();
+    void descriptorThatTheApplicationReused();
+    void forkedChildDoesNotWrite();
+    void survivesKill();
+    void messageThatIsRefused();
+
+private:
+    QScopedPointer<QTemporaryDir> m_dir;
+    QString m_path;
+    ProcessInfo m_info{{QStringLiteral("pid"), QStringLiteral("12")}};
+};
+
+void tst_RecordingWriter::init() {
+    TestCase::init();
+    m_dir.reset(new QTemporaryDir);
+    m_path = QDir(QFileInfo(m_dir->path()).canonicalFilePath())
+                 .absoluteFilePath(QStringLiteral("r\u00e9 1.uirec"));
+    writeCalls = 0;
+    failingCall = -1;
+}
+
+void tst_RecordingWriter::cleanup() {
+    m_dir.reset();
+    TestCase::cleanup();
+}
+
+void tst_RecordingWriter::emptyRecording() {
+    RecordingWriter writer;
+    QVERIFY(!writer.isOpen());
+    QVERIFY(writer.open(m_path, m_info));
+    QVERIFY(writer.isOpen());
+    QCOMPARE(writer.path(), m_path);
+    writer.close();
+    QVERIFY(!writer.isOpen());
+    const RecordingParser parsed = RecordingParser::parseFile(m_path);
+    QCOMPARE(parsed.error, QString());
+    QCOMPARE(parsed.frames.size(), 2);
+    QCOMPARE(parsed.processInfo(), m_info);
+    QCOMPARE(parsed.messagesAccordingToEnd(), qint64(0));
+    QCOMPARE(writer.bytesWritten(), QFileInfo(m_path).size());
+}
+
+void tst_RecordingWriter::messagesAndLogs() {
+    RecordingWriter writer;
+    QVERIFY(writer.open(m_path, m_info));
+    writer.appendLog(RecordingFormat::Severity::Info, QStringLiteral("one"));
+    QVERIFY(send(writer, "first"));
+    writer.appendLog(RecordingFormat::Severity::Warning, QStringLiteral("two"));
+    writer.appendLog(RecordingFormat::Severity::Warning, QStringLiteral("three"));
+    QVERIFY(send(writer, "second"));
+    writer.appendLog(RecordingFormat::Severity::Info, QStringLiteral("four"));
+    writer.close();
+    const RecordingParser parsed = RecordingParser::parseFile(m_path);
+    QCOMPARE(parsed.error, QString());
+    QString types;
+    for (const auto& frame : parsed.frames) {
+        types += QString::number(frame.type);
+    }
+    QCOMPARE(types, QStringLiteral("13233235"));
+    QCOMPARE(parsed.logs(),
+             (QStringList{QStringLiteral("info one"), QStringLiteral("warning two"),
+                          QStringLiteral("warning three"), QStringLiteral("info four")}));
+    QCOMPARE(parsed.messages().size(), 2);
+    QCOMPARE(parsed.messages()[1].channel, 7);
+    QCOMPARE(parsed.messages()[1].name, QStringLiteral("data"));
+    QCOMPARE(parsed.messages()[1].arguments, (QVariantList{1, QByteArray("second")}));
+    QCOMPARE(parsed.messagesAccordingToEnd(), qint64(2));
+    QCOMPARE(writer.messagesWritten(), quint64(2));
+}
+
+void tst_RecordingWriter::messageIsInTheFileWhenAppendReturns() {
+    RecordingWriter writer;
+    QVERIFY(writer.open(m_path, m_info));
+    for (int i = 1; i <= 5; ++i) {
+        QVERIFY(send(writer, QByteArray::number(i)));
+        QCOMPARE(RecordingParser::parseFile(m_path).messages().size(), i);
+        QCOMPARE(writer.bytesWritten(), QFileInfo(m_path).size());
+    }
+}
+
+void tst_RecordingWriter::oneWritePerMessage() {
+    RecordingWriter writer;
+    writer.setWriteFunction(countedWrite);
+    QVERIFY(writer.open(m_path, m_info));
+    QCOMPARE(writeCalls, 1);
+    writer.appendLog(RecordingFormat::Severity::Info, QStringLiteral("goes along"));
+    QVERIFY(send(writer, QByteArray(1000000, 'x')));
+    QCOMPARE(writeCalls, 2);
+}
+
+void tst_RecordingWriter::logsWaitForTheNextMessage() {
+    RecordingWriter writer;
+    writer.setWriteFunction(countedWrite);
+    QVERIFY(writer.open(m_path, m_info));
+    writer.appendLog(RecordingFormat::Severity::Info, QStringLiteral("waits"));
+    QCOMPARE(writeCalls, 1);
+    QCOMPARE(RecordingParser::parseFile(m_path).logs(), QStringList());
+    QVERIFY(send(writer, "message"));
+    QCOMPARE(RecordingParser::parseFile(m_path).logs(), QStringList(QStringLiteral("info waits")));
+}
+
+void tst_RecordingWriter::manyLogsAreWritten() {
+    RecordingWriter writer;
+    QVERIFY(writer.open(m_path, m_info));
+    const QString text(1000, QLatin1Char('x'));
+    for (int i = 0; i < 100; ++i) {
+        writer.appendLog(RecordingFormat::Severity::Info, text);
+    }
+    QVERIFY(RecordingParser::parseFile(m_path).logs().size() > 50);
+    writer.close();
+    QCOMPARE(RecordingParser::parseFile(m_path).logs().size(), 100);
+}
+
+void tst_RecordingWriter::withoutCloseThereIsNoEnd() {
+    {
+        RecordingWriter writer;
+        QVERIFY(writer.open(m_path, m_info));
+        QVERIFY(send(writer, "message"));
+    }
+    const RecordingParser parsed = RecordingParser::parseFile(m_path);
+    QCOMPARE(parsed.error, QString());
+    QCOMPARE(parsed.messages().size(), 1);
+    QVERIFY(!parsed.hasEnd());
+}
+
+void tst_RecordingWriter::closeTwice() {
+    RecordingWriter writer;
+    writer.close();
+    QVERIFY(writer.open(m_path, m_info));
+    writer.close();
+    writer.close();
+    QCOMPARE(RecordingParser::parseFile(m_path).frames.size(), 2);
+}
+
+void tst_RecordingWriter::nothingAfterClose() {
+    RecordingWriter writer;
+    QVERIFY(!send(writer, "before"));
+    QVERIFY(writer.open(m_path, m_info));
+    writer.close();
+    const QByteArray before = contents(m_path);
+    QVERIFY(!send(writer, "after"));
+    writer.appendLog(RecordingFormat::Severity::Info, QStringLiteral("after"));
+    QCOMPARE(contents(m_path), before);
+}
+
+void tst_RecordingWriter::timesDoNotRunBackwards() {
+    RecordingWriter writer;
+    QVERIFY(writer.open(m_path, m_info));
+    for (int i = 0; i < 50; ++i) {
+        QVERIFY(send(writer, "message"));
+        writer.appendLog(RecordingFormat::Severity::Info, QStringLiteral("line"));
+    }
+    writer.close();
+    quint64 last = 0;
+    const auto frames = RecordingParser::parseFile(m_path).frames;
+    for (const auto& frame : frames) {
+        QVERIFY(frame.time >= last);
+        last = frame.time;
+    }
+    QVERIFY(last > 0);
+}
+
+void tst_RecordingWriter::isPrivateAndClosedOnExec() {
+    const mode_t mask = umask(0);
+    RecordingWriter writer;
+    const bool opened = writer.open(m_path, m_info);
+    umask(mask);
+    QVERIFY(opened);
+    struct stat status {};
+    QCOMPARE(::stat(QFile::encodeName(m_path).constData(), &status), 0);
+    QCOMPARE(status.st_mode & 07777U, mode_t(0600));
+    const int descriptor = descriptorOf(m_path);
+    QVERIFY(descriptor >= 0);
+    QVERIFY((fcntl(descriptor, F_GETFD) & FD_CLOEXEC) != 0);
+}
+
+void tst_RecordingWriter::existingFileIsLeftAlone() {
+    RecordingWriter first;
+    RecordingWriter second;
+    RecordingWriter third;
+    QVERIFY(first.open(m_path, m_info));
+    QVERIFY(second.open(m_path, m_info));
+    QVERIFY(third.open(m_path, m_info));
+    const QString stem = m_path.chopped(6) + QLatin1Char('-') + QString::number(getpid());
+    QCOMPARE(first.path(), m_path);
+    QCOMPARE(second.path(), stem + QStringLiteral(".uirec"));
+    QCOMPARE(third.path(), stem + QStringLiteral("-2.uirec"));
+    QVERIFY(send(second, "message"));
+    QCOMPARE(RecordingParser::parseFile(first.path()).messages().size(), 0);
+    QCOMPARE(RecordingParser::parseFile(second.path()).messages().size(), 1);
+    QCOMPARE(RecordingParser::parseFile(third.path()).messages().size(), 0);
+}
+
+void tst_RecordingWriter::symbolicLinkIsNotFollowed() {
+    const QString target = m_dir->filePath(QStringLiteral("target"));
+    QVERIFY(QFile::link(target, m_path));
+    RecordingWriter writer;
+    QVERIFY(writer.open(m_path, m_info));
+    QVERIFY(writer.path() != m_path);
+    QVERIFY(!QFile::exists(target));
+}
+
+void tst_RecordingWriter::pathWithoutSuffix() {
+    RecordingWriter first;
+    RecordingWriter second;
+    const QString path = m_dir->filePath(QStringLiteral("plain.data"));
+    QVERIFY(first.open(path, m_info));
+    QVERIFY(second.open(path, m_info));
+    QCOMPARE(first.path(), path);
+    QCOMPARE(second.path(), QStringLiteral("%1-%2.uirec").arg(path).arg(getpid()));
+}
+
+void tst_RecordingWriter::folderThatIsNotThere() {
+    const QString path = m_dir->filePath(QStringLiteral("none/file.uirec"));
+    expectWarning(QStringLiteral("recording-not-made: cannot make the recording %1: No such file "
+                                 "or directory; nothing is recorded, check that its folder exists "
+                                 "and can be written")
+                      .arg(path));
+    RecordingWriter writer;
+    QVERIFY(!writer.open(path, m_info));
+    QVERIFY(!writer.isOpen());
+    QVERIFY(!send(writer, "message"));
+    writer.close();
+}
+
+void tst_RecordingWriter::shortAndInterruptedWrites() {
+    RecordingWriter writer;
+    writer.setWriteFunction(reluctantWrite);
+    QVERIFY(writer.open(m_path, m_info));
+    QVERIFY(send(writer, QByteArray(500, 'y')));
+    writer.close();
+    const RecordingParser parsed = RecordingParser::parseFile(m_path);
+    QCOMPARE(parsed.error, QString());
+    QCOMPARE(parsed.messages().size(), 1);
+    QVERIFY(parsed.hasEnd());
+}
+
+void tst_RecordingWriter::writeThatFails_data() {
+    QTest::addColumn<int>("error");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("full disk") << ENOSPC << QStringLiteral("No space left on device");
+    QTest::newRow("quota") << EDQUOT << QStringLiteral("Disk quota exceeded");
+    QTest::newRow("broken pipe") << EPIPE << QStringLiteral("Broken pipe");
+    QTest::newRow("input/output") << EIO << QStringLiteral("Input/output error");
+}
+
+void tst_RecordingWriter::writeThatFails() {
+    QFETCH(int, error);
+    QFETCH(QString, text);
+    RecordingWriter writer;
+    writer.setWriteFunction(failingWrite);
+    QVERIFY(writer.open(m_path, m_info));
+    QVERIFY(send(writer, "kept"));
+    const QByteArray before = contents(m_path);
+    failure = error;
+    failingCall = writeCalls;
+    expectWarning(QStringLiteral("recording-ended: cannot write to the recording %1: %2; it ends "
+                                 "here and the application goes on, make room or choose another "
+                                 "place")
+                      .arg(m_path, text));
+    QVERIFY(!send(writer, "lost"));
+    // Half of the frame was written and is cut off again.
+    QCOMPARE(contents(m_path), before);
+    QVERIFY(!writer.isOpen());
+    QCOMPARE(descriptorOf(m_path), -1);
+    // No second warning, no further attempt.
+    const int calls = writeCalls;
+    QVERIFY(!send(writer, "lost too"));
+    writer.appendLog(RecordingFormat::Severity::Info, QString(100000, QLatin1Char('x')));
+    writer.close();
+    QCOMPARE(writeCalls, calls);
+    QCOMPARE(contents(m_path), before);
+    QCOMPARE(writer.messagesWritten(), quint64(1));
+}
+
+void tst_RecordingWriter::headerThatCannotBeWritten() {
+    RecordingWriter writer;
+    writer.setWriteFunction(failingWrite);
+    failure = ENOSPC;
+    failingCall = 0;
+    expectWarning(QRegularExpression(QStringLiteral("recording-ended: .*No space.*")));
+    QVERIFY(!writer.open(m_path, m_info));
+    QVERIFY(!QFile::exists(m_path));
+}
+
+void tst_RecordingWriter::fileSizeLimit() {
+    RecordingWriter writer;
+    QVERIFY(writer.open(m_path, m_info));
+    QVERIFY(send(writer, "kept"));
+    const QByteArray before = contents(m_path);
+    rlimit original{};
+    getrlimit(RLIMIT_FSIZE, &original);
+    rlimit limit = original;
+    limit.rlim_cur = static_cast<rlim_t>(before.size() + 20);
+    QCOMPARE(setrlimit(RLIMIT_FSIZE, &limit), 0);
+    expectWarning(QRegularExpression(QStringLiteral("recording-ended: .*File too large.*")));
+    const bool sent = send(writer, QByteArray(100, 'x'));
+    sigset_t pending;
+    sigset_t blocked;
+    sigpending(&pending);
+    pthread_sigmask(SIG_BLOCK, nullptr, &blocked);
+    setrlimit(RLIMIT_FSIZE, &original);
+    // Reached at all: the signal would have ended this program.
+    QVERIFY(!sent);
+    QCOMPARE(sigismember(&pending, SIGXFSZ), 0);
+    QCOMPARE(sigismember(&blocked, SIGXFSZ), 0);
+    QCOMPARE(contents(m_path), before);
+}
+
+void tst_RecordingWriter::descriptorThatTheApplicationClosed() {
+    RecordingWriter writer;
+    QVERIFY(writer.open(m_path, m_info));
+    const QByteArray before = contents(m_path);
+    ::close(descriptorOf(m_path));
+    expectWarning(QRegularExpression(
+        QStringLiteral("recording-ended: .*its file was closed by the application.*")));
+    QVERIFY(!send(writer, "lost"));
+    QVERIFY(!send(writer, "lost too"));
+    QCOMPARE(contents(m_path), before);
+}
+
+void tst_RecordingWriter::descriptorThatTheApplicationReused() {
+    RecordingWriter writer;
+    QVERIFY(writer.open(m_path, m_info));
+    const int descriptor = descriptorOf(m_path);
+    QFile other(m_dir->filePath(QStringLiteral("other")));
+    QVERIFY(other.open(QIODevice::WriteOnly));
+    QCOMPARE(::dup2(other.handle(), descriptor), descriptor);
+    expectWarning(QRegularExpression(QStringLiteral("recording-ended: .*")));
+    QVERIFY(!send(writer, "lost"));
+    writer.close();
+    QCOMPARE(contents(other.fileName()), QByteArray());
+    // Nor is it closed: it is the application's.
+    QVERIFY(fcntl(descriptor, F_GETFD) >= 0);
+    ::close(descriptor);
+}
+
+void tst_RecordingWriter::forkedChildDoesNotWrite() {
+    RecordingWriter writer;
+    QVERIFY(writer.open(m_path, m_info));
+    const pid_t child = fork();
+    if (child == 0) {
+        const bool sent = send(writer, "from the child");
+        writer.appendLog(RecordingFormat::Severity::Info, QString(100000, QLatin1Char('x')));
+        writer.close();
+        _exit(sent ? 1 : 0);
+    }
+    int status = -1;
+    QCOMPARE(waitpid(child, &status, 0), child);
+    QCOMPARE(status, 0);
+    QVERIFY(send(writer, "from the parent"));
+    writer.close();
+    const RecordingParser parsed = RecordingParser::parseFile(m_path);
+    QCOMPARE(parsed.error, QString());
+    QCOMPARE(parsed.frames.size(), 3);
+    QCOMPARE(parsed.messages().first().arguments.last().toByteArray(),
+             QByteArray("from the parent"));
+}
+
+void tst_RecordingWriter::survivesKill() {
+    const pid_t child = fork();
+    if (child == 0) {
+        RecordingWriter writer;
+        writer.open(m_path, m_info);
+        for (int i = 0; i < 1000; ++i) {
+            send(writer, QByteArray::number(i));
+        }
+        raise(SIGKILL);
+    }
+    int status = 0;
+    QCOMPARE(waitpid(child, &status, 0), child);
+    QVERIFY(WIFSIGNALED(status));
+    const RecordingParser parsed = RecordingParser::parseFile(m_path);
+    QCOMPARE(parsed.error, QString());
+    QCOMPARE(parsed.messages().size(), 1000);
+    QVERIFY(!parsed.hasEnd());
+}
+
+void tst_RecordingWriter::messageThatIsRefused() {
+    RecordingWriter writer;
+    QVERIFY(writer.open(m_path, m_info));
+    Vorsk::ArgumentList tooMany;
+    for (int i = 0; i < 256; ++i) {
+        tooMany.append(i);
+    }
+    expectWarning(QRegularExpression(QStringLiteral("message-refused: .*data.*")));
+    QVERIFY(!writer.appendMessage(1, QStringLiteral("data"), tooMany));
+    QVERIFY(!writer.appendMessage(1, QStringLiteral("data"), tooMany));
+    QVERIFY(send(writer, "the next one"));
+    writer.close();
+    QCOMPARE(RecordingParser::parseFile(m_path).messagesAccordingToEnd(), qint64(1));
+}
+
+QTEST_GUILESS_MAIN(tst_RecordingWriter)
+#include "tst_recordingwriter.moc"

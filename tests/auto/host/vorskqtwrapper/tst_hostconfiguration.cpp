@@ -1,0 +1,281 @@
+#include "testlib/testcase.h"
+#include "vorskqtwrapper/hostconfiguration.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace VorskHost;
+
+namespace {
+
+using Values = std::vector<std::string>;
+
+} // namespace
+
+class tst_HostConfiguration : public TestLib::TestCase {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void fileFromEnvironment();
+    void everyKey();
+    void onlyWhatIsNeeded();
+    void optionValues_data();
+    void optionValues();
+    void severalExtensions();
+    void relativePaths();
+    void writtenBySettings_data();
+    void writtenBySettings();
+    void faults_data();
+    void faults();
+    void fileThatIsNotThere();
+    void folderInPlaceOfAFile();
+    void fileThatCannotBeRead();
+
+private:
+    HostConfiguration readText(const QByteArray& text) {
+        QFile file(m_file);
+        if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size()) {
+            qFatal("cannot write %s", qPrintable(m_file));
+        }
+        file.close();
+        return HostConfiguration::read(m_file);
+    }
+
+    QScopedPointer<QTemporaryDir> m_dir;
+    QString m_file;
+};
+
+void tst_HostConfiguration::init() {
+    TestCase::init();
+    m_dir.reset(new QTemporaryDir);
+    m_file = m_dir->filePath(QStringLiteral("host.ini"));
+}
+
+void tst_HostConfiguration::cleanup() {
+    m_dir.reset();
+    TestCase::cleanup();
+}
+
+void tst_HostConfiguration::fileFromEnvironment() {
+    qunsetenv("VORSK_OPTIONS_FILE");
+    QVERIFY(HostConfiguration::fileFromEnvironment().isEmpty());
+    qputenv("VORSK_OPTIONS_FILE", "");
+    QVERIFY(HostConfiguration::fileFromEnvironment().isEmpty());
+    qputenv("VORSK_OPTIONS_FILE", "/some/file.ini");
+    QCOMPARE(HostConfiguration::fileFromEnvironment(), QStringLiteral("/some/file.ini"));
+    qunsetenv("VORSK_OPTIONS_FILE");
+}
+
+void tst_HostConfiguration::everyKey() {
+    const HostConfiguration configuration = readText("[host]\n"
+                                                     "extension=/lib/libx.so\n"
+                                                     "recording=/data/a b.uirec\n"
+                                                     "session=1234-5678\n"
+                                                     "[options]\n"
+                                                     "enabled=1\n"
+                                                     "qtwidgets=1\n"
+                                                     "qtquick=0\n"
+                                                     "takeScreenshotsOfElements=1\n");
+    QCOMPARE(configuration.errorString(), QString());
+    QVERIFY(configuration.isValid());
+    QCOMPARE(configuration.extensions(), QStringList(QStringLiteral("/lib/libx.so")));
+    QCOMPARE(configuration.recording(), QStringLiteral("/data/a b.uirec"));
+    QCOMPARE(configuration.session(), QStringLiteral("1234-5678"));
+    const HostConfiguration::Options expected{{"enabled", {"1"}},
+                                              {"qtwidgets", {"1"}},
+                                              {"qtquick", {"0"}},
+                                              {"takeScreenshotsOfElements", {"1"}}};
+    QVERIFY(configuration.options() == expected);
+}
+
+void tst_HostConfiguration::onlyWhatIsNeeded() {
+    const HostConfiguration configuration = readText("[host]\nextension=/x.so\nrecording=/r\n");
+    QVERIFY(configuration.isValid());
+    QVERIFY(configuration.session().isNull());
+    QVERIFY(configuration.options().empty());
+}
+
+void tst_HostConfiguration::optionValues_data() {
+    QTest::addColumn<QByteArray>("line");
+    QTest::addColumn<QStringList>("values");
+    QTest::newRow("one") << QByteArray("enabled=1") << QStringList(QStringLiteral("1"));
+    QTest::newRow("two") << QByteArray("enabled=1, 1")
+                         << QStringList{QStringLiteral("1"), QStringLiteral("1")};
+    QTest::newRow("three") << QByteArray("enabled=1,0,x")
+                           << QStringList{QStringLiteral("1"), QStringLiteral("0"),
+                                          QStringLiteral("x")};
+    QTest::newRow("none") << QByteArray("enabled=") << QStringList();
+    QTest::newRow("with a comma") << QByteArray("enabled=\"1, 1\"")
+                                  << QStringList(QStringLiteral("1, 1"));
+    QTest::newRow("kept as written")
+        << QByteArray("enabled=01") << QStringList(QStringLiteral("01"));
+    QTest::newRow("spaces") << QByteArray("enabled=\" 1\"") << QStringList(QStringLiteral(" 1"));
+}
+
+void tst_HostConfiguration::optionValues() {
+    QFETCH(QByteArray, line);
+    QFETCH(QStringList, values);
+    const HostConfiguration configuration =
+        readText("[host]\nextension=/x.so\nrecording=/r\n[options]\n" + line + '\n');
+    QCOMPARE(configuration.errorString(), QString());
+    QStringList actual;
+    for (const std::string& value : configuration.options().at("enabled")) {
+        actual.append(QString::fromStdString(value));
+    }
+    QCOMPARE(actual, values);
+}
+
+void tst_HostConfiguration::severalExtensions() {
+    const HostConfiguration configuration =
+        readText("[host]\nextension=/a.so, \"/b, c.so\"\nrecording=/r\n");
+    QCOMPARE(configuration.extensions(),
+             (QStringList{QStringLiteral("/a.so"), QStringLiteral("/b, c.so")}));
+}
+
+void tst_HostConfiguration::relativePaths() {
+    const HostConfiguration configuration =
+        readText("[host]\nextension=x.so\nrecording=sub/r.uirec\n");
+    QCOMPARE(configuration.extensions(),
+             QStringList(QDir::currentPath() + QStringLiteral("/x.so")));
+    QCOMPARE(configuration.recording(), QDir::currentPath() + QStringLiteral("/sub/r.uirec"));
+}
+
+void tst_HostConfiguration::writtenBySettings_data() {
+    QTest::addColumn<QString>("path");
+    QTest::newRow("plain") << QStringLiteral("/a/b.uirec");
+    QTest::newRow("spaces") << QStringLiteral("/a b/ c .uirec");
+    QTest::newRow("comma") << QStringLiteral("/a, b/c,d.uirec");
+    QTest::newRow("semicolon, equals, hash") << QStringLiteral("/a;b=c#d.uirec");
+    QTest::newRow("backslash and quotes") << QStringLiteral("/a\\b\"c'd.uirec");
+    QTest::newRow("percent and at") << QStringLiteral("/@a%20b/@Invalid().uirec");
+    QTest::newRow("other scripts") << QStringLiteral("/\u4e2d\u00e9\U0001F600.uirec");
+}
+
+/** What uicov writes with QSettings has to arrive, in either of its two encodings. */
+void tst_HostConfiguration::writtenBySettings() {
+    QFETCH(QString, path);
+    for (const char* codec : {"", "UTF-8"}) {
+        QFile::remove(m_file);
+        {
+            QSettings settings(m_file, QSettings::IniFormat);
+            if (*codec != '\0') {
+                settings.setIniCodec(codec);
+            }
+            settings.setValue(QStringLiteral("host/extension"), path);
+            settings.setValue(QStringLiteral("host/recording"), path);
+            settings.setValue(QStringLiteral("host/session"), path);
+        }
+        const HostConfiguration configuration = HostConfiguration::read(m_file);
+        QCOMPARE(configuration.errorString(), QString());
+        QCOMPARE(configuration.recording(), path);
+        QCOMPARE(configuration.extensions(), QStringList(path));
+        QCOMPARE(configuration.session(), path);
+    }
+}
+
+void tst_HostConfiguration::faults_data() {
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QString>("error");
+    const QByteArray sound = "[host]\nextension=/x.so\nrecording=/r\n";
+    QTest::newRow("empty") << QByteArray()
+                           << QStringLiteral("options-incomplete: the options file %1 has no value "
+                                             "for \"extension\" in [host]; nothing is recorded, "
+                                             "add one");
+    QTest::newRow("no recording")
+        << QByteArray("[host]\nextension=/x.so\nrecording=\n")
+        << QStringLiteral("options-incomplete: the options file %1 has no value for \"recording\" "
+                          "in [host]; nothing is recorded, add one");
+    const QString cure =
+        QStringLiteral("; nothing is recorded, set VORSK_OPTIONS_FILE to a sound options file");
+    QTest::newRow("not an INI file")
+        << QByteArray("this is prose\nand more of it\n")
+        << QStringLiteral("options-malformed: the options file %1 is not an INI file") + cure;
+    QTest::newRow("unknown section")
+        << sound + "[opitons]\nenabled=1\n"
+        << QStringLiteral("options-unknown: the options file %1: there is no section [opitons]; "
+                          "known sections are [host] and [options]") +
+               cure;
+    QTest::newRow("no section")
+        << QByteArray("enabled=1\n") + sound
+        << QStringLiteral("options-unknown: the options file %1: a key stands outside any "
+                          "section; known sections are [host] and [options]") +
+               cure;
+    QTest::newRow("unknown key in [host]")
+        << sound + "extention=/y.so\n"
+        << QStringLiteral("options-unknown: the options file %1: [host] has no key "
+                          "\"extention\"; the nearest known one is \"extension\"") +
+               cure;
+    QTest::newRow("unknown key in [options]")
+        << sound + "[options]\nQtQuik=1\n"
+        << QStringLiteral("options-unknown: the options file %1: [options] has no key \"QtQuik\"; "
+                          "the nearest known one is \"qtquick\"") +
+               cure;
+    QTest::newRow("key of the other section")
+        << sound + "[options]\nrecording=1\n"
+        << QStringLiteral("options-unknown: the options file %1: [options] has no key "
+                          "\"recording\"; the nearest known one is \"enabled\"") +
+               cure;
+    QTest::newRow("nested key") << sound + "session/id=1\n"
+                                << QStringLiteral(
+                                       "options-unknown: the options file %1: [host] has no key "
+                                       "\"session/id\"; the nearest known one is \"session\"") +
+                                       cure;
+    QTest::newRow("two recordings")
+        << QByteArray("[host]\nextension=/x.so\nrecording=/a,b\n")
+        << QStringLiteral("options-malformed: the options file %1 has several values for "
+                          "\"recording\"; a text with a comma needs quotation marks") +
+               cure;
+}
+
+void tst_HostConfiguration::faults() {
+    QFETCH(QByteArray, text);
+    QFETCH(QString, error);
+    const HostConfiguration configuration = readText(text);
+    QVERIFY(!configuration.isValid());
+    QCOMPARE(configuration.errorString(), error.arg(m_file));
+}
+
+void tst_HostConfiguration::fileThatIsNotThere() {
+    const HostConfiguration configuration = HostConfiguration::read(m_file);
+    QVERIFY(!configuration.isValid());
+    QCOMPARE(configuration.errorString(),
+             QStringLiteral("options-unreadable: there is no options file %1; nothing is "
+                            "recorded, set VORSK_OPTIONS_FILE to a sound options file")
+                 .arg(m_file));
+}
+
+void tst_HostConfiguration::folderInPlaceOfAFile() {
+    QVERIFY(QDir(m_dir->path()).mkdir(QStringLiteral("host.ini")));
+    const HostConfiguration configuration = HostConfiguration::read(m_file);
+    QVERIFY(configuration.errorString().startsWith(
+        QStringLiteral("options-unreadable: the options file %1 cannot be read;").arg(m_file)));
+}
+
+void tst_HostConfiguration::fileThatCannotBeRead() {
+    QFile file(m_file);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(chmod(QFile::encodeName(m_dir->path()).constData(), 0755), 0);
+    QVERIFY(file.setPermissions(QFile::WriteOwner));
+    // Nothing is unreadable for root.
+    constexpr uid_t nobody = 65534;
+    const bool isRoot = geteuid() == 0;
+    QVERIFY(!isRoot || setresuid(nobody, nobody, 0) == 0);
+    const QString error = HostConfiguration::read(m_file).errorString();
+    QVERIFY(!isRoot || setresuid(0, 0, 0) == 0);
+    QVERIFY2(
+        error.startsWith(
+            QStringLiteral("options-unreadable: the options file %1 cannot be read;").arg(m_file)),
+        qPrintable(error));
+}
+
+QTEST_GUILESS_MAIN(tst_HostConfiguration)
+#include "tst_hostconfiguration.moc"

@@ -1,0 +1,123 @@
+#include "recording/recordingloader.h"
+#include "testlib/samplerecording.h"
+#include "testlib/testcase.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+using TestLib::RecordingBuilder;
+using Uicov::Console::Message;
+using Uicov::Recording::Ending;
+using Uicov::Recording::RecordingLoader;
+
+class TestRecordingLoader : public TestLib::TestCase {
+    Q_OBJECT
+
+    QTemporaryDir m_folder;
+    QString m_path = m_folder.filePath(QStringLiteral("x.uirec"));
+
+    QList<Message> problemsOf(const RecordingLoader& loader) {
+        QList<Message> messages;
+        const auto problems = loader.problems();
+        for (const auto& problem : problems) {
+            messages.append(problem.message);
+        }
+        return messages;
+    }
+
+private Q_SLOTS:
+    void aSoundRecordingHasNoProblems() {
+        RecordingBuilder recording;
+        TestLib::fillSampleRecording(recording);
+        QVERIFY(recording.write(m_path));
+        RecordingLoader loader(m_path);
+        QVERIFY(!loader.load());
+        QVERIFY(loader.problems().isEmpty());
+        QVERIFY(loader.ending().isComplete());
+        QCOMPARE(loader.process().value(QStringLiteral("application")), QStringLiteral("panel"));
+        QCOMPARE(loader.replay().elements().size(), std::size_t{17});
+    }
+
+    void equalWarningsAreFoldedAndOtherLinesLeftOut() {
+        RecordingBuilder recording;
+        TestLib::fillSampleRecording(recording);
+        QVERIFY(recording.write(m_path));
+        RecordingLoader loader(m_path);
+        QVERIFY(!loader.load());
+        QCOMPARE(loader.warnings().size(), 1);
+        QCOMPARE(loader.warnings().first(), quint64{2});
+    }
+
+    void anAbnormalEndIsAProblemButNoDamage() {
+        RecordingBuilder recording;
+        TestLib::fillSampleRecording(recording, false);
+        QVERIFY(recording.write(m_path));
+        RecordingLoader loader(m_path);
+        QVERIFY(!loader.load());
+        QCOMPARE(problemsOf(loader), QList<Message>{Message::EndedAbnormally});
+    }
+
+    void damagedAndUnknownRecordsAreCountedAndPassedOver() {
+        RecordingBuilder recording;
+        recording.add(nullptr, QStringLiteral("Window"), QStringLiteral("W"));
+        recording.addRecord(7, QByteArray("?"));
+        recording.addRecord(99, QByteArray());
+        recording.addRecord(8, RecordingBuilder::payload(QStringLiteral("{x}"), true));
+        recording.addFrame(2, QByteArray("?"));
+        recording.addMessage(QStringLiteral("somethingElse"), {1, 2});
+        recording.add(nullptr, QStringLiteral("Window"), QStringLiteral("W"));
+        QVERIFY(recording.write(m_path));
+        RecordingLoader loader(m_path);
+        QVERIFY(!loader.load());
+        QCOMPARE(loader.replay().elements().size(), std::size_t{2});
+        QCOMPARE(problemsOf(loader),
+                 QList<Message>({Message::EndedAbnormally, Message::RecordsDamaged}));
+        QVERIFY(loader.problems().at(1).text.contains(
+            QStringLiteral("2 damaged, 1 of a kind this uicov does not know, 1 about elements")));
+    }
+
+    void tornAndDamagedFilesSaySo() {
+        RecordingBuilder recording;
+        TestLib::fillSampleRecording(recording);
+        QVERIFY(recording.write(m_path));
+        QFile file(m_path);
+        QVERIFY(file.resize(file.size() - 1));
+        RecordingLoader torn(m_path);
+        QVERIFY(!torn.load());
+        QCOMPARE(problemsOf(torn), QList<Message>{Message::RecordingTorn});
+
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.seek(file.size() - 2));
+        QVERIFY(file.write("??") == 2);
+        file.close();
+        RecordingLoader stillTorn(m_path);
+        QVERIFY(!stillTorn.load());
+        QCOMPARE(problemsOf(stillTorn), QList<Message>{Message::RecordingTorn});
+    }
+
+    void aPathWithPlaceholdersStaysAsItIs() {
+        const QString path = m_folder.filePath(QStringLiteral("a %1 %2 %6.uirec"));
+        RecordingBuilder recording;
+        recording.addRecord(7, QByteArray("?"));
+        QVERIFY(recording.write(path));
+        RecordingLoader loader(path);
+        QVERIFY(!loader.load());
+        const auto problems = loader.problems();
+        for (const auto& problem : problems) {
+            QVERIFY2(problem.text.startsWith(path + QStringLiteral(": ")),
+                     qPrintable(problem.text));
+        }
+        QVERIFY(problems.at(1).text.contains(QStringLiteral("1 of 1 records left out")));
+    }
+
+    void nothingIsLoadedFromAForeignFile() {
+        QFile file(m_path);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("GIF89a, or anything") > 0);
+        file.close();
+        RecordingLoader loader(m_path);
+        QCOMPARE(loader.load()->message, Message::InputForeign);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestRecordingLoader)
+#include "tst_recordingloader.moc"
