@@ -18,7 +18,8 @@ namespace {
 /** Until then a slow and busy machine has done what was asked of it. */
 constexpr int patience = 30000;
 
-/** The element of the top-level window, dialog or menu that the element's geometry is relative to. */
+/** The element of the top-level window, dialog or menu that the element's geometry is relative to.
+ */
 const UIElement& topLevelOf(const UIElement& element) {
     const UIElement* top = &element;
     while (!top->isWindowNode() && top->parent() != nullptr) {
@@ -42,7 +43,8 @@ QProcessEnvironment environmentOf(const XServer& server, const QString& home) {
 GuiSession::GuiSession(const XServer& server, const QString& program, const QStringList& arguments,
                        const QStringList& uicovOptions)
     : m_server(server)
-    , m_recordingPath(m_directory.filePath(QFileInfo(program).fileName() + QStringLiteral(".uirec"))) {
+    , m_recordingPath(
+          m_directory.filePath(QFileInfo(program).fileName() + QStringLiteral(".uirec"))) {
     m_process.setProcessEnvironment(environmentOf(server, m_directory.path()));
     m_process.setWorkingDirectory(m_directory.path());
     m_process.start(QStringLiteral(UICOV_PROGRAM),
@@ -64,9 +66,10 @@ const Uicov::Recording::RecordingLoader& GuiSession::recording() {
 
 const UIElement* GuiSession::find(const Name& name) {
     const auto& elements = recording().replay().elements();
-    const auto it = std::find_if(elements.crbegin(), elements.crend(), [&name](const UIElement* element) {
-        return element->standardType().name() == name.type && element->text() == name.text;
-    });
+    const auto it =
+        std::find_if(elements.crbegin(), elements.crend(), [&name](const UIElement* element) {
+            return element->standardType().name() == name.type && element->text() == name.text;
+        });
     return it == elements.crend() ? nullptr : *it;
 }
 
@@ -104,7 +107,8 @@ QRect GuiSession::placeOnScreen(const UIElement& element) const {
     if (element.standardType().name() == QLatin1String("MenuItem") && element.parent() != &top) {
         origin += element.parent()->geometry().rect().topLeft(); // of the menu bar
     }
-    const QRect rectangle = &element == &top ? QRect(QPoint(), it->place.size()) : element.geometry().rect();
+    const QRect rectangle =
+        &element == &top ? QRect(QPoint(), it->place.size()) : element.geometry().rect();
     return rectangle.translated(origin);
 }
 
@@ -122,8 +126,9 @@ bool GuiSession::focusWindowOf(const Name& name) {
     }
     const QSize size = topLevelOf(*find(name)).geometry().rect().size();
     const QList<XServer::Window> windows = m_server.visibleWindows();
-    const auto it = std::find_if(windows.crbegin(), windows.crend(),
-                                 [&size](const auto& window) { return window.place.size() == size; });
+    const auto it = std::find_if(windows.crbegin(), windows.crend(), [&size](const auto& window) {
+        return window.place.size() == size;
+    });
     if (it == windows.crend()) {
         return false;
     }

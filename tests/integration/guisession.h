@@ -17,8 +17,8 @@ class UIElement;
 } // namespace Vorsk
 
 /**
- * An unmodified program that runs under "uicov run" on a display, used as a person uses it. Where to
- * click is taken from the recording while it grows: so every click also shows that the recorded
+ * An unmodified program that runs under "uicov run" on a display, used as a person uses it. Where
+ * to click is taken from the recording while it grows: so every click also shows that the recorded
  * geometry is where the thing really is on the screen.
  */
 class GuiSession {

@@ -13,13 +13,25 @@ namespace {
 
 constexpr char examples[] = "/usr/lib/" UICOV_MULTIARCH "/qt5/examples/widgets/";
 
-QString example(const char* path) { return QLatin1String(examples) + QLatin1String(path); }
+QString example(const char* path) {
+    return QLatin1String(examples) + QLatin1String(path);
+}
 
-Name menuItem(const char* text) { return {QStringLiteral("MenuItem"), QString::fromUtf8(text)}; }
-Name button(const char* text) { return {QStringLiteral("Button"), QString::fromUtf8(text)}; }
-Name checkBox(const char* text) { return {QStringLiteral("CheckBox"), QString::fromUtf8(text)}; }
-Name dialog(const char* text) { return {QStringLiteral("Dialog"), QString::fromUtf8(text)}; }
-Name textInput() { return {QStringLiteral("TextInput"), QString()}; }
+Name menuItem(const char* text) {
+    return {QStringLiteral("MenuItem"), QString::fromUtf8(text)};
+}
+Name button(const char* text) {
+    return {QStringLiteral("Button"), QString::fromUtf8(text)};
+}
+Name checkBox(const char* text) {
+    return {QStringLiteral("CheckBox"), QString::fromUtf8(text)};
+}
+Name dialog(const char* text) {
+    return {QStringLiteral("Dialog"), QString::fromUtf8(text)};
+}
+Name textInput() {
+    return {QStringLiteral("TextInput"), QString()};
+}
 
 const QString shown = QStringLiteral("shown");
 const QString clicked = QStringLiteral("clicked");
@@ -28,8 +40,8 @@ const QString checked = QStringLiteral("checked");
 } // namespace
 
 /**
- * Programs of Debian's qtbase5-examples, which nobody here wrote and nothing was changed in, used with
- * a mouse and a keyboard under Xvfb.
+ * Programs of Debian's qtbase5-examples, which nobody here wrote and nothing was changed in, used
+ * with a mouse and a keyboard under Xvfb.
  */
 class TestWidgetsExamples : public TestLib::TestCase {
     Q_OBJECT
@@ -121,7 +133,8 @@ void TestWidgetsExamples::checkBoxesAreChecked() {
 }
 
 void TestWidgetsExamples::aTabDialogIsFilledIn() {
-    GuiSession session(m_server, example("dialogs/tabdialog/tabdialog"), {QStringLiteral("notes.txt")});
+    GuiSession session(m_server, example("dialogs/tabdialog/tabdialog"),
+                       {QStringLiteral("notes.txt")});
     QVERIFY(session.focusWindowOf(button("OK")));
     QVERIFY(session.click(textInput()));
     m_server.type(QStringLiteral("ab"));

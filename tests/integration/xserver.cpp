@@ -6,8 +6,8 @@ XServer::XServer() {
     // The server chooses a free display number and says which.
     m_process.start(QStringLiteral("Xvfb"),
                     {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
-                     QStringLiteral("0"), QStringLiteral("1280x1024x24"), QStringLiteral("-nolisten"),
-                     QStringLiteral("tcp")});
+                     QStringLiteral("0"), QStringLiteral("1280x1024x24"),
+                     QStringLiteral("-nolisten"), QStringLiteral("tcp")});
     while (!m_process.canReadLine() && m_process.state() != QProcess::NotRunning) {
         if (!m_process.waitForReadyRead()) {
             break;
@@ -45,10 +45,10 @@ QList<XServer::Window> XServer::visibleWindows() const {
         QStringLiteral("X=(-?\\d+)\\s+Y=(-?\\d+)\\s+WIDTH=(\\d+)\\s+HEIGHT=(\\d+)"));
     QList<Window> windows;
     for (const QString& id : ids) {
-        const auto match =
-            pattern.match(id.isEmpty() ? QString()
-                                       : xdotool({QStringLiteral("getwindowgeometry"),
-                                                  QStringLiteral("--shell"), id}));
+        const auto match = pattern.match(
+            id.isEmpty()
+                ? QString()
+                : xdotool({QStringLiteral("getwindowgeometry"), QStringLiteral("--shell"), id}));
         if (match.hasMatch()) {
             windows.append({id, QRect(match.captured(1).toInt(), match.captured(2).toInt(),
                                       match.captured(3).toInt(), match.captured(4).toInt())});
@@ -58,7 +58,8 @@ QList<XServer::Window> XServer::visibleWindows() const {
 }
 
 void XServer::moveMouse(const QPoint& position) const {
-    xdotool({QStringLiteral("mousemove"), QString::number(position.x()), QString::number(position.y())});
+    xdotool({QStringLiteral("mousemove"), QString::number(position.x()),
+             QString::number(position.y())});
 }
 
 void XServer::click(const QPoint& position) const {
@@ -66,14 +67,21 @@ void XServer::click(const QPoint& position) const {
     xdotool({QStringLiteral("click"), QStringLiteral("1")});
 }
 
-void XServer::type(const QString& text) const { xdotool({QStringLiteral("type"), text}); }
+void XServer::type(const QString& text) const {
+    xdotool({QStringLiteral("type"), text});
+}
 
-void XServer::press(const QString& key) const { xdotool({QStringLiteral("key"), key}); }
+void XServer::press(const QString& key) const {
+    xdotool({QStringLiteral("key"), key});
+}
 
-void XServer::focus(const Window& window) const { xdotool({QStringLiteral("windowfocus"), window.id}); }
+void XServer::focus(const Window& window) const {
+    xdotool({QStringLiteral("windowfocus"), window.id});
+}
 
 void XServer::saveScreen(const QString& path) const {
     QProcess::execute(QStringLiteral("sh"),
-                      {QStringLiteral("-c"), QStringLiteral("xwd -root -silent -display \"$0\" >\"$1\""),
-                       m_display, path});
+                      {QStringLiteral("-c"),
+                       QStringLiteral("xwd -root -silent -display \"$0\" >\"$1\""), m_display,
+                       path});
 }

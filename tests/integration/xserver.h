@@ -6,8 +6,8 @@
 #include <QString>
 
 /**
- * A display of its own (Xvfb), without a window manager, and a mouse and a keyboard (xdotool) on it.
- * Ends with this object.
+ * A display of its own (Xvfb), without a window manager, and a mouse and a keyboard (xdotool) on
+ * it. Ends with this object.
  */
 class XServer {
 public:
