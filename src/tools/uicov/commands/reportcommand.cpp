@@ -26,7 +26,8 @@ Examples:
   uicov report --strict -o report.txt *.uirec)";
 
 QString ofRecordings(int part, int all) {
-    return QStringLiteral("%1 of %2 recordings").arg(part).arg(all);
+    return all == 1 ? QStringLiteral("The recording")
+                    : QStringLiteral("%1 of %2 recordings").arg(part).arg(all);
 }
 
 } // namespace
@@ -110,7 +111,7 @@ QStringList ReportCommand::notes() const {
     QStringList notes;
     if (m_abnormalEnds > 0) {
         notes.append(ofRecordings(m_abnormalEnds, all) +
-                     QStringLiteral(" ended abnormally; what they hold up to there is counted."));
+                     QStringLiteral(" ended abnormally; all that was sent until then is counted."));
     }
     if (m_damagedFiles > 0) {
         notes.append(ofRecordings(m_damagedFiles, all) +
