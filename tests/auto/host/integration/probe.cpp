@@ -37,6 +37,20 @@ public:
     }
 };
 
+/** Ends the application from within the delivery of an event. */
+class Ender : public QObject {
+public:
+    bool leavesAtOnce = false;
+
+protected:
+    void timerEvent(QTimerEvent*) override {
+        if (leavesAtOnce) {
+            std::exit(3);
+        }
+        QCoreApplication::exit(3);
+    }
+};
+
 bool isWay(const char* way, const char* name) {
     return std::strcmp(way, name) == 0;
 }
@@ -82,6 +96,7 @@ int runOnce(int argc, char** argv, const char* way) {
     ProbeApplication application(argc, argv);
     const int clicks = clickButton(application);
     report(clicks, application.deliveries > 0);
+    Ender ender;
     if (isWay(way, "kill")) {
         static_cast<void>(std::raise(SIGKILL));
     } else if (isWay(way, "exit-in-handler")) {
@@ -98,10 +113,7 @@ int runOnce(int argc, char** argv, const char* way) {
         receiver.setObjectName(QStringLiteral("in the child"));
         forkChild(&receiver);
     }
-    if (!isWay(way, "exit-in-handler")) {
-        QMetaObject::invokeMethod(
-            &application, [] { QCoreApplication::exit(3); }, Qt::QueuedConnection);
-    }
+    ender.startTimer(0);
     return QApplication::exec();
 }
 
