@@ -86,7 +86,7 @@ CLI::App* RunCommand::declare(CLI::App& commands) {
         commands.add_subcommand("run", "Run an application and record what is used of it");
     setUsage(*app, "uicov run [OPTIONS] -- APP [ARGS...]");
     app->add_option("-o,--output", m_output,
-                    "The recording; without it the application's name with .uirec, in this folder")
+                    "The recording (default: the name of APP with .uirec, here)")
         ->type_name("FILE");
     app->add_option("--toolkit", m_toolkit, "What to record: widgets, quick or both")
         ->type_name("NAME")
