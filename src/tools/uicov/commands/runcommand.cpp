@@ -95,8 +95,7 @@ CLI::App* RunCommand::declare(CLI::App& commands) {
         ->capture_default_str();
     app->add_flag("--screenshots", m_takesScreenshots, "Record a picture of every element")
         ->envname("UICOV_SCREENSHOTS");
-    app->add_option("--libdir", m_libraryFolder,
-                    "Where the extension and its libraries are, if not beside uicov")
+    app->add_option("--libdir", m_libraryFolder, "Where the extension is, if not beside uicov")
         ->type_name("DIR")
         ->envname("UICOV_LIBDIR");
     app->add_flag("-q,--quiet", m_isQuiet, "Print nothing but errors");
