@@ -30,6 +30,10 @@ QString ofRecordings(int part, int all) {
                     : QStringLiteral("%1 of %2 recordings").arg(part).arg(all);
 }
 
+QString areOrIs(int count) {
+    return count == 1 ? QStringLiteral(" is ") : QStringLiteral(" are ");
+}
+
 } // namespace
 
 ReportCommand::ReportCommand()
@@ -114,12 +118,12 @@ QStringList ReportCommand::notes() const {
                      QStringLiteral(" ended abnormally; all that was sent until then is counted."));
     }
     if (m_damagedFiles > 0) {
-        notes.append(ofRecordings(m_damagedFiles, all) +
-                     QStringLiteral(" damaged; what could be read is counted."));
+        notes.append(ofRecordings(m_damagedFiles, all) + areOrIs(m_damagedFiles) +
+                     QStringLiteral("damaged; what could be read is counted."));
     }
     if (m_skippedFiles > 0) {
         notes.append(ofRecordings(m_skippedFiles, all) +
-                     QStringLiteral(" could not be read and are missing here."));
+                     QStringLiteral(" could not be read; nothing of that is counted."));
     }
     if (m_collector.unopenedMenus() > 0) {
         notes.append(QStringLiteral("Menus never opened: %1; what is in them is unknown and not "
