@@ -4,6 +4,7 @@
 #include "testlib/widgetsprobe.h"
 #include "uiabstraction/uielement.h"
 
+#include <QAction>
 #include <QDialog>
 #include <QMenu>
 #include <QMenuBar>
@@ -261,9 +262,11 @@ private:
         QFETCH(int, painting);
         QFETCH(int, pictures);
         const TestLib::KeepFreed keepFreed;
+        // Not the widget's own, so that they outlive it.
+        QAction one(text("One"));
+        QAction two(text("Two"));
         auto* const widget = new PaintingWidget<Widget>;
-        widget->addAction(text("One"));
-        widget->addAction(text("Two"));
+        widget->addActions({&one, &two});
         widget->show();
         const QPointer<QWidget> guard(widget);
         widget->atPainting(painting, [widget] { delete widget; });
