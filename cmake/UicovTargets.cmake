@@ -63,10 +63,10 @@ function(uicov_add_library)
 endfunction()
 
 # uicov_add_test(NAME <tst_class> SOURCES <files> [LINK <libraries>] [ENVIRONMENT <VAR=value>...]
-#                [DEFINITIONS <NAME=value>...] [LABELS <labels>] [TIMEOUT <seconds>] [NO_PCH])
-# A Qt Test program that is run by CTest on the offscreen platform.
+#                [DEFINITIONS <NAME=value>...] [LABELS <labels>] [TIMEOUT <seconds>] [NO_PCH] [ON_DISPLAY])
+# A Qt Test program that is run by CTest on the offscreen platform, or on an X display of its own.
 function(uicov_add_test)
-    cmake_parse_arguments(ARG "NO_PCH" "NAME;TIMEOUT" "SOURCES;LINK;ENVIRONMENT;DEFINITIONS;LABELS" ${ARGN})
+    cmake_parse_arguments(ARG "NO_PCH;ON_DISPLAY" "NAME;TIMEOUT" "SOURCES;LINK;ENVIRONMENT;DEFINITIONS;LABELS" ${ARGN})
     _uicov_reject_unknown(uicov_add_test)
     add_executable(${ARG_NAME} ${ARG_SOURCES})
     target_link_libraries(${ARG_NAME} PRIVATE ${ARG_LINK} Qt5::Test uicov_flags)
@@ -79,7 +79,12 @@ function(uicov_add_test)
     if(NOT ARG_TIMEOUT)
         set(ARG_TIMEOUT 120)
     endif()
-    uicov_register_test(NAME ${ARG_NAME} COMMAND $<TARGET_FILE:${ARG_NAME}> TIMEOUT ${ARG_TIMEOUT}
+    set(command $<TARGET_FILE:${ARG_NAME}>)
+    if(ARG_ON_DISPLAY)
+        set(command xvfb-run -a -s "-screen 0 1280x1024x24" ${command})
+        list(APPEND ARG_ENVIRONMENT QT_QPA_PLATFORM=xcb QT_XCB_GL_INTEGRATION=none)
+    endif()
+    uicov_register_test(NAME ${ARG_NAME} COMMAND ${command} TIMEOUT ${ARG_TIMEOUT}
         ENVIRONMENT ${ARG_ENVIRONMENT} LABELS ${ARG_LABELS})
 endfunction()
 

@@ -17,7 +17,8 @@ using Vorsk::UICoverage::QtWidgetsCoverageTracker;
 using Vorsk::UICoverage::StreamUIElementExporter;
 
 WidgetsProbe::WidgetsProbe(Pictures pictures, TreePrinter::Sizes sizes)
-    : m_printer(sizes)
+    : m_sizes(sizes)
+    , m_printer(sizes)
     , m_exporter(std::make_unique<StreamUIElementExporter>())
     , m_tracker(std::make_unique<QtWidgetsCoverageTracker>(m_exporter.get())) {
     Vorsk::UICoverage::setExtensionHost(&m_host);
@@ -47,7 +48,7 @@ UIElement* WidgetsProbe::element(QObject* object) {
 
 QString WidgetsProbe::tree(QObject* object) {
     const UIElement* const root = element(object);
-    return root == nullptr ? QString() : TreePrinter().print(*root);
+    return root == nullptr ? QString() : TreePrinter(m_sizes).print(*root);
 }
 
 int WidgetsProbe::usage(QObject* object, const char* event) {

@@ -75,6 +75,7 @@ public:
 private:
     FakeExtensionHost m_host;
     FakeHook m_hook;
+    TreePrinter::Sizes m_sizes;
     RecordPrinter m_printer;
     std::unique_ptr<Vorsk::UICoverage::StreamUIElementExporter> m_exporter;
     std::unique_ptr<Vorsk::UICoverage::QtWidgetsCoverageTracker> m_tracker;

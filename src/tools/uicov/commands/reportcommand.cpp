@@ -26,7 +26,12 @@ Examples:
   uicov report --strict -o report.txt *.uirec)";
 
 QString ofRecordings(int part, int all) {
-    return QStringLiteral("%1 of %2 recordings").arg(part).arg(all);
+    return all == 1 ? QStringLiteral("The recording")
+                    : QStringLiteral("%1 of %2 recordings").arg(part).arg(all);
+}
+
+QString areOrIs(int count) {
+    return count == 1 ? QStringLiteral(" is ") : QStringLiteral(" are ");
 }
 
 } // namespace
@@ -110,15 +115,15 @@ QStringList ReportCommand::notes() const {
     QStringList notes;
     if (m_abnormalEnds > 0) {
         notes.append(ofRecordings(m_abnormalEnds, all) +
-                     QStringLiteral(" ended abnormally; what they hold up to there is counted."));
+                     QStringLiteral(" ended abnormally; all that was sent until then is counted."));
     }
     if (m_damagedFiles > 0) {
-        notes.append(ofRecordings(m_damagedFiles, all) +
-                     QStringLiteral(" damaged; what could be read is counted."));
+        notes.append(ofRecordings(m_damagedFiles, all) + areOrIs(m_damagedFiles) +
+                     QStringLiteral("damaged; what could be read is counted."));
     }
     if (m_skippedFiles > 0) {
         notes.append(ofRecordings(m_skippedFiles, all) +
-                     QStringLiteral(" could not be read and are missing here."));
+                     QStringLiteral(" could not be read; nothing of that is counted."));
     }
     if (m_collector.unopenedMenus() > 0) {
         notes.append(QStringLiteral("Menus never opened: %1; what is in them is unknown and not "

@@ -161,8 +161,8 @@ bool isPress(QObject*, QEvent* event) {
 }
 
 QMouseEvent press() {
-    return QMouseEvent(QEvent::MouseButtonPress, QPointF(5, 5), Qt::LeftButton, Qt::LeftButton,
-                       Qt::NoModifier);
+    return {QEvent::MouseButtonPress, QPointF(5, 5), Qt::LeftButton, Qt::LeftButton,
+            Qt::NoModifier};
 }
 
 int internalCallbackCalls = 0;

@@ -35,17 +35,26 @@ QImage grabWindow(QQuickWindow* window) {
 }
 
 QImage copyImage(const QImage& image, const QRect& rectangle) {
-    if (image.isNull() || isBeyondReason(rectangle.size(), 1)) {
+    if (image.isNull()) {
         return {};
+    }
+    if (rectangle == image.rect()) {
+        return image; // items that fill the window share its pixels
     }
     if (rectangle.isEmpty()) {
         return image.copy(rectangle);
     }
+    const qint64 width = qint64(rectangle.right()) - rectangle.left() + 1;
+    const qint64 height = qint64(rectangle.bottom()) - rectangle.top() + 1;
+    if (width > UIAbstraction::maximumImagePixels / height) {
+        return {};
+    }
     // What lies wholly outside is moved to just outside: the result is the same, and QImage's own
     // arithmetic stays within its range.
-    const int left = qBound(-rectangle.width(), rectangle.left(), image.width());
-    const int top = qBound(-rectangle.height(), rectangle.top(), image.height());
-    return image.copy(QRect(QPoint(left, top), rectangle.size()));
+    const auto left = qBound<qint64>(-width, rectangle.left(), image.width());
+    const auto top = qBound<qint64>(-height, rectangle.top(), image.height());
+    return image.copy(static_cast<int>(left), static_cast<int>(top), static_cast<int>(width),
+                      static_cast<int>(height));
 }
 
 } // namespace UICoverage

@@ -22,11 +22,9 @@ using UIAbstraction::UIElement;
 
 namespace {
 
-/** The item's children as guards: what runs while one of them is tracked may delete the next one.
- */
-std::vector<QPointer<QQuickItem>> guardedChildren(const QQuickItem* item) {
-    const QList<QQuickItem*> children = item->childItems();
-    return {children.cbegin(), children.cend()};
+/** The items from first on, as guards: what runs while one is tracked may delete the next one. */
+std::vector<QPointer<QQuickItem>> guarded(const QList<QQuickItem*>& items, int first) {
+    return {items.cbegin() + first, items.cend()};
 }
 
 UIElement* makeElement(const QObject* object, const StandardType& standardType) {
@@ -150,14 +148,15 @@ UIElement* QtQuickCoverageTracker::trackItem(QQuickItem* item) {
     if (UIElement* const parentElement = element(item->parentItem())) {
         parentElement->addChild(tracked);
     }
-    const std::vector<QPointer<QQuickItem>> children = guardedChildren(item);
-    for (const QPointer<QQuickItem>& child : children) {
+    const QList<QQuickItem*> children = item->childItems();
+    const std::vector<QPointer<QQuickItem>> guardedChildren = guarded(children, 0);
+    for (const QPointer<QQuickItem>& child : guardedChildren) {
         trackItem(child);
         if (guard.isNull()) {
             return nullptr;
         }
     }
-    rememberKnownChildren(item, static_cast<int>(children.size()));
+    rememberKnownChildren(item, children);
     return tracked;
 }
 
@@ -179,22 +178,10 @@ void QtQuickCoverageTracker::trackChildren(QObject* object) {
     if (item == nullptr) {
         return;
     }
-    const QList<QQuickItem*> current = item->childItems();
-    const int known = knownChildren(item);
-    // All children were known. One that left takes no other along, so there is nothing new; one
-    // that came stands last, and only it has to be looked at. Any other change is looked at in
-    // full.
-    if (current.size() < known) {
-        rememberKnownChildren(item, current.size());
-        return;
-    }
     const QPointer<QQuickItem> guard(item);
-    std::vector<QPointer<QQuickItem>> candidates;
-    if (known >= 0 && current.size() == known + 1 && element(current.last()) == nullptr) {
-        candidates.emplace_back(current.last());
-    } else {
-        candidates.assign(current.cbegin(), current.cend());
-    }
+    const QList<QQuickItem*> children = item->childItems();
+    const std::vector<QPointer<QQuickItem>> candidates =
+        guarded(children, knownChildren(item, children));
     for (const QPointer<QQuickItem>& child : candidates) {
         if (!child.isNull() && element(child) == nullptr) {
             trackItem(child);
@@ -204,23 +191,39 @@ void QtQuickCoverageTracker::trackChildren(QObject* object) {
             }
         }
     }
-    rememberKnownChildren(item, current.size());
+    rememberKnownChildren(item, children);
 }
 
-void QtQuickCoverageTracker::rememberKnownChildren(QQuickItem* item, int count) {
-    UIElement* const tracked = element(item);
-    auto* const observer =
-        qobject_cast<QtQuickItemObserver*>(m_observers.observerForElement(tracked));
-    if (observer != nullptr) {
-        observer->setKnownChildren(item->childItems().size() == count ? count : -1);
+QtQuickItemObserver* QtQuickCoverageTracker::observer(QQuickItem* item) {
+    return qobject_cast<QtQuickItemObserver*>(m_observers.observerForElement(element(item)));
+}
+
+/** How many children, from the first on, are sure to have an element, without looking at them. */
+int QtQuickCoverageTracker::knownChildren(QQuickItem* item, const QList<QQuickItem*>& children) {
+    const QtQuickItemObserver* const itemObserver = observer(item);
+    const int known = itemObserver == nullptr ? -1 : itemObserver->knownChildren();
+    if (known <= 0 || children.isEmpty()) {
+        return 0;
     }
+    // New children stand last. So as long as the last of those that were all known stands where it
+    // stood, nobody came in before it; and where there are fewer than before and the last one has
+    // an element, some have left and nobody came.
+    if (children.size() < known) {
+        return element(children.last()) == nullptr ? 0 : children.size();
+    }
+    return children.at(known - 1) == itemObserver->lastKnownChild() ? known : 0;
 }
 
-int QtQuickCoverageTracker::knownChildren(QQuickItem* item) {
-    UIElement* const tracked = element(item);
-    auto* const observer =
-        qobject_cast<QtQuickItemObserver*>(m_observers.observerForElement(tracked));
-    return observer == nullptr ? -1 : observer->knownChildren();
+void QtQuickCoverageTracker::rememberKnownChildren(QQuickItem* item,
+                                                   const QList<QQuickItem*>& children) {
+    QtQuickItemObserver* const itemObserver = observer(item);
+    if (itemObserver == nullptr) {
+        return;
+    }
+    // What ran while they were tracked may have made children come and go, and the last one die.
+    const bool areTheSame = item->childItems() == children;
+    itemObserver->setKnownChildren(areTheSame ? children.size() : -1,
+                                   areTheSame && !children.isEmpty() ? children.last() : nullptr);
 }
 
 void QtQuickCoverageTracker::clickWindow(QQuickWindow* window, const QMouseEvent* event) {
@@ -303,7 +306,8 @@ void QtQuickCoverageTracker::takeItemScreenshot(QQuickItem* item) {
     const QPointer<QQuickItem> guard(top);
     const QImage image = grabWindow(item->window());
     // Rendering ran the application's code: the item may be gone, or in no window any more.
-    if (UIElement* const pictured = guard.isNull() ? nullptr : element(top)) {
+    const bool isInWindow = !guard.isNull() && top->window() != nullptr;
+    if (UIElement* const pictured = isInWindow ? element(top) : nullptr) {
         pictured->setImage(copyImage(image, sceneRectangle(top)));
     }
 }

@@ -3,6 +3,7 @@
 #include "observerpool.h"
 #include "uicoveragetracker.h"
 
+#include <QList>
 #include <QObject>
 
 QT_BEGIN_NAMESPACE
@@ -15,6 +16,8 @@ QT_END_NAMESPACE
 
 namespace Vorsk {
 namespace UICoverage {
+
+class QtQuickItemObserver;
 
 /**
  * Builds the elements of Qt Quick windows from the events that the host delivers: a window becomes
@@ -52,8 +55,9 @@ private:
 
     UIAbstraction::UIElement* trackItem(QQuickItem* item);
     UIAbstraction::UIElement* createItemElement(QQuickItem* item);
-    void rememberKnownChildren(QQuickItem* item, int count);
-    int knownChildren(QQuickItem* item);
+    QtQuickItemObserver* observer(QQuickItem* item);
+    int knownChildren(QQuickItem* item, const QList<QQuickItem*>& children);
+    void rememberKnownChildren(QQuickItem* item, const QList<QQuickItem*>& children);
 
     void clickWindow(QQuickWindow* window, const QMouseEvent* event);
     void showWindow(QQuickWindow* window);

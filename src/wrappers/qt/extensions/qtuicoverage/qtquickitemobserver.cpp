@@ -44,6 +44,11 @@ QtQuickItemObserver::QtQuickItemObserver(QQuickItem* item, UIElement* element,
 
 QtQuickItemObserver::~QtQuickItemObserver() = default;
 
+void QtQuickItemObserver::setKnownChildren(int count, QQuickItem* last) {
+    m_knownChildren = count;
+    m_lastKnownChild = last;
+}
+
 QQuickItem* QtQuickItemObserver::item() const {
     // Made with an item, so the cast needs no check.
     return static_cast<QQuickItem*>(observedObject());
@@ -271,7 +276,9 @@ void QtQuickItemObserver::onVisibleChanged() {
 }
 
 void QtQuickItemObserver::onChildrenChanged() {
-    tracker()->trackChildren(item());
+    if (tracker() != nullptr) {
+        tracker()->trackChildren(item());
+    }
 }
 
 } // namespace UICoverage

@@ -2,6 +2,7 @@
 
 #include "qtobjectobserver.h"
 
+#include <QPointer>
 #include <QQuickItem>
 
 namespace Vorsk {
@@ -29,12 +30,14 @@ public:
     ~QtQuickItemObserver() override;
 
     /**
-     * How many children the item had when all of them were known to have an element; -1 before
-     * that. Kept for the tracker, so that one more child does not make it look at all the others
-     * again.
+     * How many children the item had, and which was the last one, when all of them were known to
+     * have an element; -1 before that. Kept for the tracker, so that one more child does not make
+     * it look at all the others again.
      */
     int knownChildren() const { return m_knownChildren; }
-    void setKnownChildren(int count) { m_knownChildren = count; }
+    /** Null when there was none or it has died. */
+    const QQuickItem* lastKnownChild() const { return m_lastKnownChild; }
+    void setKnownChildren(int count, QQuickItem* last);
 
 private Q_SLOTS:
     void onCheckedChanged();
@@ -65,6 +68,7 @@ private:
     void classifyAsCheckBox();
 
     int m_knownChildren = -1;
+    QPointer<QQuickItem> m_lastKnownChild;
 };
 
 } // namespace UICoverage

@@ -13,9 +13,9 @@ namespace {
 
 constexpr qreal leastOpacity = 1e-12;
 
-/** Far beyond any screen, and still the width between the outermost coordinates fits into an int.
+/** The same in both directions, so that no distance that is computed from a saturated value wraps.
  */
-constexpr int outermost = std::numeric_limits<int>::max() / 2;
+constexpr int outermost = std::numeric_limits<int>::max();
 
 int saturated(qreal value) {
     if (std::isnan(value)) {
