@@ -305,7 +305,7 @@ private Q_SLOTS:
         QVERIFY(m_recording->write(path));
         RecordingLoader loader(path);
         QVERIFY(!loader.load());
-        m_collector->collect(loader.replay(), application);
+        m_collector->collect(loader.replay());
         QCOMPARE(m_tree.totalsOf(m_tree.windows().first()).elements, depth + 1);
     }
 };
