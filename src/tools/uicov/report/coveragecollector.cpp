@@ -40,7 +40,8 @@ void CoverageCollector::collect(const Recording::Replay& replay, const QString& 
     for (const UIElement* start : starts) {
         m_knownWindows.insert(start);
     }
-    for (std::size_t i = 0; i < m_windowsToCome.size(); ++i) {
+    // By index: windows below windows are appended on the way.
+    for (std::size_t i = 0; i < m_windowsToCome.size(); ++i) { // NOLINT(modernize-loop-convert)
         addWindow(*m_windowsToCome[i]);
     }
 }
