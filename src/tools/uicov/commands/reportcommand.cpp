@@ -10,6 +10,8 @@
 
 #include <QFile>
 
+#include <algorithm>
+
 namespace Uicov::Commands {
 
 using Console::Message;
@@ -77,12 +79,13 @@ int ReportCommand::run(Console::Terminal& terminal) {
     if (m_readFiles == 0) {
         return Failed; // each file has been told of
     }
-    if (m_tree.windows().isEmpty()) {
+    const QList<int> windows = m_tree.windows();
+    if (std::none_of(windows.cbegin(), windows.cend(),
+                     [this](int window) { return m_tree.totalsOf(window).elements > 0; })) {
         terminal.error(
-            {Message::NoElements,
-             QStringLiteral(
-                 "nothing to report: no element was recorded; check that the application "
-                 "showed a window and that --toolkit fits it")});
+            {Message::NoElements, QStringLiteral("nothing to report: no element that counts was "
+                                                 "recorded; check that the application "
+                                                 "showed a window and that --toolkit fits it")});
         return Failed;
     }
     return write(terminal);

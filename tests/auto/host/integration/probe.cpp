@@ -100,8 +100,7 @@ int runOnce(int argc, char** argv, const char* way) {
     if (isWay(way, "kill")) {
         static_cast<void>(std::raise(SIGKILL));
     } else if (isWay(way, "exit-in-handler")) {
-        QMetaObject::invokeMethod(
-            &application, [] { std::exit(3); }, Qt::QueuedConnection);
+        ender.leavesAtOnce = true;
     } else if (isWay(way, "quick-exit")) {
         std::quick_exit(3);
     } else if (isWay(way, "_exit")) {

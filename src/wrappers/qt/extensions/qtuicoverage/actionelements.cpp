@@ -9,9 +9,12 @@
 #include "qtwidgetscoveragetracker.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QMenu>
 #include <QVector>
 #include <QWidget>
+
+#include <algorithm>
 
 namespace Vorsk {
 namespace UICoverage {
@@ -88,10 +91,22 @@ void ActionElements::removeObserved(QAction* action) {
     m_observedActions.remove(action);
 }
 
+bool ActionElements::isAlive(QAction* action) {
+    if (m_store.elementForObject(action) != nullptr) {
+        return true;
+    }
+    // The action that was observed at this address is gone. A new one can have taken its place;
+    // then some widget offers it.
+    const QWidgetList widgets = QApplication::allWidgets();
+    return std::any_of(widgets.cbegin(), widgets.cend(), [action](const QWidget* widget) {
+        return widget->actions().contains(action);
+    });
+}
+
 void ActionElements::countTriggered(QAction* action, UIElement* senderElement) {
     // A menu also emits triggered() for the actions of its sub-menus; those have observers of their
     // own.
-    if (!m_observedActions.contains(action)) {
+    if (!m_observedActions.contains(action) || !isAlive(action)) {
         return;
     }
     const QString text = stripMnemonics(action->text());

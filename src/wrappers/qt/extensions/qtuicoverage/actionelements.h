@@ -63,6 +63,8 @@ public:
     void grabImages();
 
 private:
+    /** False when the application's own slot, which ran first, has deleted the triggered action. */
+    bool isAlive(QAction* action);
     void createElement(QAction* action, const std::function<void(QAction*)>& observe);
 
     QtWidgetObserver* m_observer;

@@ -158,9 +158,15 @@ private Q_SLOTS:
     }
 
     void noElementsAreAnErrorWithACause() {
-        QCOMPARE(report({QStringLiteral("idle.uirec")}), 1);
-        QCOMPARE(m_runner.output(), QString());
-        QVERIFY(m_runner.errors().contains(QStringLiteral("[no-elements]")));
+        RecordingBuilder hollow;
+        hollow.add(nullptr, QString(), QStringLiteral("QWidget"))->setTransparentNode(true);
+        hollow.addEnd();
+        QVERIFY(hollow.write(path("hollow.uirec")));
+        for (const char* name : {"idle.uirec", "hollow.uirec"}) {
+            QCOMPARE(report({QLatin1String(name)}), 1);
+            QCOMPARE(m_runner.output(), QString());
+            QVERIFY(m_runner.errors().contains(QStringLiteral("[no-elements]")));
+        }
     }
 
     void theOutputCanBeAFile() {

@@ -45,6 +45,7 @@ protected Q_SLOTS:
     void init();
     void cleanup();
     void noteTriggered(QAction* action);
+    void deleteTriggered(QAction* action);
 
 private Q_SLOTS:
     void hasThreePrivateSlotsInOrder();
@@ -67,6 +68,8 @@ private Q_SLOTS:
     void triggeredActionWithTheTextOfAnotherTypeIsReported_data();
     void triggeredActionWithTheTextOfAnotherTypeIsReported();
     void addressOfADeadActionStaysObserved();
+    void triggeredActionThatTheApplicationDeletesFirstIsIgnored();
+    void triggeredNewActionAtADeadOnesAddressElsewhereIsReported();
 
     void pressCountsOnTheActionsOwnItem();
     void pressOnNoActionIsReported_data();

@@ -26,6 +26,10 @@ void MenuObserverTest::noteTriggered(QAction* action) {
     m_triggered = action;
 }
 
+void MenuObserverTest::deleteTriggered(QAction* action) {
+    delete action;
+}
+
 void MenuObserverTest::triggeredActionIsFoundByItsStrippedText() {
     addAction("&Open");
     QAction* const file = addAction("&File");
@@ -113,6 +117,32 @@ void MenuObserverTest::addressOfADeadActionStaysObserved() {
     action->setText(text("New"));
     action->trigger();
     QCOMPARE(m_probe->takeLog(), QStringList{text("warning: Unregistered child New encounted")});
+}
+
+void MenuObserverTest::triggeredActionThatTheApplicationDeletesFirstIsIgnored() {
+    // Menus of recent files do that: they are cleared and filled anew when one is chosen.
+    connect(m_widget.get(), SIGNAL(triggered(QAction*)), this, SLOT(deleteTriggered(QAction*)));
+    QAction* const action = addAction("One");
+    observe();
+    action->trigger();
+    QVERIFY(m_widget->actions().isEmpty());
+    QCOMPARE(clicks(0), 0);
+    QCOMPARE(m_probe->takeLog(), QStringList());
+}
+
+void MenuObserverTest::triggeredNewActionAtADeadOnesAddressElsewhereIsReported() {
+    TestLib::SameStorage<QAction> storage;
+    QAction* const action = storage.make(text("Old"), nullptr);
+    m_widget->addAction(action);
+    auto* const menu = new QMenu(text("Sub"), m_widget.get());
+    m_widget->addAction(menu->menuAction());
+    observe();
+    // The widget says "triggered" of its sub-menus' actions as well.
+    QCOMPARE(storage.make(text("New"), nullptr), action);
+    menu->addAction(action);
+    action->trigger();
+    QCOMPARE(m_probe->takeLog(), QStringList{text("warning: Unregistered child New encounted")});
+    menu->removeAction(action);
 }
 
 void MenuObserverTest::pressCountsOnTheActionsOwnItem() {
