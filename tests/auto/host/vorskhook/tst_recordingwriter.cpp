@@ -12,9 +12,6 @@
 #include <cerrno>
 #include <csignal>
 
-#include <fcntl.h>
-#include <sys/resource.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -88,18 +85,12 @@ private Q_SLOTS:
     void closeTwice();
     void nothingAfterClose();
     void timesDoNotRunBackwards();
-    void isPrivateAndClosedOnExec();
-    void existingFileIsLeftAlone();
-    void symbolicLinkIsNotFollowed();
-    void pathWithoutSuffix();
     void folderThatIsNotThere();
     void shortAndInterruptedWrites();
     void writeThatFails_data();
     void writeThatFails();
     void headerThatCannotBeWritten();
-    void fileSizeLimit();
     void descriptorThatTheApplicationClosed();
-    void descriptorThatTheApplicationReused();
     void forkedChildDoesNotWrite();
     void survivesKill();
     void messageThatIsRefused();
@@ -260,56 +251,6 @@ void tst_RecordingWriter::timesDoNotRunBackwards() {
     QVERIFY(last > 0);
 }
 
-void tst_RecordingWriter::isPrivateAndClosedOnExec() {
-    const mode_t mask = umask(0);
-    RecordingWriter writer;
-    const bool opened = writer.open(m_path, m_info);
-    umask(mask);
-    QVERIFY(opened);
-    struct stat status {};
-    QCOMPARE(::stat(QFile::encodeName(m_path).constData(), &status), 0);
-    QCOMPARE(status.st_mode & 07777U, mode_t(0600));
-    const int descriptor = descriptorOf(m_path);
-    QVERIFY(descriptor >= 0);
-    QVERIFY((fcntl(descriptor, F_GETFD) & FD_CLOEXEC) != 0);
-}
-
-void tst_RecordingWriter::existingFileIsLeftAlone() {
-    RecordingWriter first;
-    RecordingWriter second;
-    RecordingWriter third;
-    QVERIFY(first.open(m_path, m_info));
-    QVERIFY(second.open(m_path, m_info));
-    QVERIFY(third.open(m_path, m_info));
-    const QString stem = m_path.chopped(6) + QLatin1Char('-') + QString::number(getpid());
-    QCOMPARE(first.path(), m_path);
-    QCOMPARE(second.path(), stem + QStringLiteral(".uirec"));
-    QCOMPARE(third.path(), stem + QStringLiteral("-2.uirec"));
-    QVERIFY(send(second, "message"));
-    QCOMPARE(RecordingParser::parseFile(first.path()).messages().size(), 0);
-    QCOMPARE(RecordingParser::parseFile(second.path()).messages().size(), 1);
-    QCOMPARE(RecordingParser::parseFile(third.path()).messages().size(), 0);
-}
-
-void tst_RecordingWriter::symbolicLinkIsNotFollowed() {
-    const QString target = m_dir->filePath(QStringLiteral("target"));
-    QVERIFY(QFile::link(target, m_path));
-    RecordingWriter writer;
-    QVERIFY(writer.open(m_path, m_info));
-    QVERIFY(writer.path() != m_path);
-    QVERIFY(!QFile::exists(target));
-}
-
-void tst_RecordingWriter::pathWithoutSuffix() {
-    RecordingWriter first;
-    RecordingWriter second;
-    const QString path = m_dir->filePath(QStringLiteral("plain.data"));
-    QVERIFY(first.open(path, m_info));
-    QVERIFY(second.open(path, m_info));
-    QCOMPARE(first.path(), path);
-    QCOMPARE(second.path(), QStringLiteral("%1-%2.uirec").arg(path).arg(getpid()));
-}
-
 void tst_RecordingWriter::folderThatIsNotThere() {
     const QString path = m_dir->filePath(QStringLiteral("none/file.uirec"));
     expectWarning(QStringLiteral("recording-not-made: cannot make the recording %1: No such file "
@@ -383,30 +324,6 @@ void tst_RecordingWriter::headerThatCannotBeWritten() {
     QVERIFY(!QFile::exists(m_path));
 }
 
-void tst_RecordingWriter::fileSizeLimit() {
-    RecordingWriter writer;
-    QVERIFY(writer.open(m_path, m_info));
-    QVERIFY(send(writer, "kept"));
-    const QByteArray before = contents(m_path);
-    rlimit original{};
-    getrlimit(RLIMIT_FSIZE, &original);
-    rlimit limit = original;
-    limit.rlim_cur = static_cast<rlim_t>(before.size()) + 20;
-    QCOMPARE(setrlimit(RLIMIT_FSIZE, &limit), 0);
-    expectWarning(QRegularExpression(QStringLiteral("recording-ended: .*File too large.*")));
-    const bool sent = send(writer, QByteArray(100, 'x'));
-    sigset_t pending;
-    sigset_t blocked;
-    sigpending(&pending);
-    pthread_sigmask(SIG_BLOCK, nullptr, &blocked);
-    setrlimit(RLIMIT_FSIZE, &original);
-    // Reached at all: the signal would have ended this program.
-    QVERIFY(!sent);
-    QCOMPARE(sigismember(&pending, SIGXFSZ), 0);
-    QCOMPARE(sigismember(&blocked, SIGXFSZ), 0);
-    QCOMPARE(contents(m_path), before);
-}
-
 void tst_RecordingWriter::descriptorThatTheApplicationClosed() {
     RecordingWriter writer;
     QVERIFY(writer.open(m_path, m_info));
@@ -417,22 +334,6 @@ void tst_RecordingWriter::descriptorThatTheApplicationClosed() {
     QVERIFY(!send(writer, "lost"));
     QVERIFY(!send(writer, "lost too"));
     QCOMPARE(contents(m_path), before);
-}
-
-void tst_RecordingWriter::descriptorThatTheApplicationReused() {
-    RecordingWriter writer;
-    QVERIFY(writer.open(m_path, m_info));
-    const int descriptor = descriptorOf(m_path);
-    QFile other(m_dir->filePath(QStringLiteral("other")));
-    QVERIFY(other.open(QIODevice::WriteOnly));
-    QCOMPARE(::dup2(other.handle(), descriptor), descriptor);
-    expectWarning(QRegularExpression(QStringLiteral("recording-ended: .*")));
-    QVERIFY(!send(writer, "lost"));
-    writer.close();
-    QCOMPARE(contents(other.fileName()), QByteArray());
-    // Nor is it closed: it is the application's.
-    QVERIFY(fcntl(descriptor, F_GETFD) >= 0);
-    ::close(descriptor);
 }
 
 void tst_RecordingWriter::forkedChildDoesNotWrite() {
