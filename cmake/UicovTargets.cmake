@@ -82,7 +82,9 @@ function(uicov_add_test)
     set(command $<TARGET_FILE:${ARG_NAME}>)
     if(ARG_ON_DISPLAY)
         set(command xvfb-run -a -s "-screen 0 1280x1024x24" ${command})
-        list(APPEND ARG_ENVIRONMENT QT_QPA_PLATFORM=xcb QT_XCB_GL_INTEGRATION=none)
+        # The X libraries hand strndup() bytes that have no end, as they may.
+        list(APPEND ARG_ENVIRONMENT QT_QPA_PLATFORM=xcb QT_XCB_GL_INTEGRATION=none
+            "ASAN_OPTIONS=detect_leaks=1:strict_string_checks=0:detect_stack_use_after_return=1")
     endif()
     uicov_register_test(NAME ${ARG_NAME} COMMAND ${command} TIMEOUT ${ARG_TIMEOUT}
         ENVIRONMENT ${ARG_ENVIRONMENT} LABELS ${ARG_LABELS})

@@ -25,17 +25,17 @@ QStringList knownKeys(const QString& section) {
 }
 
 /** Insertions, removals and replacements that make one text of the other, ignoring case. */
-int editDistance(const QString& left, const QString& right) {
-    std::vector<int> row(static_cast<size_t>(right.size()) + 1);
+int editDistance(const QString& written, const QString& known) {
+    std::vector<int> row(static_cast<size_t>(known.size()) + 1);
     for (size_t column = 0; column < row.size(); ++column) {
         row[column] = static_cast<int>(column);
     }
-    for (int line = 0; line < left.size(); ++line) {
+    for (int line = 0; line < written.size(); ++line) {
         int diagonal = row[0];
         row[0] = line + 1;
-        for (int column = 0; column < right.size(); ++column) {
+        for (int column = 0; column < known.size(); ++column) {
             const auto index = static_cast<size_t>(column);
-            const bool equal = left[line].toCaseFolded() == right[column].toCaseFolded();
+            const bool equal = written[line].toCaseFolded() == known[column].toCaseFolded();
             const int replaced = diagonal + (equal ? 0 : 1);
             diagonal = row[index + 1];
             row[index + 1] = std::min({replaced, row[index] + 1, row[index + 1] + 1});
@@ -46,8 +46,8 @@ int editDistance(const QString& left, const QString& right) {
 
 QString nearest(const QString& text, const QStringList& choices) {
     return *std::min_element(choices.begin(), choices.end(),
-                             [&text](const QString& left, const QString& right) {
-                                 return editDistance(text, left) < editDistance(text, right);
+                             [&text](const QString& one, const QString& other) {
+                                 return editDistance(text, one) < editDistance(text, other);
                              });
 }
 

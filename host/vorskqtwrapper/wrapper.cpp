@@ -55,6 +55,13 @@ std::vector<ExtensionLibrary> loadExtensions(const QStringList& paths) {
     return loaded;
 }
 
+/** Calls the function while the process exits, however it exits in order. */
+void callAtExit(void (*function)()) {
+    // Fails only when there is no memory left; the recording then lacks its end, which readers say.
+    static_cast<void>(std::atexit(function));
+    static_cast<void>(std::at_quick_exit(function));
+}
+
 } // namespace
 
 Wrapper::Wrapper(const HostConfiguration& configuration, RecordingWriter& writer)
@@ -93,13 +100,11 @@ void Wrapper::startConfigured(const HostConfiguration& configuration) {
     }
     theWrapper = new Wrapper(configuration, hook->writer());
     // What is registered first runs last. The objects of the extensions are made in between.
-    std::atexit(closeRecording);
-    std::at_quick_exit(closeRecording);
+    callAtExit(closeRecording);
     for (const ExtensionLibrary& library : libraries) {
         theWrapper->activate(library);
     }
-    std::atexit(finishExtensions);
-    std::at_quick_exit(finishExtensions);
+    callAtExit(finishExtensions);
 }
 
 void Wrapper::activate(const ExtensionLibrary& library) {

@@ -69,7 +69,7 @@ void tst_RecordPrinter::printsEachKind_data() {
     row(5, "null image", payload(id, QImage()), "kind 5 imageChanged #1 no image");
     row(6, "type", payload(id, QStringLiteral("Menu")), "kind 6 standardTypeChanged #1 Menu");
     row(6, "null type", payload(id, QString()), "kind 6 standardTypeChanged #1 unknown");
-    row(7, "text", payload(id, QStringLiteral("a \"b\"")), "kind 7 textChanged #1 \"a \\\"b\\\"\"");
+    row(7, "text", payload(id, QStringLiteral("a \"b\"")), R"(kind 7 textChanged #1 "a \"b\"")");
     row(7, "empty text", payload(id, QStringLiteral("")), "kind 7 textChanged #1 \"\"");
     row(7, "null text", payload(id, QString()), "kind 7 textChanged #1 null");
     row(8, "transparent", payload(id, true), "kind 8 transparentNodeChanged #1 true");

@@ -6,9 +6,12 @@
 #include "console/outputfile.h"
 #include "console/terminal.h"
 #include "recording/recordingloader.h"
+#include "recordingformat/recordingformat.h"
 #include "report/textreport.h"
 
 #include <QFile>
+
+#include <algorithm>
 
 namespace Uicov::Commands {
 
@@ -26,7 +29,12 @@ Examples:
   uicov report --strict -o report.txt *.uirec)";
 
 QString ofRecordings(int part, int all) {
-    return QStringLiteral("%1 of %2 recordings").arg(part).arg(all);
+    return all == 1 ? QStringLiteral("The recording")
+                    : QStringLiteral("%1 of %2 recordings").arg(part).arg(all);
+}
+
+QString areOrIs(int count) {
+    return count == 1 ? QStringLiteral(" is ") : QStringLiteral(" are ");
 }
 
 } // namespace
@@ -72,12 +80,13 @@ int ReportCommand::run(Console::Terminal& terminal) {
     if (m_readFiles == 0) {
         return Failed; // each file has been told of
     }
-    if (m_tree.windows().isEmpty()) {
+    const QList<int> windows = m_tree.windows();
+    if (std::none_of(windows.cbegin(), windows.cend(),
+                     [this](int window) { return m_tree.totalsOf(window).elements > 0; })) {
         terminal.error(
-            {Message::NoElements,
-             QStringLiteral(
-                 "nothing to report: no element was recorded; check that the application "
-                 "showed a window and that --toolkit fits it")});
+            {Message::NoElements, QStringLiteral("nothing to report: no element that counts was "
+                                                 "recorded; check that the application "
+                                                 "showed a window and that --toolkit fits it")});
         return Failed;
     }
     return write(terminal);
@@ -102,7 +111,8 @@ void ReportCommand::load(const QString& path, Console::Terminal& terminal) {
     for (auto it = loader.warnings().cbegin(); it != loader.warnings().cend(); ++it) {
         m_warnings[it.key()] += it.value();
     }
-    m_collector.collect(loader.replay());
+    m_collector.collect(loader.replay(), loader.process().value(QString::fromLatin1(
+                                             RecordingFormat::Key::application)));
 }
 
 QStringList ReportCommand::notes() const {
@@ -110,20 +120,20 @@ QStringList ReportCommand::notes() const {
     QStringList notes;
     if (m_abnormalEnds > 0) {
         notes.append(ofRecordings(m_abnormalEnds, all) +
-                     QStringLiteral(" ended abnormally; what they hold up to there is counted."));
+                     QStringLiteral(" ended abnormally; all that was sent until then is counted."));
     }
     if (m_damagedFiles > 0) {
-        notes.append(ofRecordings(m_damagedFiles, all) +
-                     QStringLiteral(" damaged; what could be read is counted."));
+        notes.append(ofRecordings(m_damagedFiles, all) + areOrIs(m_damagedFiles) +
+                     QStringLiteral("damaged; what could be read is counted."));
     }
     if (m_skippedFiles > 0) {
         notes.append(ofRecordings(m_skippedFiles, all) +
-                     QStringLiteral(" could not be read and are missing here."));
+                     QStringLiteral(" could not be read; nothing of that is counted."));
     }
-    if (m_collector.unopenedMenus() > 0) {
+    if (m_tree.unopenedMenus() > 0) {
         notes.append(QStringLiteral("Menus never opened: %1; what is in them is unknown and not "
                                     "counted.")
-                         .arg(m_collector.unopenedMenus()));
+                         .arg(m_tree.unopenedMenus()));
     }
     quint64 warnings = 0;
     for (const quint64 count : m_warnings) {

@@ -86,7 +86,7 @@ CLI::App* RunCommand::declare(CLI::App& commands) {
         commands.add_subcommand("run", "Run an application and record what is used of it");
     setUsage(*app, "uicov run [OPTIONS] -- APP [ARGS...]");
     app->add_option("-o,--output", m_output,
-                    "The recording; without it the application's name with .uirec, in this folder")
+                    "The recording (default: the name of APP with .uirec, here)")
         ->type_name("FILE");
     app->add_option("--toolkit", m_toolkit, "What to record: widgets, quick or both")
         ->type_name("NAME")
@@ -95,8 +95,7 @@ CLI::App* RunCommand::declare(CLI::App& commands) {
         ->capture_default_str();
     app->add_flag("--screenshots", m_takesScreenshots, "Record a picture of every element")
         ->envname("UICOV_SCREENSHOTS");
-    app->add_option("--libdir", m_libraryFolder,
-                    "Where the extension and its libraries are, if not beside uicov")
+    app->add_option("--libdir", m_libraryFolder, "Where the extension is, if not beside uicov")
         ->type_name("DIR")
         ->envname("UICOV_LIBDIR");
     app->add_flag("-q,--quiet", m_isQuiet, "Print nothing but errors");

@@ -70,8 +70,9 @@ bool ChildProcess::run(const std::string& path, const std::vector<std::string>& 
         sigprocmask(SIG_SETMASK, &before, nullptr);
         execvpe(path.c_str(), argumentPointers.data(), environmentPointers.data());
         const int error = errno;
-        const ssize_t written = write(ends[1], &error, sizeof error);
-        _exit(written == sizeof error ? cannotExecute : cannotExecute - 1);
+        while (write(ends[1], &error, sizeof error) < 0 && errno == EINTR) {
+        }
+        _exit(cannotExecute);
     }
     m_error = child < 0 ? errno : 0;
     close(ends[1]);

@@ -7,11 +7,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
-
-#include <cerrno>
-#include <cstring>
-
-#include <unistd.h>
+#include <QTemporaryFile>
 
 namespace Uicov::Launch {
 
@@ -24,7 +20,7 @@ QString sessionOf(const QString& path) {
     Recording::RecordingReader reader(path);
     Recording::Frame frame;
     if (reader.open() || !reader.next(frame) || frame.type != RecordingFormat::FrameType::Process) {
-        return QString();
+        return {};
     }
     return Recording::FrameDecoder::process(frame.body)
         .value_or(Recording::ProcessInfo())
@@ -45,11 +41,12 @@ std::optional<Problem> RecordingOutput::check() const {
                        m_path + QStringLiteral(": cannot be written: there is no folder ") +
                            folder + QStringLiteral("; make it or choose another with -o")};
     }
-    if (access(QFile::encodeName(folder).constData(), W_OK | X_OK) != 0) {
-        const QString reason = QString::fromLocal8Bit(std::strerror(errno));
+    // Tried, not asked for: permissions are not all that can be in the way.
+    QTemporaryFile trial(folder + QStringLiteral("/.uicov-XXXXXX"));
+    if (!trial.open()) {
         return Problem{Message::OutputNotWritable,
-                       m_path + QStringLiteral(": cannot be written: the folder ") + folder +
-                           QStringLiteral(" does not allow it (") + reason +
+                       m_path + QStringLiteral(": cannot be written: no file can be made in ") +
+                           folder + QStringLiteral(" (") + trial.errorString() +
                            QStringLiteral("); choose another with -o")};
     }
     const bool isThere = info.exists() || info.isSymLink();

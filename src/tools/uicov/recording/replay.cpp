@@ -112,7 +112,7 @@ void Replay::addElement(std::unique_ptr<UIElement> announced) {
             // The walk began at what is owned here, and so is all below.
             adopt(const_cast<UIElement*>(element)); // NOLINT(cppcoreguidelines-pro-type-const-cast)
         }
-        announced.release();
+        static_cast<void>(announced.release()); // each of them is in the index now
         return;
     }
     // Something of it is known already, or stands in it twice: every node is matched by its id.

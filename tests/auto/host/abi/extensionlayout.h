@@ -5,8 +5,8 @@
 #include <cstddef>
 
 /*
- * What lies where in Vorsk::Extension, checked by the compiler. Included by the test, and compiled
- * on its own for 32 bit.
+ * What lies where in Vorsk::Extension, checked by the compiler. Included by the test, and
+ * compiled on its own for 32 bit.
  */
 
 // The class has virtual functions; where its members lie is just the point here.

@@ -24,8 +24,8 @@ namespace {
 
 QStringList calls;
 
-template <typename Function, typename Object>
-Function slot(Object* object, int place) {
+template <typename Function>
+Function slot(const void* object, int place) {
     void** table = nullptr;
     std::memcpy(&table, object, sizeof table);
     Function function = nullptr;
@@ -218,7 +218,7 @@ void tst_Abi::extensionMembersAtTheirOffsets() {
     QCOMPARE(*reinterpret_cast<const std::string*>(start + nameOffset), std::string("a name"));
     QCOMPARE(*reinterpret_cast<const std::string*>(start + pathOffset), std::string("a path"));
     Vorsk::OptionSet* found = nullptr;
-    std::memcpy(&found, start + optionsOffset, sizeof found);
+    std::memcpy(&found, start + optionsOffset, sizeof(void*));
     QCOMPARE(found, static_cast<Vorsk::OptionSet*>(&options));
 }
 

@@ -3,10 +3,9 @@
 #include <QProcess>
 #include <QPushButton>
 #include <QTest>
-#include <QTimer>
+#include <QTextStream>
 
 #include <csignal>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -38,8 +37,27 @@ public:
     }
 };
 
+/** Ends the application from within the delivery of an event. */
+class Ender : public QObject {
+public:
+    bool leavesAtOnce = false;
+
+protected:
+    void timerEvent(QTimerEvent*) override {
+        if (leavesAtOnce) {
+            std::exit(3);
+        }
+        QCoreApplication::exit(3);
+    }
+};
+
 bool isWay(const char* way, const char* name) {
     return std::strcmp(way, name) == 0;
+}
+
+void report(int clicks, bool hasDeliveries) {
+    QTextStream(stdout) << "clicks " << clicks << " deliveries " << (hasDeliveries ? "yes" : "no")
+                        << '\n';
 }
 
 /** Clicks twice, the second time past a filter that lets no press through. */
@@ -77,12 +95,12 @@ void forkChild(QObject* receiver) {
 int runOnce(int argc, char** argv, const char* way) {
     ProbeApplication application(argc, argv);
     const int clicks = clickButton(application);
-    std::printf("clicks %d deliveries %s\n", clicks, application.deliveries > 0 ? "yes" : "no");
-    std::fflush(stdout);
+    report(clicks, application.deliveries > 0);
+    Ender ender;
     if (isWay(way, "kill")) {
-        std::raise(SIGKILL);
+        static_cast<void>(std::raise(SIGKILL));
     } else if (isWay(way, "exit-in-handler")) {
-        QTimer::singleShot(0, &application, [] { std::exit(3); });
+        ender.leavesAtOnce = true;
     } else if (isWay(way, "quick-exit")) {
         std::quick_exit(3);
     } else if (isWay(way, "_exit")) {
@@ -94,9 +112,7 @@ int runOnce(int argc, char** argv, const char* way) {
         receiver.setObjectName(QStringLiteral("in the child"));
         forkChild(&receiver);
     }
-    if (!isWay(way, "exit-in-handler")) {
-        QTimer::singleShot(0, &application, [] { QCoreApplication::exit(3); });
-    }
+    ender.startTimer(0);
     return QApplication::exec();
 }
 
@@ -106,7 +122,8 @@ int main(int argc, char** argv) {
     const char* way = argc > 1 ? argv[1] : "return";
     if (isWay(way, "never-destroyed")) {
         auto* application = new ProbeApplication(argc, argv);
-        std::printf("clicks %d\n", clickButton(*application));
+        const int clicks = clickButton(*application);
+        report(clicks, application->deliveries > 0);
         return 3;
     }
     if (isWay(way, "twice")) {

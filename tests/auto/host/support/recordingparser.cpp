@@ -24,7 +24,7 @@ public:
             m_good = false;
             return {};
         }
-        const QByteArray result = m_rest.left(length);
+        QByteArray result = m_rest.left(length);
         m_rest = m_rest.mid(length);
         return result;
     }

@@ -391,7 +391,7 @@ void tst_RecordingWriter::fileSizeLimit() {
     rlimit original{};
     getrlimit(RLIMIT_FSIZE, &original);
     rlimit limit = original;
-    limit.rlim_cur = static_cast<rlim_t>(before.size() + 20);
+    limit.rlim_cur = static_cast<rlim_t>(before.size()) + 20;
     QCOMPARE(setrlimit(RLIMIT_FSIZE, &limit), 0);
     expectWarning(QRegularExpression(QStringLiteral("recording-ended: .*File too large.*")));
     const bool sent = send(writer, QByteArray(100, 'x'));
@@ -465,7 +465,7 @@ void tst_RecordingWriter::survivesKill() {
         for (int i = 0; i < 1000; ++i) {
             send(writer, QByteArray::number(i));
         }
-        raise(SIGKILL);
+        _exit(raise(SIGKILL));
     }
     int status = 0;
     QCOMPARE(waitpid(child, &status, 0), child);

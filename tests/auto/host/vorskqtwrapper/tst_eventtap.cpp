@@ -161,8 +161,8 @@ bool isPress(QObject*, QEvent* event) {
 }
 
 QMouseEvent press() {
-    return QMouseEvent(QEvent::MouseButtonPress, QPointF(5, 5), Qt::LeftButton, Qt::LeftButton,
-                       Qt::NoModifier);
+    return {QEvent::MouseButtonPress, QPointF(5, 5), Qt::LeftButton, Qt::LeftButton,
+            Qt::NoModifier};
 }
 
 int internalCallbackCalls = 0;
@@ -522,7 +522,7 @@ void tst_EventTap::noneIsConsumed() {
 }
 
 void tst_EventTap::receiverDeletedByACallback() {
-    QPointer<Receiver> widget = new Receiver(QStringLiteral("widget"));
+    QPointer<QObject> widget = new Receiver(QStringLiteral("widget"));
     onHandOver = [&widget](QObject* receiver, QEvent* event) {
         if (receiver == widget && event->type() == QEvent::User) {
             delete receiver;
@@ -534,10 +534,10 @@ void tst_EventTap::receiverDeletedByACallback() {
     QCOMPARE(count(handedOver, QEvent::User, "widget"), 1);
 
     // The same where only the filter sees it: a press on its way to the parent.
-    widget = new Receiver(QStringLiteral("parent"));
-    Receiver child(QStringLiteral("child"));
+    auto* parent = new Receiver(QStringLiteral("parent"));
+    widget = parent;
+    Receiver child(QStringLiteral("child"), parent);
     child.accepts = false;
-    child.setParent(widget);
     onHandOver = [&widget, &child](QObject* receiver, QEvent* passedOn) {
         if (receiver == widget && passedOn->type() == QEvent::MouseButtonPress) {
             child.setParent(nullptr);

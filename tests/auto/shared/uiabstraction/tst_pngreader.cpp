@@ -68,7 +68,7 @@ QImage read(const QByteArray& bytes, qint64* position = nullptr) {
     QBuffer buffer;
     buffer.setData(bytes);
     buffer.open(QIODevice::ReadOnly);
-    const QImage image = readPng(buffer);
+    QImage image = readPng(buffer);
     if (position != nullptr) {
         *position = buffer.pos();
     }

@@ -1,0 +1,57 @@
+#include "testlib/samplerecording.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QSettings>
+
+#include <csignal>
+
+using TestLib::RecordingBuilder;
+
+namespace {
+
+/** As an application's host would: the session goes into the Process frame. */
+bool writeRecording(const QString& path, const QString& session, bool isEmpty) {
+    RecordingBuilder recording;
+    recording.addProcess({{QStringLiteral("session"), session}});
+    if (isEmpty) {
+        recording.addLog(RecordingFormat::Severity::Warning, QStringLiteral("no extension today"));
+        recording.addEnd();
+    } else {
+        TestLib::fillSampleRecording(recording);
+    }
+    return recording.write(path);
+}
+
+} // namespace
+
+/** Arguments: "empty", "child", "exit N", "signal N", "save FILE" (the configuration). */
+int main(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    const auto has = [&](const char* word) { return arguments.contains(QLatin1String(word)); };
+    const auto after = [&](const char* word) {
+        return arguments.value(arguments.indexOf(QLatin1String(word)) + 1);
+    };
+    const QString configuration = QFile::decodeName(qgetenv("VORSK_OPTIONS_FILE"));
+    QSettings settings(configuration, QSettings::IniFormat);
+    const QString path = settings.value(QStringLiteral("host/recording")).toString();
+    const QString session = settings.value(QStringLiteral("host/session")).toString();
+    bool isWritten = writeRecording(path, session, has("empty"));
+    if (has("child")) {
+        const QFileInfo info(path);
+        isWritten = writeRecording(info.path() + QLatin1Char('/') + info.completeBaseName() +
+                                       QStringLiteral("-4711.uirec"),
+                                   session, false) &&
+                    isWritten;
+    }
+    if (has("save")) {
+        isWritten = QFile::copy(configuration, after("save")) && isWritten;
+    }
+    if (has("signal")) {
+        raise(after("signal").toInt());
+    }
+    constexpr int notWritten = 99;
+    return isWritten ? has("exit") ? after("exit").toInt() : 0 : notWritten;
+}

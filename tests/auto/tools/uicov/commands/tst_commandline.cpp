@@ -1,0 +1,97 @@
+#include "testlib/commandrunner.h"
+#include "testlib/testcase.h"
+
+#include <QTest>
+
+using TestLib::CommandRunner;
+
+class TestCommandLine : public TestLib::TestCase {
+    Q_OBJECT
+
+    CommandRunner m_runner{QStringLiteral(UICOV_PROGRAM)};
+
+private Q_SLOTS:
+    void versionAndHelpGoToStandardOutput() {
+        QCOMPARE(m_runner.run({QStringLiteral("--version")}), 0);
+        QVERIFY(m_runner.output().startsWith(QStringLiteral("uicov ")));
+        QCOMPARE(m_runner.run({QStringLiteral("--help")}), 0);
+        QVERIFY(m_runner.output().contains(QStringLiteral("Examples:")));
+        QCOMPARE(m_runner.errors(), QString());
+    }
+
+    void everyVerbHasHelpWithExamples_data() {
+        QTest::addColumn<QString>("verb");
+        for (const char* verb : {"run", "report", "dump"}) {
+            QTest::newRow(verb) << verb;
+        }
+    }
+
+    void everyVerbHasHelpWithExamples() {
+        QFETCH(QString, verb);
+        QCOMPARE(m_runner.run({verb, QStringLiteral("--help")}), 0);
+        QVERIFY(m_runner.output().contains(QStringLiteral("Usage: uicov ") + verb));
+        QVERIFY(m_runner.output().contains(QStringLiteral("Examples:\n  uicov ") + verb));
+        const QStringList lines = m_runner.output().split(QLatin1Char('\n'));
+        for (const QString& line : lines) {
+            QVERIFY2(line.size() <= 100, qPrintable(line));
+        }
+    }
+
+    void theVariablesStandBesideTheirOptions() {
+        QCOMPARE(m_runner.run({QStringLiteral("run"), QStringLiteral("--help")}), 0);
+        for (const char* name : {"[UICOV_TOOLKIT]", "[UICOV_SCREENSHOTS]", "[UICOV_LIBDIR]"}) {
+            QVERIFY2(m_runner.output().contains(QLatin1String(name)), name);
+        }
+    }
+
+    void wrongUseIsOneLineAndExitCode1_data() {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("part");
+        const auto words = [](const char* text) {
+            return QString::fromLatin1(text).split(QLatin1Char(' '));
+        };
+        QTest::newRow("nothing") << QStringList() << "no verb given";
+        QTest::newRow("unknown verb") << words("reprot x") << "no verb reprot, only run, report";
+        QTest::newRow("unknown option") << words("report --mised x") << "--mised";
+        QTest::newRow("unknown option before the verb") << words("--mised report x") << "--mised";
+        QTest::newRow("no file") << words("report") << "one recording or more";
+        QTest::newRow("no file to dump") << words("dump") << "one recording";
+        QTest::newRow("two files to dump") << words("dump -- a b") << "one recording";
+        QTest::newRow("no application") << words("run") << "the application to start";
+        QTest::newRow("no application behind the dashes") << words("run --") << "the application";
+        QTest::newRow("unknown option of run") << words("run --scrennshots ./x") << "--scrennshots";
+        QTest::newRow("unknown toolkit") << words("run --toolkit gtk -- ./x") << "gtk";
+        QTest::newRow("option without its value") << words("report -o") << "--output";
+    }
+
+    void wrongUseIsOneLineAndExitCode1() {
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, part);
+        QCOMPARE(m_runner.run(arguments), 1);
+        QCOMPARE(m_runner.output(), QString());
+        QVERIFY2(m_runner.errors().contains(part), qPrintable(m_runner.errors()));
+        QVERIFY2(m_runner.errors().endsWith(QStringLiteral("[wrong-use]\n")),
+                 qPrintable(m_runner.errors()));
+        QCOMPARE(m_runner.errors().count(QLatin1Char('\n')), 1);
+    }
+
+    void aWrongValueInAVariableIsToldToo() {
+        CommandRunner runner(QStringLiteral(UICOV_PROGRAM));
+        runner.setVariable(QStringLiteral("UICOV_TOOLKIT"), QStringLiteral("gtk"));
+        QCOMPARE(
+            runner.run({QStringLiteral("run"), QStringLiteral("--"), QStringLiteral("/bin/true")}),
+            1);
+        QVERIFY2(runner.errors().contains(QStringLiteral("gtk")), qPrintable(runner.errors()));
+        QVERIFY(runner.errors().endsWith(QStringLiteral("[wrong-use]\n")));
+    }
+
+    void aFileCanBeginWithADash() {
+        QCOMPARE(
+            m_runner.run({QStringLiteral("report"), QStringLiteral("--"), QStringLiteral("-x")}),
+            1);
+        QVERIFY(m_runner.errors().contains(QStringLiteral("-x: there is no such file")));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestCommandLine)
+#include "tst_commandline.moc"

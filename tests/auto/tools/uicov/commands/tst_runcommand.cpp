@@ -1,0 +1,254 @@
+#include "testlib/commandrunner.h"
+#include "testlib/cprogram.h"
+#include "testlib/recordingbuilder.h"
+#include "testlib/terminalrunner.h"
+#include "testlib/testcase.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTest>
+
+using TestLib::CommandRunner;
+using TestLib::writeScript;
+
+class TestRunCommand : public TestLib::TestCase {
+    Q_OBJECT
+
+    QTemporaryDir m_libraries;
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<CommandRunner> m_runner;
+    const QString m_application = QStringLiteral(FAKE_APPLICATION);
+
+    QString path(const char* name) { return m_folder->filePath(QLatin1String(name)); }
+
+    int run(const QStringList& arguments) {
+        return m_runner->run(QStringList{QStringLiteral("run")} + arguments);
+    }
+
+    /** The fake application with arguments given as one text. */
+    QStringList application(const char* arguments = "") {
+        QStringList words{QStringLiteral("--"), m_application};
+        return words + QString::fromLatin1(arguments).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    }
+
+    QStringList files() { return QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden); }
+
+private Q_SLOTS:
+    void initTestCase() {
+        QVERIFY(QDir(m_libraries.path()).mkpath(QStringLiteral("plugins/generic")));
+        for (const char* name : {"libqtuicoverage.so", "libvorskhook.so", "libvorskqtwrapper.so",
+                                 "plugins/generic/libvorskstarter.so"}) {
+            QVERIFY(TestLib::buildC(QStringLiteral("void init_extension(void) {}"),
+                                    m_libraries.filePath(QLatin1String(name)),
+                                    {QStringLiteral("-shared"), QStringLiteral("-fPIC")}));
+        }
+        qputenv("UICOV_LIBDIR", QFile::encodeName(m_libraries.path()));
+    }
+
+    void init() {
+        TestLib::TestCase::init();
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_runner = std::make_unique<CommandRunner>(QStringLiteral(UICOV_PROGRAM));
+        m_runner->setWorkingFolder(m_folder->path());
+    }
+
+    void cleanup() { TestLib::TestCase::cleanup(); }
+
+    void aRunEndsWithTheNextCommand() {
+        QCOMPARE(run(application()), 0);
+        QCOMPARE(files(), QStringList{QStringLiteral("fakeapplication.uirec")});
+        const QStringList lines = m_runner->errors().split(QLatin1Char('\n'));
+        QCOMPARE(lines.size(), 3);
+        QVERIFY(lines.at(0).startsWith(QStringLiteral("uicov: recorded 17 elements in ")));
+        QCOMPARE(lines.at(1), QStringLiteral("uicov: next: uicov report -m fakeapplication.uirec"));
+        QCOMPARE(m_runner->output(), QString());
+    }
+
+    void theDashesCanBeLeftOut() {
+        QCOMPARE(run({QStringLiteral("-o"), QStringLiteral("x.uirec"), m_application,
+                      QStringLiteral("exit"), QStringLiteral("3")}),
+                 3);
+        QCOMPARE(files(), QStringList{QStringLiteral("x.uirec")});
+    }
+
+    void quietSaysNothing() {
+        QCOMPARE(run(QStringList{QStringLiteral("-q")} + application()), 0);
+        QCOMPARE(m_runner->errors(), QString());
+    }
+
+    void theExitCodeIsTheApplications() {
+        QCOMPARE(run(application("exit 7")), 7);
+        QVERIFY(m_runner->errors().contains(QStringLiteral("next: uicov report")));
+        QCOMPARE(run(application("signal 11")), 128 + 11);
+        QVERIFY(m_runner->errors().contains(QStringLiteral("ended by signal 11")));
+    }
+
+    void recordingsOfChildrenAreNamed() {
+        QCOMPARE(run(QStringList{QStringLiteral("-o"), QStringLiteral("a b.uirec")} +
+                     application("child")),
+                 0);
+        QVERIFY2(m_runner->errors().contains(
+                     QStringLiteral("next: uicov report -m 'a b.uirec' 'a b-4711.uirec'\n")),
+                 qPrintable(m_runner->errors()));
+        QVERIFY(m_runner->errors().contains(QStringLiteral("recorded 34 elements")));
+    }
+
+    void theConfigurationIsWhatWasAskedFor() {
+        const QStringList save =
+            application() + QStringList{QStringLiteral("save"), path("saved.ini")};
+        QCOMPARE(run(QStringList{QStringLiteral("--toolkit"), QStringLiteral("quick"),
+                                 QStringLiteral("--screenshots"), QStringLiteral("-o"),
+                                 QStringLiteral("x.uirec")} +
+                     save),
+                 0);
+        QSettings settings(path("saved.ini"), QSettings::IniFormat);
+        QCOMPARE(settings.value(QStringLiteral("host/recording")).toString(), path("x.uirec"));
+        QCOMPARE(settings.value(QStringLiteral("host/extension")).toString(),
+                 m_libraries.filePath(QStringLiteral("libqtuicoverage.so")));
+        QCOMPARE(settings.value(QStringLiteral("options/enabled")).toString(), QStringLiteral("1"));
+        QCOMPARE(settings.value(QStringLiteral("options/qtwidgets")).toString(),
+                 QStringLiteral("0"));
+        QCOMPARE(settings.value(QStringLiteral("options/qtquick")).toString(), QStringLiteral("1"));
+        QCOMPARE(settings.value(QStringLiteral("options/takeScreenshotsOfElements")).toString(),
+                 QStringLiteral("1"));
+        QCOMPARE(settings.value(QStringLiteral("host/session")).toString().size(), 36);
+    }
+
+    void variablesStandForOptions() {
+        m_runner->setVariable(QStringLiteral("UICOV_TOOLKIT"), QStringLiteral("widgets"));
+        m_runner->setVariable(QStringLiteral("UICOV_SCREENSHOTS"), QStringLiteral("1"));
+        const QStringList save =
+            application() + QStringList{QStringLiteral("save"), path("saved.ini")};
+        QCOMPARE(run(save), 0);
+        QSettings settings(path("saved.ini"), QSettings::IniFormat);
+        QCOMPARE(settings.value(QStringLiteral("options/qtquick")).toString(), QStringLiteral("0"));
+        QCOMPARE(settings.value(QStringLiteral("options/takeScreenshotsOfElements")).toString(),
+                 QStringLiteral("1"));
+    }
+
+    void theTemporaryFolderIsGoneAfterwards() {
+        const QString temporary = path("temporary");
+        QVERIFY(QDir().mkdir(temporary));
+        m_runner->setVariable(QStringLiteral("TMPDIR"), temporary);
+        QCOMPARE(run(application("signal 9")), 128 + 9);
+        QVERIFY(QDir(temporary).isEmpty());
+    }
+
+    void streamsAndArgumentsPassThrough() {
+        QVERIFY(
+            writeScript(path("app"), QStringLiteral("#!/bin/sh\nread line\necho \"out $line\"\n"
+                                                    "echo err >&2\nfor a; do echo \"<$a>\"; done\n"
+                                                    "exit 5\n")));
+        m_runner->setInput("typed\n");
+        QCOMPARE(
+            run({QStringLiteral("--"), QStringLiteral("./app"), QStringLiteral("--help"),
+                 QStringLiteral("a b"), QString(), QStringLiteral("--"), QStringLiteral("-o")}),
+            5);
+        QCOMPARE(m_runner->output(),
+                 QStringLiteral("out typed\n<--help>\n<a b>\n<>\n<-->\n<-o>\n"));
+        QVERIFY(m_runner->errors().startsWith(QStringLiteral("err\n")));
+    }
+
+    void anEarlierRecordingIsReplacedRightBeforeTheStart() {
+        TestLib::RecordingBuilder recording;
+        QVERIFY(recording.write(path("x.uirec")));
+        const QStringList output{QStringLiteral("-o"), QStringLiteral("x.uirec"),
+                                 QStringLiteral("--")};
+        QCOMPARE(run(output + QStringList{QStringLiteral("./none")}), 127);
+        QVERIFY(QFile::exists(path("x.uirec"))); // nothing was started, nothing was lost
+        QVERIFY(
+            writeScript(path("app"), QStringLiteral("#!/bin/sh\n[ ! -e x.uirec ] && exit 6\n")));
+        QCOMPARE(run(output + QStringList{QStringLiteral("./app")}), 6);
+    }
+
+    void anythingElseIsNotReplaced() {
+        QVERIFY(writeScript(path("precious.txt"), QStringLiteral("years of work")));
+        QVERIFY(writeScript(path("app"), QStringLiteral("#!/bin/sh\ntouch started\n")));
+        QCOMPARE(run({QStringLiteral("-o"), QStringLiteral("precious.txt"), QStringLiteral("--"),
+                      QStringLiteral("./app")}),
+                 1);
+        QVERIFY(m_runner->errors().contains(QStringLiteral("[output-not-a-recording]")));
+        QVERIFY(!QFile::exists(path("started")));
+        QFile file(path("precious.txt"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), QByteArray("years of work"));
+    }
+
+    void nothingIsStartedWhereItCannotWork_data() {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<QString>("name");
+        const auto words = [](const char* text) {
+            return QString::fromLatin1(text).split(QLatin1Char(' '));
+        };
+        QTest::newRow("not found") << words("-- ./none") << 127 << "application-missing";
+        QTest::newRow("not executable") << words("-- ./") << 126 << "application-not-executable";
+        QTest::newRow("output folder")
+            << words("-o none/x.uirec -- /bin/true") << 1 << "output-not-writable";
+        QTest::newRow("libraries") << words("--libdir . -- /bin/true") << 1 << "libraries-missing";
+        QTest::newRow("missing and no libraries")
+            << words("--libdir . -- ./none") << 127 << "application-missing";
+    }
+
+    void nothingIsStartedWhereItCannotWork() {
+        QFETCH(QStringList, arguments);
+        QFETCH(int, exitCode);
+        QFETCH(QString, name);
+        QCOMPARE(run(arguments), exitCode);
+        QVERIFY2(m_runner->errors().endsWith(QLatin1Char('[') + name + QStringLiteral("]\n")),
+                 qPrintable(m_runner->errors()));
+        QCOMPARE(m_runner->errors().count(QLatin1Char('\n')), 1);
+        QVERIFY(files().isEmpty());
+    }
+
+    void aMissingInterpreterIsTold() {
+        QVERIFY(writeScript(path("app"), QStringLiteral("#!/no/such/interpreter\n")));
+        QCOMPARE(run({QStringLiteral("--"), QStringLiteral("./app")}), 127);
+        QVERIFY(m_runner->errors().contains(QStringLiteral("[application-not-started]")));
+    }
+
+    void aRunWithoutARecordingIsAnErrorWithItsCause() {
+        QCOMPARE(run({QStringLiteral("--"), QStringLiteral("true")}), 1);
+        QVERIFY(m_runner->errors().contains(
+            QStringLiteral("true recorded nothing: it does not use Qt 5;")));
+        QCOMPARE(m_runner->errors().count(QLatin1Char('\n')), 1);
+        QCOMPARE(run({QStringLiteral("--"), QStringLiteral("false")}), 1);
+        QVERIFY(writeScript(path("app"), QStringLiteral("#!/bin/sh\nkill -TERM $$\n")));
+        QCOMPARE(run({QStringLiteral("--"), QStringLiteral("./app")}), 128 + 15);
+        QVERIFY(m_runner->errors().contains(QStringLiteral("it is a script")));
+    }
+
+    void anEmptyRecordingIsAnErrorWithItsFirstWarning() {
+        QCOMPARE(run(application("empty")), 1);
+        QVERIFY2(m_runner->errors().contains(
+                     QStringLiteral("the first warning was: no extension today")),
+                 qPrintable(m_runner->errors()));
+        QCOMPARE(run(application("empty exit 4")), 4);
+    }
+
+    /** The terminal tells both; if the command told the application once more it would count two.
+     */
+    void controlCReachesTheApplicationOnce() {
+        QVERIFY(
+            writeScript(path("app"), QStringLiteral("#!/bin/sh\nn=0; u=0\ntrap 'n=$((n+1))' INT\n"
+                                                    "trap 'u=1' USR1\necho ready\n"
+                                                    "i=0; while [ $n -eq 0 ] && [ $i -lt 600 ]; do "
+                                                    "sleep 0.05; i=$((i+1)); done\n"
+                                                    "sh -c 'kill -USR1 $0' $PPID\n"
+                                                    "while [ $u -eq 0 ] && [ $i -lt 600 ]; do "
+                                                    "sleep 0.05; i=$((i+1)); done\n"
+                                                    "exit $((40+n))\n")));
+        TestLib::TerminalRunner terminal;
+        QVERIFY(terminal.start(QStringLiteral(UICOV_PROGRAM),
+                               {QStringLiteral("run"), QStringLiteral("-o"), path("x.uirec"),
+                                QStringLiteral("--"), path("app")}));
+        QVERIFY(terminal.readUntil("ready"));
+        terminal.type("\x03");
+        QCOMPARE(terminal.finish(), 41);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestRunCommand)
+#include "tst_runcommand.moc"

@@ -1,0 +1,89 @@
+#include "testlib/commandrunner.h"
+#include "testlib/samplerecording.h"
+#include "testlib/terminalrunner.h"
+#include "testlib/testcase.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+using TestLib::CommandRunner;
+using TestLib::TerminalRunner;
+
+/** The class decides by what its streams are, so it is tested from outside. */
+class TestTerminal : public TestLib::TestCase {
+    Q_OBJECT
+
+    const QString m_program = QStringLiteral(UICOV_PROGRAM);
+
+private Q_SLOTS:
+    void init() {
+        TestLib::TestCase::init();
+        qunsetenv("NO_COLOR");
+    }
+
+    void cleanup() {
+        qunsetenv("NO_COLOR");
+        TestLib::TestCase::cleanup();
+    }
+
+    void anErrorIsOneLineWithItsName() {
+        CommandRunner runner(m_program);
+        QCOMPARE(runner.run({QStringLiteral("report"), QStringLiteral("none.uirec")}), 1);
+        QCOMPARE(runner.output(), QString());
+        QCOMPARE(runner.errors(), QStringLiteral("uicov: error: none.uirec: there is no such file; "
+                                                 "check the path [input-missing]\n"));
+    }
+
+    void controlCharactersInAnErrorAreMadeVisible() {
+        CommandRunner runner(m_program);
+        QCOMPARE(runner.run({QStringLiteral("report"), QStringLiteral("a\n\x1b[31mb")}), 1);
+        QVERIFY(runner.errors().startsWith(QStringLiteral("uicov: error: a\\n\\x1b[31mb: ")));
+        QCOMPARE(runner.errors().count(QLatin1Char('\n')), 1);
+    }
+
+    void onATerminalTheWordIsColoured() {
+        TerminalRunner runner;
+        QVERIFY(runner.start(m_program, {QStringLiteral("report"), QStringLiteral("none.uirec")}));
+        QCOMPARE(runner.finish(), 1);
+        QVERIFY2(runner.output().contains("\x1b[1;31merror:\x1b[0m none.uirec"),
+                 runner.output().constData());
+    }
+
+    void noColorIsObeyed() {
+        qputenv("NO_COLOR", "1");
+        TerminalRunner runner;
+        QVERIFY(runner.start(m_program, {QStringLiteral("report"), QStringLiteral("none.uirec")}));
+        QCOMPARE(runner.finish(), 1);
+        QVERIFY(runner.output().contains("uicov: error: none.uirec"));
+        QVERIFY(!runner.output().contains('\x1b'));
+    }
+
+    void linesFitTheTerminalAndOnlyTheTerminal() {
+        QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("x.uirec"));
+        TestLib::RecordingBuilder recording;
+        TestLib::fillSampleRecording(recording);
+        QVERIFY(recording.write(path));
+        const QStringList arguments{QStringLiteral("report"), QStringLiteral("-m"), path};
+        TerminalRunner runner;
+        constexpr int columns = 40;
+        QVERIFY(runner.start(m_program, arguments, columns));
+        QCOMPARE(runner.finish(), 0);
+        int listed = 0;
+        const QStringList lines = QString::fromUtf8(runner.output()).split(QStringLiteral("\r\n"));
+        for (const QString& line : lines) {
+            if (line.startsWith(QStringLiteral("    shown ")) ||
+                line.startsWith(QStringLiteral("    missed "))) {
+                ++listed;
+                QVERIFY2(line.size() <= columns, qPrintable(line));
+            }
+        }
+        QCOMPARE(listed, 6);
+        CommandRunner plain(m_program);
+        QCOMPARE(plain.run(arguments), 0);
+        QVERIFY(!plain.output().contains(QChar(0x2026)));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestTerminal)
+#include "tst_terminal.moc"
