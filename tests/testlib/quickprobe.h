@@ -6,6 +6,7 @@
 
 #include <QList>
 #include <QObject>
+#include <QPointF>
 #include <QPointer>
 #include <QStringList>
 

@@ -3,9 +3,12 @@
 #include "logging.h"
 #include "qtwidgetscoveragetracker.h"
 #include "streamuielementexporter.h"
+#include "uiabstraction/uielement.h"
 
 #include <QCoreApplication>
 #include <QMouseEvent>
+#include <QRegularExpression>
+#include <QShowEvent>
 #include <QWidget>
 
 namespace TestLib {

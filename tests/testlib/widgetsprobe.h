@@ -6,10 +6,15 @@
 
 #include <QList>
 #include <QObject>
+#include <QPointF>
 #include <QPointer>
 #include <QStringList>
 
 #include <memory>
+
+QT_BEGIN_NAMESPACE
+class QWidget;
+QT_END_NAMESPACE
 
 namespace Vorsk {
 namespace UIAbstraction {

@@ -22,6 +22,11 @@ TestLib::FakeOptionSet options;
 TestLib::FakeWrapperContext context;
 QPushButton* lateWidget = nullptr;
 
+void say(const char* line) {
+    static_cast<void>(std::fputs(line, stdout));
+    static_cast<void>(std::fflush(stdout));
+}
+
 /** Destroyed after the extension, which is made later. */
 struct AfterTheExtension {
     ~AfterTheExtension() {
@@ -30,13 +35,11 @@ struct AfterTheExtension {
             QShowEvent show;
             context.registrations.first().callback(lateWidget, &show);
             if (hook.messages.size() != before) {
-                std::fputs("an event was handled by a dead extension\n", stdout);
-                std::fflush(stdout);
+                say("an event was handled by a dead extension\n");
                 std::_Exit(1);
             }
         }
-        std::fputs("done\n", stdout);
-        std::fflush(stdout);
+        say("done\n");
     }
 };
 
@@ -61,7 +64,7 @@ void show(QWidget* widget) {
 int main(int argc, char** argv) {
     const bool lateEvent = argc > 1 && std::strcmp(argv[1], "late-event") == 0;
     // Never destroyed when a widget has to outlive everything.
-    static QApplication* application = new QApplication(argc, argv);
+    static auto* application = new QApplication(argc, argv);
     activate();
     static auto* const button = new QPushButton; // not owned by anybody
     static auto* const menu = new QMenu;

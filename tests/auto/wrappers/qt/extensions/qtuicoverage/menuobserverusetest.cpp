@@ -12,7 +12,6 @@
 
 using namespace Vorsk::UICoverage;
 using Vorsk::UIAbstraction::StandardType;
-using Vorsk::UIAbstraction::UIElement;
 
 namespace {
 

@@ -20,6 +20,13 @@ std::unique_ptr<UIElement> makeElement() {
     return std::make_unique<UIElement>(QStringLiteral("Type"), StandardType(), QString());
 }
 
+/** Gives the pool a new observer; null once it is deleted. */
+QPointer<QtObjectObserver> addTo(ObserverPool& pool, UIElement* element, QObject* object) {
+    auto* const observer = new QtObjectObserver(object, element, nullptr);
+    pool.addObserver(element, observer);
+    return observer;
+}
+
 /** What the pool promises, in the plainest form: everything is searched. */
 struct PlainPool {
     QList<QPair<UIElement*, QtObjectObserver*>> byElement;
@@ -209,9 +216,7 @@ private Q_SLOTS:
         const auto element = makeElement();
         auto object = std::make_unique<QObject>();
         ObserverPool pool;
-        const QPointer<QtObjectObserver> observer(
-            new QtObjectObserver(object.get(), element.get(), nullptr));
-        pool.addObserver(element.get(), observer);
+        const QPointer<QtObjectObserver> observer = addTo(pool, element.get(), object.get());
         QVERIFY(pool.hasObserver(element.get()));
         object.reset();
         QVERIFY(observer.isNull());
@@ -274,12 +279,8 @@ private Q_SLOTS:
         const auto element = makeElement();
         auto object = std::make_unique<QObject>();
         ObserverPool pool;
-        const QPointer<QtObjectObserver> first(
-            new QtObjectObserver(object.get(), element.get(), nullptr));
-        const QPointer<QtObjectObserver> second(
-            new QtObjectObserver(object.get(), element.get(), nullptr));
-        pool.addObserver(element.get(), first);
-        pool.addObserver(element.get(), second);
+        const QPointer<QtObjectObserver> first = addTo(pool, element.get(), object.get());
+        const QPointer<QtObjectObserver> second = addTo(pool, element.get(), object.get());
         QVERIFY(!first.isNull());
         QCOMPARE(pool.observerForElement(element.get()), second.data());
         object.reset();
@@ -291,9 +292,7 @@ private Q_SLOTS:
         const auto element = makeElement();
         auto object = std::make_unique<QObject>();
         ObserverPool pool;
-        const QPointer<QtObjectObserver> observer(
-            new QtObjectObserver(object.get(), element.get(), nullptr));
-        pool.addObserver(element.get(), observer);
+        const QPointer<QtObjectObserver> observer = addTo(pool, element.get(), object.get());
         object->disconnect();
         object.reset();
         QCOMPARE(pool.observerForElement(element.get()), nullptr);
@@ -307,14 +306,10 @@ private Q_SLOTS:
         TestLib::SameStorage<QObject> storage;
         ObserverPool pool;
         QObject* const object = storage.make();
-        const QPointer<QtObjectObserver> oldObserver(
-            new QtObjectObserver(object, oldElement.get(), nullptr));
-        pool.addObserver(oldElement.get(), oldObserver);
+        const QPointer<QtObjectObserver> oldObserver = addTo(pool, oldElement.get(), object);
         object->disconnect();
         storage.make();
-        const QPointer<QtObjectObserver> newObserver(
-            new QtObjectObserver(object, newElement.get(), nullptr));
-        pool.addObserver(newElement.get(), newObserver);
+        const QPointer<QtObjectObserver> newObserver = addTo(pool, newElement.get(), object);
         QVERIFY(oldObserver.isNull());
         QVERIFY(!pool.hasObserver(oldElement.get()));
         QCOMPARE(pool.observerForElement(newElement.get()), newObserver.data());

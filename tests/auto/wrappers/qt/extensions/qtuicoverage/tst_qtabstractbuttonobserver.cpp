@@ -125,7 +125,7 @@ private Q_SLOTS:
     }
 
     void widgetDeletedInItsOwnClickedSlotIsStillCounted() {
-        QPushButton* const button = new QPushButton(QStringLiteral("Close"));
+        auto* const button = new QPushButton(QStringLiteral("Close"));
         button->setAttribute(Qt::WA_DontShowOnScreen);
         m_probe.start();
         button->show();

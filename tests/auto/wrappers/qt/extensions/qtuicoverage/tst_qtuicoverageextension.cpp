@@ -23,6 +23,8 @@ using Values = std::vector<std::string>;
 
 } // namespace
 
+Q_DECLARE_METATYPE(Values)
+
 // NOLINTBEGIN(bugprone-reserved-identifier, cert-dcl37-c, cert-dcl51-cpp): the sanitizer's name
 /** Elements live until the process ends: to a leak checker, those of this process are lost. */
 extern "C" Q_DECL_EXPORT const char* __lsan_default_suppressions() {
@@ -296,8 +298,6 @@ private:
     TestLib::FakeWrapperContext m_context;
     Vorsk::Extension* m_extension = nullptr;
 };
-
-Q_DECLARE_METATYPE(Values)
 
 QTEST_MAIN(tst_QtUiCoverageExtension)
 #include "tst_qtuicoverageextension.moc"

@@ -21,7 +21,7 @@ public:
     explicit LocaleScope(const char* name)
         : m_saved(std::setlocale(LC_CTYPE, nullptr))
         , m_isSet(std::setlocale(LC_CTYPE, name) != nullptr) {}
-    ~LocaleScope() { std::setlocale(LC_CTYPE, m_saved.c_str()); }
+    ~LocaleScope() { static_cast<void>(std::setlocale(LC_CTYPE, m_saved.c_str())); }
     Q_DISABLE_COPY(LocaleScope)
 
     bool isSet() const { return m_isSet; }
