@@ -117,8 +117,8 @@ void PanelSession::changesTheSettings() {
 }
 
 int main(int argc, char* argv[]) {
-    const QGuiApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("panel-quick"));
+    const QGuiApplication application(argc, argv);
     PanelSession session;
     return QTest::qExec(&session, argc, argv);
 }

@@ -3,8 +3,8 @@
 #include <QApplication>
 
 int main(int argc, char* argv[]) {
-    const QApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("panel-widgets"));
+    const QApplication application(argc, argv);
     Panel::PanelWindow window;
     window.show();
     return QApplication::exec();

@@ -117,8 +117,8 @@ void PanelSession::changesTheSettings() {
 }
 
 int main(int argc, char* argv[]) {
-    QApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("panel-widgets"));
+    QApplication application(argc, argv);
     PanelSession session;
     return QTest::qExec(&session, argc, argv);
 }

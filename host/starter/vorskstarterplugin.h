@@ -15,7 +15,7 @@ class VorskStarterPlugin : public QGenericPlugin {
 
 public:
     /** Starts the host. Never null, because Qt warns of a plugin that makes no object. */
-    QObject* create(const QString& key, const QString& specification) override;
+    QObject* create(const QString& key, const QString& settings) override;
 };
 
 } // namespace VorskHost

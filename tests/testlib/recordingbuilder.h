@@ -30,7 +30,7 @@ public:
     ~RecordingBuilder() override;
 
     void addProcess(const QMap<QString, QString>& info);
-    void addLog(RecordingFormat::Severity severity, const QString& text);
+    void addLog(RecordingFormat::Severity severity, const QString& line);
     void addMark(const QString& name);
     /** Ends the recording in order, or with another count than the number of messages. */
     void addEnd();

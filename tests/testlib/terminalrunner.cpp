@@ -23,6 +23,7 @@ TerminalRunner::~TerminalRunner() {
 
 bool TerminalRunner::start(const QString& program, const QStringList& arguments, int columns) {
     std::vector<QByteArray> texts{QFile::encodeName(program)};
+    texts.reserve(static_cast<std::size_t>(arguments.size()) + 1);
     for (const QString& argument : arguments) {
         texts.push_back(QFile::encodeName(argument));
     }
@@ -34,6 +35,9 @@ bool TerminalRunner::start(const QString& program, const QStringList& arguments,
     const winsize size{24, static_cast<unsigned short>(columns), 0, 0};
     m_pid = forkpty(&m_terminal, nullptr, nullptr, &size);
     if (m_pid == 0) {
+        // A terminal's keys do nothing to programs that were started with these ignored.
+        static_cast<void>(signal(SIGINT, SIG_DFL));
+        static_cast<void>(signal(SIGQUIT, SIG_DFL));
         execv(pointers.front(), pointers.data());
         _exit(127);
     }

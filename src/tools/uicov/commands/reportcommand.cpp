@@ -6,6 +6,7 @@
 #include "console/outputfile.h"
 #include "console/terminal.h"
 #include "recording/recordingloader.h"
+#include "recordingformat/recordingformat.h"
 #include "report/textreport.h"
 
 #include <QFile>
@@ -110,7 +111,8 @@ void ReportCommand::load(const QString& path, Console::Terminal& terminal) {
     for (auto it = loader.warnings().cbegin(); it != loader.warnings().cend(); ++it) {
         m_warnings[it.key()] += it.value();
     }
-    m_collector.collect(loader.replay());
+    m_collector.collect(loader.replay(), loader.process().value(QString::fromLatin1(
+                                             RecordingFormat::Key::application)));
 }
 
 QStringList ReportCommand::notes() const {
@@ -128,10 +130,10 @@ QStringList ReportCommand::notes() const {
         notes.append(ofRecordings(m_skippedFiles, all) +
                      QStringLiteral(" could not be read; nothing of that is counted."));
     }
-    if (m_collector.unopenedMenus() > 0) {
+    if (m_tree.unopenedMenus() > 0) {
         notes.append(QStringLiteral("Menus never opened: %1; what is in them is unknown and not "
                                     "counted.")
-                         .arg(m_collector.unopenedMenus()));
+                         .arg(m_tree.unopenedMenus()));
     }
     quint64 warnings = 0;
     for (const quint64 count : m_warnings) {

@@ -58,7 +58,7 @@ QString messageName(Message message) {
     case Message::RecordingUnreadable:
         return QStringLiteral("recording-unreadable");
     }
-    return QString();
+    return {};
 }
 
 } // namespace Uicov::Console

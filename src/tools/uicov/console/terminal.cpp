@@ -15,8 +15,10 @@ namespace {
 
 void writeLine(const QString& line) {
     const QByteArray bytes = line.toUtf8() + '\n';
-    std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stderr);
-    std::fflush(stderr);
+    // Where standard error cannot be written there is nowhere to say so.
+    static_cast<void>(
+        std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stderr));
+    static_cast<void>(std::fflush(stderr));
 }
 
 } // namespace

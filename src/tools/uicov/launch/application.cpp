@@ -27,7 +27,7 @@ QString lookUp(const QString& command) {
     QString found;
     const QStringList folders = QFile::decodeName(qgetenv("PATH")).split(QLatin1Char(':'));
     for (const QString& folder : folders) {
-        const QString path =
+        QString path =
             (folder.isEmpty() ? QStringLiteral(".") : folder) + QLatin1Char('/') + command;
         const QFileInfo info(path);
         if (info.isFile() && info.isExecutable()) {

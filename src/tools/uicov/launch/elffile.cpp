@@ -95,11 +95,11 @@ quint64 ElfFile::address(quint64 offset) const {
 
 QByteArray ElfFile::textAt(quint64 offset) const {
     if (!isInside(offset, 1)) {
-        return QByteArray();
+        return {};
     }
     const auto* const start = reinterpret_cast<const char*>(m_data + offset);
-    return QByteArray(start, static_cast<int>(qstrnlen(start, static_cast<uint>(qMin<quint64>(
-                                                                  m_size - offset, PATH_MAX)))));
+    const auto limit = static_cast<uint>(qMin<quint64>(m_size - offset, PATH_MAX));
+    return {start, static_cast<int>(qstrnlen(start, limit))};
 }
 
 QString ElfFile::architecture() const {
@@ -142,7 +142,7 @@ QByteArray ElfFile::interpreter() const {
             return textAt(address(header + pick(segmentOffset, m_is64Bit)));
         }
     }
-    return QByteArray();
+    return {};
 }
 
 bool ElfFile::definesSymbol(const QByteArray& name) const {
@@ -188,12 +188,12 @@ QByteArray ElfFile::qtBuildText() const {
         while (first > 0 && bytes[first - 1] != '\0' && at - first < 64) {
             --first;
         }
-        const QByteArray text = textAt(static_cast<quint64>(first));
+        QByteArray text = textAt(static_cast<quint64>(first));
         if (text.startsWith("Qt ")) {
             return text;
         }
     }
-    return QByteArray();
+    return {};
 }
 
 } // namespace Uicov::Launch

@@ -45,7 +45,7 @@ QByteArray outputOf(const QByteArray& program, const QByteArray& option,
                     const QByteArray& argument) {
     int ends[2];
     if (pipe2(ends, O_CLOEXEC) != 0) {
-        return QByteArray();
+        return {};
     }
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);

@@ -20,7 +20,7 @@ QString sessionOf(const QString& path) {
     Recording::RecordingReader reader(path);
     Recording::Frame frame;
     if (reader.open() || !reader.next(frame) || frame.type != RecordingFormat::FrameType::Process) {
-        return QString();
+        return {};
     }
     return Recording::FrameDecoder::process(frame.body)
         .value_or(Recording::ProcessInfo())

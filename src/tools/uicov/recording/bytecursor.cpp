@@ -40,9 +40,9 @@ QByteArray ByteCursor::readBytes() {
     const quint32 length = readUInt32();
     if (!m_isOk || length > static_cast<quint32>(remaining())) {
         m_isOk = false;
-        return QByteArray();
+        return {};
     }
-    const QByteArray result = m_bytes.mid(m_position, static_cast<int>(length));
+    QByteArray result = m_bytes.mid(m_position, static_cast<int>(length));
     m_position += static_cast<int>(length);
     return result;
 }
@@ -52,7 +52,7 @@ QString ByteCursor::readText() {
 }
 
 QByteArray ByteCursor::readRest() {
-    const QByteArray result = m_bytes.mid(m_position);
+    QByteArray result = m_bytes.mid(m_position);
     m_position = m_bytes.size();
     return result;
 }

@@ -16,7 +16,7 @@ QString Ending::toString() const {
     case Kind::Damaged:
         return QStringLiteral("is damaged at byte %1: %2").arg(soundBytes).arg(lost);
     }
-    return QString();
+    return {};
 }
 
 } // namespace Uicov::Recording

@@ -109,10 +109,10 @@ QSize pictureSize(const QByteArray& png) {
     constexpr int sizeEnd = 24;
     if (png.size() < sizeEnd ||
         std::memcmp(png.constData(), signature, sizeof signature - 1) != 0) {
-        return QSize(0, 0);
+        return {0, 0};
     }
-    return QSize(qFromBigEndian<qint32>(png.constData() + widthOffset),
-                 qFromBigEndian<qint32>(png.constData() + heightOffset));
+    return {qFromBigEndian<qint32>(png.constData() + widthOffset),
+            qFromBigEndian<qint32>(png.constData() + heightOffset)};
 }
 
 } // namespace Uicov::Recording::RecordDecoder

@@ -17,7 +17,7 @@ using RecordingFormat::FrameType;
 namespace {
 
 /** A claimed length is believed in steps of this size only. */
-constexpr qint64 readStep = 1024 * 1024;
+constexpr qint64 readStep = 1024LL * 1024;
 
 bool isKnown(quint8 type) {
     return type >= static_cast<quint8>(FrameType::Process) &&

@@ -20,10 +20,6 @@ bool isWindowBelowOthers(const UIElement& element) {
     return element.isWindowNode() && !isMenu(element);
 }
 
-bool isUnopenedMenu(const UIElement& element) {
-    return isMenu(element) && element.isTransparentNode();
-}
-
 /** Whether the step says more than "some window of a class that Qt brings". */
 bool isTelling(const ElementKey::Step& step) {
     const QString& name = step.className.isEmpty() ? step.kind : step.className;
@@ -35,7 +31,8 @@ bool isTelling(const ElementKey::Step& step) {
 CoverageCollector::CoverageCollector(CoverageTree& tree)
     : m_tree(tree) {}
 
-void CoverageCollector::collect(const Recording::Replay& replay) {
+void CoverageCollector::collect(const Recording::Replay& replay, const QString& application) {
+    m_application = application;
     m_knownWindows.clear();
     m_unnamedWindows.clear();
     const QVector<const UIElement*> starts = replay.entryPoints();
@@ -43,7 +40,8 @@ void CoverageCollector::collect(const Recording::Replay& replay) {
     for (const UIElement* start : starts) {
         m_knownWindows.insert(start);
     }
-    for (std::size_t i = 0; i < m_windowsToCome.size(); ++i) {
+    // By index: windows below windows are appended on the way.
+    for (std::size_t i = 0; i < m_windowsToCome.size(); ++i) { // NOLINT(modernize-loop-convert)
         addWindow(*m_windowsToCome[i]);
     }
 }
@@ -71,7 +69,7 @@ int CoverageCollector::windowNode(const UIElement& window) {
         // with a name of their own, however, each is one more instance of the same thing.
         step.ordinal = ++m_unnamedWindows[step];
     }
-    return m_tree.window(step);
+    return m_tree.window(step, m_application);
 }
 
 void CoverageCollector::enqueueChildren(const UIElement& element, int node) {
@@ -100,12 +98,16 @@ void CoverageCollector::visit(const Visit& visit) {
         return;
     }
     m_visited.insert(&element);
-    m_unopenedMenus += isUnopenedMenu(element) ? 1 : 0;
     int node = visit.node;
-    if (!element.isTransparentNode()) {
+    // A menu that was not opened is transparent still, and a step all the same: the same menu may
+    // have been opened in another instance of its window.
+    if (!element.isTransparentNode() || isMenu(element)) {
         ElementKey::Step step = ElementKey::stepOf(element);
         step.ordinal = ++m_ordinals[qMakePair(visit.node, step)];
         node = m_tree.child(visit.node, step);
+    }
+    if (isMenu(element)) {
+        m_tree.noteMenu(node, !element.isTransparentNode());
     }
     if (CoverageRules::isCountable(element)) {
         m_tree.count(node, CoverageRules::eventsOf(element));

@@ -26,10 +26,8 @@ public:
     /** @param tree what is added to; not owned, outlives this */
     explicit CoverageCollector(CoverageTree& tree);
 
-    void collect(const Recording::Replay& replay);
-
-    /** Menus whose entries are unknown since nobody ever opened them, over all collected. */
-    int unopenedMenus() const { return m_unopenedMenus; }
+    /** @param application name of the application whose windows these are */
+    void collect(const Recording::Replay& replay, const QString& application = QString());
 
 private:
     using Element = Vorsk::UIAbstraction::UIElement;
@@ -46,9 +44,9 @@ private:
     void enqueueChildren(const Element& element, int node);
 
     CoverageTree& m_tree;
-    int m_unopenedMenus = 0;
 
     // Of the recording that is being collected:
+    QString m_application;
     QSet<const Element*> m_knownWindows;
     std::vector<const Element*> m_windowsToCome;
     QHash<ElementKey::Step, int> m_unnamedWindows;

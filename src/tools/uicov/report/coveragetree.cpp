@@ -12,16 +12,19 @@ CoverageTree::Totals& CoverageTree::Totals::operator+=(const Totals& other) {
     events += other.events;
     coveredEvents += other.coveredEvents;
     neverCountedEvents += other.neverCountedEvents;
+    missedUnseen += other.missedUnseen;
     return *this;
 }
 
-int CoverageTree::window(const ElementKey::Step& step) {
-    const auto it = m_windows.constFind(step);
+int CoverageTree::window(const ElementKey::Step& step, const QString& application) {
+    const auto key = qMakePair(application, step);
+    const auto it = m_windows.constFind(key);
     if (it != m_windows.cend()) {
         return *it;
     }
     const int index = add(step, -1);
-    m_windows.insert(step, index);
+    m_nodes.back().application = application;
+    m_windows.insert(key, index);
     return index;
 }
 
@@ -58,6 +61,18 @@ void CoverageTree::count(int node, const Events& events) {
     }
 }
 
+void CoverageTree::noteMenu(int node, bool isOpened) {
+    Node& menu = m_nodes[static_cast<std::size_t>(node)];
+    menu.isMenu = true;
+    menu.isOpenedMenu = menu.isOpenedMenu || isOpened;
+}
+
+int CoverageTree::unopenedMenus() const {
+    return static_cast<int>(std::count_if(m_nodes.cbegin(), m_nodes.cend(), [](const Node& node) {
+        return node.isMenu && !node.isOpenedMenu;
+    }));
+}
+
 std::vector<int> CoverageTree::nodesOf(int window) const {
     std::vector<int> result;
     std::vector<int> open{window};
@@ -83,6 +98,9 @@ CoverageTree::Totals CoverageTree::totalsOf(int window) const {
         ++(state == State::Used    ? totals.used
            : state == State::Shown ? totals.shown
                                    : totals.missed);
+        if (state == State::Missed && !element.events.contains(CoverageRules::shownEvent())) {
+            ++totals.missedUnseen;
+        }
         for (const EventCoverage& event : element.events) {
             if (event.isNeverCounted) {
                 ++totals.neverCountedEvents;

@@ -4,6 +4,7 @@
 #include "report/elementkey.h"
 
 #include <QMap>
+#include <QPair>
 
 #include <vector>
 
@@ -20,8 +21,13 @@ public:
         ElementKey::Step step;
         /** Index of the node above; -1 for a window. */
         int parent = -1;
+        /** Of a window: the application that it belongs to; windows of two are never one. */
+        QString application;
         QMap<ElementKey::Step, int> children;
         bool isCountable = false;
+        /** A menu that was announced, and whether it was ever opened. */
+        bool isMenu = false;
+        bool isOpenedMenu = false;
         Events events;
     };
 
@@ -35,19 +41,26 @@ public:
         int coveredEvents = 0;
         /** Events outside the ratio since this version never counts them. */
         int neverCountedEvents = 0;
+        /** Missed elements that have no "shown" event, so that nobody knows whether they were seen.
+         */
+        int missedUnseen = 0;
 
         Totals& operator+=(const Totals& other);
     };
 
-    /** The window's node, made when it is not there yet. */
-    int window(const ElementKey::Step& step);
+    /** The node of the application's window, made when it is not there yet. */
+    int window(const ElementKey::Step& step, const QString& application = QString());
     /** The node below that one, made when it is not there yet. */
     int child(int parent, const ElementKey::Step& step);
     /** Makes the node countable and adds the events to those that it has. */
     void count(int node, const Events& events);
+    /** Makes the node a menu; one that was opened once stays opened. */
+    void noteMenu(int node, bool isOpened);
 
     const Node& node(int index) const { return m_nodes[static_cast<std::size_t>(index)]; }
-    /** The nodes of the windows. */
+    /** Menus that nobody ever opened, so that their entries are unknown. */
+    int unopenedMenus() const;
+    /** The nodes of the windows, application by application. */
     QList<int> windows() const { return m_windows.values(); }
     /** The node and all below it, each before what is below it. */
     std::vector<int> nodesOf(int window) const;
@@ -58,7 +71,7 @@ private:
     int add(const ElementKey::Step& step, int parent);
 
     std::vector<Node> m_nodes;
-    QMap<ElementKey::Step, int> m_windows;
+    QMap<QPair<QString, ElementKey::Step>, int> m_windows;
 };
 
 } // namespace Uicov::Report

@@ -58,9 +58,11 @@ ElementKey::Step ElementKey::stepOf(const UIElement& element) {
 
 ElementKey::Step ElementKey::windowStepOf(const UIElement& element) {
     Step step = stepOf(element);
-    const QString className = normalisedClass(element.concreteType());
-    if (step.label.isEmpty() && step.kind != className) {
-        step.className = className;
+    if (element.standardType().name().isEmpty()) {
+        step.kind = QStringLiteral("Window"); // what it is to a person, whatever its class
+    }
+    if (step.label.isEmpty()) {
+        step.className = normalisedClass(element.concreteType());
     }
     return step;
 }

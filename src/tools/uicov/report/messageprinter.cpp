@@ -83,7 +83,7 @@ QString kindName(RecordKind kind) {
     case RecordKind::UsageIncreased:
         return QStringLiteral("usageIncreased");
     }
-    return QString();
+    return {};
 }
 
 QString printArguments(const HookMessage& message) {
@@ -149,7 +149,7 @@ QString MessagePrinter::printBody(const Frame& frame) {
         }
         return QStringLiteral("end damaged");
     }
-    return QString();
+    return {};
 }
 
 QString MessagePrinter::printMessage(const QByteArray& body) {
@@ -240,7 +240,7 @@ QString MessagePrinter::printValues(const Record& record) {
         return QStringLiteral("event=") + quoted(record.text) + QStringLiteral(" count=") +
                QString::number(record.count);
     }
-    return QString();
+    return {};
 }
 
 QString MessagePrinter::nameOf(const QString& id) {

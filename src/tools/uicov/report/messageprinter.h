@@ -26,7 +26,7 @@ private:
     QString printBody(const Recording::Frame& frame);
     QString printMessage(const QByteArray& body);
     QString printRecord(const Recording::Record& record);
-    QString printAdded(const Vorsk::UIAbstraction::UIElement& element);
+    QString printAdded(const Vorsk::UIAbstraction::UIElement& added);
     QString printValues(const Recording::Record& record);
     /** The short id, then what is known of the element. */
     QString nameOf(const QString& id);

@@ -3,6 +3,8 @@
 #include "console/displaytext.h"
 #include "report/texttable.h"
 
+#include <iterator>
+
 namespace Uicov::Report {
 
 namespace DisplayText = Console::DisplayText;
@@ -80,8 +82,8 @@ QString TextReport::missedLine(int node) const {
     const QString path = stepsBelowWindow(node);
     const QString never =
         QStringLiteral("never: ") + uncoveredEvents(element.events).join(QStringLiteral(", "));
-    const QString start =
-        state == State::Missed ? QStringLiteral("    missed  ") : QStringLiteral("    shown   ");
+    const QString start = state == State::Missed ? QStringLiteral("    missed    ")
+                                                 : QStringLiteral("    shown     ");
     QString line = start + path + QStringLiteral("  (") + never + QLatin1Char(')');
     return m_width > 0 ? DisplayText::elided(line, m_width) : line;
 }
@@ -90,7 +92,9 @@ QStringList TextReport::missedLines(int window) const {
     QStringList lines;
     for (const int node : m_tree.nodesOf(window)) {
         const CoverageTree::Node& element = m_tree.node(node);
-        if (element.isCountable && CoverageRules::stateOf(element.events) != State::Used) {
+        if (element.isMenu && !element.isOpenedMenu) {
+            lines.append(QStringLiteral("    unopened  ") + stepsBelowWindow(node));
+        } else if (element.isCountable && CoverageRules::stateOf(element.events) != State::Used) {
             lines.append(missedLine(node));
         }
     }
@@ -100,7 +104,7 @@ QStringList TextReport::missedLines(int window) const {
 QStringList TextReport::legend() {
     return {
         QStringLiteral("Used: operated, or seen where there is nothing to operate. Shown: only "
-                       "seen. Missed: not even seen."),
+                       "seen. Missed: neither."),
         QStringLiteral("Cover: share of the elements used. Events: kinds of use (clicked, checked, "
                        "...) that happened / exist.")};
 }
@@ -116,6 +120,11 @@ QStringList TextReport::notes(const CoverageTree::Totals& totals, int emptyWindo
             QStringLiteral(" is left out of Events: Qt Widgets announces it but it is never "
                            "counted."));
     }
+    if (totals.missedUnseen > 0) {
+        notes.append(QStringLiteral("%1 of the missed elements may have been seen: they do not "
+                                    "announce that (Qt Quick items).")
+                         .arg(totals.missedUnseen));
+    }
     if (emptyWindows > 0) {
         notes.append(emptyWindows == 1
                          ? QStringLiteral("1 window is not listed: nothing in it counts.")
@@ -123,6 +132,26 @@ QStringList TextReport::notes(const CoverageTree::Totals& totals, int emptyWindo
                                .arg(emptyWindows));
     }
     return notes;
+}
+
+void TextReport::addWindows(TextTable& table, const QString& application,
+                            const QString& indentation) const {
+    const QList<int> windows = m_tree.windows();
+    for (const int window : windows) {
+        const CoverageTree::Totals totals = m_tree.totalsOf(window);
+        if (m_tree.node(window).application != application || totals.elements == 0) {
+            continue;
+        }
+        const QString name =
+            DisplayText::elided(displayed(m_tree.node(window).step), maximumNameColumns);
+        table.addRow(row(indentation + name, totals));
+        if (m_listsMissed) {
+            const QStringList lines = missedLines(window);
+            for (const QString& line : lines) {
+                table.addLine(indentation + line);
+            }
+        }
+    }
 }
 
 QString TextReport::toString() const {
@@ -133,21 +162,25 @@ QString TextReport::toString() const {
     table.addRule();
     CoverageTree::Totals all;
     int emptyWindows = 0;
+    QMap<QString, CoverageTree::Totals> applications;
     const QList<int> windows = m_tree.windows();
     for (const int window : windows) {
         const CoverageTree::Totals totals = m_tree.totalsOf(window);
-        if (totals.elements == 0) {
-            ++emptyWindows;
-            continue;
-        }
         all += totals;
-        table.addRow(row(
-            DisplayText::elided(displayed(m_tree.node(window).step), maximumNameColumns), totals));
-        if (m_listsMissed) {
-            const QStringList lines = missedLines(window);
-            for (const QString& line : lines) {
-                table.addLine(line);
-            }
+        emptyWindows += totals.elements == 0 ? 1 : 0;
+        if (totals.elements > 0) {
+            applications[m_tree.node(window).application] += totals;
+        }
+    }
+    for (auto it = applications.cbegin(); it != applications.cend(); ++it) {
+        // One application needs no name; several each get their sum above their windows.
+        const bool isOneOfSeveral = applications.size() > 1;
+        if (isOneOfSeveral) {
+            table.addRow(row(DisplayText::escaped(it.key()), it.value()));
+        }
+        addWindows(table, it.key(), isOneOfSeveral ? QStringLiteral("  ") : QString());
+        if (isOneOfSeveral && std::next(it) != applications.cend()) {
+            table.addLine(QString());
         }
     }
     table.addRule();

@@ -7,6 +7,8 @@
 
 namespace Uicov::Report {
 
+class TextTable;
+
 /**
  * The report that people read in a terminal: one line per window, what was missed below it if
  * asked for, the sum, what the words mean, and what has to be known about the numbers. Equal data
@@ -29,6 +31,7 @@ public:
     static QString percent(int part, int whole);
 
 private:
+    void addWindows(TextTable& table, const QString& application, const QString& indentation) const;
     QString missedLine(int node) const;
     QStringList missedLines(int window) const;
     QString stepsBelowWindow(int node) const;

@@ -122,7 +122,8 @@ int main(int argc, char** argv) {
     const char* way = argc > 1 ? argv[1] : "return";
     if (isWay(way, "never-destroyed")) {
         auto* application = new ProbeApplication(argc, argv);
-        report(clickButton(*application), application->deliveries > 0);
+        const int clicks = clickButton(*application);
+        report(clicks, application->deliveries > 0);
         return 3;
     }
     if (isWay(way, "twice")) {

@@ -62,14 +62,15 @@ private Q_SLOTS:
             QStringLiteral("Window                Elements  Used  Shown  Missed  Cover  Events"),
             QStringLiteral("------------------------------------------------------------------"),
             QStringLiteral("Dialog \"About Panel\"         3     1      1       1    33%     2/5"),
-            QStringLiteral("    shown   Button \"Close\"  (never: clicked)"),
-            QStringLiteral("    missed  Button \"Licence\"  (never: clicked, shown)"),
+            QStringLiteral("    shown     Button \"Close\"  (never: clicked)"),
+            QStringLiteral("    missed    Button \"Licence\"  (never: clicked, shown)"),
             QStringLiteral("Window \"Panel\"              12     8      4       0    67%   18/24"),
-            QStringLiteral("    shown   Button \"Stop\"  (never: clicked)"),
-            QStringLiteral("    shown   CheckBox \"Heater\"  (never: checked, clicked)"),
-            QStringLiteral("    shown   MenuBar > MenuItem \"File\" > Menu > MenuItem \"Quit\"  "
+            QStringLiteral("    shown     Button \"Stop\"  (never: clicked)"),
+            QStringLiteral("    shown     CheckBox \"Heater\"  (never: checked, clicked)"),
+            QStringLiteral("    shown     MenuBar > MenuItem \"File\" > Menu > MenuItem \"Quit\"  "
                            "(never: clicked)"),
-            QStringLiteral("    shown   MenuBar > MenuItem \"Help\"  (never: clicked)"),
+            QStringLiteral("    shown     MenuBar > MenuItem \"Help\"  (never: clicked)"),
+            QStringLiteral("    unopened  MenuBar > MenuItem \"Help\" > Menu"),
             QStringLiteral("------------------------------------------------------------------"),
             QStringLiteral("TOTAL                       15     9      5       1    60%   20/29"),
         };

@@ -234,9 +234,11 @@ private Q_SLOTS:
         QVERIFY(
             writeScript(path("app"), QStringLiteral("#!/bin/sh\nn=0; u=0\ntrap 'n=$((n+1))' INT\n"
                                                     "trap 'u=1' USR1\necho ready\n"
-                                                    "while [ $n -eq 0 ]; do sleep 0.05; done\n"
+                                                    "i=0; while [ $n -eq 0 ] && [ $i -lt 600 ]; do "
+                                                    "sleep 0.05; i=$((i+1)); done\n"
                                                     "sh -c 'kill -USR1 $0' $PPID\n"
-                                                    "while [ $u -eq 0 ]; do sleep 0.05; done\n"
+                                                    "while [ $u -eq 0 ] && [ $i -lt 600 ]; do "
+                                                    "sleep 0.05; i=$((i+1)); done\n"
                                                     "exit $((40+n))\n")));
         TestLib::TerminalRunner terminal;
         QVERIFY(terminal.start(QStringLiteral(UICOV_PROGRAM),

@@ -29,7 +29,6 @@ class TestCoverageCollector : public TestLib::TestCase {
 
     /** All recordings begun since the test began, as countable keys with their counts. */
     QStringList m_lines;
-    int m_unopenedMenus = 0;
     CoverageTree m_tree;
     std::unique_ptr<CoverageCollector> m_collector;
 
@@ -61,13 +60,12 @@ class TestCoverageCollector : public TestLib::TestCase {
         return add(parent, "Button", "QPushButton", text, clickable);
     }
 
-    void collect() {
+    void collect(const QString& application = QString()) {
         const QString path = m_folder.filePath(QStringLiteral("x.uirec"));
         QVERIFY(m_recording->write(path));
         RecordingLoader loader(path);
         QVERIFY(!loader.load());
-        m_collector->collect(loader.replay());
-        m_unopenedMenus = m_collector->unopenedMenus();
+        m_collector->collect(loader.replay(), application);
         m_lines.clear();
         const auto windows = m_tree.windows();
         for (const int window : windows) {
@@ -167,15 +165,35 @@ private Q_SLOTS:
         UIElement* const item = add(bar, "MenuItem", "QAction", QStringLiteral("File"), clickable);
         add(item, "Menu", "QMenu")->setTransparentNode(true);
         collect();
-        QCOMPARE(m_unopenedMenus, 1);
+        QCOMPARE(m_tree.unopenedMenus(), 1);
         QCOMPARE(m_lines.size(), 3); // not the menu itself
+    }
+
+    void aMenuThatWasOpenedInOneInstanceOfItsWindowIsNotUnopened() {
+        for (const bool isOpened : {false, true, false}) {
+            UIElement* const bar = add(addWindow(QStringLiteral("A")), "MenuBar", "QMenuBar");
+            UIElement* const item =
+                add(bar, "MenuItem", "QAction", QStringLiteral("File"), clickable);
+            add(item, "Menu", "QMenu")->setTransparentNode(!isOpened);
+        }
+        collect();
+        QCOMPARE(m_tree.unopenedMenus(), 0);
+    }
+
+    void windowsOfTwoApplicationsAreNotOne() {
+        addWindow(QStringLiteral("A"));
+        collect(QStringLiteral("one"));
+        collect(QStringLiteral("one"));
+        QCOMPARE(m_tree.windows().size(), 1);
+        collect(QStringLiteral("two"));
+        QCOMPARE(m_tree.windows().size(), 2);
     }
 
     void aRootThatIsNoWindowNodeIsAWindow() {
         addButton(addTransparent(nullptr, "PanelWidget"), QStringLiteral("OK"));
         collect();
-        QCOMPARE(m_lines,
-                 QStringList{QStringLiteral("PanelWidget > Button \"OK\" clicked=0 shown=0")});
+        QCOMPARE(m_lines, QStringList{QStringLiteral(
+                              "Window (PanelWidget) > Button \"OK\" clicked=0 shown=0")});
     }
 
     void equalSiblingsAreNumberedAndOthersAreNot() {

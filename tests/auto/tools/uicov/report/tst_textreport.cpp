@@ -47,14 +47,13 @@ private Q_SLOTS:
                  QStringLiteral("Window          Elements  Used  Shown  Missed  Cover  Events\n"
                                 "------------------------------------------------------------\n"
                                 "Window \"Panel\"         4     2      1       1    50%     3/6\n"
-                                "    missed  Button \"OK\"  (never: clicked, shown)\n"
-                                "    shown   MenuBar > MenuItem \"Quit\"  (never: clicked)\n"
+                                "    missed    Button \"OK\"  (never: clicked, shown)\n"
+                                "    shown     MenuBar > MenuItem \"Quit\"  (never: clicked)\n"
                                 "------------------------------------------------------------\n"
                                 "TOTAL                  4     2      1       1    50%     3/6\n"
                                 "\n"
                                 "Used: operated, or seen where there is nothing to operate. Shown: "
-                                "only seen. Missed: "
-                                "not even seen.\n"
+                                "only seen. Missed: neither.\n"
                                 "Cover: share of the elements used. Events: kinds of use (clicked, "
                                 "checked, ...) that "
                                 "happened / exist.\n"
@@ -64,6 +63,43 @@ private Q_SLOTS:
                                 "announces it but it "
                                 "is never counted.\n"
                                 "1 window is not listed: nothing in it counts.\n"));
+    }
+
+    void severalApplicationsHaveTheirSumAboveTheirWindows() {
+        CoverageTree tree;
+        const ElementKey::Step panel = step("Window", QStringLiteral("Panel"));
+        tree.count(tree.window(panel, QStringLiteral("b")), Events{{shown, {1, false}}});
+        tree.count(tree.window(panel, QStringLiteral("a")), Events{{shown, {0, false}}});
+        const QStringList lines = TextReport(tree).toString().split(QLatin1Char('\n'));
+        QCOMPARE(lines.mid(2, 7).join(QLatin1Char('\n')),
+                 QStringLiteral("a                        1     0      0       1     0%     0/1\n"
+                                "  Window \"Panel\"         1     0      0       1     0%     0/1\n"
+                                "\n"
+                                "b                        1     1      0       0   100%     1/1\n"
+                                "  Window \"Panel\"         1     1      0       0   100%     1/1\n"
+                                "--------------------------------------------------------------\n"
+                                "TOTAL                    2     1      0       1    50%     1/2"));
+    }
+
+    void unopenedMenusAreListed() {
+        CoverageTree tree;
+        const int window = tree.window(step("Window", QStringLiteral("Panel")));
+        tree.count(window, Events{{shown, {1, false}}});
+        const int item = tree.child(window, step("MenuItem", QStringLiteral("View")));
+        tree.noteMenu(tree.child(item, step("Menu")), false);
+        TextReport report(tree);
+        report.setListsMissed(true);
+        QVERIFY(report.toString().contains(
+            QStringLiteral("\n    unopened  MenuItem \"View\" > Menu\n")));
+    }
+
+    void missedElementsThatCannotSayThatTheyWereSeenAreTold() {
+        CoverageTree tree;
+        const int window = tree.window(step("Window", QStringLiteral("Panel")));
+        tree.count(tree.child(window, step("Button")), Events{{clicked, {0, false}}});
+        tree.count(tree.child(window, step("Menu")), Events{{shown, {0, false}}});
+        QVERIFY(TextReport(tree).toString().contains(
+            QStringLiteral("\n1 of the missed elements may have been seen:")));
     }
 
     void withoutMissedOnlyTheRowsStand() {
