@@ -103,6 +103,12 @@ void XServer::focus(const Window& window) const {
     xdotool({QStringLiteral("windowfocus"), window.id});
 }
 
+void XServer::focusNothing() const {
+    const QString root = xdotool({QStringLiteral("search"), QStringLiteral("--maxdepth"),
+                                  QStringLiteral("0"), QStringLiteral("--name"), QString()});
+    xdotool({QStringLiteral("windowfocus"), root.trimmed()});
+}
+
 void XServer::saveScreen(const QString& path) const {
     QProcess::execute(QStringLiteral("sh"),
                       {QStringLiteral("-c"),

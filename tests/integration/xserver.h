@@ -44,6 +44,8 @@ public:
     void press(const QString& key) const;
     /** Gives the window the keyboard, as a window manager would. */
     void focus(const Window& window) const;
+    /** Takes the keyboard away from every window. */
+    void focusNothing() const;
     /** For a person to look at when a test has failed. */
     void saveScreen(const QString& path) const;
 
