@@ -12,6 +12,17 @@ using Uicov::Launch::ChildProcess;
 
 namespace {
 
+constexpr int handedOn[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGUSR1, SIGUSR2};
+
+void setBlocked(int how) {
+    sigset_t set;
+    sigemptyset(&set);
+    for (const int number : handedOn) {
+        sigaddset(&set, number);
+    }
+    pthread_sigmask(how, &set, nullptr);
+}
+
 /** Waits for a signal, but not for ever: nothing stays behind when a test fails. */
 const std::string waitForSignal = "; i=0; while [ $i -lt 600 ]; do sleep 0.05; i=$((i+1)); done";
 
@@ -29,9 +40,10 @@ private Q_SLOTS:
     void initTestCase() {
         // Whoever runs the tests in the background may have them ignored, and a shell cannot trap
         // what it was started with ignored.
-        for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGUSR1, SIGUSR2}) {
+        for (const int number : handedOn) {
             std::signal(number, SIG_DFL);
         }
+        setBlocked(SIG_UNBLOCK);
     }
 
     void theExitCodeIsTheChilds() {
@@ -127,5 +139,13 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(TestChildProcess)
+int main(int argc, char* argv[]) {
+    // Qt Test's watchdog is a thread that is started with what is blocked here: a signal to this
+    // process must not end up there, where nobody waits for it.
+    setBlocked(SIG_BLOCK);
+    const QCoreApplication application(argc, argv);
+    TestChildProcess test;
+    return QTest::qExec(&test, argc, argv);
+}
+
 #include "tst_childprocess.moc"
