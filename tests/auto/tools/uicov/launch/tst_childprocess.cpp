@@ -1,6 +1,7 @@
 #include "launch/childprocess.h"
 #include "testlib/testcase.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
@@ -14,13 +15,13 @@ namespace {
 
 constexpr int handedOn[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGUSR1, SIGUSR2};
 
-void setBlocked(int how) {
+sigset_t handedOnSet() {
     sigset_t set;
     sigemptyset(&set);
     for (const int number : handedOn) {
         sigaddset(&set, number);
     }
-    pthread_sigmask(how, &set, nullptr);
+    return set;
 }
 
 /** Waits for a signal, but not for ever: nothing stays behind when a test fails. */
@@ -41,9 +42,10 @@ private Q_SLOTS:
         // Whoever runs the tests in the background may have them ignored, and a shell cannot trap
         // what it was started with ignored.
         for (const int number : handedOn) {
-            std::signal(number, SIG_DFL);
+            static_cast<void>(std::signal(number, SIG_DFL));
         }
-        setBlocked(SIG_UNBLOCK);
+        const sigset_t signals = handedOnSet();
+        QCOMPARE(pthread_sigmask(SIG_UNBLOCK, &signals, nullptr), 0);
     }
 
     void theExitCodeIsTheChilds() {
@@ -123,6 +125,16 @@ private Q_SLOTS:
         QCOMPARE(process.exitCode(), 40);
     }
 
+    /** As when Ctrl-C comes while the application is ending: there is a recording to conclude. */
+    void aSignalThatComesTooLateEndsNobody() {
+        ChildProcess process;
+        QVERIFY(runShell(process,
+                         "sh -c 'kill -STOP $0; kill -INT $0; kill -TERM $0; kill -KILL $1; "
+                         "until grep -q State:.Z /proc/$1/status; do :; done; kill -CONT $0' $PPID "
+                         "$$ & while :; do wait; done"));
+        QCOMPARE(process.signal(), SIGKILL);
+    }
+
     void dispositionsAndMaskAreTheCallersForTheChild() {
         // SIGCHLD ignored would take the status away; SIGUSR1 ignored has to stay so for the child.
         std::signal(SIGCHLD, SIG_IGN);
@@ -139,10 +151,10 @@ private Q_SLOTS:
     }
 };
 
-int main(int argc, char* argv[]) {
-    // Qt Test's watchdog is a thread that is started with what is blocked here: a signal to this
-    // process must not end up there, where nobody waits for it.
-    setBlocked(SIG_BLOCK);
+int main(int argc, char** argv) {
+    // Qt Test's watchdog thread inherits this mask, so that no signal to the process ends it there.
+    const sigset_t signals = handedOnSet();
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
     const QCoreApplication application(argc, argv);
     TestChildProcess test;
     return QTest::qExec(&test, argc, argv);
