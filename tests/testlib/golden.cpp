@@ -33,7 +33,7 @@ QStringList withoutDistantContext(const QStringList& lines) {
 
 QString keepActual(const QString& goldenPath, const QStringList& actual, const QString& folder) {
     QDir().mkpath(folder);
-    const QString path = QDir(folder).filePath(QFileInfo(goldenPath).fileName());
+    QString path = QDir(folder).filePath(QFileInfo(goldenPath).fileName());
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly)) {
         return QStringLiteral("nowhere: ") + file.errorString();

@@ -17,6 +17,9 @@ bool keeping = false;
 
 #if !defined(__SANITIZE_ADDRESS__)
 
+// The library's operator new takes the memory from malloc, and so does not need to be replaced.
+// NOLINTBEGIN(cert-dcl54-cpp, misc-new-delete-overloads)
+
 void operator delete(void* memory) noexcept {
     if (keeping && keptCount < capacity) {
         kept[keptCount++] = memory;
@@ -28,6 +31,8 @@ void operator delete(void* memory) noexcept {
 void operator delete(void* memory, std::size_t) noexcept {
     operator delete(memory);
 }
+
+// NOLINTEND(cert-dcl54-cpp, misc-new-delete-overloads)
 
 #endif
 

@@ -8,7 +8,7 @@ namespace TestLib {
 
 StderrCapture::StderrCapture() {
     if (m_file.open()) {
-        std::fflush(stderr);
+        static_cast<void>(std::fflush(stderr));
         m_saved = ::dup(STDERR_FILENO);
         ::dup2(m_file.handle(), STDERR_FILENO);
     }
@@ -26,7 +26,7 @@ QByteArray StderrCapture::take() {
 
 void StderrCapture::restore() {
     if (m_saved >= 0) {
-        std::fflush(stderr);
+        static_cast<void>(std::fflush(stderr));
         ::dup2(m_saved, STDERR_FILENO);
         ::close(m_saved);
         m_saved = -1;

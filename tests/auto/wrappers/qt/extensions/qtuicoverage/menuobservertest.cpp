@@ -17,7 +17,6 @@
 using namespace Vorsk::UICoverage;
 using Vorsk::UIAbstraction::StandardType;
 using Vorsk::UIAbstraction::UIElement;
-using Vorsk::UIAbstraction::UIEvent;
 
 namespace {
 

@@ -111,14 +111,14 @@ private Q_SLOTS:
     }
 
     void widgetThatCutItsConnectionsAndDiedIsForgotten() {
-        auto dialog = std::make_unique<QDialog>();
+        TestLib::SameStorage<QDialog> storage;
+        QDialog* const dialog = storage.make();
         dialog->show();
-        m_probe->show(dialog.get());
-        QWidget* const address = dialog.get();
-        const QPointer<UIElement> element = m_probe->element(address);
-        address->disconnect();
-        dialog.reset();
-        QCOMPARE(m_probe->element(address), nullptr);
+        m_probe->show(dialog);
+        const QPointer<UIElement> element = m_probe->element(dialog);
+        dialog->disconnect();
+        storage.destroy();
+        QCOMPARE(m_probe->element(dialog), nullptr);
         QVERIFY(!element.isNull());
     }
 
@@ -221,16 +221,17 @@ private Q_SLOTS:
         menu.popup(QPoint(0, 0));
         QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(action).center());
         QVERIFY(menu.actions().isEmpty());
-        // The press counts; whether Qt still says "triggered" of a dead action is Qt's business.
-        QVERIFY(m_probe->tree(&menu).contains(text("clicked=1")) ||
-                m_probe->tree(&menu).contains(text("clicked=2")));
+        // The press, and what the menu says before the action's own slot is run.
+        QCOMPARE(m_probe->tree(&menu),
+                 text("Menu/QMenu window (rect) {shown=1}\n"
+                      "  MenuItem/QAction \"One\" (rect) {clicked=2, shown=1}\n"));
         QCOMPARE(m_probe->takeLog(), QStringList());
     }
 
     void windowDeletedInAClickedSlot() {
         auto* const window = new QDialog;
         auto* const button = new QPushButton(text("Close"), window);
-        auto* const other = new QCheckBox(window);
+        new QCheckBox(window);
         connect(button, &QPushButton::clicked, window, [window] { delete window; });
         m_probe->start();
         window->show();
@@ -238,7 +239,6 @@ private Q_SLOTS:
         QTest::mouseClick(button, Qt::LeftButton);
         QCOMPARE(m_probe->element(window), nullptr);
         QCOMPARE(m_probe->element(button), nullptr);
-        QCOMPARE(m_probe->element(other), nullptr);
         QCOMPARE(element->children().size(), 2);
         QVERIFY(m_probe->tracker().elementStore().elements().isEmpty());
     }
