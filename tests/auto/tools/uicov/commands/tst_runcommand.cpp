@@ -231,15 +231,32 @@ private Q_SLOTS:
     /** The terminal tells both; if the command told the application once more it would count two.
      */
     void controlCReachesTheApplicationOnce() {
-        QVERIFY(
-            writeScript(path("app"), QStringLiteral("#!/bin/sh\nn=0; u=0\ntrap 'n=$((n+1))' INT\n"
-                                                    "trap 'u=1' USR1\necho ready\n"
-                                                    "i=0; while [ $n -eq 0 ] && [ $i -lt 600 ]; do "
-                                                    "sleep 0.05; i=$((i+1)); done\n"
-                                                    "sh -c 'kill -USR1 $0' $PPID\n"
-                                                    "while [ $u -eq 0 ] && [ $i -lt 600 ]; do "
-                                                    "sleep 0.05; i=$((i+1)); done\n"
-                                                    "exit $((40+n))\n")));
+        // Takes the first while the command stands still, since two that wait would become one;
+        // then lets the command go on, hand on another signal behind it, and counts until then.
+        QVERIFY(TestLib::buildC(
+            QStringLiteral("#include <signal.h>\n"
+                           "#include <stdio.h>\n"
+                           "#include <sys/wait.h>\n"
+                           "#include <unistd.h>\n"
+                           "int main(void) {\n"
+                           "    int count = 0;\n"
+                           "    sigset_t set;\n"
+                           "    sigemptyset(&set);\n"
+                           "    sigaddset(&set, SIGINT);\n"
+                           "    sigaddset(&set, SIGUSR1);\n"
+                           "    sigprocmask(SIG_BLOCK, &set, 0);\n"
+                           "    pid_t command = getppid();\n"
+                           "    kill(command, SIGSTOP);\n"
+                           "    puts(\"ready\");\n"
+                           "    fflush(stdout);\n"
+                           "    while (sigwaitinfo(&set, 0) == SIGINT) {\n"
+                           "        if (count++ == 0 && fork() == 0) {\n"
+                           "            return kill(command, SIGUSR1) + kill(command, SIGCONT);\n"
+                           "        }\n"
+                           "    }\n"
+                           "    return 40 + count;\n"
+                           "}\n"),
+            path("app"), {QStringLiteral("-D_GNU_SOURCE")}));
         TestLib::TerminalRunner terminal;
         QVERIFY(terminal.start(QStringLiteral(UICOV_PROGRAM),
                                {QStringLiteral("run"), QStringLiteral("-o"), path("x.uirec"),

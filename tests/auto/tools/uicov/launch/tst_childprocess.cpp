@@ -117,11 +117,11 @@ private Q_SLOTS:
     /** As with kill 0: the application has had it already. */
     void aSignalFromTheChildIsNotHandedBack() {
         ChildProcess process;
-        // What comes from a third process comes after it, so at its arrival the first was handled.
-        QVERIFY(
-            runShell(process, "n=0; trap 'n=$((n+1))' TERM; trap 'exit $((40+n))' USR1; kill -TERM "
-                              "$PPID; sh -c 'kill -USR1 $0' $PPID" +
-                                  waitForSignal));
+        // The second comes from a third process; both sides take the lower number first, so that at
+        // its arrival the first has been dealt with.
+        QVERIFY(runShell(process, "n=0; trap 'n=$((n+1))' HUP; trap 'exit $((40+n))' TERM; "
+                                  "kill -HUP $PPID; sh -c 'kill -TERM $0' $PPID" +
+                                      waitForSignal));
         QCOMPARE(process.exitCode(), 40);
     }
 

@@ -244,7 +244,7 @@ private Q_SLOTS:
     }
 
     void aChainOfManyElementsNeitherOverflowsNorLingers() {
-        constexpr int depth = 50000;
+        constexpr int depth = 20000;
         RecordingBuilder recording;
         UIElement* above = nullptr;
         for (int i = 0; i < depth; ++i) {

@@ -297,7 +297,7 @@ private Q_SLOTS:
 
     void aDeepChainNeitherOverflowsNorLingers() {
         UIElement* element = addWindow(QStringLiteral("A"));
-        constexpr int depth = 20000;
+        constexpr int depth = 10000;
         for (int i = 0; i < depth; ++i) {
             element = m_recording->add(element, QString(), QStringLiteral("C"), QString(), shown);
         }
