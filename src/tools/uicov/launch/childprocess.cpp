@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
+#include <ctime>
 
 #include <fcntl.h>
 #include <sys/wait.h>
@@ -35,6 +36,13 @@ std::vector<char*> pointersTo(const std::vector<std::string>& texts) {
     }
     pointers.push_back(nullptr);
     return pointers;
+}
+
+/** What was sent to end the application must not end this process, now that the other has ended. */
+void dropPending(const sigset_t& signals) {
+    const timespec noTime{};
+    while (sigtimedwait(&signals, nullptr, &noTime) > 0) {
+    }
 }
 
 /** Whether the signal was meant for this process alone. One that came from the terminal, or from
@@ -87,6 +95,7 @@ bool ChildProcess::run(const std::string& path, const std::vector<std::string>& 
         waitForEnd();
     }
     close(ends[0]);
+    dropPending(watched);
     sigaction(SIGCHLD, &previousChildAction, nullptr);
     sigprocmask(SIG_SETMASK, &before, nullptr);
     return m_error == 0;

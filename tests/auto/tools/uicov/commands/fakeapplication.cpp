@@ -50,7 +50,9 @@ int main(int argc, char** argv) {
         isWritten = QFile::copy(configuration, after("save")) && isWritten;
     }
     if (has("signal")) {
-        raise(after("signal").toInt());
+        const int number = after("signal").toInt();
+        std::signal(number, SIG_DFL); // a sanitizer would make an exit code of it
+        raise(number);
     }
     constexpr int notWritten = 99;
     return isWritten ? has("exit") ? after("exit").toInt() : 0 : notWritten;

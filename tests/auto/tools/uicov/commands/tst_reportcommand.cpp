@@ -80,6 +80,15 @@ private Q_SLOTS:
         QVERIFY(m_runner.output().contains(QStringLiteral("Menus never opened: 1;")));
     }
 
+    void theExampleInTheDocumentationIsReal() {
+        QCOMPARE(report({QStringLiteral("-m"), QStringLiteral("whole.uirec")}), 0);
+        constexpr int shownLines = 6;
+        const QString lines = m_runner.output().section(QLatin1Char('\n'), 0, shownLines - 1);
+        QFile page(QStringLiteral(UICOV_SOURCE_DIR "/docs/commands/report.md"));
+        QVERIFY(page.open(QIODevice::ReadOnly));
+        QVERIFY2(QString::fromUtf8(page.readAll()).contains(lines), qPrintable(lines));
+    }
+
     void equalWarningsAreFolded() {
         QCOMPARE(report({QStringLiteral("whole.uirec")}), 0);
         QVERIFY(

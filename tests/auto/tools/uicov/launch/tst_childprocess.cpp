@@ -1,6 +1,7 @@
 #include "launch/childprocess.h"
 #include "testlib/testcase.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
@@ -11,6 +12,17 @@
 using Uicov::Launch::ChildProcess;
 
 namespace {
+
+constexpr int handedOn[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGUSR1, SIGUSR2};
+
+sigset_t handedOnSet() {
+    sigset_t set;
+    sigemptyset(&set);
+    for (const int number : handedOn) {
+        sigaddset(&set, number);
+    }
+    return set;
+}
 
 /** Waits for a signal, but not for ever: nothing stays behind when a test fails. */
 const std::string waitForSignal = "; i=0; while [ $i -lt 600 ]; do sleep 0.05; i=$((i+1)); done";
@@ -29,9 +41,11 @@ private Q_SLOTS:
     void initTestCase() {
         // Whoever runs the tests in the background may have them ignored, and a shell cannot trap
         // what it was started with ignored.
-        for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGUSR1, SIGUSR2}) {
-            std::signal(number, SIG_DFL);
+        for (const int number : handedOn) {
+            static_cast<void>(std::signal(number, SIG_DFL));
         }
+        const sigset_t signals = handedOnSet();
+        QCOMPARE(pthread_sigmask(SIG_UNBLOCK, &signals, nullptr), 0);
     }
 
     void theExitCodeIsTheChilds() {
@@ -111,6 +125,16 @@ private Q_SLOTS:
         QCOMPARE(process.exitCode(), 40);
     }
 
+    /** As when Ctrl-C comes while the application is ending: there is a recording to conclude. */
+    void aSignalThatComesTooLateEndsNobody() {
+        ChildProcess process;
+        QVERIFY(runShell(process,
+                         "sh -c 'kill -STOP $0; kill -INT $0; kill -TERM $0; kill -KILL $1; "
+                         "until grep -q State:.Z /proc/$1/status; do :; done; kill -CONT $0' $PPID "
+                         "$$ & while :; do wait; done"));
+        QCOMPARE(process.signal(), SIGKILL);
+    }
+
     void dispositionsAndMaskAreTheCallersForTheChild() {
         // SIGCHLD ignored would take the status away; SIGUSR1 ignored has to stay so for the child.
         std::signal(SIGCHLD, SIG_IGN);
@@ -127,5 +151,13 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(TestChildProcess)
+int main(int argc, char** argv) {
+    // Qt Test's watchdog thread inherits this mask, so that no signal to the process ends it there.
+    const sigset_t signals = handedOnSet();
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+    const QCoreApplication application(argc, argv);
+    TestChildProcess test;
+    return QTest::qExec(&test, argc, argv);
+}
+
 #include "tst_childprocess.moc"

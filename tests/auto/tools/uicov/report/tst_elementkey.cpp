@@ -108,7 +108,8 @@ private Q_SLOTS:
                  QStringLiteral("Dialog (FindDialog)"));
         QCOMPARE(stepOf("Dialog", "FindDialog", QStringLiteral("Find"), true).toString(),
                  QStringLiteral("Dialog \"Find\""));
-        QCOMPARE(stepOf(nullptr, "QWidget", QString(), true).toString(), QStringLiteral("QWidget"));
+        QCOMPARE(stepOf(nullptr, "QWidget", QString(), true).toString(),
+                 QStringLiteral("Window (QWidget)"));
     }
 
     void stepsJoinToAKey() {
