@@ -104,12 +104,12 @@ ApplicationWindow {
 
     SettingsDialog {
         id: settings
-        anchors.centerIn: parent
+        x: window.width - width - 16
     }
 
     Dialog {
         id: about
-        anchors.centerIn: parent
+        x: window.width - width - 16
         modal: true
         title: qsTr("About")
         Column {
