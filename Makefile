@@ -13,7 +13,8 @@ bootstrap:
 configure: bootstrap
 	cmake --preset $(PRESET)
 
-demo: all
+demo: configure
+	cmake --build --preset $(PRESET) --target demo
 	scripts/demo $(BUILD)
 
 test: all
