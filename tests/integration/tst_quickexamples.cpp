@@ -15,7 +15,7 @@ namespace {
 constexpr char examples[] = "/usr/lib/" UICOV_MULTIARCH "/qt5/examples/";
 
 /** Until then a slow and busy machine has done what was asked of it. */
-constexpr int patience = 30000;
+constexpr int patience = 120000;
 
 /** An element as a test names it: by the name of its QML type or class, by its text, and among
  * equal ones by its number, from 0 on. */
