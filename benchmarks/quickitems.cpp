@@ -44,9 +44,7 @@ public:
 
     ~TrackedWindow() {
         qDeleteAll(window.contentItem()->childItems());
-        if (Vorsk::UIAbstraction::UIElement* const element = m_tracker.element(&window)) {
-            delete element;
-        }
+        delete m_tracker.element(&window);
     }
 
     void send(QEvent::Type type) {

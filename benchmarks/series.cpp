@@ -7,11 +7,11 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <ctime>
 #include <limits>
 #include <utility>
 
 #include <malloc.h>
-#include <time.h>
 
 namespace {
 
@@ -74,7 +74,7 @@ void Series::measure(const QString& name, const Work& work) {
                                  {QStringLiteral("nanosecondsPerItem"), cost}});
     }
     std::printf("%9.2fx\n", worst);
-    std::fflush(stdout);
+    Q_UNUSED(std::fflush(stdout));
     m_results.append(QJsonObject{{QStringLiteral("name"), name},
                                  {QStringLiteral("rounds"), m_rounds},
                                  {QStringLiteral("worstFactor"), worst},
@@ -98,8 +98,8 @@ bool writeJson(const QStringList& arguments, const QString& program, const Serie
                                {QStringLiteral("series"), series.results()}};
     const QByteArray json = QJsonDocument(document).toJson();
     if (!file.open(QIODevice::WriteOnly) || file.write(json) != json.size() || !file.flush()) {
-        std::fprintf(stderr, "%s: cannot write %s: %s\n", qPrintable(program),
-                     qPrintable(file.fileName()), qPrintable(file.errorString()));
+        qCritical("%s: cannot write %s: %s", qPrintable(program), qPrintable(file.fileName()),
+                  qPrintable(file.errorString()));
         return false;
     }
     return true;

@@ -154,12 +154,8 @@ private:
         return item;
     }
 
-    static bool isInside(const QQuickItem* item, const QQuickItem* other) {
-        return item == other || other->isAncestorOf(item);
-    }
-
     QString moveTo(QQuickItem* item, QQuickItem* parent) {
-        if (item == m_root || (parent != nullptr && isInside(parent, item))) {
+        if (item == m_root || parent == item || (parent != nullptr && item->isAncestorOf(parent))) {
             return QStringLiteral("nothing");
         }
         item->setParentItem(parent);
@@ -377,7 +373,7 @@ public:
         : m_sibling(sibling) {}
     QString text() const {
         m_sibling->setParentItem(parentItem());
-        return QString();
+        return {};
     }
 
 private:

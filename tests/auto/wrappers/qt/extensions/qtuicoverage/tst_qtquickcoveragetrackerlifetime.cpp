@@ -165,7 +165,7 @@ class WindowDeleter : public QQuickItem {
 public:
     QString text() const {
         delete window();
-        return QString();
+        return {};
     }
 };
 

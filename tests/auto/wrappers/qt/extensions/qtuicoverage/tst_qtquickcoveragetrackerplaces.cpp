@@ -11,8 +11,6 @@
 using TestLib::QuickProbe;
 using TestLib::QuickScene;
 using Vorsk::UIAbstraction::UIElement;
-using Vorsk::UICoverage::QtQuickCoverageTracker;
-using Vorsk::UICoverage::UICoverageTracker;
 
 using Imports = QuickScene::Imports;
 using Pictures = QuickProbe::Pictures;

@@ -11,7 +11,6 @@
 using TestLib::QuickProbe;
 using TestLib::QuickScene;
 using Vorsk::UIAbstraction::UIElement;
-using Vorsk::UIAbstraction::UIEvent;
 
 using Imports = QuickScene::Imports;
 
@@ -146,7 +145,7 @@ void tst_QtQuickItemObserverLife::itemMayBeDeletedWhileItsStateIsRead() {
     probe.show(&window);
     const UIElement* const element = probe.element(item);
     Q_EMIT item->checkedChanged();
-    QVERIFY(item.isNull());
+    QVERIFY(item.isNull()); // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): its parent owns it
     QCOMPARE(usageText(element), QStringLiteral("checked=1"));
 }
 
@@ -160,7 +159,7 @@ public:
         : m_reads(reads) {}
     QString text() const {
         ++*m_reads;
-        return QString();
+        return {};
     }
     bool isChecked() const {
         ++*m_reads;

@@ -8,10 +8,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
-using TestLib::QuickProbe;
 using TestLib::QuickScene;
 using Vorsk::UIAbstraction::UIElement;
-using Vorsk::UIAbstraction::UIEvent;
 
 using Imports = QuickScene::Imports;
 

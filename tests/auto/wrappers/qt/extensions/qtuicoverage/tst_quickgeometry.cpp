@@ -18,7 +18,7 @@ constexpr qreal notANumber = std::numeric_limits<qreal>::quiet_NaN();
 constexpr int outermost = std::numeric_limits<int>::max();
 
 QRect fromCorners(int left, int top, int right, int bottom) {
-    return QRect(QPoint(left, top), QPoint(right, bottom));
+    return {QPoint(left, top), QPoint(right, bottom)};
 }
 
 } // namespace

@@ -11,7 +11,6 @@
 
 using TestLib::QuickProbe;
 using TestLib::QuickScene;
-using Vorsk::UIAbstraction::UIElement;
 using Vorsk::UICoverage::copyImage;
 using Vorsk::UICoverage::grabWindow;
 
