@@ -8,8 +8,6 @@
 
 #include <algorithm>
 
-#include <signal.h>
-
 using Vorsk::UIAbstraction::UIElement;
 using Vorsk::UIAbstraction::UIEvent;
 

@@ -5,7 +5,7 @@
 
 #include <QTest>
 
-#include <signal.h>
+#include <csignal>
 
 using Name = GuiSession::Name;
 
