@@ -59,8 +59,8 @@ GuiSession::~GuiSession() {
     }
 }
 
-const Uicov::Recording::RecordingLoader& GuiSession::recording() {
-    m_recording = std::make_unique<Uicov::Recording::RecordingLoader>(m_recordingPath);
+const Uicov::Store::RunLoader& GuiSession::recording() {
+    m_recording = std::make_unique<Uicov::Store::RunLoader>(m_recordingPath);
     m_recording->load(); // nothing there yet is nothing to find yet
     return *m_recording;
 }

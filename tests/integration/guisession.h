@@ -1,6 +1,6 @@
 #pragma once
 
-#include "recording/recordingloader.h"
+#include "store/runloader.h"
 
 #include <QProcess>
 #include <QString>
@@ -51,7 +51,7 @@ public:
     int waitForEnd();
 
     /** Reads the recording as far as it goes now. */
-    const Uicov::Recording::RecordingLoader& recording();
+    const Uicov::Store::RunLoader& recording();
     QString recordingPath() const { return m_recordingPath; }
     /** What uicov and the program wrote to standard error. */
     QString errors() const { return m_errors; }
@@ -68,5 +68,5 @@ private:
     QString m_recordingPath;
     QProcess m_process;
     QString m_errors;
-    std::unique_ptr<Uicov::Recording::RecordingLoader> m_recording;
+    std::unique_ptr<Uicov::Store::RunLoader> m_recording;
 };

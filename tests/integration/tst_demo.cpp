@@ -1,4 +1,4 @@
-#include "recording/recordingloader.h"
+#include "store/runloader.h"
 #include "testlib/testcase.h"
 #include "uiabstraction/uielement.h"
 
@@ -38,7 +38,7 @@ private:
     QTemporaryDir m_directory;
     QString m_errors;
     int m_exitCode = -1;
-    std::unique_ptr<Uicov::Recording::RecordingLoader> m_recording;
+    std::unique_ptr<Uicov::Store::RunLoader> m_recording;
 };
 
 void TestDemo::initTestCase() {
@@ -51,7 +51,7 @@ void TestDemo::initTestCase() {
     QVERIFY(process.waitForFinished(patience));
     m_exitCode = process.exitCode();
     m_errors = QString::fromLocal8Bit(process.readAllStandardError());
-    m_recording = std::make_unique<Uicov::Recording::RecordingLoader>(path);
+    m_recording = std::make_unique<Uicov::Store::RunLoader>(path);
     const auto problem = m_recording->load();
     QVERIFY2(!problem.has_value(), qPrintable(m_errors));
 }

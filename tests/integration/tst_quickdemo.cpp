@@ -1,4 +1,4 @@
-#include "recording/recordingloader.h"
+#include "store/runloader.h"
 #include "testlib/testcase.h"
 #include "uiabstraction/uielement.h"
 
@@ -33,7 +33,7 @@ private Q_SLOTS:
 private:
     QTemporaryDir m_directory;
     QString m_errors;
-    std::unique_ptr<Uicov::Recording::RecordingLoader> m_recording;
+    std::unique_ptr<Uicov::Store::RunLoader> m_recording;
 };
 
 void TestQuickDemo::initTestCase() {
@@ -45,7 +45,7 @@ void TestQuickDemo::initTestCase() {
     QVERIFY(process.waitForFinished(patience));
     m_errors = QString::fromLocal8Bit(process.readAllStandardError());
     QVERIFY2(process.exitCode() == 0, qPrintable(m_errors));
-    m_recording = std::make_unique<Uicov::Recording::RecordingLoader>(path);
+    m_recording = std::make_unique<Uicov::Store::RunLoader>(path);
     const auto problem = m_recording->load();
     QVERIFY2(!problem.has_value(), qPrintable(m_errors));
 }
@@ -104,8 +104,8 @@ void TestQuickDemo::whatTheSessionUsedIsCounted() {
 
 void TestQuickDemo::nothingIsReportedAboutThePanel() {
     // Its controls have all that their names promise.
-    QVERIFY2(m_recording->warnings().isEmpty(),
-             qPrintable(m_recording->warnings().keys().join(QLatin1Char('\n'))));
+    const QStringList warnings = m_recording->run().warnings.keys();
+    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));
 }
 
 QTEST_GUILESS_MAIN(TestQuickDemo)

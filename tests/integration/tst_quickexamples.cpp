@@ -90,7 +90,7 @@ private:
             return;
         }
         // Qt takes a loss of focus for none when it is back soon; how soon is its own affair.
-        const quint64 known = messages();
+        const qint64 known = messages();
         const auto hasNoticed = [&] { return messages() > known; };
         for (int gap = 300; gap < patience; gap *= 2) {
             m_server.focusNothing();
@@ -102,7 +102,7 @@ private:
         }
     }
 
-    quint64 messages() { return m_session.recording().records(); }
+    qint64 messages() { return m_session.recording().run().messages; }
 
     /** On the screen; null while it cannot be seen there. */
     QRect placeOf(const Name& wanted) {

@@ -58,6 +58,8 @@ constexpr char platform[] = "platform"; ///< QGuiApplication::platformName()
 constexpr char locale[] = "locale";
 constexpr char architecture[] = "architecture"; ///< QSysInfo::buildAbi()
 constexpr char started[] = "started";           ///< ISO 8601, UTC
+constexpr char context[] = "context"; ///< name of the context of the run as a whole; may be empty
+constexpr char label[] = "label.";    ///< start of the keys of labels; the label's name follows
 } // namespace Key
 
 } // namespace RecordingFormat

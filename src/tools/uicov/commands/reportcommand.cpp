@@ -5,9 +5,8 @@
 #include "console/displaytext.h"
 #include "console/outputfile.h"
 #include "console/terminal.h"
-#include "recording/recordingloader.h"
-#include "recordingformat/recordingformat.h"
 #include "report/textreport.h"
+#include "store/inputs.h"
 
 #include <QFile>
 
@@ -16,25 +15,30 @@
 namespace Uicov::Commands {
 
 using Console::Message;
-using Recording::RecordingLoader;
 
 namespace {
 
 constexpr char examples[] =
-    R"(Several recordings give one report: what was used in any of them is used.
+    R"(Several files give one report: what was used in any of them is used.
 
 Examples:
   uicov report panel.uirec
   uicov report -m monday.uirec tuesday.uirec
   uicov report --strict -o report.txt *.uirec)";
 
-QString ofRecordings(int part, int all) {
-    return all == 1 ? QStringLiteral("The recording")
-                    : QStringLiteral("%1 of %2 recordings").arg(part).arg(all);
-}
-
-QString areOrIs(int count) {
-    return count == 1 ? QStringLiteral(" is ") : QStringLiteral(" are ");
+QString partialNote(int partial, int all, const QString& reason) {
+    if (all == 1) {
+        return QStringLiteral("The run is partial: it ") + reason +
+               QStringLiteral("; all that could be read is counted.");
+    }
+    return partial == 1
+               ? QStringLiteral("1 of %1 runs is partial: it %2; all that could be read is "
+                                "counted.")
+                     .arg(all)
+                     .arg(reason)
+               : QStringLiteral("%1 of %2 runs are partial; all that could be read is counted.")
+                     .arg(partial)
+                     .arg(all);
 }
 
 } // namespace
@@ -49,12 +53,11 @@ CLI::App* ReportCommand::declare(CLI::App& commands) {
     app->add_flag("-m,--missed", m_listsMissed,
                   "List below each window what was missed or only shown");
     app->add_flag("--warnings", m_listsWarnings, "List what was warned about while recording");
-    app->add_flag("--strict", m_isStrict,
-                  "End with 3 when a recording ended abnormally or is damaged");
+    app->add_flag("--strict", m_isStrict, "End with 3 when a run is partial");
     app->add_option("-o,--output", m_output, "Write to FILE; - is standard output")
         ->type_name("FILE")
         ->capture_default_str();
-    app->add_option("FILE", m_files, "Recordings")->type_name("")->expected(0, -1);
+    app->add_option("FILE", m_files, "Data files and recordings")->type_name("")->expected(0, -1);
     app->footer(examples);
     return app;
 }
@@ -74,11 +77,16 @@ int ReportCommand::run(Console::Terminal& terminal) {
                                                "one with uicov run -- APP")});
         return Failed;
     }
+    QStringList paths;
     for (const std::string& file : m_files) {
-        load(QFile::decodeName(file.c_str()), terminal);
+        paths.append(QFile::decodeName(file.c_str()));
     }
-    if (m_readFiles == 0) {
-        return Failed; // each file has been told of
+    Store::Inputs inputs;
+    const bool isRead = inputs.add(paths, terminal) &&
+                        inputs.forEach([this](const Store::Run& run) { take(run); }, terminal);
+    m_skippedFiles = inputs.skippedFiles();
+    if (!isRead) {
+        return Failed; // it has been told why
     }
     const QList<int> windows = m_tree.windows();
     if (std::none_of(windows.cbegin(), windows.cend(),
@@ -92,51 +100,34 @@ int ReportCommand::run(Console::Terminal& terminal) {
     return write(terminal);
 }
 
-void ReportCommand::load(const QString& path, Console::Terminal& terminal) {
-    RecordingLoader loader(path);
-    if (const auto problem = loader.load()) {
-        terminal.error(*problem);
-        ++m_skippedFiles;
-        return;
+void ReportCommand::take(const Store::Run& run) {
+    ++m_runs;
+    if (!run.isComplete) {
+        ++m_partialRuns;
+        m_partialReason = run.partialReason;
     }
-    ++m_readFiles;
-    bool isDamaged = false;
-    const QVector<Console::Problem> problems = loader.problems();
-    for (const Console::Problem& problem : problems) {
-        terminal.warning(problem);
-        isDamaged = isDamaged || problem.message != Message::EndedAbnormally;
-    }
-    m_abnormalEnds += !isDamaged && !problems.isEmpty() ? 1 : 0;
-    m_damagedFiles += isDamaged ? 1 : 0;
-    for (auto it = loader.warnings().cbegin(); it != loader.warnings().cend(); ++it) {
+    for (auto it = run.warnings.cbegin(); it != run.warnings.cend(); ++it) {
         m_warnings[it.key()] += it.value();
     }
-    m_collector.collect(loader.replay(), loader.process().value(QString::fromLatin1(
-                                             RecordingFormat::Key::application)));
+    m_collector.collect(run);
 }
 
 QStringList ReportCommand::notes() const {
-    const int all = m_readFiles + m_skippedFiles;
     QStringList notes;
-    if (m_abnormalEnds > 0) {
-        notes.append(ofRecordings(m_abnormalEnds, all) +
-                     QStringLiteral(" ended abnormally; all that was sent until then is counted."));
-    }
-    if (m_damagedFiles > 0) {
-        notes.append(ofRecordings(m_damagedFiles, all) + areOrIs(m_damagedFiles) +
-                     QStringLiteral("damaged; what could be read is counted."));
+    if (m_partialRuns > 0) {
+        notes.append(partialNote(m_partialRuns, m_runs, m_partialReason));
     }
     if (m_skippedFiles > 0) {
-        notes.append(ofRecordings(m_skippedFiles, all) +
-                     QStringLiteral(" could not be read; nothing of that is counted."));
+        notes.append(QStringLiteral("Files that could not be read: %1; nothing of them is counted.")
+                         .arg(m_skippedFiles));
     }
     if (m_tree.unopenedMenus() > 0) {
         notes.append(QStringLiteral("Menus never opened: %1; what is in them is unknown and not "
                                     "counted.")
                          .arg(m_tree.unopenedMenus()));
     }
-    quint64 warnings = 0;
-    for (const quint64 count : m_warnings) {
+    qint64 warnings = 0;
+    for (const qint64 count : m_warnings) {
         warnings += count;
     }
     if (warnings > 0) {
@@ -173,7 +164,7 @@ int ReportCommand::write(Console::Terminal& terminal) {
     if (m_skippedFiles > 0) {
         return Failed;
     }
-    return m_isStrict && m_abnormalEnds + m_damagedFiles > 0 ? PartialData : Done;
+    return m_isStrict && m_partialRuns > 0 ? PartialData : Done;
 }
 
 } // namespace Uicov::Commands

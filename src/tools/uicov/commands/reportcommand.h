@@ -8,6 +8,10 @@
 #include <QString>
 #include <QStringList>
 
+namespace Uicov::Store {
+struct Run;
+}
+
 namespace Uicov::Commands {
 
 /** uicov report: what was used, per window, over any number of recordings. */
@@ -21,7 +25,7 @@ public:
     int run(Console::Terminal& terminal) override;
 
 private:
-    void load(const QString& path, Console::Terminal& terminal);
+    void take(const Store::Run& run);
     QStringList notes() const;
     int write(Console::Terminal& terminal);
 
@@ -33,11 +37,11 @@ private:
 
     Report::CoverageTree m_tree;
     Report::CoverageCollector m_collector;
-    QMap<QString, quint64> m_warnings;
-    int m_readFiles = 0;
+    QMap<QString, qint64> m_warnings;
+    int m_runs = 0;
+    int m_partialRuns = 0;
+    QString m_partialReason;
     int m_skippedFiles = 0;
-    int m_abnormalEnds = 0;
-    int m_damagedFiles = 0;
 };
 
 } // namespace Uicov::Commands

@@ -8,7 +8,7 @@
 #include "launch/installation.h"
 #include "launch/recordingoutput.h"
 #include "launch/recordingsetup.h"
-#include "recording/recordingloader.h"
+#include "store/runloader.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -23,7 +23,7 @@ namespace Uicov::Commands {
 using Console::Message;
 using Console::Problem;
 using Launch::RecordingSetup;
-using Recording::RecordingLoader;
+using Store::RunLoader;
 
 namespace {
 
@@ -56,7 +56,7 @@ QString shellQuoted(const QString& text) {
 }
 
 struct Summary {
-    quint64 records = 0;
+    qint64 records = 0;
     std::size_t elements = 0;
     QString firstWarning;
     QVector<Problem> problems;
@@ -65,15 +65,16 @@ struct Summary {
 Summary summaryOf(const QStringList& recordings) {
     Summary summary;
     for (const QString& path : recordings) {
-        RecordingLoader loader(path);
+        RunLoader loader(path);
         if (auto problem = loader.load()) {
             summary.problems.append(*problem);
             continue;
         }
-        summary.records += loader.records();
-        summary.elements += loader.replay().elements().size();
-        if (summary.firstWarning.isEmpty() && !loader.warnings().isEmpty()) {
-            summary.firstWarning = loader.warnings().firstKey();
+        const Store::Run run = loader.run();
+        summary.records += run.messages;
+        summary.elements += run.elements.size();
+        if (summary.firstWarning.isEmpty() && !run.warnings.isEmpty()) {
+            summary.firstWarning = run.warnings.firstKey();
         }
     }
     return summary;

@@ -57,6 +57,12 @@ QString messageName(Message message) {
         return QStringLiteral("nothing-recorded");
     case Message::RecordingUnreadable:
         return QStringLiteral("recording-unreadable");
+    case Message::DataFileBusy:
+        return QStringLiteral("data-file-busy");
+    case Message::DataFileDamaged:
+        return QStringLiteral("data-file-damaged");
+    case Message::OutputForeign:
+        return QStringLiteral("output-foreign");
     }
     return {};
 }

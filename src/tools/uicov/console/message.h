@@ -34,10 +34,13 @@ enum class Message {
     LibraryUnusable,
     SetupFailed,
     NothingRecorded,
-    RecordingUnreadable
+    RecordingUnreadable,
+    DataFileBusy,
+    DataFileDamaged,
+    OutputForeign
 };
 
-constexpr int messageCount = static_cast<int>(Message::RecordingUnreadable) + 1;
+constexpr int messageCount = static_cast<int>(Message::OutputForeign) + 1;
 
 /** The stable name: lower case words joined by hyphens. */
 QString messageName(Message message);

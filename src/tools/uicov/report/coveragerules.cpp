@@ -1,32 +1,37 @@
 #include "report/coveragerules.h"
 
-#include "uiabstraction/uielement.h"
+#include "store/runelement.h"
 
 namespace Uicov::Report::CoverageRules {
 
-using Vorsk::UIAbstraction::UIElement;
-using Vorsk::UIAbstraction::UIEvent;
+using Store::RunElement;
 
 QString shownEvent() {
     return QStringLiteral("shown");
 }
 
-bool isCountable(const UIElement& element) {
-    return !element.isTransparentNode() && !element.usage().isEmpty();
+bool isCountable(const RunElement& element) {
+    return !element.isTransparentNode && !element.events.isEmpty();
 }
 
-bool isNeverCounted(const UIElement& element, const QString& event) {
-    return event == QLatin1String("unchecked") &&
-           element.standardType().name() == QLatin1String("CheckBox") &&
-           !element.isSubgraphTransparent();
+bool isNeverCounted(const RunElement& element, const QString& event) {
+    return event == QLatin1String("unchecked") && element.type == QLatin1String("CheckBox") &&
+           !element.isSubgraphTransparent;
 }
 
-Events eventsOf(const UIElement& element) {
+Events eventsOf(const RunElement& element, const QVector<int>& contexts) {
     Events events;
-    const QMap<UIEvent, int> usage = element.usage();
-    for (auto it = usage.cbegin(); it != usage.cend(); ++it) {
-        const QString name = it.key().name();
-        events.insert(name, EventCoverage{it.value(), isNeverCounted(element, name)});
+    for (const QString& name : element.events) {
+        EventCoverage event;
+        event.isNeverCounted = isNeverCounted(element, name);
+        events.insert(name, event);
+    }
+    for (const Store::Hit& hit : element.hits) {
+        const auto event = events.find(hit.event);
+        if (event != events.end()) {
+            event->count += hit.count;
+            event->byContext[contexts.at(hit.context)] += hit.count;
+        }
     }
     return events;
 }

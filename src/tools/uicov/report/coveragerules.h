@@ -2,9 +2,10 @@
 
 #include <QMap>
 #include <QString>
+#include <QVector>
 
-namespace Vorsk::UIAbstraction {
-class UIElement;
+namespace Uicov::Store {
+struct RunElement;
 }
 
 namespace Uicov::Report {
@@ -14,6 +15,8 @@ struct EventCoverage {
     qint64 count = 0;
     /** The element announces the event but this version never counts it: outside every ratio. */
     bool isNeverCounted = false;
+    /** The same count by context, which CoverageTree::contexts() names; only where above zero. */
+    QMap<int, qint64> byContext = {};
 
     bool isCovered() const { return count > 0; }
 };
@@ -34,17 +37,21 @@ QString shownEvent();
  * Whether the element is one that people can see or operate: no transparent node, and at least one
  * event. That it must not stand below a transparent subgraph is for the caller, who knows the path.
  */
-bool isCountable(const Vorsk::UIAbstraction::UIElement& element);
+bool isCountable(const Store::RunElement& element);
 
 /**
  * True for "unchecked" of a Qt Widgets check box, whose observer announces it and never counts it.
  * Both toolkits say "CheckBox"; only the Qt Quick tracker, which does count it, makes the subgraph
  * below one transparent.
  */
-bool isNeverCounted(const Vorsk::UIAbstraction::UIElement& element, const QString& event);
+bool isNeverCounted(const Store::RunElement& element, const QString& event);
 
-/** The element's events as they count. */
-Events eventsOf(const Vorsk::UIAbstraction::UIElement& element);
+/**
+ * The announced events of the element as they count; what happened without having been announced is
+ * left out.
+ * @param contexts the tree's number of each of the run's contexts
+ */
+Events eventsOf(const Store::RunElement& element, const QVector<int>& contexts);
 
 /**
  * Used: an event other than "shown" is covered, or "shown" is the only event that counts and is

@@ -16,6 +16,16 @@ CoverageTree::Totals& CoverageTree::Totals::operator+=(const Totals& other) {
     return *this;
 }
 
+int CoverageTree::context(const QString& name) {
+    const auto known = m_contextNumbers.constFind(name);
+    if (known != m_contextNumbers.cend()) {
+        return *known;
+    }
+    m_contextNumbers.insert(name, m_contexts.size());
+    m_contexts.append(name);
+    return m_contexts.size() - 1;
+}
+
 int CoverageTree::window(const ElementKey::Step& step, const QString& application) {
     const auto key = qMakePair(application, step);
     const auto it = m_windows.constFind(key);
@@ -56,6 +66,9 @@ void CoverageTree::count(int node, const Events& events) {
             target.events.insert(it.key(), it.value());
         } else {
             known->count += it->count;
+            for (auto hit = it->byContext.cbegin(); hit != it->byContext.cend(); ++hit) {
+                known->byContext[hit.key()] += hit.value();
+            }
             known->isNeverCounted = known->isNeverCounted && it->isNeverCounted;
         }
     }
@@ -113,7 +126,7 @@ CoverageTree::Totals CoverageTree::totalsOf(int window) const {
     return totals;
 }
 
-ElementKey CoverageTree::keyOf(int node) const {
+CoverageTree::ElementKey CoverageTree::keyOf(int node) const {
     std::vector<int> path;
     for (int index = node; index >= 0; index = this->node(index).parent) {
         path.push_back(index);

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "identity/elementkey.h"
 #include "report/coveragerules.h"
-#include "report/elementkey.h"
 
+#include <QHash>
 #include <QMap>
 #include <QPair>
+#include <QStringList>
 
 #include <vector>
 
@@ -17,6 +19,8 @@ namespace Uicov::Report {
  */
 class CoverageTree {
 public:
+    using ElementKey = Identity::ElementKey;
+
     struct Node {
         ElementKey::Step step;
         /** Index of the node above; -1 for a window. */
@@ -48,6 +52,11 @@ public:
         Totals& operator+=(const Totals& other);
     };
 
+    /** The number of the context of that name, which is given one when it has none. */
+    int context(const QString& name);
+    /** Names of all contexts, by their numbers, which tell no order. */
+    const QStringList& contexts() const { return m_contexts; }
+
     /** The node of the application's window, made when it is not there yet. */
     int window(const ElementKey::Step& step, const QString& application = QString());
     /** The node below that one, made when it is not there yet. */
@@ -70,6 +79,8 @@ public:
 private:
     int add(const ElementKey::Step& step, int parent);
 
+    QStringList m_contexts;
+    QHash<QString, int> m_contextNumbers;
     std::vector<Node> m_nodes;
     QMap<QPair<QString, ElementKey::Step>, int> m_windows;
 };

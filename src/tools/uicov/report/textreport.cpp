@@ -8,6 +8,7 @@
 namespace Uicov::Report {
 
 namespace DisplayText = Console::DisplayText;
+using Identity::ElementKey;
 
 namespace {
 

@@ -39,14 +39,19 @@ public:
      */
     bool add(const QStringList& paths, Console::Terminal& terminal);
 
-    /** Calls the visitor for each run, by application, start and UUID. */
-    void forEach(const std::function<void(const Run&)>& visitor) const;
+    /**
+     * Calls the visitor for each run, by application, start and UUID.
+     * @return false when a run could not be read, which has been reported then
+     */
+    bool forEach(const std::function<void(const Run&)>& visitor, Console::Terminal& terminal) const;
 
     int readFiles() const { return m_readFiles; }
     int skippedFiles() const { return m_skippedFiles; }
 
 private:
-    bool addOne(const QString& path, Console::Terminal& terminal);
+    bool addOnly(const QString& path, Console::Terminal& terminal);
+    bool addSeveral(const QStringList& paths, Console::Terminal& terminal);
+    static void warn(const QVector<Console::Problem>& problems, Console::Terminal& terminal);
 
     bool m_takesPictures = false;
     int m_readFiles = 0;

@@ -117,13 +117,13 @@ private Q_SLOTS:
         QTest::addColumn<QString>("line");
         QTest::addColumn<QString>("name");
         QTest::newRow("killed") << "killed.uirec"
-                                << "1 of 2 recordings ended abnormally;"
+                                << "1 of 2 runs is partial: it ended abnormally"
                                 << "ended-abnormally";
         QTest::newRow("torn") << "torn.uirec"
-                              << "1 of 2 recordings is damaged;"
+                              << "1 of 2 runs is partial: it is torn after"
                               << "recording-torn";
         QTest::newRow("damaged") << "damaged.uirec"
-                                 << "1 of 2 recordings is damaged;"
+                                 << "1 of 2 runs is partial: it lost 1 of"
                                  << "records-damaged";
     }
 
@@ -163,7 +163,7 @@ private Q_SLOTS:
         QVERIFY(m_runner.errors().contains(name));
         QCOMPARE(m_runner.errors().count(QLatin1Char('\n')), 1);
         QCOMPARE(report({QStringLiteral("whole.uirec"), file}), 1);
-        QVERIFY(m_runner.output().contains(QStringLiteral("1 of 2 recordings could not be read;")));
+        QVERIFY(m_runner.output().contains(QStringLiteral("Files that could not be read: 1;")));
         QVERIFY(m_runner.output().contains(QStringLiteral("TOTAL                       15")));
     }
 

@@ -1,5 +1,5 @@
-#include "recording/recordingloader.h"
 #include "recording/replay.h"
+#include "store/runloader.h"
 #include "testlib/recordingbuilder.h"
 #include "testlib/testcase.h"
 #include "uiabstraction/elementstream.h"
@@ -8,8 +8,8 @@
 #include <QTest>
 
 using TestLib::RecordingBuilder;
-using Uicov::Recording::RecordingLoader;
 using Uicov::Recording::Replay;
+using Uicov::Store::RunLoader;
 using Vorsk::UIAbstraction::ElementGeometry;
 using Vorsk::UIAbstraction::StandardType;
 using Vorsk::UIAbstraction::UIElement;
@@ -35,12 +35,12 @@ class TestReplay : public TestLib::TestCase {
     Q_OBJECT
 
     QTemporaryDir m_folder;
-    std::unique_ptr<RecordingLoader> m_loader;
+    std::unique_ptr<RunLoader> m_loader;
 
     const Replay& replay(const RecordingBuilder& recording) {
         const QString path = m_folder.filePath(QStringLiteral("x.uirec"));
         if (recording.write(path)) {
-            m_loader = std::make_unique<RecordingLoader>(path);
+            m_loader = std::make_unique<RunLoader>(path);
             m_loader->load();
         }
         return m_loader->replay();

@@ -1,5 +1,5 @@
-#include "recording/recordingloader.h"
 #include "report/coveragecollector.h"
+#include "store/runloader.h"
 #include "testlib/recordingbuilder.h"
 #include "testlib/testcase.h"
 
@@ -7,9 +7,9 @@
 #include <QTest>
 
 using TestLib::RecordingBuilder;
-using Uicov::Recording::RecordingLoader;
 using Uicov::Report::CoverageCollector;
 using Uicov::Report::CoverageTree;
+using Uicov::Store::RunLoader;
 using Vorsk::UIAbstraction::UIElement;
 using Vorsk::UIAbstraction::UIEvent;
 
@@ -63,9 +63,11 @@ class TestCoverageCollector : public TestLib::TestCase {
     void collect(const QString& application = QString()) {
         const QString path = m_folder.filePath(QStringLiteral("x.uirec"));
         QVERIFY(m_recording->write(path));
-        RecordingLoader loader(path);
+        RunLoader loader(path);
         QVERIFY(!loader.load());
-        m_collector->collect(loader.replay(), application);
+        Uicov::Store::Run run = loader.run();
+        run.application = application;
+        m_collector->collect(run);
         m_lines.clear();
         const auto windows = m_tree.windows();
         for (const int window : windows) {
@@ -303,9 +305,9 @@ private Q_SLOTS:
         }
         const QString path = m_folder.filePath(QStringLiteral("x.uirec"));
         QVERIFY(m_recording->write(path));
-        RecordingLoader loader(path);
+        RunLoader loader(path);
         QVERIFY(!loader.load());
-        m_collector->collect(loader.replay());
+        m_collector->collect(loader.run());
         QCOMPARE(m_tree.totalsOf(m_tree.windows().first()).elements, depth + 1);
     }
 };

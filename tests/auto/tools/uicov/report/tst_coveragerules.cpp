@@ -1,6 +1,6 @@
 #include "report/coveragerules.h"
+#include "store/runelement.h"
 #include "testlib/testcase.h"
-#include "uiabstraction/uielement.h"
 
 #include <QTest>
 
@@ -8,9 +8,8 @@ namespace CoverageRules = Uicov::Report::CoverageRules;
 using Uicov::Report::EventCoverage;
 using Uicov::Report::Events;
 using Uicov::Report::State;
-using Vorsk::UIAbstraction::StandardType;
-using Vorsk::UIAbstraction::UIElement;
-using Vorsk::UIAbstraction::UIEvent;
+using Uicov::Store::Hit;
+using Uicov::Store::RunElement;
 
 Q_DECLARE_METATYPE(Uicov::Report::Events)
 Q_DECLARE_METATYPE(Uicov::Report::State)
@@ -20,14 +19,14 @@ class TestCoverageRules : public TestLib::TestCase {
 
 private Q_SLOTS:
     void countableIsWhatIsNotTransparentAndHasEvents() {
-        UIElement element(QStringLiteral("C"), StandardType(), QString());
+        RunElement element;
         QVERIFY(!CoverageRules::isCountable(element));
-        element.registerEvent(UIEvent(QStringLiteral("shown")));
+        element.events = QStringList{QStringLiteral("shown")};
         QVERIFY(CoverageRules::isCountable(element));
-        element.setTransparentNode(true);
+        element.isTransparentNode = true;
         QVERIFY(!CoverageRules::isCountable(element));
-        element.setTransparentNode(false);
-        element.setSubgraphTransparent(true); // concerns what is below
+        element.isTransparentNode = false;
+        element.isSubgraphTransparent = true; // concerns what is below
         QVERIFY(CoverageRules::isCountable(element));
     }
 
@@ -63,36 +62,47 @@ private Q_SLOTS:
     }
 
     void uncheckedOfAQtWidgetsCheckBoxIsNeverCounted() {
-        UIElement element(QStringLiteral("MyCheckBox"), StandardType(QStringLiteral("CheckBox")),
-                          QString());
+        RunElement element;
+        element.type = QStringLiteral("CheckBox");
         QVERIFY(CoverageRules::isNeverCounted(element, QStringLiteral("unchecked")));
         QVERIFY(!CoverageRules::isNeverCounted(element, QStringLiteral("checked")));
         QVERIFY(!CoverageRules::isNeverCounted(element, QStringLiteral("partiallyChecked")));
     }
 
     void uncheckedOfAQtQuickCheckBoxCounts() {
-        UIElement element(QStringLiteral("CheckBox_QMLTYPE_4"),
-                          StandardType(QStringLiteral("CheckBox")), QString());
-        element.setSubgraphTransparent(true);
+        RunElement element;
+        element.type = QStringLiteral("CheckBox");
+        element.isSubgraphTransparent = true;
         QVERIFY(!CoverageRules::isNeverCounted(element, QStringLiteral("unchecked")));
     }
 
     void uncheckedOfACheckableQtQuickButtonCounts() {
-        UIElement element(QStringLiteral("QQuickButton"), StandardType(QStringLiteral("Button")),
-                          QString());
+        RunElement element;
+        element.type = QStringLiteral("Button");
         QVERIFY(!CoverageRules::isNeverCounted(element, QStringLiteral("unchecked")));
     }
 
-    void eventsComeWithCountAndRule() {
-        UIElement element(QStringLiteral("QCheckBox"), StandardType(QStringLiteral("CheckBox")),
-                          QString());
-        element.registerEvent(UIEvent(QStringLiteral("unchecked")));
-        element.increaseUsage(UIEvent(QStringLiteral("checked")));
-        const Events events = CoverageRules::eventsOf(element);
+    void eventsComeWithCountRuleAndContexts() {
+        RunElement element;
+        element.type = QStringLiteral("CheckBox");
+        const QString checked = QStringLiteral("checked");
+        const QString unchecked = QStringLiteral("unchecked");
+        element.events = QStringList{checked, unchecked};
+        element.hits = {Hit{checked, 0, 2}, Hit{checked, 1, 5}};
+        const Events events = CoverageRules::eventsOf(element, {7, 3});
         QCOMPARE(events.size(), 2);
-        QCOMPARE(events.value(QStringLiteral("checked")).count, qint64{1});
-        QVERIFY(!events.value(QStringLiteral("checked")).isNeverCounted);
-        QVERIFY(events.value(QStringLiteral("unchecked")).isNeverCounted);
+        QCOMPARE(events.value(checked).count, qint64{7});
+        QCOMPARE(events.value(checked).byContext, (QMap<int, qint64>{{7, 2}, {3, 5}}));
+        QVERIFY(!events.value(checked).isNeverCounted);
+        QVERIFY(events.value(unchecked).isNeverCounted);
+        QVERIFY(events.value(unchecked).byContext.isEmpty());
+    }
+
+    void whatWasNeverAnnouncedIsNoEvent() {
+        RunElement element;
+        element.events = QStringList{QStringLiteral("shown")};
+        element.hits = {Hit{QStringLiteral("clicked"), 0, 1}};
+        QCOMPARE(CoverageRules::eventsOf(element, {0}).keys(), element.events);
     }
 };
 

@@ -3,8 +3,8 @@
 
 #include <QTest>
 
+using Uicov::Identity::ElementKey;
 using Uicov::Report::CoverageTree;
-using Uicov::Report::ElementKey;
 using Uicov::Report::EventCoverage;
 using Uicov::Report::Events;
 

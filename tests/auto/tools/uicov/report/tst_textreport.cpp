@@ -4,8 +4,8 @@
 
 #include <QTest>
 
+using Uicov::Identity::ElementKey;
 using Uicov::Report::CoverageTree;
-using Uicov::Report::ElementKey;
 using Uicov::Report::Events;
 using Uicov::Report::TextReport;
 

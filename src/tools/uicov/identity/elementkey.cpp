@@ -1,6 +1,7 @@
-#include "report/elementkey.h"
+#include "identity/elementkey.h"
 
-#include "uiabstraction/uielement.h"
+#include "console/displaytext.h"
+#include "store/runelement.h"
 
 #include <QHash>
 #include <QRegularExpression>
@@ -8,9 +9,9 @@
 
 #include <tuple>
 
-namespace Uicov::Report {
+namespace Uicov::Identity {
 
-using Vorsk::UIAbstraction::UIElement;
+using Store::RunElement;
 
 namespace {
 
@@ -44,30 +45,43 @@ QString ElementKey::normalisedClass(const QString& className) {
     return name.remove(engineNumber);
 }
 
-ElementKey::Step ElementKey::stepOf(const UIElement& element) {
+ElementKey::Step ElementKey::stepOf(const RunElement& element) {
     Step step;
-    step.kind = element.standardType().name();
+    step.kind = element.type;
     if (isNamedByText(step.kind)) {
-        step.label = normalisedLabel(element.text());
+        step.label = normalisedLabel(element.text);
     }
     if (step.kind.isEmpty()) {
-        step.kind = normalisedClass(element.concreteType());
+        step.kind = normalisedClass(element.className);
     }
     return step;
 }
 
-ElementKey::Step ElementKey::windowStepOf(const UIElement& element) {
+ElementKey::Step ElementKey::windowStepOf(const RunElement& element) {
     Step step = stepOf(element);
-    if (element.standardType().name().isEmpty()) {
+    if (element.type.isEmpty()) {
         step.kind = QStringLiteral("Window"); // what it is to a person, whatever its class
     }
     if (step.label.isEmpty()) {
-        step.className = normalisedClass(element.concreteType());
+        step.className = normalisedClass(element.className);
     }
     return step;
 }
 
-QString ElementKey::Step::toString() const {
+ElementKey::Step ElementKey::structureOf(const Step& step, const RunElement& element,
+                                         bool isWindow) {
+    Step structure;
+    structure.kind = step.kind;
+    if (isWindow) {
+        structure.className = normalisedClass(element.className);
+    }
+    return structure;
+}
+
+namespace {
+
+QString joined(const ElementKey::Step& step, const QString& kind, const QString& label,
+               const QString& className) {
     QString text = kind;
     if (!label.isEmpty()) {
         text += QStringLiteral(" \"") + label + QLatin1Char('"');
@@ -75,10 +89,25 @@ QString ElementKey::Step::toString() const {
     if (!className.isEmpty()) {
         text += QStringLiteral(" (") + className + QLatin1Char(')');
     }
-    if (ordinal > 1) {
-        text += QStringLiteral(" #%1").arg(ordinal);
+    if (step.ordinal > 1) {
+        text += QStringLiteral(" #%1").arg(step.ordinal);
     }
     return text;
+}
+
+QString escaped(const QString& text) {
+    // Without quotes inside, no label can look like the end of one step and the start of another.
+    return Console::DisplayText::escaped(text).replace(QLatin1Char('"'), QLatin1String("\\\""));
+}
+
+} // namespace
+
+QString ElementKey::Step::toString() const {
+    return joined(*this, kind, label, className);
+}
+
+QString ElementKey::Step::toKey() const {
+    return joined(*this, escaped(kind), escaped(label), escaped(className));
 }
 
 QString ElementKey::toString() const {
@@ -86,7 +115,15 @@ QString ElementKey::toString() const {
     for (const Step& step : m_steps) {
         texts.append(step.toString());
     }
-    return texts.join(QStringLiteral(" > "));
+    return texts.join(separator());
+}
+
+QString ElementKey::toKey() const {
+    QStringList texts;
+    for (const Step& step : m_steps) {
+        texts.append(step.toKey());
+    }
+    return texts.join(separator());
 }
 
 bool operator==(const ElementKey::Step& a, const ElementKey::Step& b) {
@@ -102,4 +139,4 @@ uint qHash(const ElementKey::Step& step, uint seed) {
            (::qHash(step.className, seed) * 17U) ^ static_cast<uint>(step.ordinal);
 }
 
-} // namespace Uicov::Report
+} // namespace Uicov::Identity

@@ -1,4 +1,4 @@
-#include "recording/recordingloader.h"
+#include "store/runloader.h"
 #include "testlib/samplerecording.h"
 #include "testlib/testcase.h"
 
@@ -8,15 +8,16 @@
 using TestLib::RecordingBuilder;
 using Uicov::Console::Message;
 using Uicov::Recording::Ending;
-using Uicov::Recording::RecordingLoader;
+using Uicov::Store::Run;
+using Uicov::Store::RunLoader;
 
-class TestRecordingLoader : public TestLib::TestCase {
+class TestRunLoader : public TestLib::TestCase {
     Q_OBJECT
 
     QTemporaryDir m_folder;
     QString m_path = m_folder.filePath(QStringLiteral("x.uirec"));
 
-    QList<Message> problemsOf(const RecordingLoader& loader) {
+    QList<Message> problemsOf(const RunLoader& loader) {
         QList<Message> messages;
         const auto problems = loader.problems();
         for (const auto& problem : problems) {
@@ -30,11 +31,11 @@ private Q_SLOTS:
         RecordingBuilder recording;
         TestLib::fillSampleRecording(recording);
         QVERIFY(recording.write(m_path));
-        RecordingLoader loader(m_path);
+        RunLoader loader(m_path);
         QVERIFY(!loader.load());
         QVERIFY(loader.problems().isEmpty());
         QVERIFY(loader.ending().isComplete());
-        QCOMPARE(loader.process().value(QStringLiteral("application")), QStringLiteral("panel"));
+        QCOMPARE(loader.run().application, QStringLiteral("panel"));
         QCOMPARE(loader.replay().elements().size(), std::size_t{17});
     }
 
@@ -42,17 +43,18 @@ private Q_SLOTS:
         RecordingBuilder recording;
         TestLib::fillSampleRecording(recording);
         QVERIFY(recording.write(m_path));
-        RecordingLoader loader(m_path);
+        RunLoader loader(m_path);
         QVERIFY(!loader.load());
-        QCOMPARE(loader.warnings().size(), 1);
-        QCOMPARE(loader.warnings().first(), quint64{2});
+        const Run run = loader.run();
+        QCOMPARE(run.warnings.size(), 1);
+        QCOMPARE(run.warnings.first(), qint64{2});
     }
 
     void anAbnormalEndIsAProblemButNoDamage() {
         RecordingBuilder recording;
         TestLib::fillSampleRecording(recording, false);
         QVERIFY(recording.write(m_path));
-        RecordingLoader loader(m_path);
+        RunLoader loader(m_path);
         QVERIFY(!loader.load());
         QCOMPARE(problemsOf(loader), QList<Message>{Message::EndedAbnormally});
     }
@@ -67,7 +69,7 @@ private Q_SLOTS:
         recording.addMessage(QStringLiteral("somethingElse"), {1, 2});
         recording.add(nullptr, QStringLiteral("Window"), QStringLiteral("W"));
         QVERIFY(recording.write(m_path));
-        RecordingLoader loader(m_path);
+        RunLoader loader(m_path);
         QVERIFY(!loader.load());
         QCOMPARE(loader.replay().elements().size(), std::size_t{2});
         QCOMPARE(problemsOf(loader),
@@ -82,7 +84,7 @@ private Q_SLOTS:
         QVERIFY(recording.write(m_path));
         QFile file(m_path);
         QVERIFY(file.resize(file.size() - 1));
-        RecordingLoader torn(m_path);
+        RunLoader torn(m_path);
         QVERIFY(!torn.load());
         QCOMPARE(problemsOf(torn), QList<Message>{Message::RecordingTorn});
 
@@ -90,7 +92,7 @@ private Q_SLOTS:
         QVERIFY(file.seek(file.size() - 2));
         QVERIFY(file.write("??") == 2);
         file.close();
-        RecordingLoader stillTorn(m_path);
+        RunLoader stillTorn(m_path);
         QVERIFY(!stillTorn.load());
         QCOMPARE(problemsOf(stillTorn), QList<Message>{Message::RecordingTorn});
     }
@@ -100,7 +102,7 @@ private Q_SLOTS:
         RecordingBuilder recording;
         recording.addRecord(7, QByteArray("?"));
         QVERIFY(recording.write(path));
-        RecordingLoader loader(path);
+        RunLoader loader(path);
         QVERIFY(!loader.load());
         const auto problems = loader.problems();
         for (const auto& problem : problems) {
@@ -114,10 +116,10 @@ private Q_SLOTS:
         QFile file(m_path);
         QVERIFY(file.open(QIODevice::WriteOnly) && file.write("GIF89a, or anything") > 0);
         file.close();
-        RecordingLoader loader(m_path);
+        RunLoader loader(m_path);
         QCOMPARE(loader.load()->message, Message::InputForeign);
     }
 };
 
-QTEST_GUILESS_MAIN(TestRecordingLoader)
-#include "tst_recordingloader.moc"
+QTEST_GUILESS_MAIN(TestRunLoader)
+#include "tst_runloader.moc"

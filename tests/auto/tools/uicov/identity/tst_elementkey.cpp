@@ -1,22 +1,20 @@
-#include "report/elementkey.h"
+#include "identity/elementkey.h"
+#include "store/runelement.h"
 #include "testlib/testcase.h"
-#include "uiabstraction/uielement.h"
 
 #include <QTest>
 
-using Uicov::Report::ElementKey;
-using Vorsk::UIAbstraction::StandardType;
-using Vorsk::UIAbstraction::UIElement;
+using Uicov::Identity::ElementKey;
 
 class TestElementKey : public TestLib::TestCase {
     Q_OBJECT
 
     static ElementKey::Step stepOf(const char* type, const char* concreteType, const QString& text,
                                    bool isWindow = false) {
-        UIElement element(QLatin1String(concreteType),
-                          type == nullptr ? StandardType() : StandardType(QLatin1String(type)),
-                          QString());
-        element.setText(text);
+        Uicov::Store::RunElement element;
+        element.className = QLatin1String(concreteType);
+        element.type = QLatin1String(type);
+        element.text = text;
         return isWindow ? ElementKey::windowStepOf(element) : ElementKey::stepOf(element);
     }
 

@@ -3,11 +3,11 @@
 #include <QString>
 #include <QVector>
 
-namespace Vorsk::UIAbstraction {
-class UIElement;
+namespace Uicov::Store {
+struct RunElement;
 }
 
-namespace Uicov::Report {
+namespace Uicov::Identity {
 
 /**
  * What an element is called across runs, where its id is another each time: the steps from its
@@ -28,12 +28,18 @@ public:
 
         /** For people: kind "label" #2. */
         QString toString() const;
+        /** As it stands in keys: as toString(), with everything escaped that is not plain text. */
+        QString toKey() const;
     };
 
     /** The step of an element, with ordinal 1: what ordinal it has only its siblings can tell. */
-    static Step stepOf(const Vorsk::UIAbstraction::UIElement& element);
+    static Step stepOf(const Store::RunElement& element);
     /** The same for an element that stands for a window. */
-    static Step windowStepOf(const Vorsk::UIAbstraction::UIElement& element);
+    static Step windowStepOf(const Store::RunElement& element);
+
+    /** The same step without its label, for captions that change: a window that loses its label is
+     * called by its class. The ordinal is 1. */
+    static Step structureOf(const Step& step, const Store::RunElement& element, bool isWindow);
 
     /** A caption as it is compared: one line, without shortcut and without the marks that programs
      * put in while something is unsaved or opens a dialog. */
@@ -44,8 +50,13 @@ public:
     void append(const Step& step) { m_steps.append(step); }
     const QVector<Step>& steps() const { return m_steps; }
 
-    /** The steps joined by " > ". */
+    /** The steps joined by " > ", for people. */
     QString toString() const;
+    /** The steps joined by " > ", as they stand in keys: no two different paths give one text. */
+    QString toKey() const;
+
+    /** What stands between two steps of a key. */
+    static QString separator() { return QStringLiteral(" > "); }
 
 private:
     QVector<Step> m_steps;
@@ -55,4 +66,4 @@ bool operator==(const ElementKey::Step& a, const ElementKey::Step& b);
 bool operator<(const ElementKey::Step& a, const ElementKey::Step& b);
 uint qHash(const ElementKey::Step& step, uint seed = 0);
 
-} // namespace Uicov::Report
+} // namespace Uicov::Identity

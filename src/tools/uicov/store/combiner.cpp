@@ -1,0 +1,68 @@
+#include "store/combiner.h"
+
+#include "store/runloader.h"
+
+namespace Uicov::Store {
+
+using Console::Problem;
+
+Combiner::Combiner(DataFile& target)
+    : m_target(target) {}
+
+std::optional<Problem> Combiner::add(const QString& path) {
+    m_warnings.clear();
+    return DataFile::looksLikeDataFile(path) ? addDataFile(path) : addRecording(path);
+}
+
+std::optional<Problem> Combiner::addRecording(const QString& path) {
+    RunLoader loader(path);
+    loader.setTakesPictures(m_takesPictures);
+    if (auto problem = loader.load()) {
+        return problem;
+    }
+    m_warnings = loader.problems();
+    addRun(loader.run());
+    return m_failure;
+}
+
+std::optional<Problem> Combiner::addDataFile(const QString& path) {
+    DataFile source;
+    if (auto problem = source.open(path, Sql::Access::Read)) {
+        return problem;
+    }
+    if (auto problem = source.checkPages()) {
+        return problem;
+    }
+    const int newRuns = m_newRuns;
+    const int knownRuns = m_knownRuns;
+    m_target.beginPart();
+    const QStringList uuids = source.runs();
+    std::optional<Problem> problem;
+    for (const QString& uuid : uuids) {
+        Run run;
+        problem = source.read(
+            uuid, m_takesPictures ? DataFile::Pictures::Load : DataFile::Pictures::Leave, run);
+        if (problem || !addRun(run)) {
+            break;
+        }
+    }
+    if (problem) {
+        m_target.dropPart();
+        m_newRuns = newRuns;
+        m_knownRuns = knownRuns;
+        return problem;
+    }
+    if (!m_failure) {
+        m_failure = m_target.keepPart();
+    }
+    return m_failure;
+}
+
+bool Combiner::addRun(const Run& run) {
+    DataFile::Added added = DataFile::Added::New;
+    m_failure = m_target.add(run, &added);
+    ++(added == DataFile::Added::New ? m_newRuns : m_knownRuns);
+    return !m_failure;
+}
+
+} // namespace Uicov::Store

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "console/message.h"
+#include "store/datafile.h"
+
+#include <QString>
+#include <QVector>
+
+#include <optional>
+
+namespace Uicov::Store {
+
+/**
+ * Puts the runs of many files into one data file, each once: whatever the order of the files, how
+ * they are grouped, and how often one is named, the same runs are in it. Memory is bounded by the
+ * largest run. The files are only read.
+ */
+class Combiner {
+public:
+    /** @param target outlives this */
+    explicit Combiner(DataFile& target);
+
+    void setTakesPictures(bool takes) { m_takesPictures = takes; }
+
+    /**
+     * Adds all runs of a recording or data file, or none of them.
+     * @return the problem when the file cannot be used; the target then is as it was, unless
+     *         failure() tells that it is the target itself
+     */
+    std::optional<Console::Problem> add(const QString& path);
+
+    /** What is wrong with the last file although it could be used. */
+    const QVector<Console::Problem>& warnings() const { return m_warnings; }
+    /** Set when the target cannot be written, so that there is no use in going on. */
+    const std::optional<Console::Problem>& failure() const { return m_failure; }
+
+    int newRuns() const { return m_newRuns; }
+    /** Runs that were there already, in this or a more complete form, or that replaced it. */
+    int knownRuns() const { return m_knownRuns; }
+
+private:
+    std::optional<Console::Problem> addRecording(const QString& path);
+    std::optional<Console::Problem> addDataFile(const QString& path);
+    bool addRun(const Run& run);
+
+    DataFile& m_target;
+    bool m_takesPictures = true;
+    QVector<Console::Problem> m_warnings;
+    std::optional<Console::Problem> m_failure;
+    int m_newRuns = 0;
+    int m_knownRuns = 0;
+};
+
+} // namespace Uicov::Store

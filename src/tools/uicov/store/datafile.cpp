@@ -1,0 +1,221 @@
+#include "store/datafile.h"
+
+#include "store/runreader.h"
+#include "store/runwriter.h"
+#include "store/schema.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
+#include <cstring>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace Uicov::Store {
+
+using Console::Message;
+using Console::Problem;
+
+namespace {
+
+/** In the file's header, where file(1) and others look for what a database is. */
+constexpr qint32 applicationId = 0x75696376; // "uicv"
+constexpr char databaseStart[] = "SQLite format 3";
+
+Problem foreign(const QString& path, const QString& what) {
+    return {Message::InputForeign,
+            path + QStringLiteral(": is ") + what +
+                QStringLiteral("; name a data file or recording that uicov made")};
+}
+
+} // namespace
+
+DataFile::DataFile() = default;
+DataFile::~DataFile() = default;
+
+bool DataFile::connect(Sql::Access access) {
+    m_writer = std::make_unique<RunWriter>(m_sql);
+    m_reader = std::make_unique<RunReader>(m_sql);
+    return m_sql.open(m_path, access);
+}
+
+bool DataFile::looksLikeDataFile(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) &&
+           file.read(sizeof databaseStart) == QByteArray(databaseStart, sizeof databaseStart);
+}
+
+std::optional<Problem> DataFile::create(const QString& path) {
+    m_path = path;
+    // Made here and not by SQLite, which would let everybody read it.
+    const int descriptor = ::open(QFile::encodeName(path).constData(),
+                                  O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0600);
+    if (descriptor < 0) {
+        return Problem{Message::OutputNotWritable,
+                       path + QStringLiteral(": cannot be made: ") + qt_error_string(errno) +
+                           QStringLiteral("; choose another place with -o")};
+    }
+    ::close(descriptor);
+    if (!connect(Sql::Access::Write)) {
+        return failure();
+    }
+    begin();
+    m_sql.execute(QStringLiteral("PRAGMA application_id = %1").arg(applicationId));
+    m_sql.execute(QStringLiteral("PRAGMA user_version = %1").arg(schemaVersion));
+    m_sql.execute(QString::fromLatin1(schemaStatements));
+    return commit();
+}
+
+std::optional<Problem> DataFile::open(const QString& path, Sql::Access access) {
+    m_path = path;
+    const QFileInfo info(path);
+    if (!info.exists()) {
+        return Problem{Message::InputMissing,
+                       path + QStringLiteral(": there is no such file; check the path")};
+    }
+    if (!connect(access)) {
+        return Problem{Message::InputUnreadable, path + QStringLiteral(": cannot be opened: ") +
+                                                     m_sql.error() +
+                                                     QStringLiteral("; check its mode")};
+    }
+    return check();
+}
+
+std::optional<Problem> DataFile::check() {
+    const int id = m_sql.value(QStringLiteral("PRAGMA application_id")).toInt();
+    const int version = m_sql.value(QStringLiteral("PRAGMA user_version")).toInt();
+    if (!m_sql.isOk()) {
+        return failure();
+    }
+    if (id != applicationId) {
+        return foreign(m_path, QStringLiteral("a SQLite database of something else"));
+    }
+    if (version > schemaVersion) {
+        return Problem{Message::InputNewer,
+                       m_path +
+                           QStringLiteral(": has schema version %1, and this uicov reads up to "
+                                          "version %2; use a newer uicov")
+                               .arg(version)
+                               .arg(schemaVersion)};
+    }
+    if (version < 1) {
+        return foreign(m_path, QStringLiteral("a data file of schema version 0, which never was"));
+    }
+    return std::nullopt;
+}
+
+std::optional<Problem> DataFile::failure() const {
+    if (m_sql.isOk()) {
+        return std::nullopt;
+    }
+    const QString error = m_sql.error();
+    const bool isBusy = error.contains(QLatin1String("locked"));
+    return Problem{isBusy ? Message::DataFileBusy : Message::DataFileDamaged,
+                   m_path +
+                       (isBusy ? QStringLiteral(": another program is writing to it: ")
+                               : QStringLiteral(": cannot be used as a data file: ")) +
+                       error +
+                       (isBusy ? QStringLiteral("; try again when it is done")
+                               : QStringLiteral("; see that the disk is sound and not full, or "
+                                                "use a copy"))};
+}
+
+void DataFile::begin() {
+    if (!m_isInTransaction) {
+        m_sql.execute(QStringLiteral("PRAGMA foreign_keys = ON"));
+        m_isInTransaction = m_sql.execute(QStringLiteral("BEGIN IMMEDIATE"));
+    }
+}
+
+std::optional<Problem> DataFile::add(const Run& run, Added* added) {
+    begin();
+    const Added result = m_writer->write(run);
+    m_hasRemoved = m_hasRemoved || result == Added::Better;
+    if (added != nullptr) {
+        *added = result;
+    }
+    return failure();
+}
+
+std::optional<Problem> DataFile::erase(const QString& uuid) {
+    begin();
+    m_hasRemoved =
+        m_sql.changedRows(QStringLiteral("DELETE FROM run WHERE uuid = ?"), {uuid}) > 0 ||
+        m_hasRemoved;
+    return failure();
+}
+
+/** Texts and pictures that only a removed run had. */
+void DataFile::dropUnused() {
+    m_sql.execute(QStringLiteral(
+        "DELETE FROM picture WHERE id NOT IN\n"
+        "  (SELECT picture FROM element WHERE picture IS NOT NULL);\n"
+        "DELETE FROM text WHERE id NOT IN\n"
+        "  (SELECT class FROM element UNION SELECT events FROM element\n"
+        "   UNION SELECT type FROM element WHERE type IS NOT NULL\n"
+        "   UNION SELECT text FROM element WHERE text IS NOT NULL\n"
+        "   UNION SELECT key FROM element WHERE key IS NOT NULL\n"
+        "   UNION SELECT structure_key FROM element WHERE structure_key IS NOT NULL\n"
+        "   UNION SELECT event FROM hit);"));
+}
+
+void DataFile::beginPart() {
+    begin();
+    m_sql.execute(QStringLiteral("SAVEPOINT part"));
+}
+
+void DataFile::dropPart() {
+    m_sql.recover(QStringLiteral("ROLLBACK TO part"));
+    m_sql.execute(QStringLiteral("RELEASE part"));
+    m_writer->forgetIds();
+}
+
+std::optional<Problem> DataFile::keepPart() {
+    m_sql.execute(QStringLiteral("RELEASE part"));
+    return failure();
+}
+
+std::optional<Problem> DataFile::checkPages() {
+    const QString result = m_sql.value(QStringLiteral("PRAGMA quick_check(1)")).toString();
+    if (m_sql.isOk() && result != QLatin1String("ok")) {
+        m_sql.fail(result);
+    }
+    return failure();
+}
+
+std::optional<Problem> DataFile::commit() {
+    if (m_isInTransaction) {
+        if (m_hasRemoved) {
+            dropUnused();
+            m_writer->forgetIds();
+            m_hasRemoved = false;
+        }
+        m_sql.execute(QStringLiteral("COMMIT"));
+        m_isInTransaction = false;
+    }
+    return failure();
+}
+
+QStringList DataFile::runs() {
+    QStringList uuids;
+    QSqlQuery& query =
+        m_sql.query(QStringLiteral("SELECT uuid FROM run ORDER BY application, started, uuid"));
+    while (m_sql.next(query)) {
+        uuids.append(query.value(0).toString());
+    }
+    return uuids;
+}
+
+std::optional<Problem> DataFile::readAttributes(const QString& uuid, Run& run) {
+    m_reader->readAttributes(uuid, run);
+    return failure();
+}
+
+std::optional<Problem> DataFile::read(const QString& uuid, Pictures pictures, Run& run) {
+    m_reader->read(uuid, pictures == Pictures::Load, run);
+    return failure();
+}
+
+} // namespace Uicov::Store

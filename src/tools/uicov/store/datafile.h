@@ -1,0 +1,85 @@
+#pragma once
+
+#include "console/message.h"
+#include "store/run.h"
+#include "store/sql.h"
+
+#include <QStringList>
+
+#include <memory>
+#include <optional>
+
+namespace Uicov::Store {
+
+class RunReader;
+class RunWriter;
+
+/**
+ * A file with any number of runs, each once: a SQLite database whose tables docs/data-file.md
+ * describes. What is changed is there once commit() has returned, all of it or nothing. Who writes
+ * holds the file's lock.
+ */
+class DataFile {
+public:
+    static constexpr int schemaVersion = 1;
+
+    DataFile();
+    ~DataFile();
+
+    enum class Pictures { Leave, Load };
+    enum class Added { New, Better, Known };
+
+    /** True when the file begins as a SQLite database does, of whatever kind. */
+    static bool looksLikeDataFile(const QString& path);
+
+    /** Makes a new, empty data file, readable by its owner only. Nothing may stand there. */
+    std::optional<Console::Problem> create(const QString& path);
+    /** Opens a data file, looking at what it is before anything else. */
+    std::optional<Console::Problem> open(const QString& path, Sql::Access access);
+
+    /**
+     * Adds a run. Of one that is in the file already the more complete form stays, by a rule under
+     * which it makes no difference which of the two came first.
+     * @param added what became of it; null where that is of no interest
+     */
+    std::optional<Console::Problem> add(const Run& run, Added* added = nullptr);
+    /** Takes the run out, and what no other needs. Nothing happens when it is not there. */
+    std::optional<Console::Problem> erase(const QString& uuid);
+    /** What is added from here on can be taken back as a whole. Parts do not nest. */
+    void beginPart();
+    /** Takes back what was added since beginPart(), together with its failures. */
+    void dropPart();
+    /** Keeps what was added since beginPart(). */
+    std::optional<Console::Problem> keepPart();
+
+    /** Ends what was begun by the first add() or erase() since the last commit. */
+    std::optional<Console::Problem> commit();
+
+    /** UUIDs, by application, start and UUID: an order that tells nothing of how they came in. */
+    QStringList runs();
+    /** The run without its elements: what it is called, how complete it is, its contexts. */
+    std::optional<Console::Problem> readAttributes(const QString& uuid, Run& run);
+    /** The problem when it is not there, or not in the form in which runs are written. */
+    std::optional<Console::Problem> read(const QString& uuid, Pictures pictures, Run& run);
+
+    /** Looks at every page of the file, which open() does not; the problem when one is damaged. */
+    std::optional<Console::Problem> checkPages();
+
+    QString path() const { return m_path; }
+
+private:
+    bool connect(Sql::Access access);
+    std::optional<Console::Problem> check();
+    std::optional<Console::Problem> failure() const;
+    void begin();
+    void dropUnused();
+
+    QString m_path;
+    Sql m_sql;
+    std::unique_ptr<RunWriter> m_writer;
+    std::unique_ptr<RunReader> m_reader;
+    bool m_isInTransaction = false;
+    bool m_hasRemoved = false;
+};
+
+} // namespace Uicov::Store

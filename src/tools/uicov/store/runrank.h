@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QByteArray>
+
+namespace Uicov::Store {
+
+struct Run;
+
+/**
+ * How much of a run is there: of two forms of one run, as of a recording copied while it grew and
+ * the finished one, the greater is kept. A total order, so that it makes no difference in which
+ * order they are met; only equal runs are equal.
+ */
+struct RunRank {
+    qint64 messages = 0;
+    bool isComplete = false;
+    qint64 bytesLost = 0;
+    /** SHA-256 over all that the run consists of. */
+    QByteArray digest;
+
+    static RunRank of(const Run& run);
+};
+
+bool operator<(const RunRank& a, const RunRank& b);
+
+} // namespace Uicov::Store

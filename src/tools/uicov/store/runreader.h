@@ -1,0 +1,47 @@
+#pragma once
+
+#include "store/run.h"
+#include "store/sql.h"
+
+#include <QHash>
+#include <QSet>
+
+namespace Uicov::Store {
+
+/**
+ * Reads one run out of the tables of a data file. Whatever the tables hold, the run that comes out
+ * is sound: what does not fit together fails, as a damaged file does.
+ */
+class RunReader {
+public:
+    /** @param sql outlives this; tells of failures */
+    explicit RunReader(Sql& sql);
+
+    /** All but the elements. */
+    void readAttributes(const QString& uuid, Run& run);
+    void read(const QString& uuid, bool withPictures, Run& run);
+
+private:
+    struct Listing {
+        int parent;
+        int position;
+        int child;
+    };
+
+    void readElements(Run& run);
+    RunElement elementFrom(const QSqlQuery& row);
+    void linkChildren(Run& run);
+    void readHits(Run& run);
+    void readPictures(Run& run);
+    QString textById(const QVariant& id);
+    QStringList eventsById(const QVariant& id);
+    bool isElement(const Run& run, int number) const;
+
+    Sql& m_sql;
+    qint64 m_id = 0;
+    QHash<qint64, QString> m_texts;
+    QHash<qint64, QStringList> m_events;
+    std::vector<Listing> m_listings;
+};
+
+} // namespace Uicov::Store

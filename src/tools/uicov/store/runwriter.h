@@ -1,0 +1,39 @@
+#pragma once
+
+#include "store/datafile.h"
+#include "store/run.h"
+#include "store/sql.h"
+
+#include <QHash>
+#include <QVariant>
+
+namespace Uicov::Store {
+
+/** Writes one run into the tables of a data file, inside of a transaction of its owner. */
+class RunWriter {
+public:
+    /** @param sql outlives this; tells of failures */
+    explicit RunWriter(Sql& sql);
+
+    /** Writes the run unless the file has it in a form that is as complete. */
+    DataFile::Added write(const Run& run);
+
+    /** To be called when rows that it made may have gone. */
+    void forgetIds() { m_texts.clear(); }
+
+private:
+    qint64 writeAttributes(const Run& run, const QByteArray& digest);
+    void writeElements(qint64 id, const Run& run);
+    void writeElement(qint64 id, const Run& run, int number, int position);
+    void writeHits(qint64 id, int number, const RunElement& element);
+    QVariant textId(const QString& text);
+    QVariant textOrNull(const QString& text, bool isNull);
+    QVariant pictureId(const QByteArray& hash, const Run& run);
+
+    Sql& m_sql;
+    QHash<QString, qint64> m_texts;
+    QVector<QString> m_keys;
+    QVector<QString> m_structureKeys;
+};
+
+} // namespace Uicov::Store

@@ -1,0 +1,121 @@
+#include "store/sql.h"
+
+#include <QRegularExpression>
+#include <QSqlError>
+#include <QStringList>
+#include <QUuid>
+
+namespace Uicov::Store {
+
+Sql::Sql()
+    : m_connection(QUuid::createUuid().toString())
+    , m_database(QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connection)) {}
+
+Sql::~Sql() {
+    m_prepared.clear();
+    m_database.close();
+    m_database = QSqlDatabase(); // a connection in use cannot be removed
+    QSqlDatabase::removeDatabase(m_connection);
+}
+
+bool Sql::open(const QString& path, Access access) {
+    m_error.clear();
+    m_prepared.clear();
+    m_database.close();
+    m_database.setDatabaseName(path);
+    // Others may hold the file for the moment of a commit, not longer: writers queue elsewhere.
+    QString options = QStringLiteral("QSQLITE_BUSY_TIMEOUT=5000");
+    if (access == Access::Read) {
+        options += QStringLiteral(";QSQLITE_OPEN_READONLY");
+    }
+    m_database.setConnectOptions(options);
+    if (!m_database.open()) {
+        fail(m_database.lastError().text());
+        return false;
+    }
+    // What a foreign file's schema defines must not run when it is read.
+    return execute(QStringLiteral("PRAGMA trusted_schema = OFF"));
+}
+
+void Sql::fail(const QString& error) {
+    if (m_error.isEmpty()) {
+        m_error = error.simplified();
+    }
+}
+
+void Sql::recover(const QString& statement) {
+    m_error.clear();
+    execute(statement);
+}
+
+bool Sql::execute(const QString& statements) {
+    static const QRegularExpression end(QStringLiteral(";(?=\\s*(\\n|$))"));
+    const QStringList parts = statements.split(end);
+    for (const QString& part : parts) {
+        if (!isOk()) {
+            break;
+        }
+        QSqlQuery query(m_database);
+        if (!part.trimmed().isEmpty() && !query.exec(part)) {
+            fail(query.lastError().text());
+        }
+    }
+    return isOk();
+}
+
+QSqlQuery& Sql::query(const QString& statement, std::initializer_list<QVariant> values) {
+    std::shared_ptr<QSqlQuery>& prepared = m_prepared[statement];
+    if (!prepared) {
+        prepared = std::make_shared<QSqlQuery>(m_database);
+        prepared->setForwardOnly(true);
+        if (isOk() && !prepared->prepare(statement)) {
+            fail(prepared->lastError().text());
+        }
+    }
+    if (isOk()) {
+        int position = 0;
+        for (const QVariant& value : values) {
+            prepared->bindValue(position++, value);
+        }
+        if (!prepared->exec()) {
+            fail(prepared->lastError().text());
+        }
+    }
+    return *prepared;
+}
+
+bool Sql::next(QSqlQuery& query) {
+    if (!isOk()) {
+        return false;
+    }
+    if (query.next()) {
+        return true;
+    }
+    if (query.lastError().isValid()) {
+        fail(query.lastError().text());
+    }
+    query.finish();
+    return false;
+}
+
+qint64 Sql::insert(const QString& statement, std::initializer_list<QVariant> values) {
+    const QSqlQuery& done = query(statement, values);
+    return isOk() ? done.lastInsertId().toLongLong() : 0;
+}
+
+QVariant Sql::value(const QString& statement, std::initializer_list<QVariant> values) {
+    QSqlQuery& found = query(statement, values);
+    if (!next(found)) {
+        return {};
+    }
+    const QVariant result = found.value(0);
+    found.finish();
+    return result;
+}
+
+int Sql::changedRows(const QString& statement, std::initializer_list<QVariant> values) {
+    const QSqlQuery& done = query(statement, values);
+    return isOk() ? done.numRowsAffected() : 0;
+}
+
+} // namespace Uicov::Store

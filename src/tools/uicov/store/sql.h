@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QHash>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QString>
+#include <QVariant>
+
+#include <memory>
+
+namespace Uicov::Store {
+
+/**
+ * One connection to a SQLite file, closed with this. After the first statement that fails every
+ * further one does nothing and fails too: check once, at the end.
+ */
+class Sql {
+public:
+    enum class Access { Read, Write };
+
+    Sql();
+    ~Sql();
+    Sql(const Sql&) = delete;
+    Sql& operator=(const Sql&) = delete;
+
+    /** The file has to be there; an empty one becomes a database at the first write. */
+    bool open(const QString& path, Access access);
+
+    bool isOk() const { return m_error.isEmpty(); }
+    /** What failed first; empty when nothing did. */
+    QString error() const { return m_error; }
+    /** Forgets a failure after this statement, which undoes what led to it. */
+    void recover(const QString& statement);
+    /** Makes everything fail from here on. */
+    void fail(const QString& error);
+
+    /** Statements without results, separated by ";" at line ends. */
+    bool execute(const QString& statements);
+    /** The statement with these values in place of its "?", prepared at the first call. Results
+     * are read with next(), which looks at nothing behind the first failure. */
+    QSqlQuery& query(const QString& statement, std::initializer_list<QVariant> values = {});
+    bool next(QSqlQuery& query);
+    /** As query(), for statements without results. @return the id of an inserted row */
+    qint64 insert(const QString& statement, std::initializer_list<QVariant> values);
+    /** The one value that the statement gives; invalid when it gives none. */
+    QVariant value(const QString& statement, std::initializer_list<QVariant> values = {});
+    int changedRows(const QString& statement, std::initializer_list<QVariant> values);
+
+private:
+    QString m_connection;
+    QSqlDatabase m_database;
+    QHash<QString, std::shared_ptr<QSqlQuery>> m_prepared;
+    QString m_error;
+};
+
+} // namespace Uicov::Store
