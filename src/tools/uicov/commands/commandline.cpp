@@ -1,5 +1,6 @@
 #include "commands/commandline.h"
 
+#include "commands/doctorcommand.h"
 #include "commands/dumpcommand.h"
 #include "commands/exitcode.h"
 #include "commands/helpformatter.h"
@@ -37,6 +38,7 @@ CommandLine::CommandLine(Console::Terminal& terminal)
     m_commands.push_back(std::make_unique<RunCommand>());
     m_commands.push_back(std::make_unique<ReportCommand>());
     m_commands.push_back(std::make_unique<DumpCommand>());
+    m_commands.push_back(std::make_unique<DoctorCommand>());
 }
 
 CommandLine::~CommandLine() = default;
