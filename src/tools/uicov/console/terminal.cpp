@@ -13,15 +13,60 @@ namespace Uicov::Console {
 
 namespace {
 
-void writeLine(const QString& line) {
-    const QByteArray bytes = line.toUtf8() + '\n';
+/** Back to the first column, and everything right of it gone. */
+constexpr char lineEraser[] = "\r\x1b[K";
+
+Terminal::Colour chosenColour = Terminal::Colour::Automatic;
+
+int columnsOf(int descriptor) {
+    winsize size{};
+    if (isatty(descriptor) == 0 || ioctl(descriptor, TIOCGWINSZ, &size) != 0) {
+        return 0;
+    }
+    return size.ws_col;
+}
+
+} // namespace
+
+Terminal::~Terminal() = default;
+
+void Terminal::writeError(const QByteArray& bytes) {
     // Where standard error cannot be written there is nowhere to say so.
     static_cast<void>(
         std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stderr));
     static_cast<void>(std::fflush(stderr));
 }
 
-} // namespace
+void Terminal::writeLine(const QString& line) {
+    clearStatus();
+    writeError(line.toUtf8() + '\n');
+}
+
+void Terminal::showStatus(const QString& text) {
+    if (!isErrorTerminal()) {
+        return;
+    }
+    const QString line = QStringLiteral("uicov: ") + DisplayText::escaped(text);
+    // The last column stays free: some terminals go to the next line when it is filled.
+    const int columns = errorColumns() - 1;
+    m_showsStatus = true;
+    writeError(lineEraser + DisplayText::elided(line, columns).toUtf8());
+}
+
+void Terminal::clearStatus() {
+    if (m_showsStatus) {
+        m_showsStatus = false;
+        writeError(lineEraser);
+    }
+}
+
+bool Terminal::isErrorTerminal() const {
+    return isatty(STDERR_FILENO) != 0 && qgetenv("TERM") != "dumb";
+}
+
+int Terminal::errorColumns() const {
+    return columnsOf(STDERR_FILENO);
+}
 
 void Terminal::report(Severity severity, const Problem& problem) {
     const bool isError = severity == Severity::Error;
@@ -41,21 +86,25 @@ void Terminal::note(const QString& text) {
 }
 
 bool Terminal::write(const QString& text) {
+    clearStatus(); // both streams may be one terminal
     const QByteArray bytes = text.toUtf8();
     const auto size = static_cast<std::size_t>(bytes.size());
     return std::fwrite(bytes.constData(), 1, size, stdout) == size && std::fflush(stdout) == 0;
 }
 
 int Terminal::outputColumns() {
-    winsize size{};
-    if (isatty(STDOUT_FILENO) == 0 || ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) != 0) {
-        return 0;
-    }
-    return size.ws_col;
+    return columnsOf(STDOUT_FILENO);
+}
+
+void Terminal::setColour(Colour colour) {
+    chosenColour = colour;
 }
 
 bool Terminal::mayUseColour(int descriptor) {
-    return isatty(descriptor) != 0 && qgetenv("NO_COLOR").isEmpty();
+    if (chosenColour != Colour::Automatic) {
+        return chosenColour == Colour::Always;
+    }
+    return isatty(descriptor) != 0 && qgetenv("NO_COLOR").isEmpty() && qgetenv("TERM") != "dumb";
 }
 
 } // namespace Uicov::Console

@@ -19,6 +19,7 @@ private Q_SLOTS:
     void init() {
         TestLib::TestCase::init();
         qunsetenv("NO_COLOR");
+        qputenv("TERM", "xterm");
     }
 
     void cleanup() {
@@ -55,6 +56,14 @@ private Q_SLOTS:
         QVERIFY(runner.start(m_program, {QStringLiteral("report"), QStringLiteral("none.uirec")}));
         QCOMPARE(runner.finish(), 1);
         QVERIFY(runner.output().contains("uicov: error: none.uirec"));
+        QVERIFY(!runner.output().contains('\x1b'));
+    }
+
+    void aDumbTerminalGetsNoColour() {
+        qputenv("TERM", "dumb");
+        TerminalRunner runner;
+        QVERIFY(runner.start(m_program, {QStringLiteral("report"), QStringLiteral("none.uirec")}));
+        QCOMPARE(runner.finish(), 1);
         QVERIFY(!runner.output().contains('\x1b'));
     }
 
