@@ -2,6 +2,7 @@
 
 #include "commands/exitcode.h"
 #include "commands/helpformatter.h"
+#include "console/progress.h"
 #include "console/terminal.h"
 #include "recording/recordingreader.h"
 #include "store/combiner.h"
@@ -142,8 +143,9 @@ int CombineCommand::combine(const QStringList& paths, const QString& output,
                           .arg(combiner.newRuns())
                           .arg(combiner.knownRuns())
                           .arg(counted(m_usedFiles, "file", "files")));
-        terminal.note(QStringLiteral("next: uicov report -m ") +
-                      Store::DataFilePath::asArgument(output));
+        terminal.note(
+            (QStringLiteral("next: uicov report -m ") + Store::DataFilePath::asArgument(output))
+                .trimmed());
     }
     if (m_isStrict && m_skippedFiles + m_damagedFiles > 0) {
         return PartialData;
@@ -153,8 +155,11 @@ int CombineCommand::combine(const QStringList& paths, const QString& output,
 
 bool CombineCommand::addAll(const QStringList& paths, Store::Combiner& combiner,
                             Console::Terminal& terminal) {
+    Console::Progress progress(terminal, QStringLiteral("combining"), QStringLiteral("files"),
+                               paths.size());
     for (const QString& path : paths) {
         const auto problem = combiner.add(path);
+        progress.advance();
         if (combiner.failure()) {
             terminal.error(*combiner.failure());
             return false;
