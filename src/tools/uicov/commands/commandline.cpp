@@ -1,7 +1,9 @@
 #include "commands/commandline.h"
 
+#include "commands/combinecommand.h"
 #include "commands/doctorcommand.h"
 #include "commands/dumpcommand.h"
+#include "commands/erasecommand.h"
 #include "commands/exitcode.h"
 #include "commands/helpformatter.h"
 #include "commands/reportcommand.h"
@@ -36,8 +38,10 @@ QString oneLine(const std::string& text) {
 CommandLine::CommandLine(Console::Terminal& terminal)
     : m_terminal(terminal) {
     m_commands.push_back(std::make_unique<RunCommand>());
+    m_commands.push_back(std::make_unique<CombineCommand>());
     m_commands.push_back(std::make_unique<ReportCommand>());
     m_commands.push_back(std::make_unique<DumpCommand>());
+    m_commands.push_back(std::make_unique<EraseCommand>());
     m_commands.push_back(std::make_unique<DoctorCommand>());
 }
 

@@ -63,6 +63,8 @@ QString messageName(Message message) {
         return QStringLiteral("data-file-damaged");
     case Message::OutputForeign:
         return QStringLiteral("output-foreign");
+    case Message::NoSuchRun:
+        return QStringLiteral("no-such-run");
     }
     return {};
 }

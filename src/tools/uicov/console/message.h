@@ -37,10 +37,11 @@ enum class Message {
     RecordingUnreadable,
     DataFileBusy,
     DataFileDamaged,
-    OutputForeign
+    OutputForeign,
+    NoSuchRun
 };
 
-constexpr int messageCount = static_cast<int>(Message::OutputForeign) + 1;
+constexpr int messageCount = static_cast<int>(Message::NoSuchRun) + 1;
 
 /** The stable name: lower case words joined by hyphens. */
 QString messageName(Message message);

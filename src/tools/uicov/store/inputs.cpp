@@ -1,5 +1,6 @@
 #include "store/inputs.h"
 
+#include "console/progress.h"
 #include "console/terminal.h"
 #include "store/combiner.h"
 #include "store/datafile.h"
@@ -56,7 +57,10 @@ bool Inputs::addSeveral(const QStringList& paths, Console::Terminal& terminal) {
     }
     Combiner combiner(*m_file);
     combiner.setTakesPictures(m_takesPictures);
+    Console::Progress progress(terminal, QStringLiteral("reading"), QStringLiteral("files"),
+                               paths.size());
     for (const QString& path : paths) {
+        progress.advance();
         if (const auto problem = combiner.add(path)) {
             terminal.error(*problem);
             if (combiner.failure()) {
@@ -92,7 +96,10 @@ bool Inputs::forEach(const std::function<void(const Run&)>& visitor,
     }
     const auto pictures = m_takesPictures ? DataFile::Pictures::Load : DataFile::Pictures::Leave;
     const QStringList uuids = m_file->runs();
+    Console::Progress progress(terminal, QStringLiteral("reading"), QStringLiteral("runs"),
+                               uuids.size());
     for (const QString& uuid : uuids) {
+        progress.advance();
         Run run;
         if (const auto problem = m_file->read(uuid, pictures, run)) {
             terminal.error(*problem);

@@ -1,0 +1,63 @@
+#include "store/datafilepath.h"
+
+#include <QFile>
+#include <QRegularExpression>
+#include <QSysInfo>
+
+#include <cstdlib>
+
+#include <unistd.h>
+
+namespace Uicov::Store {
+
+namespace {
+
+QString defaultPath() {
+    return QStringLiteral(".uicov");
+}
+
+} // namespace
+
+QString DataFilePath::of(const std::string& option) {
+    if (option.empty()) {
+        return defaultPath();
+    }
+    const QString pattern = QFile::decodeName(option.c_str());
+    QString path;
+    for (int i = 0; i < pattern.size(); ++i) {
+        const QString sequence = pattern.mid(i, 2);
+        if (sequence == QLatin1String("%p")) {
+            path += QString::number(::getpid());
+        } else if (sequence == QLatin1String("%h")) {
+            path += QSysInfo::machineHostName();
+        } else if (sequence == QLatin1String("%%")) {
+            path += QLatin1Char('%');
+        } else {
+            path += pattern.at(i);
+            continue;
+        }
+        ++i;
+    }
+    return path;
+}
+
+QString DataFilePath::current() {
+    const char* const variable = std::getenv("UICOV_FILE");
+    return of(variable == nullptr ? std::string() : std::string(variable));
+}
+
+QString DataFilePath::asArgument(const QString& path) {
+    return path == defaultPath() ? QString() : shellQuoted(path);
+}
+
+QString DataFilePath::shellQuoted(const QString& text) {
+    static const QRegularExpression harmless(QStringLiteral("^[A-Za-z0-9_./,:=@%+-]+$"));
+    if (harmless.match(text).hasMatch()) {
+        return text;
+    }
+    QString quoted = text;
+    return QLatin1Char('\'') + quoted.replace(QLatin1Char('\''), QLatin1String("'\\''")) +
+           QLatin1Char('\'');
+}
+
+} // namespace Uicov::Store

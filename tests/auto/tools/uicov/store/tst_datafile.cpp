@@ -1,0 +1,371 @@
+#include "store/datafile.h"
+#include "testlib/randomrun.h"
+#include "testlib/testcase.h"
+
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QTest>
+
+using TestLib::printed;
+using TestLib::randomRun;
+using Uicov::Console::Message;
+using Uicov::Store::DataFile;
+using Uicov::Store::Run;
+using Uicov::Store::Sql;
+
+Q_DECLARE_METATYPE(Uicov::Console::Message)
+
+class TestDataFile : public TestLib::TestCase {
+    Q_OBJECT
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QString m_path;
+
+    static Run read(DataFile& file, const QString& uuid) {
+        Run run;
+        const auto problem = file.read(uuid, DataFile::Pictures::Load, run);
+        return problem ? Run() : run;
+    }
+
+    QByteArray contents() const {
+        QFile file(m_path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    /** Changes what is in the file, past all checks. */
+    void tamper(const char* statement) {
+        Sql sql;
+        QVERIFY(sql.open(m_path, Sql::Access::Write));
+        QVERIFY2(sql.execute(QLatin1String(statement)), qPrintable(sql.error()));
+    }
+
+    void makeFile(int elements = 20) {
+        QRandomGenerator random(5);
+        DataFile file;
+        QVERIFY(!file.create(m_path));
+        Run run = randomRun(random, elements);
+        while (run.elements.size() < 5) {
+            run = randomRun(random, elements);
+        }
+        run.uuid = TestLib::uuid(1);
+        QVERIFY(!file.add(run));
+        QVERIFY(!file.commit());
+    }
+
+private Q_SLOTS:
+    void init() {
+        TestLib::TestCase::init();
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_path = m_folder->filePath(QStringLiteral("x.uicov"));
+    }
+
+    void cleanup() { TestLib::TestCase::cleanup(); }
+
+    void whatWasWrittenIsReadBack() {
+        QRandomGenerator random(1);
+        for (int round = 0; round < 60; ++round) {
+            const Run run = randomRun(random);
+            {
+                DataFile file;
+                QVERIFY(!file.create(m_path));
+                QVERIFY(!file.add(run));
+                QVERIFY(!file.commit());
+            }
+            DataFile file;
+            QVERIFY(!file.open(m_path, Sql::Access::Read));
+            QCOMPARE(file.runs(), QStringList{run.uuid});
+            QCOMPARE(printed(read(file, run.uuid)), printed(run));
+            QVERIFY(QFile::remove(m_path));
+        }
+    }
+
+    void picturesAreKeptOnceAndLeftOutWhereNobodyWantsThem() {
+        QRandomGenerator random(2);
+        DataFile file;
+        QVERIFY(!file.create(m_path));
+        Run run;
+        while (run.pictures.isEmpty()) {
+            run = randomRun(random);
+        }
+        run.uuid = TestLib::uuid(1);
+        QVERIFY(!file.add(run));
+        const int elements = static_cast<int>(run.elements.size());
+        run.uuid = TestLib::uuid(2);
+        QVERIFY(!file.add(run));
+        QVERIFY(!file.commit());
+        Run bare;
+        QVERIFY(!file.read(run.uuid, DataFile::Pictures::Leave, bare));
+        QVERIFY(bare.pictures.isEmpty());
+        QCOMPARE(static_cast<int>(bare.elements.size()), elements);
+        Sql sql;
+        QVERIFY(sql.open(m_path, Sql::Access::Read));
+        QCOMPARE(sql.value(QStringLiteral("SELECT count(*) FROM picture")).toInt(),
+                 run.pictures.size());
+    }
+
+    void onlyItsOwnerCanReadANewFile() {
+        DataFile file;
+        QVERIFY(!file.create(m_path));
+        QCOMPARE(QFileInfo(m_path).permissions() & ~(QFile::ReadUser | QFile::WriteUser),
+                 QFile::ReadOwner | QFile::WriteOwner);
+    }
+
+    void aNewFileNeverTakesThePlaceOfAnything() {
+        QFile file(m_path);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("mine") == 4);
+        file.close();
+        QCOMPARE(DataFile().create(m_path)->message, Message::OutputNotWritable);
+        QCOMPARE(contents(), QByteArray("mine"));
+        const QString link = m_folder->filePath(QStringLiteral("link"));
+        QVERIFY(QFile::link(m_folder->filePath(QStringLiteral("elsewhere")), link));
+        QVERIFY(DataFile().create(link));
+        QVERIFY(!QFileInfo::exists(m_folder->filePath(QStringLiteral("elsewhere"))));
+    }
+
+    void theMoreCompleteFormOfARunStays() {
+        QRandomGenerator random(3);
+        Run growing = randomRun(random);
+        Run finished = growing;
+        finished.messages = growing.messages + 1;
+        finished.isComplete = true;
+        for (const bool isFinishedFirst : {true, false}) {
+            DataFile file;
+            QVERIFY(!file.create(m_path));
+            DataFile::Added added = DataFile::Added::New;
+            QVERIFY(!file.add(isFinishedFirst ? finished : growing, &added));
+            QCOMPARE(added, DataFile::Added::New);
+            QVERIFY(!file.add(isFinishedFirst ? growing : finished, &added));
+            QCOMPARE(added, isFinishedFirst ? DataFile::Added::Known : DataFile::Added::Better);
+            QVERIFY(!file.add(finished, &added));
+            QCOMPARE(added, DataFile::Added::Known);
+            QVERIFY(!file.commit());
+            QCOMPARE(printed(read(file, finished.uuid)), printed(finished));
+            QVERIFY(QFile::remove(m_path));
+        }
+    }
+
+    void anErasedRunTakesAllAlongThatNoOtherNeeds() {
+        QRandomGenerator random(4);
+        DataFile file;
+        QVERIFY(!file.create(m_path));
+        Run first = randomRun(random);
+        first.uuid = TestLib::uuid(1);
+        QVERIFY(!file.add(first));
+        QVERIFY(!file.commit());
+        const auto counts = [this] {
+            Sql sql;
+            QStringList lines;
+            if (sql.open(m_path, Sql::Access::Read)) {
+                for (const char* table : {"run", "label", "context", "warning", "text", "picture",
+                                          "element", "further_parent", "hit"}) {
+                    const QString name = QLatin1String(table);
+                    lines.append(
+                        name + QLatin1Char('=') +
+                        sql.value(QStringLiteral("SELECT count(*) FROM ") + name).toString());
+                }
+            }
+            return lines;
+        };
+        const QStringList before = counts();
+        QCOMPARE(before.size(), 9);
+        for (int i = 2; i < 6; ++i) {
+            Run run = randomRun(random);
+            run.uuid = TestLib::uuid(i);
+            QVERIFY(!file.add(run));
+        }
+        QVERIFY(!file.commit());
+        QVERIFY(counts() != before);
+        for (int i = 2; i < 6; ++i) {
+            QVERIFY(!file.erase(TestLib::uuid(i)));
+        }
+        QVERIFY(!file.commit());
+        QCOMPARE(counts(), before);
+        QCOMPARE(printed(read(file, first.uuid)), printed(first));
+    }
+
+    void withoutCommitNothingHasHappened() {
+        makeFile();
+        const QByteArray before = contents();
+        {
+            QRandomGenerator random(9);
+            DataFile file;
+            QVERIFY(!file.open(m_path, Sql::Access::Write));
+            Run run = randomRun(random);
+            run.uuid = TestLib::uuid(7);
+            QVERIFY(!file.add(run));
+        }
+        DataFile file;
+        QVERIFY(!file.open(m_path, Sql::Access::Read));
+        QCOMPARE(file.runs(), QStringList{TestLib::uuid(1)});
+        QCOMPARE(contents(), before);
+    }
+
+    void aPartIsTakenBackAsAWhole() {
+        QRandomGenerator random(6);
+        DataFile file;
+        QVERIFY(!file.create(m_path));
+        Run kept = randomRun(random);
+        kept.uuid = TestLib::uuid(1);
+        file.beginPart();
+        QVERIFY(!file.add(kept));
+        QVERIFY(!file.keepPart());
+        file.beginPart();
+        Run dropped = randomRun(random);
+        dropped.uuid = TestLib::uuid(2);
+        QVERIFY(!file.add(dropped));
+        file.dropPart();
+        Run later = dropped; // with the texts whose rows have just gone
+        later.uuid = TestLib::uuid(3);
+        QVERIFY(!file.add(later));
+        QVERIFY(!file.commit());
+        QStringList uuids = file.runs();
+        uuids.sort();
+        QCOMPARE(uuids, QStringList({kept.uuid, later.uuid}));
+        QCOMPARE(printed(read(file, later.uuid)), printed(later));
+    }
+
+    void runsComeByApplicationStartAndUuid() {
+        DataFile file;
+        QVERIFY(!file.create(m_path));
+        const auto add = [&file](const char* application, const char* started, int number) {
+            Run run;
+            run.uuid = TestLib::uuid(number);
+            run.application = QLatin1String(application);
+            run.started = QLatin1String(started);
+            run.contexts = QStringList{QString()};
+            QVERIFY(!file.add(run));
+        };
+        add("b", "2024-01-01", 1);
+        add("a", "2024-01-02", 3);
+        add("a", "2024-01-01", 4);
+        add("a", "2024-01-02", 2);
+        QCOMPARE(file.runs(), QStringList({TestLib::uuid(4), TestLib::uuid(2), TestLib::uuid(3),
+                                           TestLib::uuid(1)}));
+    }
+
+    void whatIsNoDataFileIsRefusedAndLeftAsItIs_data() {
+        QTest::addColumn<QByteArray>("statement");
+        QTest::addColumn<Message>("message");
+        QTest::addColumn<QString>("part");
+        QTest::newRow("another database")
+            << QByteArray("PRAGMA application_id = 7") << Message::InputForeign
+            << "a SQLite database of something else";
+        QTest::newRow("newer schema") << QByteArray("PRAGMA user_version = 99")
+                                      << Message::InputNewer << "version 99, and this uicov reads";
+        QTest::newRow("schema 0") << QByteArray("PRAGMA user_version = 0") << Message::InputForeign
+                                  << "version 0";
+    }
+
+    void whatIsNoDataFileIsRefusedAndLeftAsItIs() {
+        QFETCH(QByteArray, statement);
+        QFETCH(Message, message);
+        QFETCH(QString, part);
+        makeFile();
+        tamper(statement.constData());
+        const QByteArray before = contents();
+        for (const auto access : {Sql::Access::Read, Sql::Access::Write}) {
+            DataFile file;
+            const auto problem = file.open(m_path, access);
+            QVERIFY(problem);
+            QCOMPARE(problem->message, message);
+            QVERIFY2(problem->text.contains(part), qPrintable(problem->text));
+            QVERIFY(problem->text.startsWith(m_path));
+        }
+        QCOMPARE(contents(), before);
+    }
+
+    void aRunThatDoesNotFitTogetherIsDamage_data() {
+        QTest::addColumn<QByteArray>("statement");
+        QTest::newRow("a missing element") << QByteArray("DELETE FROM element WHERE number = 1");
+        QTest::newRow("a parent that is not there")
+            << QByteArray("UPDATE element SET parent = 4000 WHERE number = 1");
+        QTest::newRow("a negative parent")
+            << QByteArray("UPDATE element SET parent = -4 WHERE number = 1");
+        QTest::newRow("a child that is not there")
+            << QByteArray("INSERT INTO further_parent VALUES (1, 0, 900, 77777)");
+        QTest::newRow("a missing text")
+            << QByteArray("UPDATE element SET class = 99999 WHERE number = 0");
+        QTest::newRow("a hit of nothing")
+            << QByteArray("INSERT INTO hit VALUES (1, 4711, 1, 0, 1)");
+        QTest::newRow("a hit in no context")
+            << QByteArray("INSERT INTO hit VALUES (1, 0, 1, 4711, 1)");
+        QTest::newRow("a hit that did not happen")
+            << QByteArray("INSERT OR REPLACE INTO hit VALUES (1, 0, 1, 0, 0)");
+        QTest::newRow("no context") << QByteArray("DELETE FROM context");
+        QTest::newRow("no table") << QByteArray("DROP TABLE hit");
+    }
+
+    void aRunThatDoesNotFitTogetherIsDamage() {
+        QFETCH(QByteArray, statement);
+        makeFile();
+        tamper(statement.constData());
+        DataFile file;
+        QVERIFY(!file.open(m_path, Sql::Access::Read));
+        Run run;
+        const auto problem = file.read(TestLib::uuid(1), DataFile::Pictures::Load, run);
+        QVERIFY(problem);
+        QCOMPARE(problem->message, Message::DataFileDamaged);
+    }
+
+    void aPlaceThatNoRectangleCanHoldIsNone() {
+        makeFile();
+        tamper("UPDATE element SET x = 9000000000, y = 0, width = 1, height = 1");
+        DataFile file;
+        QVERIFY(!file.open(m_path, Sql::Access::Read));
+        QVERIFY(!read(file, TestLib::uuid(1)).element(0).place);
+    }
+
+    void damagedPagesAreFound() {
+        makeFile(200);
+        DataFile sound;
+        QVERIFY(!sound.open(m_path, Sql::Access::Read));
+        QVERIFY(!sound.checkPages());
+        QFile raw(m_path);
+        QVERIFY(raw.open(QIODevice::ReadWrite));
+        const qint64 page = 4096;
+        for (qint64 start = page; start + page <= raw.size(); start += page) {
+            QVERIFY(raw.seek(start) && raw.write(QByteArray(64, '\x7f')) == 64);
+        }
+        raw.close();
+        DataFile file;
+        const auto problem = file.open(m_path, Sql::Access::Read);
+        QVERIFY(problem || file.checkPages());
+    }
+
+    void aRunThatIsNotThereIsAProblem() {
+        makeFile();
+        DataFile file;
+        QVERIFY(!file.open(m_path, Sql::Access::Read));
+        Run run;
+        QVERIFY(file.read(TestLib::uuid(9), DataFile::Pictures::Leave, run));
+    }
+
+    void aFileThatIsReadIsNotChanged() {
+        makeFile();
+        const QByteArray before = contents();
+        {
+            DataFile file;
+            QVERIFY(!file.open(m_path, Sql::Access::Read));
+            read(file, TestLib::uuid(1));
+            QVERIFY(file.erase(TestLib::uuid(1)));
+        }
+        QCOMPARE(contents(), before);
+        QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
+    }
+
+    void theViewsShowNames() {
+        makeFile();
+        Sql sql;
+        QVERIFY(sql.open(m_path, Sql::Access::Read));
+        QVERIFY(sql.value(QStringLiteral("SELECT count(*) FROM elements")).toInt() > 4);
+        QVERIFY(
+            sql.value(QStringLiteral("SELECT count(*) FROM hits WHERE event = 'clicked'")).toInt() >
+            0);
+        QVERIFY(sql.value(QStringLiteral("SELECT count(*) FROM elements WHERE key IS NOT NULL"))
+                    .toInt() > 0);
+        QVERIFY2(sql.isOk(), qPrintable(sql.error()));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestDataFile)
+#include "tst_datafile.moc"

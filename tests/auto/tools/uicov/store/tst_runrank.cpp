@@ -1,0 +1,73 @@
+#include "store/runrank.h"
+#include "testlib/randomrun.h"
+#include "testlib/testcase.h"
+
+#include <QTest>
+
+using TestLib::randomRun;
+using Uicov::Store::Run;
+using Uicov::Store::RunElement;
+using Uicov::Store::RunRank;
+
+class TestRunRank : public TestLib::TestCase {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void moreMessagesThenCompleteThenFewerBytesLost() {
+        Run run;
+        run.contexts = QStringList{QString()};
+        run.messages = 5;
+        run.isComplete = false;
+        run.bytesLost = 3;
+        Run more = run;
+        more.messages = 6;
+        more.bytesLost = 9;
+        Run complete = run;
+        complete.isComplete = true;
+        complete.bytesLost = 9;
+        Run less = run;
+        less.bytesLost = 2;
+        for (const Run& better : {more, complete, less}) {
+            QVERIFY(RunRank::of(run) < RunRank::of(better));
+            QVERIFY(!(RunRank::of(better) < RunRank::of(run)));
+        }
+        QVERIFY(RunRank::of(complete) < RunRank::of(more));
+        QVERIFY(RunRank::of(less) < RunRank::of(complete));
+    }
+
+    void onlyEqualRunsAreEqual() {
+        QRandomGenerator random(31);
+        Run run;
+        while (run.elements.size() < 3 || run.element(2).hits.isEmpty()) {
+            run = randomRun(random);
+        }
+        const RunRank rank = RunRank::of(run);
+        QCOMPARE(RunRank::of(Run(run)).digest, rank.digest);
+        const auto differs = [&](const std::function<void(Run&)>& change) {
+            Run other = run;
+            change(other);
+            return RunRank::of(other).digest != rank.digest;
+        };
+        QVERIFY(differs([](Run& other) { other.uuid += QLatin1Char('x'); }));
+        QVERIFY(differs([](Run& other) { other.session += QLatin1Char('x'); }));
+        QVERIFY(differs([](Run& other) { other.labels[QStringLiteral("x")] = QString(); }));
+        QVERIFY(differs([](Run& other) { other.contexts.append(QStringLiteral("x")); }));
+        QVERIFY(differs([](Run& other) { ++other.warnings[QStringLiteral("x")]; }));
+        QVERIFY(differs([](Run& other) { other.elements.pop_back(); }));
+        const auto element = [&](const std::function<void(RunElement&)>& change) {
+            return differs([&](Run& other) { change(other.elements[2]); });
+        };
+        QVERIFY(element([](RunElement& other) { other.text += QLatin1Char('x'); }));
+        QVERIFY(element([](RunElement& other) { other.isWindowNode = !other.isWindowNode; }));
+        QVERIFY(element([](RunElement& other) { ++other.hits.first().count; }));
+        QVERIFY(element([](RunElement& other) { other.children.append(0); }));
+        QVERIFY(element([](RunElement& other) { other.place = QRect(1, 2, 3, 4); }));
+        QVERIFY(element([](RunElement& other) { other.picture = "x"; }));
+        QVERIFY(element([](RunElement& other) {
+            other.text = other.text.isNull() ? QStringLiteral("") : QString();
+        }));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestRunRank)
+#include "tst_runrank.moc"
