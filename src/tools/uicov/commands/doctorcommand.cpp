@@ -7,6 +7,7 @@
 #include "launch/application.h"
 #include "launch/doctor.h"
 #include "launch/installation.h"
+#include "store/datafilepath.h"
 
 #include <QFile>
 #include <QJsonArray>
@@ -126,10 +127,10 @@ CLI::App* DoctorCommand::declare(CLI::App& commands) {
         "doctor", "Find out whether an application can be recorded here, and if not, why");
     setUsage(*app, "uicov doctor [OPTIONS] [APP]");
     app->add_flag("--json", m_isForTools, "Print one JSON object");
-    app->add_option("-o,--output", m_output, "The data file that would be written")
+    app->add_option("-o,--output", m_output,
+                    "The data file that would be written (default: .uicov)")
         ->type_name("FILE")
-        ->envname("UICOV_FILE")
-        ->capture_default_str();
+        ->envname("UICOV_FILE");
     app->add_option("--libdir", m_libraryFolder, "Where the extension is, if not beside uicov")
         ->type_name("DIR")
         ->envname("UICOV_LIBDIR");
@@ -154,7 +155,8 @@ int DoctorCommand::run(Console::Terminal& terminal) {
         return Failed;
     }
     const Launch::Installation installation(QFile::decodeName(m_libraryFolder.c_str()));
-    const Launch::Doctor doctor(installation, QFile::decodeName(m_output.c_str()));
+    const QString output = Store::DataFilePath::of(m_output);
+    const Launch::Doctor doctor(installation, output);
     QVector<Section> sections{{QStringLiteral("installation"), doctor.examineInstallation()},
                               {QStringLiteral("machine"), doctor.examineMachine()}};
     if (!m_applications.empty()) {
@@ -173,7 +175,8 @@ int DoctorCommand::run(Console::Terminal& terminal) {
         const QString application = m_applications.empty()
                                         ? QStringLiteral("APP")
                                         : QFile::decodeName(m_applications.front().c_str());
-        terminal.note(QStringLiteral("next: uicov run -- ") + application);
+        terminal.note(QStringLiteral("next: uicov run -- ") +
+                      Store::DataFilePath::shellQuoted(application));
     }
     return Done;
 }

@@ -18,7 +18,7 @@ public:
 private:
     std::vector<std::string> m_applications;
     std::string m_libraryFolder;
-    std::string m_output = ".uicov";
+    std::string m_output;
     bool m_isForTools = false;
 };
 

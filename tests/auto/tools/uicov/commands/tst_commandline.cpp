@@ -86,8 +86,7 @@ private Q_SLOTS:
         QTest::newRow("unknown option") << words("report --mised x") << "--mised";
         QTest::newRow("unknown option before the verb") << words("--mised report x") << "--mised";
         QTest::newRow("no file") << words("report") << "one recording or more";
-        QTest::newRow("no file to dump") << words("dump") << "one recording";
-        QTest::newRow("two files to dump") << words("dump -- a b") << "one recording";
+        QTest::newRow("unknown format") << words("dump --format xml a") << "xml";
         QTest::newRow("no application") << words("run") << "the application to start";
         QTest::newRow("no application behind the dashes") << words("run --") << "the application";
         QTest::newRow("unknown option of run") << words("run --scrennshots ./x") << "--scrennshots";
