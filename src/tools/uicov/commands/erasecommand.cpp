@@ -10,10 +10,11 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace Uicov::Commands {
 
 using Console::Message;
-using Console::Problem;
 using Store::DataFile;
 using Store::Run;
 
@@ -29,20 +30,16 @@ Examples:
 
 /** Whether the run was asked for; several conditions of one kind are alternatives. */
 bool isMeant(const Run& run, const QStringList& uuids, const QStringList& labels) {
-    for (const QString& start : uuids) {
-        if (run.uuid.startsWith(start, Qt::CaseInsensitive)) {
-            return true;
-        }
-    }
-    for (const QString& label : labels) {
-        const QString name = label.section(QLatin1Char('='), 0, 0);
-        const auto found = run.labels.constFind(name);
-        if (found != run.labels.cend() &&
-            (!label.contains(QLatin1Char('=')) || *found == label.section(QLatin1Char('='), 1))) {
-            return true;
-        }
-    }
-    return false;
+    const auto isCalled = [&run](const QString& start) {
+        return run.uuid.startsWith(start, Qt::CaseInsensitive);
+    };
+    const auto hasLabel = [&run](const QString& label) {
+        const auto found = run.labels.constFind(label.section(QLatin1Char('='), 0, 0));
+        return found != run.labels.cend() &&
+               (!label.contains(QLatin1Char('=')) || *found == label.section(QLatin1Char('='), 1));
+    };
+    return std::any_of(uuids.cbegin(), uuids.cend(), isCalled) ||
+           std::any_of(labels.cbegin(), labels.cend(), hasLabel);
 }
 
 QStringList textsOf(const std::vector<std::string>& values) {
