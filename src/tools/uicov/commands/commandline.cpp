@@ -5,6 +5,7 @@
 #include "commands/erasecommand.h"
 #include "commands/exitcode.h"
 #include "commands/helpformatter.h"
+#include "commands/markcommand.h"
 #include "commands/reportcommand.h"
 #include "commands/runcommand.h"
 #include "console/terminal.h"
@@ -37,6 +38,7 @@ QString oneLine(const std::string& text) {
 CommandLine::CommandLine(Console::Terminal& terminal)
     : m_terminal(terminal) {
     m_commands.push_back(std::make_unique<RunCommand>());
+    m_commands.push_back(std::make_unique<MarkCommand>());
     m_commands.push_back(std::make_unique<CombineCommand>());
     m_commands.push_back(std::make_unique<ReportCommand>());
     m_commands.push_back(std::make_unique<DumpCommand>());

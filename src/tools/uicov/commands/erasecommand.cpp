@@ -6,6 +6,7 @@
 #include "store/datafile.h"
 #include "store/datafilepath.h"
 #include "store/datafilewriter.h"
+#include "store/filelock.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -91,6 +92,11 @@ int EraseCommand::run(Console::Terminal& terminal) {
     if (!QFileInfo::exists(path)) {
         terminal.error({Message::InputMissing,
                         path + QStringLiteral(": there is no such file; nothing is erased")});
+        return Failed;
+    }
+    Store::FileLock lock;
+    if (const auto problem = lock.acquire(path, terminal)) {
+        terminal.error(*problem);
         return Failed;
     }
     return m_runs.empty() && m_labels.empty() ? eraseFile(path, terminal)
