@@ -129,6 +129,12 @@ QByteArray logFrame(quint64 time, Severity severity, const QString& text) {
     return endedFrame(frame);
 }
 
+QByteArray markFrame(quint64 time, const QString& name) {
+    QByteArray frame = beginFrame(FrameType::Mark, time, name.size() + 4);
+    appendText(frame, name);
+    return endedFrame(frame);
+}
+
 QByteArray endFrame(quint64 time, quint64 messages) {
     QByteArray frame = beginFrame(FrameType::End, time, sizeof messages);
     appendInteger(frame, messages);

@@ -28,6 +28,7 @@ VORSK_HOST_EXPORT QByteArray messageFrame(quint64 time, int channel, const QStri
                                           const Vorsk::ArgumentList& args);
 VORSK_HOST_EXPORT QByteArray logFrame(quint64 time, RecordingFormat::Severity severity,
                                       const QString& text);
+VORSK_HOST_EXPORT QByteArray markFrame(quint64 time, const QString& name);
 VORSK_HOST_EXPORT QByteArray endFrame(quint64 time, quint64 messages);
 
 } // namespace FrameBuilder

@@ -122,18 +122,25 @@ bool RecordingFile::append(const QByteArray& bytes) {
         m_descriptor = -1;
         return false;
     }
-    const int error = writeAll(bytes.constData(), static_cast<size_t>(bytes.size()));
+    size_t written = 0;
+    const int error = writeAll(bytes.constData(), static_cast<size_t>(bytes.size()), written);
     if (error == 0) {
         m_size += bytes.size();
         return true;
     }
     m_error = qt_error_string(error);
-    // What a cut that fails leaves behind is a torn last frame, which readers expect.
-    if (::ftruncate(m_descriptor, static_cast<off_t>(m_size)) != 0) {
+    if (written > 0 && !cutBack(static_cast<off_t>(written))) {
         m_error += QStringLiteral("; the last frame is torn");
     }
     close();
     return false;
+}
+
+/** Takes off the file's end what the last write left there, and no more: others append marks. What
+ * a cut that fails leaves behind is a torn last frame, which readers expect. */
+bool RecordingFile::cutBack(off_t length) {
+    const off_t end = ::lseek(m_descriptor, 0, SEEK_END);
+    return end >= length && ::ftruncate(m_descriptor, end - length) == 0;
 }
 
 void RecordingFile::close() {
@@ -154,7 +161,7 @@ bool RecordingFile::isStillOurs() const {
 }
 
 /** Zero, or the error number that stopped it. */
-int RecordingFile::writeAll(const char* data, size_t length) {
+int RecordingFile::writeAll(const char* data, size_t length, size_t& done) {
     const FileSizeSignalGuard guard;
     const WriteFunction function = m_write != nullptr ? m_write : ::write;
     while (length > 0) {
@@ -162,6 +169,7 @@ int RecordingFile::writeAll(const char* data, size_t length) {
         if (written > 0) {
             data += written;
             length -= static_cast<size_t>(written);
+            done += static_cast<size_t>(written);
         } else if (written == 0) {
             return ENOSPC;
         } else if (errno != EINTR) {

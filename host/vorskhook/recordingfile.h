@@ -42,7 +42,7 @@ public:
     bool isOpen() const;
     /** The path that was chosen; stays known when the file is closed. */
     QString path() const { return m_path; }
-    /** Bytes in the file. */
+    /** Bytes that were written here; others may have appended marks. */
     qint64 size() const { return m_size; }
     QString errorString() const { return m_error; }
 
@@ -51,7 +51,8 @@ public:
 
 private:
     bool isStillOurs() const;
-    int writeAll(const char* data, size_t length);
+    int writeAll(const char* data, size_t length, size_t& done);
+    bool cutBack(off_t length);
 
     int m_descriptor = -1;
     pid_t m_owner = 0;

@@ -25,11 +25,23 @@ bool RecordingWriter::open(const QString& path, const ProcessInfo& info) {
                           .arg(path, m_file.errorString()));
         return false;
     }
-    if (!write(FrameBuilder::header() + FrameBuilder::processFrame(0, info))) {
+    ProcessInfo complete = info;
+    // By it another process, which can only append, tells the time as this one does.
+    complete.append(qMakePair(QString::fromLatin1(RecordingFormat::Key::clock),
+                              QString::number(std::chrono::duration_cast<std::chrono::microseconds>(
+                                                  m_start.time_since_epoch())
+                                                  .count())));
+    if (!write(FrameBuilder::header() + FrameBuilder::processFrame(0, complete))) {
         QFile::remove(m_file.path());
         return false;
     }
     return true;
+}
+
+void RecordingWriter::mark(const QString& name) {
+    if (m_file.isOpen() && !name.isEmpty()) {
+        write(FrameBuilder::markFrame(elapsed(), name));
+    }
 }
 
 bool RecordingWriter::appendMessage(int channel, const QString& name,
@@ -37,7 +49,12 @@ bool RecordingWriter::appendMessage(int channel, const QString& name,
     if (!m_file.isOpen()) {
         return false;
     }
+    QByteArray mark;
+    if (m_testFunction.hasChanged()) {
+        mark = FrameBuilder::markFrame(elapsed(), m_testFunction.name());
+    }
     const QByteArray frame = FrameBuilder::messageFrame(elapsed(), channel, name, args);
+    m_waitingLogs += mark; // also before a message that is refused
     if (frame.isNull()) {
         if (!m_refusalReported) {
             m_refusalReported = true;
@@ -75,6 +92,10 @@ void RecordingWriter::close() {
         m_waitingLogs.clear();
         m_file.close();
     }
+}
+
+void RecordingWriter::setTestFunction(const TestFunction& function) {
+    m_testFunction = function;
 }
 
 void RecordingWriter::setWriteFunction(RecordingFile::WriteFunction function) {

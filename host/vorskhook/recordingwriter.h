@@ -2,6 +2,7 @@
 
 #include "vorskhook/framebuilder.h"
 #include "vorskhook/recordingfile.h"
+#include "vorskhook/testfunction.h"
 
 #include <chrono>
 
@@ -27,9 +28,13 @@ public:
      */
     bool open(const QString& path, const ProcessInfo& info);
 
+    /** Begins a context; nothing is written for an empty name while no context has begun. */
+    void mark(const QString& name);
+
     /**
      * Appends one message with a single write(2), so that it outlives the process whatever happens
-     * to it. False when it is not in the recording.
+     * to it. In a Qt Test program a Mark frame goes before it, in the same write, when another test
+     * function has begun. False when it is not in the recording.
      */
     bool appendMessage(int channel, const QString& name, const Vorsk::ArgumentList& args);
 
@@ -48,6 +53,8 @@ public:
     qint64 bytesWritten() const { return m_file.size(); }
     quint64 messagesWritten() const { return m_messages; }
 
+    /** For tests: who is asked which test function runs. */
+    void setTestFunction(const TestFunction& function);
     /** For tests: what is called in place of write(2). */
     void setWriteFunction(RecordingFile::WriteFunction function);
 
@@ -56,6 +63,7 @@ private:
     bool write(const QByteArray& bytes);
 
     RecordingFile m_file;
+    TestFunction m_testFunction;
     QByteArray m_waitingLogs;
     std::chrono::steady_clock::time_point m_start;
     quint64 m_messages = 0;

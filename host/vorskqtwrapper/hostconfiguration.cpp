@@ -15,10 +15,13 @@ const QString optionsSection = QStringLiteral("options");
 const QString extensionKey = QStringLiteral("extension");
 const QString recordingKey = QStringLiteral("recording");
 const QString sessionKey = QStringLiteral("session");
+const QString contextKey = QStringLiteral("context");
+const QString markKey = QStringLiteral("mark");
+const QString labelsKey = QStringLiteral("labels");
 
 QStringList knownKeys(const QString& section) {
     if (section == hostSection) {
-        return {extensionKey, recordingKey, sessionKey};
+        return {extensionKey, recordingKey, sessionKey, contextKey, markKey, labelsKey};
     }
     return {QStringLiteral("enabled"), QStringLiteral("qtwidgets"), QStringLiteral("qtquick"),
             QStringLiteral("takeScreenshotsOfElements")};
@@ -95,7 +98,8 @@ QString faultOf(const QString& file, QSettings& settings) {
             return QStringLiteral("options-unknown: the options file %1: %2")
                 .arg(file, unknownKey(section, key));
         }
-        if (section == hostSection && key != extensionKey && valuesOf(settings, path).size() > 1) {
+        const bool takesSeveral = key == extensionKey || key == labelsKey;
+        if (section == hostSection && !takesSeveral && valuesOf(settings, path).size() > 1) {
             return QStringLiteral("options-malformed: the options file %1 has several values for "
                                   "\"%2\"; a text with a comma needs quotation marks")
                 .arg(file, key);
@@ -146,6 +150,15 @@ void HostConfiguration::take(const QString& section, const QString& key,
         m_recording = QDir::current().absoluteFilePath(values.first());
     } else if (key == sessionKey && !values.isEmpty()) {
         m_session = values.first();
+    } else if (key == contextKey && !values.isEmpty()) {
+        m_context = values.first();
+    } else if (key == markKey && !values.isEmpty()) {
+        m_mark = values.first();
+    } else if (key == labelsKey) {
+        for (const QString& label : values) {
+            m_labels.append(qMakePair(label.section(QLatin1Char('='), 0, 0),
+                                      label.section(QLatin1Char('='), 1)));
+        }
     }
 }
 

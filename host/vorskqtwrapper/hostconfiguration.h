@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QPair>
 #include <QString>
 #include <QStringList>
+#include <QVector>
 
 #include <map>
 #include <string>
@@ -13,7 +15,9 @@ namespace VorskHost {
  * What the INI file named by the environment variable VORSK_OPTIONS_FILE says. A value; read once,
  * when the wrapper starts.
  *
- *   [host]     extension (paths), recording (path), session (text, optional)
+ *   [host]     extension (paths), recording (path), and optional: session (text), context (text:
+ *              of the run as a whole), mark (text: the context that is current when the process
+ *              starts), labels (texts: NAME=VALUE)
  *   [options]  enabled, qtwidgets, qtquick, takeScreenshotsOfElements: handed to the extension
  *
  * Several values to a key are separated by commas. Unknown sections and keys are errors.
@@ -39,6 +43,12 @@ public:
     QString recording() const { return m_recording; }
     /** Null when none is given. */
     QString session() const { return m_session; }
+    /** Of the run as a whole; null when none is given. */
+    QString context() const { return m_context; }
+    /** The context that is current when the process starts; null when none is given. */
+    QString mark() const { return m_mark; }
+    /** Names and values, in their order. */
+    const QVector<QPair<QString, QString>>& labels() const { return m_labels; }
     /** Only the keys that were given; a key without a value has an empty list. */
     const Options& options() const { return m_options; }
 
@@ -50,6 +60,9 @@ private:
     QStringList m_extensions;
     QString m_recording;
     QString m_session;
+    QString m_context;
+    QString m_mark;
+    QVector<QPair<QString, QString>> m_labels;
     Options m_options;
 };
 

@@ -23,23 +23,29 @@ namespace {
 Wrapper* theWrapper = nullptr;
 bool isStarted = false;
 
-ProcessInfo processInfo(const QString& session) {
+ProcessInfo processInfo(const HostConfiguration& configuration) {
     namespace Key = RecordingFormat::Key;
     const auto entry = [](const char* key, const QString& value) {
         return qMakePair(QString::fromLatin1(key), value);
     };
-    return {
+    ProcessInfo info{
         entry(Key::application, QCoreApplication::applicationName()),
         entry(Key::executable, QCoreApplication::applicationFilePath()),
         entry(Key::pid, QString::number(QCoreApplication::applicationPid())),
         entry(Key::run, QUuid::createUuid().toString().mid(1, 36)),
-        entry(Key::session, session),
+        entry(Key::session, configuration.session()),
         entry(Key::qtVersion, QString::fromLatin1(qVersion())),
         entry(Key::platform, QGuiApplication::platformName()),
         entry(Key::locale, QLocale().name()),
         entry(Key::architecture, QSysInfo::buildAbi()),
         entry(Key::started, QDateTime::currentDateTimeUtc().toString(Qt::ISODate)),
+        entry(Key::context, configuration.context()),
     };
+    for (const auto& label : configuration.labels()) {
+        info.append(entry(Key::label, label.second));
+        info.last().first += label.first;
+    }
+    return info;
 }
 
 std::vector<ExtensionLibrary> loadExtensions(const QStringList& paths) {
@@ -94,10 +100,11 @@ void Wrapper::startConfigured(const HostConfiguration& configuration) {
         return;
     }
     RecordingHook* hook =
-        RecordingHook::start(configuration.recording(), processInfo(configuration.session()));
+        RecordingHook::start(configuration.recording(), processInfo(configuration));
     if (hook == nullptr) {
         return;
     }
+    hook->writer().mark(configuration.mark());
     theWrapper = new Wrapper(configuration, hook->writer());
     // What is registered first runs last. The objects of the extensions are made in between.
     callAtExit(closeRecording);

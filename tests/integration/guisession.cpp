@@ -42,20 +42,27 @@ GuiSession::GuiSession(const XServer& server, const QString& program, const QStr
                        const QStringList& uicovOptions)
     : m_server(server)
     , m_recordingPath(
-          m_directory.filePath(QFileInfo(program).fileName() + QStringLiteral(".uirec"))) {
+          m_directory.filePath(QFileInfo(program).fileName() + QStringLiteral(".uirec")))
+    , m_dataFilePath(m_directory.filePath(QStringLiteral("session.uicov"))) {
     m_process.setProcessEnvironment(environmentOf(server, m_directory.path()));
     m_process.setWorkingDirectory(m_directory.path());
     m_process.start(QStringLiteral(UICOV_PROGRAM),
-                    QStringList{QStringLiteral("run"), QStringLiteral("-o"), m_recordingPath} +
+                    QStringList{QStringLiteral("run"), QStringLiteral("-o"), m_dataFilePath,
+                                QStringLiteral("--recording"), m_recordingPath} +
                         uicovOptions + QStringList{QStringLiteral("--"), program} + arguments);
 }
 
 GuiSession::~GuiSession() {
     if (QTest::currentTestFailed()) {
         m_server.saveScreen(QLatin1String(QTest::currentTestFunction()) + QLatin1String(".xwd"));
+        qInfo("the program %s", isRunning() ? "was still running" : "had ended");
+        qInfo("%zu elements in the recording", recording().replay().elements().size());
     }
     if (isRunning()) {
         end();
+    }
+    if (QTest::currentTestFailed()) {
+        qInfo("it said: %s", qPrintable(m_errors));
     }
 }
 

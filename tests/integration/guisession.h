@@ -53,6 +53,8 @@ public:
     /** Reads the recording as far as it goes now. */
     const Uicov::Store::RunLoader& recording();
     QString recordingPath() const { return m_recordingPath; }
+    /** Valid when the program has ended. */
+    QString dataFilePath() const { return m_dataFilePath; }
     /** What uicov and the program wrote to standard error. */
     QString errors() const { return m_errors; }
 
@@ -66,6 +68,7 @@ private:
     const XServer& m_server;
     QTemporaryDir m_directory;
     QString m_recordingPath;
+    QString m_dataFilePath;
     QProcess m_process;
     QString m_errors;
     std::unique_ptr<Uicov::Store::RunLoader> m_recording;

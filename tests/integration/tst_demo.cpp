@@ -26,6 +26,7 @@ class TestDemo : public TestLib::TestCase {
 private Q_SLOTS:
     void initTestCase();
     void theSessionPassesAndIsRecordedInFull();
+    void theTestFunctionsAreTheContexts();
     void whatTheSessionUsedIsCounted_data();
     void whatTheSessionUsedIsCounted();
     void controlsHaveAPlaceAndAPicture();
@@ -46,8 +47,9 @@ void TestDemo::initTestCase() {
     QProcess process;
     process.start(QStringLiteral(UICOV_PROGRAM),
                   {QStringLiteral("run"), QStringLiteral("--screenshots"), QStringLiteral("-o"),
-                   path, QStringLiteral("--"), QStringLiteral(DEMO_SESSION),
-                   QStringLiteral("-silent")});
+                   m_directory.filePath(QStringLiteral("panel.uicov")),
+                   QStringLiteral("--recording"), path, QStringLiteral("--"),
+                   QStringLiteral(DEMO_SESSION), QStringLiteral("-silent")});
     QVERIFY(process.waitForFinished(patience));
     m_exitCode = process.exitCode();
     m_errors = QString::fromLocal8Bit(process.readAllStandardError());
@@ -60,6 +62,32 @@ void TestDemo::theSessionPassesAndIsRecordedInFull() {
     QVERIFY2(m_exitCode == 0, qPrintable(m_errors));
     QVERIFY(m_recording->problems().isEmpty());
     QCOMPARE(m_recording->replay().recordsWithoutElement(), quint64{0});
+}
+
+void TestDemo::theTestFunctionsAreTheContexts() {
+    const Uicov::Store::Run run = m_recording->run();
+    QCOMPARE(run.contexts, QStringList({QString(), QStringLiteral("PanelSession::namesTheRoom"),
+                                        QStringLiteral("PanelSession::switchesNightSetback"),
+                                        QStringLiteral("PanelSession::exportsAsTable"),
+                                        QStringLiteral("PanelSession::changesTheSettings")}));
+    QStringList clicks;
+    for (const Uicov::Store::RunElement& element : run.elements) {
+        for (const Uicov::Store::Hit& hit : element.hits) {
+            if (hit.event == QLatin1String("clicked")) {
+                clicks.append(element.text + QLatin1Char('@') +
+                              run.contexts.at(hit.context).section(QLatin1Char(':'), -1));
+            }
+        }
+    }
+    clicks.sort();
+    QCOMPARE(clicks,
+             QStringList(
+                 {QStringLiteral("Apply@namesTheRoom"), QStringLiteral("As table@exportsAsTable"),
+                  QStringLiteral("Export@exportsAsTable"), QStringLiteral("File@exportsAsTable"),
+                  QStringLiteral("Night setback@switchesNightSetback"),
+                  QStringLiteral("OK@changesTheSettings"),
+                  QStringLiteral("Settings...@changesTheSettings"),
+                  QStringLiteral("Summer time@changesTheSettings")}));
 }
 
 int TestDemo::usage(const QString& type, const QString& text, const QString& event) const {

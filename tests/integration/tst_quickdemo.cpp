@@ -40,7 +40,9 @@ void TestQuickDemo::initTestCase() {
     const QString path = m_directory.filePath(QStringLiteral("panel.uirec"));
     QProcess process;
     process.start(QStringLiteral(UICOV_PROGRAM),
-                  {QStringLiteral("run"), QStringLiteral("-o"), path, QStringLiteral("--"),
+                  {QStringLiteral("run"), QStringLiteral("-o"),
+                   m_directory.filePath(QStringLiteral("panel.uicov")),
+                   QStringLiteral("--recording"), path, QStringLiteral("--"),
                    QStringLiteral(DEMO_SESSION), QStringLiteral("-silent")});
     QVERIFY(process.waitForFinished(patience));
     m_errors = QString::fromLocal8Bit(process.readAllStandardError());

@@ -26,7 +26,8 @@
  *               for Variant: length (quint32), a QVariant in QDataStream version 12 form
  *
  * The first frame is the Process frame, the last frame of a recording that ended in order is the
- * End frame.
+ * End frame; only Mark frames may stand behind it. Whoever knows the file may append Mark frames
+ * while it grows, each whole with one write(2) to a descriptor opened with O_APPEND.
  */
 namespace RecordingFormat {
 
@@ -59,6 +60,7 @@ constexpr char locale[] = "locale";
 constexpr char architecture[] = "architecture"; ///< QSysInfo::buildAbi()
 constexpr char started[] = "started";           ///< ISO 8601, UTC
 constexpr char context[] = "context"; ///< name of the context of the run as a whole; may be empty
+constexpr char clock[] = "clock";     ///< microseconds of CLOCK_MONOTONIC at time 0
 constexpr char label[] = "label.";    ///< start of the keys of labels; the label's name follows
 } // namespace Key
 

@@ -8,6 +8,7 @@
 #include "store/combiner.h"
 #include "store/datafilepath.h"
 #include "store/datafilewriter.h"
+#include "store/filelock.h"
 
 #include <QDir>
 #include <QFile>
@@ -118,6 +119,11 @@ QStringList CombineCommand::inputs(const QString& output, Console::Terminal& ter
 
 int CombineCommand::combine(const QStringList& paths, const QString& output,
                             Console::Terminal& terminal) {
+    Store::FileLock lock;
+    if (const auto problem = lock.acquire(output, terminal)) {
+        terminal.error(*problem);
+        return Failed;
+    }
     DataFileWriter writer;
     if (const auto problem = writer.open(output, m_appends ? DataFileWriter::Mode::Append
                                                            : DataFileWriter::Mode::Replace)) {

@@ -7,6 +7,7 @@
 #include "commands/erasecommand.h"
 #include "commands/exitcode.h"
 #include "commands/helpformatter.h"
+#include "commands/markcommand.h"
 #include "commands/reportcommand.h"
 #include "commands/runcommand.h"
 #include "console/terminal.h"
@@ -50,6 +51,7 @@ CommandLine::CommandLine(Console::Terminal& terminal)
     : m_terminal(terminal) {
     beginGroup("Recording");
     m_commands.push_back(std::make_unique<RunCommand>());
+    m_commands.push_back(std::make_unique<MarkCommand>());
     m_commands.push_back(std::make_unique<DoctorCommand>());
     beginGroup("Data files");
     m_commands.push_back(std::make_unique<CombineCommand>());

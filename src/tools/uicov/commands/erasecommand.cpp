@@ -6,14 +6,16 @@
 #include "store/datafile.h"
 #include "store/datafilepath.h"
 #include "store/datafilewriter.h"
+#include "store/filelock.h"
 
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace Uicov::Commands {
 
 using Console::Message;
-using Console::Problem;
 using Store::DataFile;
 using Store::Run;
 
@@ -29,20 +31,16 @@ Examples:
 
 /** Whether the run was asked for; several conditions of one kind are alternatives. */
 bool isMeant(const Run& run, const QStringList& uuids, const QStringList& labels) {
-    for (const QString& start : uuids) {
-        if (run.uuid.startsWith(start, Qt::CaseInsensitive)) {
-            return true;
-        }
-    }
-    for (const QString& label : labels) {
-        const QString name = label.section(QLatin1Char('='), 0, 0);
-        const auto found = run.labels.constFind(name);
-        if (found != run.labels.cend() &&
-            (!label.contains(QLatin1Char('=')) || *found == label.section(QLatin1Char('='), 1))) {
-            return true;
-        }
-    }
-    return false;
+    const auto isCalled = [&run](const QString& start) {
+        return run.uuid.startsWith(start, Qt::CaseInsensitive);
+    };
+    const auto hasLabel = [&run](const QString& label) {
+        const auto found = run.labels.constFind(label.section(QLatin1Char('='), 0, 0));
+        return found != run.labels.cend() &&
+               (!label.contains(QLatin1Char('=')) || *found == label.section(QLatin1Char('='), 1));
+    };
+    return std::any_of(uuids.cbegin(), uuids.cend(), isCalled) ||
+           std::any_of(labels.cbegin(), labels.cend(), hasLabel);
 }
 
 QStringList textsOf(const std::vector<std::string>& values) {
@@ -94,6 +92,11 @@ int EraseCommand::run(Console::Terminal& terminal) {
     if (!QFileInfo::exists(path)) {
         terminal.error({Message::InputMissing,
                         path + QStringLiteral(": there is no such file; nothing is erased")});
+        return Failed;
+    }
+    Store::FileLock lock;
+    if (const auto problem = lock.acquire(path, terminal)) {
+        terminal.error(*problem);
         return Failed;
     }
     return m_runs.empty() && m_labels.empty() ? eraseFile(path, terminal)

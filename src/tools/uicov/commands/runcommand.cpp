@@ -8,11 +8,13 @@
 #include "launch/installation.h"
 #include "launch/recordingoutput.h"
 #include "launch/recordingsetup.h"
-#include "store/runloader.h"
+#include "launch/runfolder.h"
+#include "launch/runkeeper.h"
+#include "store/datafilepath.h"
+#include "store/datafilewriter.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QRegularExpression>
 #include <QUuid>
 
 #include <cerrno>
@@ -23,19 +25,18 @@ namespace Uicov::Commands {
 using Console::Message;
 using Console::Problem;
 using Launch::RecordingSetup;
-using Store::RunLoader;
 
 namespace {
 
 constexpr char examples[] =
     R"(The application is not changed, and its screen, keyboard, standard streams, signals and exit
-status stay its own. Every Qt program that it starts in turn gets a recording beside FILE,
-with its process id in the name.
+status stay its own. Every Qt program that it starts in turn is a run of its own in the same
+data file.
 
 Examples:
   uicov run -- ./panel --demo
-  uicov run -o monday.uirec --screenshots -- ./panel
-  uicov run -- ctest -R gui)";
+  uicov run --append --label branch=main --context smoke -- ./panel
+  uicov run -o shard-%p.uicov --screenshots -- ctest -R gui)";
 
 RecordingSetup::Toolkit toolkitOf(const std::string& name) {
     if (name == "widgets") {
@@ -44,40 +45,9 @@ RecordingSetup::Toolkit toolkitOf(const std::string& name) {
     return name == "quick" ? RecordingSetup::Toolkit::Quick : RecordingSetup::Toolkit::Both;
 }
 
-/** As it can be pasted into a shell. */
-QString shellQuoted(const QString& text) {
-    static const QRegularExpression harmless(QStringLiteral("^[A-Za-z0-9_./,:=@%+-]+$"));
-    if (harmless.match(text).hasMatch()) {
-        return text;
-    }
-    QString quoted = text;
-    return QLatin1Char('\'') + quoted.replace(QLatin1Char('\''), QLatin1String("'\\''")) +
-           QLatin1Char('\'');
-}
-
-struct Summary {
-    qint64 records = 0;
-    std::size_t elements = 0;
-    QString firstWarning;
-    QVector<Problem> problems;
-};
-
-Summary summaryOf(const QStringList& recordings) {
-    Summary summary;
-    for (const QString& path : recordings) {
-        RunLoader loader(path);
-        if (auto problem = loader.load()) {
-            summary.problems.append(*problem);
-            continue;
-        }
-        const Store::Run run = loader.run();
-        summary.records += run.messages;
-        summary.elements += run.elements.size();
-        if (summary.firstWarning.isEmpty() && !run.warnings.isEmpty()) {
-            summary.firstWarning = run.warnings.firstKey();
-        }
-    }
-    return summary;
+bool isLabel(const std::string& text) {
+    const std::size_t separator = text.find('=');
+    return separator != std::string::npos && separator > 0;
 }
 
 } // namespace
@@ -87,8 +57,17 @@ CLI::App* RunCommand::declare(CLI::App& commands) {
         commands.add_subcommand("run", "Run an application and record what is used of it");
     setUsage(*app, "uicov run [OPTIONS] -- APP [ARGS...]");
     app->add_option("-o,--output", m_output,
-                    "The recording (default: the name of APP with .uirec, here)")
-        ->type_name("FILE");
+                    "The data file; %p: process, %h: host (default: .uicov)")
+        ->type_name("FILE")
+        ->envname("UICOV_FILE");
+    app->add_flag("-a,--append", m_appends, "Keep the runs that are in the data file already");
+    app->add_option("--label", m_labels, "Call the run by NAME=VALUE; may be given several times")
+        ->type_name("NAME=VALUE")
+        ->expected(1)
+        ->take_all();
+    app->add_option("--context", m_context, "Name what the run as a whole is, as a suite of tests")
+        ->type_name("NAME")
+        ->envname("UICOV_CONTEXT");
     app->add_option("--toolkit", m_toolkit, "What to record: widgets, quick or both")
         ->type_name("NAME")
         ->envname("UICOV_TOOLKIT")
@@ -96,6 +75,10 @@ CLI::App* RunCommand::declare(CLI::App& commands) {
         ->capture_default_str();
     app->add_flag("--screenshots", m_takesScreenshots, "Record a picture of every element")
         ->envname("UICOV_SCREENSHOTS");
+    app->add_flag("--keep-recording", m_keepsRecording,
+                  "Keep the recording, under the name of APP with .uirec");
+    app->add_option("--recording", m_recording, "Keep the recording under this name")
+        ->type_name("FILE");
     app->add_option("--libdir", m_libraryFolder, "Where the extension is, if not beside uicov")
         ->type_name("DIR")
         ->envname("UICOV_LIBDIR");
@@ -149,79 +132,147 @@ int RunCommand::run(Console::Terminal& terminal) {
     return record(application, terminal);
 }
 
-QString RunCommand::outputPath(const Launch::Application& application) const {
-    return m_output.empty() ? application.name() + QStringLiteral(".uirec")
-                            : QFile::decodeName(m_output.c_str());
+std::optional<Problem> RunCommand::checkOptions() const {
+    const QString output = Store::DataFilePath::of(m_output);
+    if (output.endsWith(QLatin1String(".uirec"))) {
+        return Problem{Message::WrongUse,
+                       QStringLiteral("-o names the data file, and %1 looks like a recording; to "
+                                      "keep the recording use --recording %1")
+                           .arg(output)};
+    }
+    for (const std::string& label : m_labels) {
+        if (!isLabel(label)) {
+            return Problem{Message::WrongUse, QStringLiteral("--label takes NAME=VALUE, not ") +
+                                                  QString::fromStdString(label) +
+                                                  QStringLiteral("; see uicov run --help")};
+        }
+    }
+    return Store::DataFileWriter::checkOutput(output);
+}
+
+/** Where the recording goes: what the user wants to keep, else the run's folder. */
+QString RunCommand::recordingPath(const Launch::Application& application,
+                                  const Launch::RunFolder& folder) const {
+    if (!m_recording.empty()) {
+        return QFile::decodeName(m_recording.c_str());
+    }
+    const QString name = application.name() + QStringLiteral(".uirec");
+    return m_keepsRecording ? name : folder.path() + QLatin1Char('/') + name;
 }
 
 int RunCommand::record(const Launch::Application& application, Console::Terminal& terminal) {
-    const Launch::Installation installation(QFile::decodeName(m_libraryFolder.c_str()));
-    const Launch::RecordingOutput output(outputPath(application));
-    if (const auto problem = output.check()) {
-        terminal.error(*problem);
-        return Failed;
+    const auto fail = [&terminal](const Problem& problem) {
+        terminal.error(problem);
+        return static_cast<int>(Failed);
+    };
+    if (const auto problem = checkOptions()) {
+        return fail(*problem);
     }
     constexpr int uuidLength = 36;
     const QString session = QUuid::createUuid().toString().mid(1, uuidLength);
+    Launch::RunFolder folder;
+    if (const auto problem = folder.create(Store::DataFilePath::of(m_output), session)) {
+        return fail(*problem);
+    }
+    const Launch::Installation installation(QFile::decodeName(m_libraryFolder.c_str()));
+    const Launch::RecordingOutput output(recordingPath(application, folder));
+    if (const auto problem = output.check()) {
+        return fail(*problem);
+    }
     RecordingSetup setup(session);
-    setup.setToolkit(toolkitOf(m_toolkit));
-    setup.setTakesScreenshots(m_takesScreenshots);
+    configure(setup);
     if (const auto problem = setup.write(installation, output.absolutePath())) {
-        terminal.error(*problem);
-        return Failed;
+        return fail(*problem);
+    }
+    if (const auto problem = folder.announce(
+            {folder.path(), session, output.absolutePath(), setup.configurationFile()})) {
+        return fail(*problem);
     }
     if (const auto problem = output.makeRoom()) {
-        terminal.error(*problem);
-        return Failed;
+        return fail(*problem);
     }
     Launch::ChildProcess process;
     if (!process.run(QFile::encodeName(application.path()).toStdString(), m_arguments,
-                     setup.environment(installation))) {
+                     setup.environment(installation, folder.path()))) {
         constexpr int notExecutable = 126;
         constexpr int notFound = 127;
-        terminal.error({Message::ApplicationNotStarted,
-                        application.path() + QStringLiteral(": cannot be started: ") +
-                            QString::fromLocal8Bit(std::strerror(process.error())) +
-                            QStringLiteral("; see that it starts without uicov")});
+        fail({Message::ApplicationNotStarted,
+              application.path() + QStringLiteral(": cannot be started: ") +
+                  QString::fromLocal8Bit(std::strerror(process.error())) +
+                  QStringLiteral("; see that it starts without uicov")});
         return process.error() == ENOENT ? notFound : notExecutable;
     }
-    return conclude(application, process, output.recordingsOf(session), terminal);
+    return conclude(application, process, output.recordingsOf(session), folder, terminal);
+}
+
+void RunCommand::configure(RecordingSetup& setup) const {
+    setup.setToolkit(toolkitOf(m_toolkit));
+    setup.setTakesScreenshots(m_takesScreenshots);
+    setup.setContext(QString::fromStdString(m_context));
+    QStringList labels;
+    for (const std::string& label : m_labels) {
+        labels.append(QString::fromStdString(label));
+    }
+    setup.setLabels(labels);
 }
 
 int RunCommand::conclude(const Launch::Application& application,
                          const Launch::ChildProcess& process, const QStringList& recordings,
-                         Console::Terminal& terminal) const {
-    const Summary summary = summaryOf(recordings);
-    for (const Problem& problem : summary.problems) {
-        terminal.warning({Message::RecordingUnreadable, problem.text});
+                         Launch::RunFolder& folder, Console::Terminal& terminal) const {
+    const QString dataFile = Store::DataFilePath::of(m_output);
+    Launch::RunKeeper keeper(dataFile, m_appends, terminal);
+    if (const auto problem = keeper.keep(recordings)) {
+        terminal.error(*problem);
+        const bool isInFolder =
+            !recordings.isEmpty() && QFileInfo(recordings.first()).absolutePath() == folder.path();
+        folder.keep();
+        terminal.note(QStringLiteral("what was recorded is kept; next: uicov combine -a -o %1 %2")
+                          .arg(Store::DataFilePath::shellQuoted(dataFile),
+                               Store::DataFilePath::shellQuoted(isInFolder ? folder.path()
+                                                                           : recordings.value(0))));
+        return process.exitCode() == 0 ? Failed : process.exitCode();
     }
-    if (summary.records == 0) {
+    if (keeper.records() == 0) {
         QString cause = application.causeOfSilence(process.signal());
         if (!recordings.isEmpty()) {
-            cause = summary.firstWarning.isEmpty()
+            cause = keeper.firstWarning().isEmpty()
                         ? QStringLiteral("it showed no window, or none of the chosen toolkit; see "
                                          "--toolkit")
-                        : QStringLiteral("the first warning was: ") + summary.firstWarning;
+                        : QStringLiteral("the first warning was: ") + keeper.firstWarning();
         }
         terminal.error({Message::NothingRecorded,
                         application.name() + QStringLiteral(" recorded nothing: ") + cause});
         return process.exitCode() == 0 ? Failed : process.exitCode();
     }
     if (!m_isQuiet) {
-        terminal.note(
-            QStringLiteral("recorded %1 elements in %2 messages")
-                .arg(summary.elements)
-                .arg(summary.records) +
-            (process.signal() != 0
-                 ? QStringLiteral("; the application was ended by signal %1").arg(process.signal())
-                 : QString()));
-        QStringList quoted;
-        for (const QString& path : recordings) {
-            quoted.append(shellQuoted(path));
-        }
-        terminal.note(QStringLiteral("next: uicov report -m ") + quoted.join(QLatin1Char(' ')));
+        tell(keeper, process, dataFile, terminal);
     }
     return process.exitCode();
+}
+
+void RunCommand::tell(const Launch::RunKeeper& keeper, const Launch::ChildProcess& process,
+                      const QString& dataFile, Console::Terminal& terminal) {
+    const QString signal =
+        process.signal() != 0
+            ? QStringLiteral("; the application was ended by signal %1").arg(process.signal())
+            : QString();
+    const QString processes =
+        keeper.runs() > 1 ? QStringLiteral(" of %1 processes").arg(keeper.runs()) : QString();
+    terminal.note(QStringLiteral("recorded %1 elements%2 in %3 messages%4")
+                      .arg(keeper.elements())
+                      .arg(processes)
+                      .arg(keeper.records())
+                      .arg(signal));
+    const QStringList left = Launch::RunFolder::foldersOf(dataFile, false);
+    for (const QString& path : left) {
+        terminal.note(QStringLiteral("an earlier run could not be finished; add what it recorded "
+                                     "with: uicov combine -a -o %1 %2, then remove the folder")
+                          .arg(Store::DataFilePath::shellQuoted(dataFile),
+                               Store::DataFilePath::shellQuoted(path)));
+    }
+    terminal.note(
+        (QStringLiteral("next: uicov report -m ") + Store::DataFilePath::asArgument(dataFile))
+            .trimmed());
 }
 
 } // namespace Uicov::Commands

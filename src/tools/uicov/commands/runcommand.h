@@ -1,19 +1,24 @@
 #pragma once
 
 #include "commands/command.h"
+#include "console/message.h"
 
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 namespace Uicov::Launch {
 class Application;
 class ChildProcess;
-class RecordingOutput;
+class RecordingSetup;
+class RunFolder;
+class RunKeeper;
 } // namespace Uicov::Launch
 
 namespace Uicov::Commands {
 
-/** uicov run: starts an application so that it records itself. */
+/** uicov run: starts an application so that it records itself, and keeps what it recorded. */
 class RunCommand : public Command {
 public:
     CLI::App* declare(CLI::App& commands) override;
@@ -23,11 +28,22 @@ public:
 
 private:
     int record(const Launch::Application& application, Console::Terminal& terminal);
+    std::optional<Console::Problem> checkOptions() const;
+    QString recordingPath(const Launch::Application& application,
+                          const Launch::RunFolder& folder) const;
+    void configure(Launch::RecordingSetup& setup) const;
     int conclude(const Launch::Application& application, const Launch::ChildProcess& process,
-                 const QStringList& recordings, Console::Terminal& terminal) const;
-    QString outputPath(const Launch::Application& application) const;
+                 const QStringList& recordings, Launch::RunFolder& folder,
+                 Console::Terminal& terminal) const;
+    static void tell(const Launch::RunKeeper& keeper, const Launch::ChildProcess& process,
+                     const QString& dataFile, Console::Terminal& terminal);
 
     std::string m_output;
+    bool m_appends = false;
+    std::vector<std::string> m_labels;
+    std::string m_context;
+    bool m_keepsRecording = false;
+    std::string m_recording;
     std::string m_toolkit = "both";
     std::string m_libraryFolder;
     bool m_takesScreenshots = false;

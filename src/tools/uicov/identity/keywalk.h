@@ -60,7 +60,7 @@ private:
     void addReachable(int start, std::vector<bool>& reached) const;
     void walkWindow(int window);
     void visit(const Visit& visit);
-    void enqueueChildren(int element, int above);
+    void enqueueChildren(int index, int above);
     ElementKey::Step labelled(ElementKey::Step step) const;
     ElementKey::Step windowStructure(const ElementKey::Step& step, int window);
 

@@ -62,6 +62,12 @@ std::optional<Console::Problem> RecordingSetup::write(const Installation& instal
         settings.setValue(QStringLiteral("host/extension"), installation.extension());
         settings.setValue(QStringLiteral("host/recording"), recording);
         settings.setValue(QStringLiteral("host/session"), m_session);
+        if (!m_context.isEmpty()) {
+            settings.setValue(QStringLiteral("host/context"), m_context);
+        }
+        if (!m_labels.isEmpty()) {
+            settings.setValue(QStringLiteral("host/labels"), m_labels);
+        }
         settings.setValue(QStringLiteral("options/enabled"), number(true));
         settings.setValue(QStringLiteral("options/qtwidgets"), number(m_toolkit != Toolkit::Quick));
         settings.setValue(QStringLiteral("options/qtquick"), number(m_toolkit != Toolkit::Widgets));
@@ -79,7 +85,13 @@ std::optional<Console::Problem> RecordingSetup::write(const Installation& instal
             m_folder.path() + QStringLiteral("; free some space there or set TMPDIR")};
 }
 
-Variables RecordingSetup::environment(const Installation& installation) const {
+void RecordingSetup::setMark(const QString& configurationFile, const QString& name) {
+    QSettings settings(configurationFile, QSettings::IniFormat);
+    settings.setValue(QStringLiteral("host/mark"), name);
+}
+
+Variables RecordingSetup::environment(const Installation& installation,
+                                      const QString& runFolder) const {
     Variables variables;
     for (char** entry = environ; *entry != nullptr; ++entry) {
         variables.emplace_back(*entry);
@@ -87,6 +99,7 @@ Variables RecordingSetup::environment(const Installation& installation) const {
     setVariable(variables, "VORSK_GUI_COVERAGE", "1");
     setVariable(variables, "VORSK_OPTIONS_FILE",
                 QFile::encodeName(configurationFile()).toStdString());
+    setVariable(variables, "UICOV_RUN", QFile::encodeName(runFolder).toStdString());
     addToVariable(variables, "QT_PLUGIN_PATH", ':',
                   QFile::encodeName(installation.pluginFolder()).toStdString());
     addToVariable(variables, "QT_QPA_GENERIC_PLUGINS", ',', installation.pluginKey().toStdString());

@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 #include <QTemporaryDir>
 
 #include <optional>
@@ -26,6 +27,10 @@ public:
 
     void setToolkit(Toolkit toolkit) { m_toolkit = toolkit; }
     void setTakesScreenshots(bool takes) { m_takesScreenshots = takes; }
+    /** Name of the context of the run as a whole. */
+    void setContext(const QString& context) { m_context = context; }
+    /** NAME=VALUE each. */
+    void setLabels(const QStringList& labels) { m_labels = labels; }
 
     /**
      * Writes the configuration.
@@ -34,8 +39,15 @@ public:
     std::optional<Console::Problem> write(const Installation& installation,
                                           const QString& recording);
 
-    /** The environment of this process with what is needed added; nothing else is replaced. */
-    std::vector<std::string> environment(const Installation& installation) const;
+    /**
+     * The environment of this process with what is needed added; nothing else is replaced.
+     * @param runFolder by which "uicov mark" finds the run from inside of it
+     */
+    std::vector<std::string> environment(const Installation& installation,
+                                         const QString& runFolder) const;
+
+    /** Lets processes that start from now on begin in that context. */
+    static void setMark(const QString& configurationFile, const QString& name);
 
     QString configurationFile() const;
 
@@ -44,6 +56,8 @@ private:
     QString m_session;
     Toolkit m_toolkit = Toolkit::Both;
     bool m_takesScreenshots = false;
+    QString m_context;
+    QStringList m_labels;
 };
 
 } // namespace Uicov::Launch

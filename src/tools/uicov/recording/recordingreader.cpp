@@ -98,6 +98,9 @@ bool RecordingReader::next(Frame& frame) {
         frame.type = static_cast<FrameType>(type);
         frame.time = cursor.readUInt64();
         frame.body = cursor.readRest();
+        if (frame.type == FrameType::Mark) {
+            return true; // another process may have been too late with it
+        }
         m_countedMessages.reset();
         if (frame.type == FrameType::Message) {
             ++m_messages;

@@ -22,10 +22,10 @@ namespace {
 QString partOf(const QString& path) {
     const QFileInfo info(path);
     for (int i = 1;; ++i) {
-        const QString name = QStringLiteral("%1/.%2.part-%3-%4")
-                                 .arg(info.absolutePath(), info.fileName())
-                                 .arg(::getpid())
-                                 .arg(i);
+        QString name = QStringLiteral("%1/.%2.part-%3-%4")
+                           .arg(info.absolutePath(), info.fileName())
+                           .arg(::getpid())
+                           .arg(i);
         if (!QFileInfo::exists(name)) {
             return name;
         }

@@ -89,6 +89,9 @@ bool RunBuilder::isNamed() const {
 }
 
 void RunBuilder::takeProcess(const QByteArray& body) {
+    if (!m_process.isEmpty()) {
+        return; // who the process is, the first one has told
+    }
     m_process = Recording::FrameDecoder::process(body).value_or(Recording::ProcessInfo());
     const QString name = StoredText::of(m_process.value(QLatin1String(Key::context)));
     m_contexts = QStringList{name};

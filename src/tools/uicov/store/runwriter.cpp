@@ -186,8 +186,7 @@ QVariant RunWriter::pictureId(const QByteArray& hash, const Run& run) {
     if (hash.isEmpty()) {
         return nothing();
     }
-    const QVariant known =
-        m_sql.value(QStringLiteral("SELECT id FROM picture WHERE hash = ?"), {hash});
+    QVariant known = m_sql.value(QStringLiteral("SELECT id FROM picture WHERE hash = ?"), {hash});
     if (known.isValid()) {
         return known;
     }

@@ -108,7 +108,7 @@ QVariant Sql::value(const QString& statement, std::initializer_list<QVariant> va
     if (!next(found)) {
         return {};
     }
-    const QVariant result = found.value(0);
+    QVariant result = found.value(0);
     found.finish();
     return result;
 }

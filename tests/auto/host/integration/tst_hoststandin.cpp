@@ -93,6 +93,7 @@ void tst_HostStandIn::writeOptions(const QString& extension) {
     QFile file(m_options);
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write(QStringLiteral("[host]\nextension=%1\nrecording=%2\nsession=the-session\n"
+                              "context=nightly\nmark=first\nlabels=branch=main, \"a=1, 2\"\n"
                               "[options]\nenabled=1, 1\nqtwidgets=1\n")
                    .arg(extension, m_recording)
                    .toUtf8());
@@ -134,6 +135,13 @@ void tst_HostStandIn::recordsAnApplication() {
     QVERIFY(!QUuid(parsed.processValue(QStringLiteral("run"))).isNull());
     QCOMPARE(parsed.processValue(QStringLiteral("run")).size(), 36);
     QCOMPARE(parsed.processValue(QStringLiteral("session")), QStringLiteral("the-session"));
+    QCOMPARE(parsed.processValue(QStringLiteral("context")), QStringLiteral("nightly"));
+    QCOMPARE(parsed.processValue(QStringLiteral("label.branch")), QStringLiteral("main"));
+    QCOMPARE(parsed.processValue(QStringLiteral("label.a")), QStringLiteral("1, 2"));
+    QVERIFY(parsed.processValue(QStringLiteral("clock")).toLongLong() > 0);
+    // The context that was current already begins right behind the Process frame.
+    QCOMPARE(parsed.frames.at(1).type, 4);
+    QCOMPARE(parsed.frames.at(1).body, QByteArray("\0\0\0\5first", 9));
     QCOMPARE(parsed.processValue(QStringLiteral("qt-version")), QString::fromLatin1(qVersion()));
     QCOMPARE(parsed.processValue(QStringLiteral("platform")), QGuiApplication::platformName());
     QVERIFY(!parsed.processValue(QStringLiteral("locale")).isEmpty());

@@ -94,16 +94,16 @@ void tst_RecordingFormat::numbersInTheDocument() {
 void tst_RecordingFormat::keysInTheDocument() {
     namespace Key = RecordingFormat::Key;
     QStringList documented;
-    const QRegularExpression row(QStringLiteral("^\\| `([a-z-]+)` \\|"),
+    const QRegularExpression row(QStringLiteral("^\\| `([a-z-]+\\.?)(?:NAME)?` \\|"),
                                  QRegularExpression::MultilineOption);
     auto matches = row.globalMatch(m_document);
     while (matches.hasNext()) {
         documented.append(matches.next().captured(1));
     }
     QStringList known;
-    for (const char* key :
-         {Key::application, Key::executable, Key::pid, Key::run, Key::session, Key::qtVersion,
-          Key::platform, Key::locale, Key::architecture, Key::started}) {
+    for (const char* key : {Key::application, Key::executable, Key::pid, Key::run, Key::session,
+                            Key::qtVersion, Key::platform, Key::locale, Key::architecture,
+                            Key::started, Key::context, Key::label, Key::clock}) {
         known.append(QString::fromLatin1(key));
     }
     QCOMPARE(documented, known);

@@ -68,6 +68,12 @@ bool send(RecordingWriter& writer, const QByteArray& payload) {
 
 } // namespace
 
+/** Does not hear of the test functions that it is tested by. */
+class QuietWriter : public RecordingWriter {
+public:
+    QuietWriter() { setTestFunction(VorskHost::TestFunction(nullptr, nullptr, nullptr)); }
+};
+
 class tst_RecordingWriter : public TestLib::TestCase {
     Q_OBJECT
 
@@ -116,7 +122,7 @@ void tst_RecordingWriter::cleanup() {
 }
 
 void tst_RecordingWriter::emptyRecording() {
-    RecordingWriter writer;
+    QuietWriter writer;
     QVERIFY(!writer.isOpen());
     QVERIFY(writer.open(m_path, m_info));
     QVERIFY(writer.isOpen());
@@ -126,13 +132,17 @@ void tst_RecordingWriter::emptyRecording() {
     const RecordingParser parsed = RecordingParser::parseFile(m_path);
     QCOMPARE(parsed.error, QString());
     QCOMPARE(parsed.frames.size(), 2);
-    QCOMPARE(parsed.processInfo(), m_info);
+    const auto info = parsed.processInfo();
+    QCOMPARE(info.mid(0, m_info.size()), m_info);
+    QCOMPARE(info.size(), m_info.size() + 1);
+    QCOMPARE(info.last().first, QStringLiteral("clock"));
+    QVERIFY(info.last().second.toLongLong() > 0);
     QCOMPARE(parsed.messagesAccordingToEnd(), qint64(0));
     QCOMPARE(writer.bytesWritten(), QFileInfo(m_path).size());
 }
 
 void tst_RecordingWriter::messagesAndLogs() {
-    RecordingWriter writer;
+    QuietWriter writer;
     QVERIFY(writer.open(m_path, m_info));
     writer.appendLog(RecordingFormat::Severity::Info, QStringLiteral("one"));
     QVERIFY(send(writer, "first"));
@@ -160,7 +170,7 @@ void tst_RecordingWriter::messagesAndLogs() {
 }
 
 void tst_RecordingWriter::messageIsInTheFileWhenAppendReturns() {
-    RecordingWriter writer;
+    QuietWriter writer;
     QVERIFY(writer.open(m_path, m_info));
     for (int i = 1; i <= 5; ++i) {
         QVERIFY(send(writer, QByteArray::number(i)));
@@ -170,7 +180,7 @@ void tst_RecordingWriter::messageIsInTheFileWhenAppendReturns() {
 }
 
 void tst_RecordingWriter::oneWritePerMessage() {
-    RecordingWriter writer;
+    QuietWriter writer;
     writer.setWriteFunction(countedWrite);
     QVERIFY(writer.open(m_path, m_info));
     QCOMPARE(writeCalls, 1);
@@ -180,7 +190,7 @@ void tst_RecordingWriter::oneWritePerMessage() {
 }
 
 void tst_RecordingWriter::logsWaitForTheNextMessage() {
-    RecordingWriter writer;
+    QuietWriter writer;
     writer.setWriteFunction(countedWrite);
     QVERIFY(writer.open(m_path, m_info));
     writer.appendLog(RecordingFormat::Severity::Info, QStringLiteral("waits"));
@@ -191,7 +201,7 @@ void tst_RecordingWriter::logsWaitForTheNextMessage() {
 }
 
 void tst_RecordingWriter::manyLogsAreWritten() {
-    RecordingWriter writer;
+    QuietWriter writer;
     QVERIFY(writer.open(m_path, m_info));
     const QString text(1000, QLatin1Char('x'));
     for (int i = 0; i < 100; ++i) {
@@ -204,7 +214,7 @@ void tst_RecordingWriter::manyLogsAreWritten() {
 
 void tst_RecordingWriter::withoutCloseThereIsNoEnd() {
     {
-        RecordingWriter writer;
+        QuietWriter writer;
         QVERIFY(writer.open(m_path, m_info));
         QVERIFY(send(writer, "message"));
     }
@@ -215,7 +225,7 @@ void tst_RecordingWriter::withoutCloseThereIsNoEnd() {
 }
 
 void tst_RecordingWriter::closeTwice() {
-    RecordingWriter writer;
+    QuietWriter writer;
     writer.close();
     QVERIFY(writer.open(m_path, m_info));
     writer.close();
@@ -224,7 +234,7 @@ void tst_RecordingWriter::closeTwice() {
 }
 
 void tst_RecordingWriter::nothingAfterClose() {
-    RecordingWriter writer;
+    QuietWriter writer;
     QVERIFY(!send(writer, "before"));
     QVERIFY(writer.open(m_path, m_info));
     writer.close();
@@ -235,7 +245,7 @@ void tst_RecordingWriter::nothingAfterClose() {
 }
 
 void tst_RecordingWriter::timesDoNotRunBackwards() {
-    RecordingWriter writer;
+    QuietWriter writer;
     QVERIFY(writer.open(m_path, m_info));
     for (int i = 0; i < 50; ++i) {
         QVERIFY(send(writer, "message"));
@@ -257,7 +267,7 @@ void tst_RecordingWriter::folderThatIsNotThere() {
                                  "or directory; nothing is recorded, check that its folder exists "
                                  "and can be written")
                       .arg(path));
-    RecordingWriter writer;
+    QuietWriter writer;
     QVERIFY(!writer.open(path, m_info));
     QVERIFY(!writer.isOpen());
     QVERIFY(!send(writer, "message"));
@@ -265,7 +275,7 @@ void tst_RecordingWriter::folderThatIsNotThere() {
 }
 
 void tst_RecordingWriter::shortAndInterruptedWrites() {
-    RecordingWriter writer;
+    QuietWriter writer;
     writer.setWriteFunction(reluctantWrite);
     QVERIFY(writer.open(m_path, m_info));
     QVERIFY(send(writer, QByteArray(500, 'y')));
@@ -288,7 +298,7 @@ void tst_RecordingWriter::writeThatFails_data() {
 void tst_RecordingWriter::writeThatFails() {
     QFETCH(int, error);
     QFETCH(QString, text);
-    RecordingWriter writer;
+    QuietWriter writer;
     writer.setWriteFunction(failingWrite);
     QVERIFY(writer.open(m_path, m_info));
     QVERIFY(send(writer, "kept"));
@@ -315,7 +325,7 @@ void tst_RecordingWriter::writeThatFails() {
 }
 
 void tst_RecordingWriter::headerThatCannotBeWritten() {
-    RecordingWriter writer;
+    QuietWriter writer;
     writer.setWriteFunction(failingWrite);
     failure = ENOSPC;
     failingCall = 0;
@@ -325,7 +335,7 @@ void tst_RecordingWriter::headerThatCannotBeWritten() {
 }
 
 void tst_RecordingWriter::descriptorThatTheApplicationClosed() {
-    RecordingWriter writer;
+    QuietWriter writer;
     QVERIFY(writer.open(m_path, m_info));
     const QByteArray before = contents(m_path);
     ::close(descriptorOf(m_path));
@@ -337,7 +347,7 @@ void tst_RecordingWriter::descriptorThatTheApplicationClosed() {
 }
 
 void tst_RecordingWriter::forkedChildDoesNotWrite() {
-    RecordingWriter writer;
+    QuietWriter writer;
     QVERIFY(writer.open(m_path, m_info));
     const pid_t child = fork();
     if (child == 0) {
@@ -361,7 +371,7 @@ void tst_RecordingWriter::forkedChildDoesNotWrite() {
 void tst_RecordingWriter::survivesKill() {
     const pid_t child = fork();
     if (child == 0) {
-        RecordingWriter writer;
+        QuietWriter writer;
         writer.open(m_path, m_info);
         for (int i = 0; i < 1000; ++i) {
             send(writer, QByteArray::number(i));
@@ -378,7 +388,7 @@ void tst_RecordingWriter::survivesKill() {
 }
 
 void tst_RecordingWriter::messageThatIsRefused() {
-    RecordingWriter writer;
+    QuietWriter writer;
     QVERIFY(writer.open(m_path, m_info));
     Vorsk::ArgumentList tooMany;
     for (int i = 0; i < 256; ++i) {

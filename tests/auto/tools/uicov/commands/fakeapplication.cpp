@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSettings>
+#include <QUuid>
 
 #include <csignal>
 
@@ -14,7 +15,8 @@ namespace {
 /** As an application's host would: the session goes into the Process frame. */
 bool writeRecording(const QString& path, const QString& session, bool isEmpty) {
     RecordingBuilder recording;
-    recording.addProcess({{QStringLiteral("session"), session}});
+    recording.addProcess({{QStringLiteral("session"), session},
+                          {QStringLiteral("run"), QUuid::createUuid().toString().mid(1, 36)}});
     if (isEmpty) {
         recording.addLog(RecordingFormat::Severity::Warning, QStringLiteral("no extension today"));
         recording.addEnd();

@@ -1,3 +1,4 @@
+#include "store/datafile.h"
 #include "testlib/commandrunner.h"
 #include "testlib/cprogram.h"
 #include "testlib/recordingbuilder.h"
@@ -12,6 +13,8 @@
 
 using TestLib::CommandRunner;
 using TestLib::writeScript;
+using Uicov::Store::DataFile;
+using Uicov::Store::Run;
 
 class TestRunCommand : public TestLib::TestCase {
     Q_OBJECT
@@ -33,6 +36,24 @@ class TestRunCommand : public TestLib::TestCase {
         return words + QString::fromLatin1(arguments).split(QLatin1Char(' '), Qt::SkipEmptyParts);
     }
 
+    QStringList folders() {
+        return QDir(m_folder->path()).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
+    }
+
+    QVector<Run> runsIn(const char* name) {
+        QVector<Run> runs;
+        DataFile file;
+        if (!file.open(path(name), Uicov::Store::Sql::Access::Read)) {
+            const QStringList uuids = file.runs();
+            for (const QString& uuid : uuids) {
+                Run run;
+                file.read(uuid, DataFile::Pictures::Leave, run);
+                runs.append(run);
+            }
+        }
+        return runs;
+    }
+
     QStringList files() { return QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden); }
 
 private Q_SLOTS:
@@ -52,25 +73,29 @@ private Q_SLOTS:
         m_folder = std::make_unique<QTemporaryDir>();
         m_runner = std::make_unique<CommandRunner>(QStringLiteral(UICOV_PROGRAM));
         m_runner->setWorkingFolder(m_folder->path());
+        for (const char* name : {"UICOV_FILE", "UICOV_CONTEXT", "UICOV_RUN"}) {
+            m_runner->setVariable(QLatin1String(name), QString());
+        }
     }
 
     void cleanup() { TestLib::TestCase::cleanup(); }
 
     void aRunEndsWithTheNextCommand() {
         QCOMPARE(run(application()), 0);
-        QCOMPARE(files(), QStringList{QStringLiteral("fakeapplication.uirec")});
+        QCOMPARE(files(), QStringList{QStringLiteral(".uicov")});
+        QVERIFY(folders().isEmpty());
         const QStringList lines = m_runner->errors().split(QLatin1Char('\n'));
         QCOMPARE(lines.size(), 3);
         QVERIFY(lines.at(0).startsWith(QStringLiteral("uicov: recorded 17 elements in ")));
-        QCOMPARE(lines.at(1), QStringLiteral("uicov: next: uicov report -m fakeapplication.uirec"));
+        QCOMPARE(lines.at(1), QStringLiteral("uicov: next: uicov report -m"));
         QCOMPARE(m_runner->output(), QString());
     }
 
     void theDashesCanBeLeftOut() {
-        QCOMPARE(run({QStringLiteral("-o"), QStringLiteral("x.uirec"), m_application,
+        QCOMPARE(run({QStringLiteral("-o"), QStringLiteral("x.uicov"), m_application,
                       QStringLiteral("exit"), QStringLiteral("3")}),
                  3);
-        QCOMPARE(files(), QStringList{QStringLiteral("x.uirec")});
+        QCOMPARE(files(), QStringList{QStringLiteral("x.uicov")});
     }
 
     void quietSaysNothing() {
@@ -85,21 +110,103 @@ private Q_SLOTS:
         QVERIFY(m_runner->errors().contains(QStringLiteral("ended by signal 11")));
     }
 
-    void recordingsOfChildrenAreNamed() {
-        QCOMPARE(run(QStringList{QStringLiteral("-o"), QStringLiteral("a b.uirec")} +
+    void everyProcessIsARunOfOneSession() {
+        QCOMPARE(
+            run(QStringList{QStringLiteral("-o"), QStringLiteral("a b")} + application("child")),
+            0);
+        QVERIFY2(
+            m_runner->errors().contains(QStringLiteral("recorded 34 elements of 2 processes in")),
+            qPrintable(m_runner->errors()));
+        QVERIFY(m_runner->errors().contains(QStringLiteral("next: uicov report -m 'a b'\n")));
+        const QVector<Run> runs = runsIn("a b");
+        QCOMPARE(runs.size(), 2);
+        QCOMPARE(runs.at(0).session, runs.at(1).session);
+        QCOMPARE(runs.at(0).session.size(), 36);
+    }
+
+    void theDataFileIsReplacedOrAddedTo() {
+        QCOMPARE(run(application()), 0);
+        const QString first = runsIn(".uicov").value(0).uuid;
+        QCOMPARE(run(application()), 0);
+        QCOMPARE(runsIn(".uicov").size(), 1);
+        QVERIFY(runsIn(".uicov").at(0).uuid != first);
+        QCOMPARE(run(QStringList{QStringLiteral("--append")} + application()), 0);
+        QCOMPARE(runsIn(".uicov").size(), 2);
+    }
+
+    void aRunThatRecordedNothingReplacesNothing() {
+        QCOMPARE(run(application()), 0);
+        const QString uuid = runsIn(".uicov").value(0).uuid;
+        QCOMPARE(run(application("empty")), 1);
+        QCOMPARE(run({QStringLiteral("--"), QStringLiteral("true")}), 1);
+        QCOMPARE(runsIn(".uicov").value(0).uuid, uuid);
+        QCOMPARE(runsIn(".uicov").size(), 1);
+        QVERIFY(folders().isEmpty());
+    }
+
+    void theRecordingCanBeKept() {
+        QCOMPARE(run(QStringList{QStringLiteral("--keep-recording")} + application()), 0);
+        QCOMPARE(files(),
+                 QStringList({QStringLiteral(".uicov"), QStringLiteral("fakeapplication.uirec")}));
+        QCOMPARE(run(QStringList{QStringLiteral("--recording"), QStringLiteral("my.uirec")} +
                      application("child")),
                  0);
-        QVERIFY2(m_runner->errors().contains(
-                     QStringLiteral("next: uicov report -m 'a b.uirec' 'a b-4711.uirec'\n")),
+        QCOMPARE(files(),
+                 QStringList({QStringLiteral(".uicov"), QStringLiteral("fakeapplication.uirec"),
+                              QStringLiteral("my-4711.uirec"), QStringLiteral("my.uirec")}));
+    }
+
+    void whereTheDataFileCannotBeWrittenTheRecordingIsKept() {
+        // Something else takes the place while the application runs.
+        QVERIFY(writeScript(
+            path("app"),
+            QStringLiteral("#!/bin/sh\necho mine > .uicov\n\"%1\"\n").arg(m_application)));
+        QCOMPARE(run({QStringLiteral("--"), QStringLiteral("./app")}), 1);
+        QVERIFY2(m_runner->errors().contains(QStringLiteral("[output-foreign]")),
                  qPrintable(m_runner->errors()));
-        QVERIFY(m_runner->errors().contains(QStringLiteral("recorded 34 elements")));
+        QCOMPARE(folders().size(), 1);
+        QVERIFY(m_runner->errors().contains(QStringLiteral("uicov combine -a -o .uicov ")));
+        QVERIFY(m_runner->errors().contains(folders().at(0)));
+        QVERIFY(QFile::remove(path(".uicov")));
+        QCOMPARE(m_runner->run({QStringLiteral("combine"), folders().at(0)}), 0);
+        QCOMPARE(runsIn(".uicov").size(), 1);
+        // The next run says that it is there.
+        QCOMPARE(run(application()), 0);
+        QVERIFY2(m_runner->errors().contains(QStringLiteral("an earlier run could not be")),
+                 qPrintable(m_runner->errors()));
+    }
+
+    void labelsAndContextReachTheApplication() {
+        const QStringList save =
+            application() + QStringList{QStringLiteral("save"), path("saved.ini")};
+        QCOMPARE(run(QStringList{QStringLiteral("--label"), QStringLiteral("a=1,2"),
+                                 QStringLiteral("--label"), QStringLiteral("b=ü=\"x\" @"),
+                                 QStringLiteral("--context"), QStringLiteral("a, b")} +
+                     save),
+                 0);
+        QSettings settings(path("saved.ini"), QSettings::IniFormat);
+        QCOMPARE(settings.value(QStringLiteral("host/context")).toString(), QStringLiteral("a, b"));
+        QCOMPARE(settings.value(QStringLiteral("host/labels")).toStringList(),
+                 QStringList({QStringLiteral("a=1,2"), QStringLiteral("b=ü=\"x\" @")}));
+        QCOMPARE(
+            run(QStringList{QStringLiteral("--label"), QStringLiteral("noValue")} + application()),
+            1);
+        QVERIFY(m_runner->errors().contains(QStringLiteral("NAME=VALUE, not noValue")));
+    }
+
+    void aRecordingIsNoDataFile() {
+        QCOMPARE(run(QStringList{QStringLiteral("-o"), QStringLiteral("x.uirec")} + application()),
+                 1);
+        QVERIFY(m_runner->errors().contains(
+            QStringLiteral("to keep the recording use --recording x.uirec")));
+        QVERIFY(files().isEmpty());
     }
 
     void theConfigurationIsWhatWasAskedFor() {
         const QStringList save =
             application() + QStringList{QStringLiteral("save"), path("saved.ini")};
         QCOMPARE(run(QStringList{QStringLiteral("--toolkit"), QStringLiteral("quick"),
-                                 QStringLiteral("--screenshots"), QStringLiteral("-o"),
+                                 QStringLiteral("--screenshots"), QStringLiteral("--recording"),
                                  QStringLiteral("x.uirec")} +
                      save),
                  0);
@@ -154,7 +261,7 @@ private Q_SLOTS:
     void anEarlierRecordingIsReplacedRightBeforeTheStart() {
         TestLib::RecordingBuilder recording;
         QVERIFY(recording.write(path("x.uirec")));
-        const QStringList output{QStringLiteral("-o"), QStringLiteral("x.uirec"),
+        const QStringList output{QStringLiteral("--recording"), QStringLiteral("x.uirec"),
                                  QStringLiteral("--")};
         QCOMPARE(run(output + QStringList{QStringLiteral("./none")}), 127);
         QVERIFY(QFile::exists(path("x.uirec"))); // nothing was started, nothing was lost
@@ -168,6 +275,10 @@ private Q_SLOTS:
         QVERIFY(writeScript(path("app"), QStringLiteral("#!/bin/sh\ntouch started\n")));
         QCOMPARE(run({QStringLiteral("-o"), QStringLiteral("precious.txt"), QStringLiteral("--"),
                       QStringLiteral("./app")}),
+                 1);
+        QVERIFY(m_runner->errors().contains(QStringLiteral("[output-foreign]")));
+        QCOMPARE(run({QStringLiteral("--recording"), QStringLiteral("precious.txt"),
+                      QStringLiteral("--"), QStringLiteral("./app")}),
                  1);
         QVERIFY(m_runner->errors().contains(QStringLiteral("[output-not-a-recording]")));
         QVERIFY(!QFile::exists(path("started")));
@@ -186,7 +297,7 @@ private Q_SLOTS:
         QTest::newRow("not found") << words("-- ./none") << 127 << "application-missing";
         QTest::newRow("not executable") << words("-- ./") << 126 << "application-not-executable";
         QTest::newRow("output folder")
-            << words("-o none/x.uirec -- /bin/true") << 1 << "output-not-writable";
+            << words("-o none/x.uicov -- /bin/true") << 1 << "output-not-writable";
         QTest::newRow("libraries") << words("--libdir . -- /bin/true") << 1 << "libraries-missing";
         QTest::newRow("missing and no libraries")
             << words("--libdir . -- ./none") << 127 << "application-missing";
@@ -259,7 +370,7 @@ private Q_SLOTS:
             path("app"), {QStringLiteral("-D_GNU_SOURCE")}));
         TestLib::TerminalRunner terminal;
         QVERIFY(terminal.start(QStringLiteral(UICOV_PROGRAM),
-                               {QStringLiteral("run"), QStringLiteral("-o"), path("x.uirec"),
+                               {QStringLiteral("run"), QStringLiteral("-o"), path("x.uicov"),
                                 QStringLiteral("--"), path("app")}));
         QVERIFY(terminal.readUntil("ready"));
         terminal.type("\x03");

@@ -111,7 +111,7 @@ private Q_SLOTS:
     void theEnvironmentIsAddedToAndNeverReplaced() {
         const Installation installation(QStringLiteral("/opt/x"));
         RecordingSetup setup((QString()));
-        auto environment = setup.environment(installation);
+        auto environment = setup.environment(installation, QString());
         QCOMPARE(variable(environment, "QT_PLUGIN_PATH"), QStringLiteral("/opt/x/plugins"));
         QCOMPARE(variable(environment, "QT_QPA_GENERIC_PLUGINS"), QStringLiteral("vorsk"));
         QCOMPARE(variable(environment, "VORSK_GUI_COVERAGE"), QStringLiteral("1"));
@@ -120,7 +120,7 @@ private Q_SLOTS:
 
         qputenv("QT_PLUGIN_PATH", "/a:/b");
         qputenv("QT_QPA_GENERIC_PLUGINS", "evdevtouch:/dev/x,tuio");
-        environment = setup.environment(installation);
+        environment = setup.environment(installation, QString());
         QCOMPARE(variable(environment, "QT_PLUGIN_PATH"), QStringLiteral("/a:/b:/opt/x/plugins"));
         QCOMPARE(variable(environment, "QT_QPA_GENERIC_PLUGINS"),
                  QStringLiteral("evdevtouch:/dev/x,tuio,vorsk"));
@@ -132,7 +132,8 @@ private Q_SLOTS:
         qputenv("VORSK_GUI_COVERAGE", "0");
         qputenv("VORSK_OPTIONS_FILE", "/outer.ini");
         RecordingSetup setup((QString()));
-        const auto environment = setup.environment(Installation(QStringLiteral("/opt/x")));
+        const auto environment =
+            setup.environment(Installation(QStringLiteral("/opt/x")), QStringLiteral("/r"));
         QCOMPARE(variable(environment, "QT_PLUGIN_PATH"), QStringLiteral("/opt/x/plugins:/b"));
         QCOMPARE(variable(environment, "QT_QPA_GENERIC_PLUGINS"), QStringLiteral("vorsk"));
         QCOMPARE(variable(environment, "VORSK_GUI_COVERAGE"), QStringLiteral("1"));
@@ -142,9 +143,10 @@ private Q_SLOTS:
     void anEmptyVariableIsAsNone() {
         qputenv("QT_PLUGIN_PATH", "");
         RecordingSetup setup((QString()));
-        QCOMPARE(
-            variable(setup.environment(Installation(QStringLiteral("/opt/x"))), "QT_PLUGIN_PATH"),
-            QStringLiteral("/opt/x/plugins"));
+        QCOMPARE(variable(setup.environment(Installation(QStringLiteral("/opt/x")),
+                                            QStringLiteral("/r")),
+                          "QT_PLUGIN_PATH"),
+                 QStringLiteral("/opt/x/plugins"));
     }
 };
 

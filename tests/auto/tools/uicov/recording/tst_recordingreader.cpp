@@ -144,10 +144,19 @@ private Q_SLOTS:
     void framesBehindTheEndFrameMeanThatItWasNotTheEnd() {
         RecordingBuilder recording;
         recording.addEnd();
-        recording.addMark(QStringLiteral("a"));
+        recording.addLog(RecordingFormat::Severity::Info, QStringLiteral("a"));
         const Outcome outcome = read(recording.bytes());
         QCOMPARE(outcome.frames, 2);
         QCOMPARE(outcome.ending.kind, Kind::NoEndFrame);
+    }
+
+    void aMarkThatCameTooLateDoesNotUndoTheEnd() {
+        RecordingBuilder recording;
+        recording.addEnd();
+        recording.addMark(QStringLiteral("a"));
+        const Outcome outcome = read(recording.bytes());
+        QCOMPARE(outcome.frames, 2);
+        QCOMPARE(outcome.ending.kind, Kind::Complete);
     }
 
     void anEndFrameThatCountedOtherwiseIsDamage() {

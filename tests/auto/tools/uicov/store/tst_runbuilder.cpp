@@ -230,5 +230,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(TestRunBuilder)
+QTEST_GUILESS_MAIN(TestRunBuilder)
 #include "tst_runbuilder.moc"

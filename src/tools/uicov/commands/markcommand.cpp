@@ -1,0 +1,115 @@
+#include "commands/markcommand.h"
+
+#include "commands/exitcode.h"
+#include "commands/helpformatter.h"
+#include "console/terminal.h"
+#include "launch/markwriter.h"
+#include "launch/recordingoutput.h"
+#include "launch/recordingsetup.h"
+#include "store/datafilepath.h"
+
+#include <QFile>
+
+#include <cstdlib>
+
+namespace Uicov::Commands {
+
+using Console::Message;
+using Launch::RunFolder;
+
+namespace {
+
+constexpr char examples[] =
+    R"(All that the application sends before the mark belongs to the context before, all that it
+sends after it to NAME. The run is the one that was started with the same data file, from any
+folder the one that this command was started by.
+
+Examples:
+  uicov mark test_login
+  uicov mark -o nightly.uicov "settings: language"
+  uicov mark --end)";
+
+} // namespace
+
+CLI::App* MarkCommand::declare(CLI::App& commands) {
+    CLI::App* const app =
+        commands.add_subcommand("mark", "Begin a context, as a test, in a run that is going");
+    setUsage(*app, "uicov mark [OPTIONS] NAME");
+    app->add_option("-o,--output", m_output,
+                    "The data file of the run (default: UICOV_FILE, else .uicov)")
+        ->type_name("FILE");
+    app->add_flag("--end", m_endsContext, "End the context; only that of the run goes on");
+    app->add_option("NAME", m_names, "The context, as the name of a test")
+        ->type_name("")
+        ->expected(0, 1);
+    app->footer(examples);
+    return app;
+}
+
+void MarkCommand::setArguments(const std::vector<std::string>& unread,
+                               const std::vector<std::string>* literal) {
+    m_names.insert(m_names.end(), unread.begin(), unread.end());
+    if (literal != nullptr) {
+        m_names.insert(m_names.end(), literal->begin(), literal->end());
+    }
+}
+
+int MarkCommand::run(Console::Terminal& terminal) {
+    const std::size_t expected = m_endsContext ? 0 : 1;
+    if (m_names.size() != expected || (expected == 1 && m_names.front().empty())) {
+        terminal.error({Message::WrongUse, QStringLiteral("mark takes one name, or --end; see "
+                                                          "uicov mark --help")});
+        return Failed;
+    }
+    const auto run = findRun(terminal);
+    if (!run) {
+        return Failed;
+    }
+    const QString name = m_endsContext ? QString() : QString::fromStdString(m_names.front());
+    // Processes first that are still to start, so that none begins unmarked in between.
+    Launch::RecordingSetup::setMark(run->optionsFile, name);
+    const QStringList recordings =
+        Launch::RecordingOutput(run->recording).recordingsOf(run->session);
+    int marked = 0;
+    for (const QString& recording : recordings) {
+        marked += Launch::MarkWriter::append(recording, name) ? 1 : 0;
+    }
+    if (marked == 0 && !recordings.isEmpty()) {
+        terminal.error({Message::NoRunGoing,
+                        QStringLiteral("no process of the run is recording any more; nothing is "
+                                       "marked")});
+        return Failed;
+    }
+    return Done;
+}
+
+std::optional<RunFolder::Info> MarkCommand::findRun(Console::Terminal& terminal) const {
+    const char* const variable = std::getenv("UICOV_RUN");
+    if (variable != nullptr && m_output.empty()) {
+        if (auto run = RunFolder::running(QFile::decodeName(variable))) {
+            return run;
+        }
+    }
+    const QString dataFile =
+        m_output.empty() ? Store::DataFilePath::current() : Store::DataFilePath::of(m_output);
+    const QStringList folders = RunFolder::foldersOf(dataFile, true);
+    if (folders.size() > 1) {
+        terminal.error({Message::NoRunGoing,
+                        QStringLiteral("%1 runs with the data file %2 are going, and which one is "
+                                       "meant is not known; give each a data file of its own "
+                                       "with -o, and combine them later")
+                            .arg(folders.size())
+                            .arg(dataFile)});
+        return std::nullopt;
+    }
+    auto run = folders.isEmpty() ? std::nullopt : RunFolder::running(folders.first());
+    if (!run) {
+        terminal.error({Message::NoRunGoing,
+                        QStringLiteral("no run with the data file ") + dataFile +
+                            QStringLiteral(" is going; start one with uicov run, and name its "
+                                           "data file with -o")});
+    }
+    return run;
+}
+
+} // namespace Uicov::Commands

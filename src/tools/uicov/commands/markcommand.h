@@ -1,0 +1,28 @@
+#pragma once
+
+#include "commands/command.h"
+#include "launch/runfolder.h"
+
+#include <QString>
+
+#include <optional>
+
+namespace Uicov::Commands {
+
+/** uicov mark: begins a context in a run that is going. */
+class MarkCommand : public Command {
+public:
+    CLI::App* declare(CLI::App& commands) override;
+    void setArguments(const std::vector<std::string>& unread,
+                      const std::vector<std::string>* literal) override;
+    int run(Console::Terminal& terminal) override;
+
+private:
+    std::optional<Launch::RunFolder::Info> findRun(Console::Terminal& terminal) const;
+
+    std::vector<std::string> m_names;
+    std::string m_output;
+    bool m_endsContext = false;
+};
+
+} // namespace Uicov::Commands

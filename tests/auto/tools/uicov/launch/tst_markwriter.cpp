@@ -1,0 +1,188 @@
+#include "launch/markwriter.h"
+#include "recording/framedecoder.h"
+#include "recording/recordingreader.h"
+#include "testlib/recordingbuilder.h"
+#include "testlib/testcase.h"
+#include "vorskhook/recordingwriter.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace MarkWriter = Uicov::Launch::MarkWriter;
+using RecordingFormat::FrameType;
+using Uicov::Recording::Frame;
+using Uicov::Recording::RecordingReader;
+using VorskHost::RecordingWriter;
+
+class TestMarkWriter : public TestLib::TestCase {
+    Q_OBJECT
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QString m_path;
+
+    void open(RecordingWriter& writer) const {
+        writer.setTestFunction(VorskHost::TestFunction(nullptr, nullptr, nullptr));
+        QVERIFY(
+            writer.open(m_path, {qMakePair(QStringLiteral("pid"), QString::number(::getpid()))}));
+    }
+
+    static bool send(RecordingWriter& writer, int number) {
+        return writer.appendMessage(1, QString::number(number), Vorsk::ArgumentList());
+    }
+
+    /** Messages by their name, marks in brackets, and how it ended. */
+    QStringList frames() const {
+        RecordingReader reader(m_path);
+        QStringList lines;
+        Frame frame;
+        quint64 lastTime = 0;
+        if (reader.open()) {
+            return {};
+        }
+        while (reader.next(frame)) {
+            if (frame.type == FrameType::Message) {
+                lines.append(Uicov::Recording::FrameDecoder::message(frame.body)->name);
+            } else if (frame.type == FrameType::Mark) {
+                lines.append(QLatin1Char('[') + *Uicov::Recording::FrameDecoder::mark(frame.body) +
+                             QLatin1Char(']'));
+            }
+            if (frame.time + 1000000 < lastTime) {
+                lines.append(QStringLiteral("time runs backwards"));
+            }
+            lastTime = frame.time;
+        }
+        return lines << (reader.ending().isComplete() ? QStringLiteral("complete")
+                                                      : reader.ending().toString());
+    }
+
+private Q_SLOTS:
+    void init() {
+        TestLib::TestCase::init();
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_path = m_folder->filePath(QStringLiteral("x.uirec"));
+    }
+
+    void cleanup() { TestLib::TestCase::cleanup(); }
+
+    void aMarkStandsExactlyBetweenTwoMessages() {
+        RecordingWriter writer;
+        open(writer);
+        QStringList expected;
+        for (int i = 0; i < 50; ++i) {
+            QVERIFY(send(writer, i));
+            QVERIFY(MarkWriter::append(m_path, QStringLiteral("test %1").arg(i)));
+            expected << QString::number(i) << QStringLiteral("[test %1]").arg(i);
+        }
+        QVERIFY(send(writer, 50));
+        writer.close();
+        QCOMPARE(frames(), expected << QStringLiteral("50") << QStringLiteral("complete"));
+    }
+
+    void framesStayWholeUnderManyWriters() {
+        constexpr int markers = 2;
+        constexpr int marks = 300;
+        RecordingWriter writer;
+        open(writer);
+        QVector<pid_t> children;
+        for (int marker = 0; marker < markers; ++marker) {
+            const pid_t child = ::fork();
+            if (child == 0) {
+                int failures = 0;
+                for (int i = 0; i < marks; ++i) {
+                    const QString name = QStringLiteral("%1:%2").arg(marker).arg(i);
+                    failures += MarkWriter::append(m_path, name) ? 0 : 1;
+                }
+                ::_exit(failures == 0 ? 0 : 1);
+            }
+            children.append(child);
+        }
+        int sent = 0;
+        int running = markers;
+        while (running > 0) {
+            QVERIFY(send(writer, sent++));
+            int status = -1;
+            if (::waitpid(-1, &status, WNOHANG) > 0) {
+                QCOMPARE(status, 0);
+                --running;
+            }
+        }
+        writer.close();
+        const QStringList lines = frames();
+        QCOMPARE(lines.last(), QStringLiteral("complete"));
+        QCOMPARE(lines.size(), sent + markers * marks + 1);
+        for (int marker = 0; marker < markers; ++marker) {
+            const QStringList own = lines.filter(QStringLiteral("[%1:").arg(marker));
+            for (int i = 0; i < marks; ++i) {
+                QCOMPARE(own.at(i), QStringLiteral("[%1:%2]").arg(marker).arg(i));
+            }
+        }
+    }
+
+    void aMarkBehindTheEndChangesNothing() {
+        RecordingWriter writer;
+        open(writer);
+        QVERIFY(send(writer, 1));
+        writer.close();
+        QVERIFY(MarkWriter::append(m_path, QStringLiteral("late")));
+        QCOMPARE(frames().last(), QStringLiteral("complete"));
+    }
+
+    void onlyARecordingOfALivingProcessIsMarked() {
+        const auto untouched = [this](const QByteArray& bytes) {
+            QFile file(m_path);
+            const bool isWritten =
+                file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+            file.close();
+            const bool isMarked = MarkWriter::append(m_path, QStringLiteral("x"));
+            return isWritten && !isMarked && file.size() == bytes.size();
+        };
+        QVERIFY(untouched("my notes"));
+        QVERIFY(untouched(""));
+        QVERIFY(untouched(TestLib::RecordingBuilder().bytes()));
+        const pid_t child = ::fork();
+        if (child == 0) {
+            ::_exit(0);
+        }
+        ::waitpid(child, nullptr, 0);
+        TestLib::RecordingBuilder dead;
+        dead.addProcess({{QStringLiteral("pid"), QString::number(child)}});
+        QVERIFY(untouched(dead.bytes()));
+        QVERIFY(!MarkWriter::append(m_folder->filePath(QStringLiteral("none")), QString()));
+    }
+
+    void aLinkIsNotFollowed() {
+        RecordingWriter writer;
+        open(writer);
+        const QString link = m_folder->filePath(QStringLiteral("link"));
+        QVERIFY(QFile::link(m_path, link));
+        QVERIFY(!MarkWriter::append(link, QStringLiteral("x")));
+    }
+
+    void aFailedMessageIsCutOffAndMarksBeforeItStay() {
+        RecordingWriter writer;
+        open(writer);
+        QVERIFY(send(writer, 1));
+        QVERIFY(MarkWriter::append(m_path, QStringLiteral("a")));
+        writer.setWriteFunction([](int descriptor, const void* data, size_t size) -> ssize_t {
+            // Half of it, then the disk is full.
+            static bool isFull = false;
+            isFull = !isFull;
+            if (isFull) {
+                return ::write(descriptor, data, size / 2);
+            }
+            errno = ENOSPC;
+            return -1;
+        });
+        expectWarning(QRegularExpression(QStringLiteral("recording-ended: .*")));
+        QVERIFY(!send(writer, 2));
+        QCOMPARE(frames().mid(0, 2), QStringList({QStringLiteral("1"), QStringLiteral("[a]")}));
+        QVERIFY2(frames().last().startsWith(QStringLiteral("ended abnormally")),
+                 qPrintable(frames().last()));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestMarkWriter)
+#include "tst_markwriter.moc"

@@ -1,0 +1,159 @@
+#include "console/terminal.h"
+#include "store/filelock.h"
+#include "testlib/stderrcapture.h"
+#include "testlib/testcase.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <csignal>
+
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using TestLib::StderrCapture;
+using Uicov::Console::Message;
+using Uicov::Store::FileLock;
+
+class TestFileLock : public TestLib::TestCase {
+    Q_OBJECT
+
+    QTemporaryDir m_folder;
+    QString m_path = m_folder.filePath(QStringLiteral("x.uicov"));
+    Uicov::Console::Terminal m_terminal;
+
+    /** A process that holds the lock from now on until a byte comes, or it is killed. */
+    pid_t holdElsewhere(int& release) {
+        int ready[2] = {};
+        int go[2] = {};
+        if (::pipe(ready) != 0 || ::pipe(go) != 0) {
+            return -1;
+        }
+        const pid_t child = ::fork();
+        if (child == 0) {
+            ::close(go[1]); // so that the parent's end is seen, too
+            FileLock lock;
+            char byte = lock.acquire(m_path, m_terminal) ? 'n' : 'y';
+            if (::write(ready[1], &byte, 1) == 1 && ::read(go[0], &byte, 1) >= 0) {
+                lock.release();
+            }
+            ::_exit(0);
+        }
+        ::close(go[0]);
+        char byte = 'n';
+        const bool isHeld = ::read(ready[0], &byte, 1) == 1 && byte == 'y';
+        ::close(ready[0]);
+        ::close(ready[1]);
+        release = go[1];
+        return isHeld ? child : -1;
+    }
+
+private Q_SLOTS:
+    void theLockFileIsThereWhileItIsHeld() {
+        FileLock lock;
+        QVERIFY(!lock.acquire(m_path, m_terminal));
+        QVERIFY(QFile::exists(FileLock::lockFileOf(m_path)));
+        lock.release();
+        QVERIFY(QDir(m_folder.path()).isEmpty());
+        lock.release(); // nothing is held
+        QVERIFY(!lock.acquire(m_path, m_terminal));
+    }
+
+    void theSecondIsRefusedAndSaysForWhomItWaited() {
+        int release = -1;
+        const pid_t holder = holdElsewhere(release);
+        QVERIFY(holder > 0);
+        FileLock lock;
+        StderrCapture capture;
+        const auto problem = lock.acquire(m_path, m_terminal, 0);
+        QCOMPARE(capture.take(), QByteArray());
+        QVERIFY(problem);
+        QCOMPARE(problem->message, Message::DataFileBusy);
+        QVERIFY2(problem->text.contains(QStringLiteral("process %1 is writing").arg(holder)),
+                 qPrintable(problem->text));
+        ::close(release);
+        ::waitpid(holder, nullptr, 0);
+    }
+
+    void theSecondWaitsForTheFirst() {
+        int release = -1;
+        const pid_t holder = holdElsewhere(release);
+        QVERIFY(holder > 0);
+        const pid_t waiter = ::fork();
+        if (waiter == 0) {
+            ::close(release); // whose other end waits for all to close it
+            StderrCapture quiet;
+            FileLock lock;
+            ::_exit(lock.acquire(m_path, m_terminal) ? 1 : 0);
+        }
+        // It cannot have ended: the lock is held.
+        int status = -1;
+        QCOMPARE(::waitpid(waiter, &status, WNOHANG), 0);
+        ::close(release);
+        QCOMPARE(::waitpid(waiter, &status, 0), waiter);
+        QCOMPARE(status, 0);
+        ::waitpid(holder, nullptr, 0);
+    }
+
+    void aLockOfADeadProcessIsNoObstacle() {
+        int release = -1;
+        const pid_t holder = holdElsewhere(release);
+        QVERIFY(holder > 0);
+        ::kill(holder, SIGKILL);
+        ::waitpid(holder, nullptr, 0);
+        ::close(release);
+        QVERIFY(QFile::exists(FileLock::lockFileOf(m_path)));
+        FileLock lock;
+        QVERIFY(!lock.acquire(m_path, m_terminal, 0));
+    }
+
+    void aFolderThatCannotBeWrittenIsAProblem() {
+        FileLock lock;
+        const auto problem =
+            lock.acquire(m_folder.filePath(QStringLiteral("none/x.uicov")), m_terminal, 0);
+        QVERIFY(problem);
+        QCOMPARE(problem->message, Message::OutputNotWritable);
+    }
+
+    void aLinkIsNotFollowed() {
+        QVERIFY(QFile::link(m_folder.filePath(QStringLiteral("elsewhere")),
+                            FileLock::lockFileOf(m_path)));
+        FileLock lock;
+        QVERIFY(lock.acquire(m_path, m_terminal, 0));
+        QVERIFY(!QFile::exists(m_folder.filePath(QStringLiteral("elsewhere"))));
+        QVERIFY(QFile::remove(FileLock::lockFileOf(m_path)));
+    }
+
+    void manyWritersNeverMeet() {
+        constexpr int writers = 6;
+        const QString busy = m_folder.filePath(QStringLiteral("busy"));
+        QVector<pid_t> children;
+        for (int i = 0; i < writers; ++i) {
+            const pid_t child = ::fork();
+            if (child == 0) {
+                int failures = 0;
+                for (int round = 0; round < 20; ++round) {
+                    FileLock lock;
+                    StderrCapture quiet;
+                    failures += lock.acquire(m_path, m_terminal) ? 1 : 0;
+                    // Fails when another is inside.
+                    failures += ::mkdir(QFile::encodeName(busy).constData(), 0700) != 0 ? 1 : 0;
+                    failures += ::rmdir(QFile::encodeName(busy).constData()) != 0 ? 1 : 0;
+                }
+                ::_exit(failures == 0 ? 0 : 1);
+            }
+            children.append(child);
+        }
+        for (const pid_t child : qAsConst(children)) {
+            int status = -1;
+            QCOMPARE(::waitpid(child, &status, 0), child);
+            QCOMPARE(status, 0);
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(TestFileLock)
+#include "tst_filelock.moc"
