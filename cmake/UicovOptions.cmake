@@ -35,7 +35,7 @@ endif()
 
 find_package(Qt5 5.9 REQUIRED COMPONENTS Core Gui Sql Widgets Quick Qml)
 if(UICOV_BUILD_TESTS)
-    find_package(Qt5 5.9 REQUIRED COMPONENTS Test QuickTest QuickWidgets)
+    find_package(Qt5 5.9 REQUIRED COMPONENTS Network Test QuickTest QuickWidgets)
 endif()
 find_package(ZLIB REQUIRED)
 find_package(CLI11 REQUIRED)

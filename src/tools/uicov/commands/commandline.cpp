@@ -2,7 +2,9 @@
 
 #include "commands/badgecommand.h"
 #include "commands/combinecommand.h"
+#include "commands/completioncommand.h"
 #include "commands/diffcommand.h"
+#include "commands/doctorcommand.h"
 #include "commands/dumpcommand.h"
 #include "commands/erasecommand.h"
 #include "commands/exitcode.h"
@@ -16,6 +18,7 @@
 #include "console/terminal.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace Uicov::Commands {
 
@@ -26,61 +29,100 @@ namespace {
 constexpr char description[] =
     "Shows which parts of a Qt 5 application's user interface were used.";
 constexpr char examples[] = R"(Examples:
-  uicov run -- ./panel --demo       run an application and record what is used
-  uicov report panel.uirec -m       what was used, window by window, and what was not
-  uicov dump panel.uirec            every recorded message as one line
+  uicov doctor ./panel          can this application be recorded here?
+  uicov run -- ./panel --demo   run it and record what is used
+  uicov report -m .uicov        what was used, window by window, and what was not
 
-Exit codes: 0 done; 1 wrong use, or input or output failed; 3 the data is partial
-or damaged and --strict was given. "uicov run" ends with the application's status.)";
+Exit codes: 0 done; 1 wrong use, or input or output failed; 2 a limit that was asked for is not
+kept; 3 the data is partial or damaged and --strict was given. "uicov run" ends with the
+application's status. Colour is for terminals only; NO_COLOR is obeyed.)";
 
 /** A line for people out of what the parser says, which may have several. */
 QString oneLine(const std::string& text) {
     return QString::fromStdString(text).simplified();
 }
 
+Console::Terminal::Colour colourOf(const std::string& name) {
+    if (name == "always") {
+        return Console::Terminal::Colour::Always;
+    }
+    return name == "never" ? Console::Terminal::Colour::Never
+                           : Console::Terminal::Colour::Automatic;
+}
+
 } // namespace
 
 CommandLine::CommandLine(Console::Terminal& terminal)
     : m_terminal(terminal) {
+    beginGroup("Recording");
     m_commands.push_back(std::make_unique<RunCommand>());
     m_commands.push_back(std::make_unique<MarkCommand>());
+    m_commands.push_back(std::make_unique<DoctorCommand>());
+    beginGroup("Data files");
     m_commands.push_back(std::make_unique<CombineCommand>());
+    m_commands.push_back(std::make_unique<EraseCommand>());
+    m_commands.push_back(std::make_unique<DumpCommand>());
+    beginGroup("Answers");
     m_commands.push_back(std::make_unique<ReportCommand>());
     m_commands.push_back(std::make_unique<JsonCommand>());
     m_commands.push_back(std::make_unique<JUnitCommand>());
     m_commands.push_back(std::make_unique<BadgeCommand>());
     m_commands.push_back(std::make_unique<DiffCommand>());
     m_commands.push_back(std::make_unique<ExplainCommand>());
-    m_commands.push_back(std::make_unique<DumpCommand>());
-    m_commands.push_back(std::make_unique<EraseCommand>());
+    beginGroup("This command");
+    m_commands.push_back(std::make_unique<CompletionCommand>());
 }
 
 CommandLine::~CommandLine() = default;
 
-int CommandLine::run(const std::vector<std::string>& arguments) {
-    CLI::App app(description, "uicov");
-    setUsage(app, "uicov VERB [OPTIONS] ...");
-    app.set_version_flag("--version", "uicov " UICOV_VERSION, "Print the version and exit");
-    app.set_help_flag("-h,--help", "Print this help and exit");
-    app.footer(examples);
-    app.require_subcommand(1);
-    std::vector<CLI::App*> verbs;
-    for (const auto& command : m_commands) {
-        verbs.push_back(command->declare(app));
-    }
+void CommandLine::beginGroup(const char* name) {
+    m_groups.push_back({m_commands.size(), name});
+}
 
+std::unique_ptr<CLI::App> CommandLine::definitions() {
+    auto app = std::make_unique<CLI::App>(description, "uicov");
+    setUsage(*app, "uicov [OPTIONS] VERB [OPTIONS] ...");
+    app->set_version_flag("--version", "uicov " UICOV_VERSION, "Print the version and exit");
+    app->set_help_flag("-h,--help", "Print this help and exit");
+    app->add_option("--color", m_colour, "When to use colour: auto, always or never")
+        ->type_name("WHEN")
+        ->envname("UICOV_COLOR")
+        ->check(CLI::IsMember({"auto", "always", "never"}).description(""))
+        ->capture_default_str();
+    app->footer(examples);
+    app->require_subcommand(1);
+    m_verbs.clear();
+    auto group = m_groups.cbegin();
+    for (std::size_t i = 0; i < m_commands.size(); ++i) {
+        while (std::next(group) != m_groups.cend() && std::next(group)->firstCommand <= i) {
+            ++group;
+        }
+        m_verbs.push_back(m_commands[i]->declare(*app));
+        m_verbs.back()->group(group->name);
+    }
+    return app;
+}
+
+QStringList CommandLine::verbNames() const {
+    QStringList names;
+    for (const CLI::App* verb : m_verbs) {
+        names.append(QString::fromStdString(verb->get_name()));
+    }
+    return names;
+}
+
+int CommandLine::run(const std::vector<std::string>& arguments) {
+    const std::unique_ptr<CLI::App> app = definitions();
+    const QString choice = verbNames().join(QStringLiteral(", ")) + QStringLiteral("; see uicov "
+                                                                                   "--help");
     if (arguments.empty()) {
-        m_terminal.error({Message::WrongUse,
-                          QStringLiteral("no verb given: run, report or dump; see uicov --help")});
+        m_terminal.error({Message::WrongUse, QStringLiteral("no verb given: ") + choice});
         return Failed;
     }
-    const std::string& verb = arguments.front();
-    if (verb.compare(0, 1, "-") != 0 &&
-        std::none_of(verbs.begin(), verbs.end(),
-                     [&](const CLI::App* known) { return known->get_name() == verb; })) {
-        m_terminal.error({Message::WrongUse,
-                          QStringLiteral("there is no verb ") + QString::fromStdString(verb) +
-                              QStringLiteral(", only run, report and dump; see uicov --help")});
+    const QString verb = QString::fromLocal8Bit(arguments.front().c_str());
+    if (!verb.startsWith(QLatin1Char('-')) && !verbNames().contains(verb)) {
+        m_terminal.error({Message::WrongUse, QStringLiteral("there is no verb ") + verb +
+                                                 QStringLiteral(", only ") + choice});
         return Failed;
     }
     // What stands behind the first "--" is not ours to read, whatever it looks like.
@@ -88,20 +130,21 @@ int CommandLine::run(const std::vector<std::string>& arguments) {
     std::vector<std::string> own(arguments.begin(), separator);
     std::reverse(own.begin(), own.end()); // the parser takes them from the back
     try {
-        app.parse(own);
+        app->parse(own);
     } catch (const CLI::Success& success) {
-        return app.exit(success);
+        return app->exit(success);
     } catch (const CLI::ParseError& error) {
         m_terminal.error(
             {Message::WrongUse, oneLine(error.what()) + QStringLiteral("; see uicov --help")});
         return Failed;
     }
-    for (std::size_t i = 0; i < verbs.size(); ++i) {
-        if (verbs[i]->parsed()) {
+    Console::Terminal::setColour(colourOf(m_colour));
+    for (std::size_t i = 0; i < m_verbs.size(); ++i) {
+        if (m_verbs[i]->parsed()) {
             const bool hasLiteral = separator != arguments.end();
             const std::vector<std::string> literal(hasLiteral ? separator + 1 : separator,
                                                    arguments.end());
-            m_commands[i]->setArguments(verbs[i]->remaining(), hasLiteral ? &literal : nullptr);
+            m_commands[i]->setArguments(m_verbs[i]->remaining(), hasLiteral ? &literal : nullptr);
             return m_commands[i]->run(m_terminal);
         }
     }

@@ -1,8 +1,14 @@
 #pragma once
 
+#include <QStringList>
+
 #include <memory>
 #include <string>
 #include <vector>
+
+namespace CLI {
+class App;
+}
 
 namespace Uicov::Console {
 class Terminal;
@@ -24,9 +30,24 @@ public:
      */
     int run(const std::vector<std::string>& arguments);
 
+    /** All verbs with their options, which write into this object; never null. */
+    std::unique_ptr<CLI::App> definitions();
+
 private:
+    void beginGroup(const char* name);
+    QStringList verbNames() const;
+
+    struct Group {
+        std::size_t firstCommand;
+        std::string name;
+    };
+
     Console::Terminal& m_terminal;
+    std::string m_colour = "auto";
     std::vector<std::unique_ptr<Command>> m_commands;
+    std::vector<Group> m_groups;
+    /** As in m_commands. */
+    std::vector<CLI::App*> m_verbs;
 };
 
 } // namespace Uicov::Commands

@@ -3,11 +3,18 @@
 #include "commands/exitcode.h"
 #include "commands/helpformatter.h"
 #include "console/outputfile.h"
+#include "console/progress.h"
 #include "console/terminal.h"
 #include "recording/recordingreader.h"
+#include "report/messagejson.h"
 #include "report/messageprinter.h"
+#include "report/runprinter.h"
+#include "store/datafile.h"
+#include "store/datafilepath.h"
+#include "store/run.h"
 
 #include <QFile>
+#include <QJsonDocument>
 
 namespace Uicov::Commands {
 
@@ -17,25 +24,52 @@ using Recording::Ending;
 namespace {
 
 constexpr char examples[] =
-    R"(Each line: seconds since the start, what happened, to which element (#1, #2, ... in the
-order in which they first appear, with type and text), and the values.
+    R"(A recording gives a line for each message: seconds since the start, what happened, to which
+element (#1, #2, ... in the order in which they first appear, with type and text), and the
+values. A data file gives lines for each run: what ran, its elements, and what happened to them.
+With --format json every line is an object.
 
 Examples:
   uicov dump panel.uirec | grep usageIncreased
-  uicov dump panel.uirec | grep '#12 ')";
+  uicov dump panel.uirec | grep '#12 '
+  uicov dump --format json | jq -c 'select(.hits[0])')";
+
+QString lineOf(const QJsonObject& object) {
+    return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)) +
+           QLatin1Char('\n');
+}
+
+Message messageFor(Ending::Kind kind) {
+    switch (kind) {
+    case Ending::Kind::Torn:
+        return Message::RecordingTorn;
+    case Ending::Kind::Damaged:
+        return Message::RecordingDamaged;
+    case Ending::Kind::Complete:
+    case Ending::Kind::NoEndFrame:
+        break;
+    }
+    return Message::EndedAbnormally;
+}
 
 } // namespace
 
 CLI::App* DumpCommand::declare(CLI::App& commands) {
-    CLI::App* const app =
-        commands.add_subcommand("dump", "Print every message of a recording as one line");
-    setUsage(*app, "uicov dump [OPTIONS] FILE");
+    CLI::App* const app = commands.add_subcommand(
+        "dump", "Print all that is in recordings and data files, line by line");
+    setUsage(*app, "uicov dump [OPTIONS] [FILE...]");
     app->add_option("-o,--output", m_output, "Write to FILE; - is standard output")
         ->type_name("FILE")
         ->capture_default_str();
+    app->add_option("--format", m_format, "Lines for people and grep, or objects: text or json")
+        ->type_name("NAME")
+        ->check(CLI::IsMember({"text", "json"}).description(""))
+        ->capture_default_str();
     app->add_flag("--strict", m_isStrict,
-                  "End with 3 when the recording ended abnormally or is damaged");
-    app->add_option("FILE", m_files, "The recording")->type_name("")->expected(0, 1);
+                  "End with 3 when a recording or run is partial or damaged");
+    app->add_option("FILE", m_files, "Recordings and data files (default: UICOV_FILE, else .uicov)")
+        ->type_name("")
+        ->expected(0, -1);
     app->footer(examples);
     return app;
 }
@@ -49,40 +83,108 @@ void DumpCommand::setArguments(const std::vector<std::string>& unread,
 }
 
 int DumpCommand::run(Console::Terminal& terminal) {
-    if (m_files.size() != 1) {
-        terminal.error(
-            {Message::WrongUse, QStringLiteral("dump takes one recording; see uicov dump "
-                                               "--help")});
-        return Failed;
+    QStringList paths;
+    for (const std::string& file : m_files) {
+        paths.append(QFile::decodeName(file.c_str()));
     }
-    Recording::RecordingReader reader(QFile::decodeName(m_files.front().c_str()));
-    if (const auto problem = reader.open()) {
-        terminal.error(*problem);
-        return Failed;
+    if (paths.isEmpty()) {
+        paths.append(Store::DataFilePath::current());
     }
+    m_isOneOfSeveral = paths.size() > 1;
     Console::OutputFile output(QFile::decodeName(m_output.c_str()));
     if (const auto problem = output.open()) {
         terminal.error(*problem);
         return Failed;
     }
-    Report::MessagePrinter printer;
-    Recording::Frame frame;
-    while (!output.hasFailed() && reader.next(frame)) {
-        output.write(printer.print(frame) + QLatin1Char('\n'));
+    int result = Done;
+    bool hasDumped = false;
+    for (const QString& path : qAsConst(paths)) {
+        const int pathResult = dump(path, output, terminal);
+        hasDumped = hasDumped || pathResult != Failed;
+        if (pathResult != Done && result != Failed) {
+            result = pathResult;
+        }
+    }
+    if (!hasDumped) {
+        return Failed; // what stood in the output's place stays
     }
     if (const auto problem = output.close()) {
         terminal.error(*problem);
         return Failed;
     }
+    return result;
+}
+
+int DumpCommand::dump(const QString& path, Console::OutputFile& output,
+                      Console::Terminal& terminal) const {
+    return Store::DataFile::looksLikeDataFile(path) ? dumpDataFile(path, output, terminal)
+                                                    : dumpRecording(path, output, terminal);
+}
+
+int DumpCommand::dumpRecording(const QString& path, Console::OutputFile& output,
+                               Console::Terminal& terminal) const {
+    Recording::RecordingReader reader(path);
+    if (const auto problem = reader.open()) {
+        terminal.error(*problem);
+        return Failed;
+    }
+    if (isForTools()) {
+        output.write(lineOf({{QStringLiteral("recording"), path}}));
+    } else if (m_isOneOfSeveral) {
+        output.write(QStringLiteral("recording ") + Report::MessagePrinter::quoted(path) +
+                     QLatin1Char('\n'));
+    }
+    Report::MessagePrinter printer;
+    Recording::Frame frame;
+    while (!output.hasFailed() && reader.next(frame)) {
+        output.write(isForTools() ? lineOf(Report::MessageJson::object(frame))
+                                  : printer.print(frame) + QLatin1Char('\n'));
+    }
     const Ending& ending = reader.ending();
-    if (ending.isComplete()) {
+    if (ending.isComplete() || output.hasFailed()) {
         return Done;
     }
-    const Message message = ending.kind == Ending::Kind::Torn      ? Message::RecordingTorn
-                            : ending.kind == Ending::Kind::Damaged ? Message::RecordingDamaged
-                                                                   : Message::EndedAbnormally;
-    terminal.warning({message, reader.path() + QStringLiteral(": ") + ending.toString()});
+    terminal.warning(
+        {messageFor(ending.kind), reader.path() + QStringLiteral(": ") + ending.toString()});
     return m_isStrict ? PartialData : Done;
+}
+
+int DumpCommand::dumpDataFile(const QString& path, Console::OutputFile& output,
+                              Console::Terminal& terminal) const {
+    Store::DataFile file;
+    if (const auto problem = file.open(path, Store::Sql::Access::Read)) {
+        terminal.error(*problem);
+        return Failed;
+    }
+    if (isForTools()) {
+        output.write(lineOf({{QStringLiteral("dataFile"), path},
+                             {QStringLiteral("schema"), Store::DataFile::schemaVersion}}));
+    } else if (m_isOneOfSeveral) {
+        output.write(QStringLiteral("data file ") + Report::MessagePrinter::quoted(path) +
+                     QLatin1Char('\n'));
+    }
+    bool hasPartial = false;
+    const QStringList uuids = file.runs();
+    Console::Progress progress(terminal, QStringLiteral("printing"), QStringLiteral("runs"),
+                               uuids.size());
+    for (const QString& uuid : uuids) {
+        Store::Run run;
+        if (const auto problem = file.read(uuid, Store::DataFile::Pictures::Leave, run)) {
+            terminal.error(*problem);
+            return Failed;
+        }
+        hasPartial = hasPartial || !run.isComplete;
+        if (isForTools()) {
+            for (const QJsonObject& object : Report::RunPrinter::objects(run)) {
+                output.write(lineOf(object));
+            }
+        } else {
+            output.write(Report::RunPrinter::lines(run).join(QLatin1Char('\n')) +
+                         QLatin1Char('\n'));
+        }
+        progress.advance();
+    }
+    return m_isStrict && hasPartial ? PartialData : Done;
 }
 
 } // namespace Uicov::Commands

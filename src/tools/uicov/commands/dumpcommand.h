@@ -4,9 +4,13 @@
 
 #include <QString>
 
+namespace Uicov::Console {
+class OutputFile;
+}
+
 namespace Uicov::Commands {
 
-/** uicov dump: every message of one recording as one line. */
+/** uicov dump: every message of recordings, every run of data files, one line each. */
 class DumpCommand : public Command {
 public:
     CLI::App* declare(CLI::App& commands) override;
@@ -15,9 +19,18 @@ public:
     int run(Console::Terminal& terminal) override;
 
 private:
+    int dump(const QString& path, Console::OutputFile& output, Console::Terminal& terminal) const;
+    int dumpRecording(const QString& path, Console::OutputFile& output,
+                      Console::Terminal& terminal) const;
+    int dumpDataFile(const QString& path, Console::OutputFile& output,
+                     Console::Terminal& terminal) const;
+    bool isForTools() const { return m_format == "json"; }
+
     std::vector<std::string> m_files;
     std::string m_output = "-";
+    std::string m_format = "text";
     bool m_isStrict = false;
+    bool m_isOneOfSeveral = false;
 };
 
 } // namespace Uicov::Commands

@@ -9,6 +9,7 @@
 #include <cstring>
 
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 namespace Uicov::Launch {
@@ -91,6 +92,10 @@ std::optional<Problem> Application::checkLinking(const QString& extension) {
         m_isScript = true;
         return std::nullopt;
     }
+    if (program.isAppImage()) {
+        m_isAppImage = true; // of how it is linked nothing follows for what is in it
+        return std::nullopt;
+    }
     const ElfFile library(extension);
     if (!program.hasSameArchitectureAs(library)) {
         return Problem{Message::WrongArchitecture,
@@ -98,13 +103,14 @@ std::optional<Problem> Application::checkLinking(const QString& extension) {
                            QStringLiteral(", but the extension for ") + library.architecture() +
                            QStringLiteral("; use a uicov built for the application's machine")};
     }
-    if (program.interpreter().isEmpty()) {
+    m_interpreter = program.interpreter();
+    if (m_interpreter.isEmpty()) {
         return Problem{Message::StaticExecutable,
                        m_path +
                            QStringLiteral(": is statically linked, so no library can be loaded "
                                           "into it; link it dynamically")};
     }
-    m_qt = QtLibraries::ofProgram(program.interpreter(), m_path);
+    m_qt = QtLibraries::ofProgram(m_interpreter, m_path);
     if (m_qt.hasCore() && m_qt.major() != QT_VERSION_MAJOR) {
         return Problem{Message::WrongQtVersion,
                        m_path + QStringLiteral(": uses Qt ") + m_qt.version() +
@@ -122,10 +128,21 @@ std::optional<Problem> Application::checkLinking(const QString& extension) {
     return std::nullopt;
 }
 
-bool Application::isPrivileged() const {
+Application::Privilege Application::privilege() const {
+    const QByteArray file = QFile::encodeName(m_path);
     struct stat status {};
-    return stat(QFile::encodeName(m_path).constData(), &status) == 0 &&
-           (status.st_mode & (S_ISUID | S_ISGID)) != 0;
+    if (stat(file.constData(), &status) != 0) {
+        return Privilege::None;
+    }
+    const bool setsUser = (status.st_mode & S_ISUID) != 0;
+    const bool setsGroup = (status.st_mode & S_ISGID) != 0;
+    const bool hasCapabilities = getxattr(file.constData(), "security.capability", nullptr, 0) > 0;
+    // A user that has every right gains none from capabilities.
+    if ((setsUser && status.st_uid != getuid()) || (setsGroup && status.st_gid != getgid()) ||
+        (hasCapabilities && getuid() != 0)) {
+        return Privilege::Other;
+    }
+    return setsUser || setsGroup || hasCapabilities ? Privilege::SameUser : Privilege::None;
 }
 
 QString Application::causeOfSilence(int signal) const {
@@ -134,6 +151,10 @@ QString Application::causeOfSilence(int signal) const {
             "it is a script, and no Qt 5 program with windows that it started was "
             "reached; name the program itself");
     }
+    if (m_isAppImage) {
+        return QStringLiteral("it is an AppImage, and the program in it was not reached; unpack it "
+                              "with --appimage-extract and name the program");
+    }
     if (!m_qt.hasCore()) {
         return QStringLiteral("it does not use Qt 5; name the program that shows the windows");
     }
@@ -141,9 +162,9 @@ QString Application::causeOfSilence(int signal) const {
         return QStringLiteral("it does not use Qt 5's GUI, only libQt5Core; name the program that "
                               "shows the windows");
     }
-    if (isPrivileged()) {
-        return QStringLiteral("it runs with another user's or group's rights (setuid), which shuts "
-                              "plugins out; run a copy without that mode");
+    if (privilege() == Privilege::Other) {
+        return QStringLiteral("it runs with more rights than yours (setuid, setgid or "
+                              "capabilities), which shuts plugins out; run a copy without them");
     }
     if (signal != 0) {
         return QStringLiteral(

@@ -3,6 +3,7 @@
 #include "console/message.h"
 #include "launch/qtlibraries.h"
 
+#include <QByteArray>
 #include <QString>
 
 #include <optional>
@@ -31,6 +32,18 @@ public:
     /** Without folders. */
     QString name() const;
 
+    // Known after check():
+    /** Starts other programs and is none itself that could be recorded. */
+    bool isScript() const { return m_isScript; }
+    bool isAppImage() const { return m_isAppImage; }
+    const QtLibraries& qt() const { return m_qt; }
+    /** The program that loads it; empty when none does. */
+    QByteArray interpreter() const { return m_interpreter; }
+
+    enum class Privilege { None, SameUser, Other };
+    /** Whether its mode gives it other rights than those of who starts it. */
+    Privilege privilege() const;
+
     /**
      * Why nothing was recorded, as the end of a sentence that says so, with what to do.
      * @param signal that ended it; 0 when it ended by itself
@@ -40,12 +53,12 @@ public:
 private:
     std::optional<Console::Problem> checkFile();
     std::optional<Console::Problem> checkLinking(const QString& extension);
-    bool isPrivileged() const;
-
     QString m_command;
     QString m_path;
     int m_exitCode = 1;
     bool m_isScript = false;
+    bool m_isAppImage = false;
+    QByteArray m_interpreter;
     QtLibraries m_qt;
 };
 

@@ -68,6 +68,12 @@ ElfFile::ElfFile(const QString& path)
     m_isElf = isInside(0, m_is64Bit ? sizeof(Elf64_Ehdr) : sizeof(Elf32_Ehdr));
 }
 
+bool ElfFile::isAppImage() const {
+    constexpr quint64 markOffset = EI_ABIVERSION; // where they have "AI" and the type, 1 or 2
+    return m_isElf && m_data[markOffset] == 'A' && m_data[markOffset + 1] == 'I' &&
+           (m_data[markOffset + 2] == 1 || m_data[markOffset + 2] == 2);
+}
+
 bool ElfFile::isInside(quint64 offset, quint64 size) const {
     return offset <= m_size && size <= m_size - offset;
 }

@@ -18,6 +18,8 @@ public:
     explicit ElfFile(const QString& path);
 
     bool isElf() const { return m_isElf; }
+    /** An AppImage: a program that unpacks another one and starts it. */
+    bool isAppImage() const;
     /** Machine, width and byte order, comparable with that of another file: "x86-64, 64 bit". */
     QString architecture() const;
     bool hasSameArchitectureAs(const ElfFile& other) const;

@@ -21,6 +21,7 @@ public:
     QString extension() const { return file(QStringLiteral("libqtuicoverage.so")); }
     /** What Qt has to be told to find the plugin that brings the rest in. */
     QString pluginFolder() const { return file(QStringLiteral("plugins")); }
+    QString starter() const { return file(QStringLiteral("plugins/generic/libvorskstarter.so")); }
     QString pluginKey() const { return QStringLiteral("vorsk"); }
 
     /** Where is looked, in this order: as installed, then as in a build tree. */

@@ -20,15 +20,20 @@ public:
 
     bool hasCore() const { return m_major > 0; }
     bool hasGui() const { return m_hasGui; }
+    bool hasQuick() const { return m_hasQuick; }
     /** 4, 5, 6, ...; 0 when no Qt is loaded. */
     int major() const { return m_major; }
     /** As exact as the library's file name is: "5.15.8", or only "5". */
     QString version() const { return m_version; }
+    /** Where libQt5Core is; empty when it is not found. */
+    QString folder() const { return m_folder; }
 
 private:
     int m_major = 0;
     bool m_hasGui = false;
+    bool m_hasQuick = false;
     QString m_version;
+    QString m_folder;
 };
 
 } // namespace Uicov::Launch

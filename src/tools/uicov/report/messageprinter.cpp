@@ -24,24 +24,6 @@ namespace {
 /** How many elements below an added one are named in its line. */
 constexpr int namedDescendants = 8;
 
-QString quoted(const QString& text) {
-    if (text.isNull()) {
-        return QStringLiteral("null");
-    }
-    QString escaped = Console::DisplayText::escaped(text);
-    return QLatin1Char('"') + escaped.replace(QLatin1Char('"'), QLatin1String("\\\"")) +
-           QLatin1Char('"');
-}
-
-QString printRect(const QRect& rect) {
-    // Not QRect's width and height: they overflow on what a damaged recording may hold.
-    return QStringLiteral("left=%1 top=%2 right=%3 bottom=%4")
-        .arg(rect.left())
-        .arg(rect.top())
-        .arg(rect.right())
-        .arg(rect.bottom());
-}
-
 QString printFlag(const char* name, bool value) {
     return QLatin1String(name) + QLatin1Char('=') +
            (value ? QStringLiteral("true") : QStringLiteral("false"));
@@ -58,7 +40,61 @@ QString printPicture(const QByteArray& png) {
         .arg(png.size());
 }
 
-QString kindName(RecordKind kind) {
+QString printArguments(const HookMessage& message) {
+    QStringList texts;
+    for (const HookArgument& argument : message.arguments) {
+        texts.append(argument.tag == ArgumentTag::Integer
+                         ? QString::number(argument.integer)
+                         : QStringLiteral("<%1 bytes>").arg(argument.bytes.size()));
+    }
+    return MessagePrinter::quoted(message.name) + QStringLiteral(" (") +
+           texts.join(QStringLiteral(", ")) + QLatin1Char(')');
+}
+
+QString printProcess(const QByteArray& body) {
+    const auto info = Recording::FrameDecoder::process(body);
+    if (!info) {
+        return QStringLiteral("process damaged");
+    }
+    QString line = QStringLiteral("process");
+    for (auto it = info->cbegin(); it != info->cend(); ++it) {
+        line += QLatin1Char(' ') + Console::DisplayText::escaped(it.key()) + QLatin1Char('=') +
+                MessagePrinter::quoted(it.value());
+    }
+    return line;
+}
+
+QString printLog(const QByteArray& body) {
+    const auto line = Recording::FrameDecoder::log(body);
+    if (!line) {
+        return QStringLiteral("log damaged");
+    }
+    const bool isInfo = line->severity == RecordingFormat::Severity::Info;
+    return (isInfo ? QStringLiteral("log info ") : QStringLiteral("log warning ")) +
+           MessagePrinter::quoted(line->text);
+}
+
+} // namespace
+
+QString MessagePrinter::quoted(const QString& text) {
+    if (text.isNull()) {
+        return QStringLiteral("null");
+    }
+    QString escaped = Console::DisplayText::escaped(text);
+    return QLatin1Char('"') + escaped.replace(QLatin1Char('"'), QLatin1String("\\\"")) +
+           QLatin1Char('"');
+}
+
+QString MessagePrinter::printRect(const QRect& rect) {
+    // Not QRect's width and height: they overflow on what a damaged recording may hold.
+    return QStringLiteral("left=%1 top=%2 right=%3 bottom=%4")
+        .arg(rect.left())
+        .arg(rect.top())
+        .arg(rect.right())
+        .arg(rect.bottom());
+}
+
+QString MessagePrinter::kindName(RecordKind kind) {
     switch (kind) {
     case RecordKind::ElementAdded:
         return QStringLiteral("elementAdded");
@@ -85,42 +121,6 @@ QString kindName(RecordKind kind) {
     }
     return {};
 }
-
-QString printArguments(const HookMessage& message) {
-    QStringList texts;
-    for (const HookArgument& argument : message.arguments) {
-        texts.append(argument.tag == ArgumentTag::Integer
-                         ? QString::number(argument.integer)
-                         : QStringLiteral("<%1 bytes>").arg(argument.bytes.size()));
-    }
-    return quoted(message.name) + QStringLiteral(" (") + texts.join(QStringLiteral(", ")) +
-           QLatin1Char(')');
-}
-
-QString printProcess(const QByteArray& body) {
-    const auto info = Recording::FrameDecoder::process(body);
-    if (!info) {
-        return QStringLiteral("process damaged");
-    }
-    QString line = QStringLiteral("process");
-    for (auto it = info->cbegin(); it != info->cend(); ++it) {
-        line += QLatin1Char(' ') + Console::DisplayText::escaped(it.key()) + QLatin1Char('=') +
-                quoted(it.value());
-    }
-    return line;
-}
-
-QString printLog(const QByteArray& body) {
-    const auto line = Recording::FrameDecoder::log(body);
-    if (!line) {
-        return QStringLiteral("log damaged");
-    }
-    const bool isInfo = line->severity == RecordingFormat::Severity::Info;
-    return (isInfo ? QStringLiteral("log info ") : QStringLiteral("log warning ")) +
-           quoted(line->text);
-}
-
-} // namespace
 
 QString MessagePrinter::print(const Frame& frame) {
     constexpr quint64 microsecondsPerSecond = 1000000;

@@ -22,6 +22,11 @@ public:
     /** The line without its end. */
     QString print(const Recording::Frame& frame);
 
+    /** In quotes and with escapes; null without them where there is no text. */
+    static QString quoted(const QString& text);
+    static QString printRect(const QRect& rect);
+    static QString kindName(Vorsk::UIAbstraction::RecordKind kind);
+
 private:
     QString printBody(const Recording::Frame& frame);
     QString printMessage(const QByteArray& body);

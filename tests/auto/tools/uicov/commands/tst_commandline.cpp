@@ -1,6 +1,7 @@
 #include "testlib/commandrunner.h"
 #include "testlib/testcase.h"
 
+#include <QRegularExpression>
 #include <QTest>
 
 using TestLib::CommandRunner;
@@ -21,8 +22,13 @@ private Q_SLOTS:
 
     void everyVerbHasHelpWithExamples_data() {
         QTest::addColumn<QString>("verb");
-        for (const char* verb : {"run", "report", "dump"}) {
-            QTest::newRow(verb) << verb;
+        QCOMPARE(m_runner.run({QStringLiteral("--help")}), 0);
+        const QRegularExpression line(QStringLiteral("^  ([a-z]+)  +[A-Z]"),
+                                      QRegularExpression::MultilineOption);
+        auto it = line.globalMatch(m_runner.output());
+        while (it.hasNext()) {
+            const QString verb = it.next().captured(1);
+            QTest::newRow(qPrintable(verb)) << verb;
         }
     }
 
@@ -35,6 +41,31 @@ private Q_SLOTS:
         for (const QString& line : lines) {
             QVERIFY2(line.size() <= 100, qPrintable(line));
         }
+    }
+
+    void theVerbsComeInGroups() {
+        QCOMPARE(m_runner.run({QStringLiteral("--help")}), 0);
+        for (const char* part : {"\nRecording:\n  run  ", "\nData files:\n  combine  ",
+                                 "\nAnswers:\n  report  ", "\nThis command:\n  completion  "}) {
+            QVERIFY2(m_runner.output().contains(QLatin1String(part)), part);
+        }
+    }
+
+    void colourCanBeChosen() {
+        const QStringList report{QStringLiteral("report"), QStringLiteral("none.uirec")};
+        const QString option = QStringLiteral("--color");
+        QCOMPARE(m_runner.run(QStringList{option, QStringLiteral("always")} + report), 1);
+        QVERIFY(m_runner.errors().contains(QStringLiteral("\x1b[1;31merror:")));
+        QCOMPARE(m_runner.run(QStringList{option, QStringLiteral("auto")} + report), 1);
+        QVERIFY(!m_runner.errors().contains(QChar(0x1b)));
+        CommandRunner runner(QStringLiteral(UICOV_PROGRAM));
+        runner.setVariable(QStringLiteral("UICOV_COLOR"), QStringLiteral("always"));
+        QCOMPARE(runner.run(report), 1);
+        QVERIFY(runner.errors().contains(QChar(0x1b)));
+        QCOMPARE(runner.run(QStringList{option, QStringLiteral("never")} + report), 1);
+        QVERIFY(!runner.errors().contains(QChar(0x1b)));
+        QCOMPARE(runner.run(QStringList{option, QStringLiteral("pink")} + report), 1);
+        QVERIFY(runner.errors().endsWith(QStringLiteral("[wrong-use]\n")));
     }
 
     void theVariablesStandBesideTheirOptions() {
@@ -51,12 +82,11 @@ private Q_SLOTS:
             return QString::fromLatin1(text).split(QLatin1Char(' '));
         };
         QTest::newRow("nothing") << QStringList() << "no verb given";
-        QTest::newRow("unknown verb") << words("reprot x") << "no verb reprot, only run, report";
+        QTest::newRow("unknown verb") << words("reprot x") << "no verb reprot, only run, ";
         QTest::newRow("unknown option") << words("report --mised x") << "--mised";
         QTest::newRow("unknown option before the verb") << words("--mised report x") << "--mised";
         QTest::newRow("no file") << words("report") << "one recording or more";
-        QTest::newRow("no file to dump") << words("dump") << "one recording";
-        QTest::newRow("two files to dump") << words("dump -- a b") << "one recording";
+        QTest::newRow("unknown format") << words("dump --format xml a") << "xml";
         QTest::newRow("no application") << words("run") << "the application to start";
         QTest::newRow("no application behind the dashes") << words("run --") << "the application";
         QTest::newRow("unknown option of run") << words("run --scrennshots ./x") << "--scrennshots";

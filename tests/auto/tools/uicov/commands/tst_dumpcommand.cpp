@@ -3,6 +3,10 @@
 #include "testlib/testcase.h"
 
 #include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -28,6 +32,15 @@ private Q_SLOTS:
         RecordingBuilder killed;
         TestLib::fillSampleRecording(killed, false);
         QVERIFY(killed.write(m_folder.filePath(QStringLiteral("killed.uirec"))));
+        m_runner.setVariable(QStringLiteral("UICOV_FILE"), QString());
+        m_runner.setWorkingFolder(m_folder.path());
+        const auto combine = [this](const char* output, const char* input) {
+            return m_runner.run({QStringLiteral("combine"), QStringLiteral("-q"),
+                                 QStringLiteral("-o"), QLatin1String(output),
+                                 QLatin1String(input)});
+        };
+        QCOMPARE(combine("data.uicov", "whole.uirec"), 0);
+        QCOMPARE(combine("partial.uicov", "killed.uirec"), 0);
     }
 
     void everyFrameIsOneLine() {
@@ -62,6 +75,112 @@ private Q_SLOTS:
         QFile file(m_folder.filePath(QStringLiteral("d.txt")));
         QVERIFY(file.open(QIODevice::ReadOnly));
         QCOMPARE(file.readAll(), expected);
+    }
+
+    void severalFilesAreNamed() {
+        QCOMPARE(dump({QStringLiteral("whole.uirec"), QStringLiteral("data.uicov")}), 0);
+        QVERIFY(m_runner.output().startsWith(QStringLiteral("recording \"whole.uirec\"\n+0.0")));
+        QVERIFY(m_runner.output().contains(QStringLiteral("\ndata file \"data.uicov\"\nrun ")));
+    }
+
+    void whatCannotBeReadIsPassedOver() {
+        QCOMPARE(dump({QStringLiteral("none.uirec"), QStringLiteral("whole.uirec")}), 1);
+        QVERIFY(m_runner.errors().contains(QStringLiteral("[input-missing]")));
+        QVERIFY(m_runner.output().contains(QStringLiteral(" end messages=")));
+    }
+
+    void aDataFileIsPrintedRunByRun() {
+        QCOMPARE(dump({QStringLiteral("data.uicov")}), 0);
+        const QStringList lines = m_runner.output().split(QLatin1Char('\n'));
+        QVERIFY2(lines.first().startsWith(QStringLiteral("run ")), qPrintable(lines.first()));
+        QVERIFY2(lines.first().contains(QStringLiteral(" application=\"panel\"")),
+                 qPrintable(lines.first()));
+        QVERIFY(lines.first().endsWith(QStringLiteral(" complete")));
+        QVERIFY2(m_runner.output().contains(QRegularExpression(
+                     QStringLiteral("\nelement (#\\d+) Button \"Start\" class=\"[A-Za-z]+\" "
+                                    "id=\"[^\"]+\".* parent=#\\d+.* events=\"clicked,shown\".*\n"
+                                    "hit \\1 Button \"Start\" event=\"clicked\" context=\"\" "
+                                    "count=1\n"))),
+                 qPrintable(m_runner.output()));
+    }
+
+    void aPartialRunIsTold() {
+        QCOMPARE(dump({QStringLiteral("partial.uicov")}), 0);
+        QVERIFY(m_runner.output().contains(QStringLiteral(" partial reason=\"")));
+        QCOMPARE(dump({QStringLiteral("--strict"), QStringLiteral("partial.uicov")}), 3);
+    }
+
+    void withoutAFileItIsTheDefaultOne() {
+        QCOMPARE(dump({QStringLiteral("data.uicov")}), 0);
+        const QString expected = m_runner.output();
+        m_runner.setVariable(QStringLiteral("UICOV_FILE"), QStringLiteral("data.uicov"));
+        QCOMPARE(dump({}), 0);
+        m_runner.setVariable(QStringLiteral("UICOV_FILE"), QString());
+        QCOMPARE(m_runner.output(), expected);
+        QCOMPARE(dump({}), 1);
+        QVERIFY(m_runner.errors().startsWith(QStringLiteral("uicov: error: .uicov: ")));
+    }
+
+    /** One object a line; the first names the file. */
+    QVector<QJsonObject> objects(const QString& file) {
+        QVector<QJsonObject> result;
+        if (dump({QStringLiteral("--format"), QStringLiteral("json"), file}) != 0) {
+            return result;
+        }
+        const QStringList lines = m_runner.output().split(QLatin1Char('\n'));
+        for (const QString& line : lines) {
+            QJsonParseError error{};
+            const QJsonDocument document = QJsonDocument::fromJson(line.toUtf8(), &error);
+            if (error.error == QJsonParseError::NoError) {
+                result.append(document.object());
+            } else if (!line.isEmpty()) {
+                return {};
+            }
+        }
+        return result;
+    }
+
+    void aRecordingAsObjects() {
+        const QVector<QJsonObject> lines = objects(QStringLiteral("whole.uirec"));
+        QVERIFY(lines.size() > 10);
+        QCOMPARE(lines.first().value(QStringLiteral("recording")).toString(),
+                 QStringLiteral("whole.uirec"));
+        QCOMPARE(lines.at(1)
+                     .value(QStringLiteral("process"))
+                     .toObject()
+                     .value(QStringLiteral("application"))
+                     .toString(),
+                 QStringLiteral("panel"));
+        QCOMPARE(lines.last().value(QStringLiteral("frame")).toString(), QStringLiteral("end"));
+        QCOMPARE(lines.last().value(QStringLiteral("microseconds")).toInt(), 1500000);
+        // as many lines as without, and one for the file's name
+        QCOMPARE(dump({QStringLiteral("whole.uirec")}), 0);
+        QCOMPARE(lines.size() - 1, m_runner.output().count(QLatin1Char('\n')));
+    }
+
+    void aDataFileAsObjects() {
+        const QVector<QJsonObject> lines = objects(QStringLiteral("data.uicov"));
+        QVERIFY(lines.size() > 10);
+        QCOMPARE(lines.first().value(QStringLiteral("schema")).toInt(), 1);
+        const QJsonObject run = lines.at(1);
+        QCOMPARE(run.value(QStringLiteral("application")).toString(), QStringLiteral("panel"));
+        QVERIFY(run.value(QStringLiteral("complete")).toBool());
+        QCOMPARE(run.value(QStringLiteral("elements")).toInt(), lines.size() - 2);
+        int starts = 0;
+        for (int i = 2; i < lines.size(); ++i) {
+            const QJsonObject& element = lines.at(i);
+            QCOMPARE(element.value(QStringLiteral("element")).toInt(), i - 2);
+            QCOMPARE(element.value(QStringLiteral("of")), run.value(QStringLiteral("run")));
+            if (element.value(QStringLiteral("text")).toString() == QLatin1String("Start")) {
+                ++starts;
+                const QJsonObject hit =
+                    element.value(QStringLiteral("hits")).toArray().first().toObject();
+                QCOMPARE(hit.value(QStringLiteral("event")).toString(), QStringLiteral("clicked"));
+                QCOMPARE(hit.value(QStringLiteral("count")).toInt(), 1);
+                QVERIFY(element.value(QStringLiteral("parent")).isDouble());
+            }
+        }
+        QCOMPARE(starts, 1);
     }
 
     void unusableInputAndOutputEndWith1() {

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "commands/command.h"
+
+#include <string>
+#include <vector>
+
+namespace Uicov::Commands {
+
+/** uicov completion: the script by which a shell completes what is typed behind "uicov". */
+class CompletionCommand : public Command {
+public:
+    CLI::App* declare(CLI::App& commands) override;
+    void setArguments(const std::vector<std::string>& unread,
+                      const std::vector<std::string>* literal) override;
+    int run(Console::Terminal& terminal) override;
+
+private:
+    /** All verbs; theirs who parsed, and there while this runs. */
+    CLI::App* m_app = nullptr;
+    std::string m_shell;
+    bool m_hasMore = false;
+};
+
+} // namespace Uicov::Commands

@@ -1,0 +1,199 @@
+#include "guisession.h"
+#include "identity/keywalk.h"
+#include "store/datafile.h"
+#include "testlib/commandrunner.h"
+#include "testlib/testcase.h"
+#include "xserver.h"
+
+#include <QMap>
+#include <QRegularExpression>
+#include <QSet>
+#include <QTest>
+
+#include <algorithm>
+#include <csignal>
+
+using Name = GuiSession::Name;
+using TestLib::CommandRunner;
+using Uicov::Identity::ElementKey;
+using Uicov::Identity::KeyWalk;
+using Uicov::Store::DataFile;
+using Uicov::Store::Hit;
+using Uicov::Store::Run;
+using Uicov::Store::RunElement;
+
+namespace {
+
+constexpr char examples[] = "/usr/lib/" UICOV_MULTIARCH "/qt5/examples/widgets/";
+
+const QString shown = QStringLiteral("shown");
+const QString clicked = QStringLiteral("clicked");
+
+Name menuItem(const char* text) {
+    return {QStringLiteral("MenuItem"), QString::fromUtf8(text)};
+}
+Name checkBox(const char* text) {
+    return {QStringLiteral("CheckBox"), QString::fromUtf8(text)};
+}
+
+/** What is known of one key in one or several runs. */
+struct Known {
+    QSet<QString> announced;
+    QSet<QString> happened;
+
+    bool isUsed() const {
+        const QSet<QString> all = announced & happened;
+        return (all - QSet<QString>{shown}).size() > 0 ||
+               (announced == QSet<QString>{shown} && all == announced);
+    }
+};
+using KnownKeys = QMap<QString, Known>;
+
+/** By counting here what happened to each key, apart from what the report does. */
+void addKeys(const Run& run, KnownKeys& known) {
+    const std::vector<KeyWalk::Place> places = KeyWalk(run).places();
+    QStringList keys;
+    for (const KeyWalk::Place& place : places) {
+        const QString step = place.step.toKey();
+        keys.append(place.above < 0 ? step : keys.at(place.above) + ElementKey::separator() + step);
+        const RunElement& element = run.element(place.element);
+        if (element.isTransparentNode || element.events.isEmpty()) {
+            continue;
+        }
+        Known& key = known[keys.last()];
+        for (const QString& event : element.events) {
+            key.announced.insert(event);
+        }
+        for (const Hit& hit : element.hits) {
+            key.happened.insert(hit.event);
+        }
+    }
+}
+
+bool addKeysOf(const QString& path, KnownKeys& known) {
+    DataFile file;
+    if (file.open(path, Uicov::Store::Sql::Access::Read)) {
+        return false;
+    }
+    for (const QString& uuid : file.runs()) {
+        Run run;
+        if (file.read(uuid, DataFile::Pictures::Leave, run)) {
+            return false;
+        }
+        addKeys(run, known);
+    }
+    return true;
+}
+
+int usedIn(const KnownKeys& known) {
+    return static_cast<int>(
+        std::count_if(known.cbegin(), known.cend(), [](const Known& key) { return key.isUsed(); }));
+}
+
+/** The first two numbers of the report's last row. */
+struct Total {
+    int elements = -1;
+    int used = -1;
+};
+
+Total totalIn(const QString& report) {
+    static const QRegularExpression row(QStringLiteral("^TOTAL +(\\d+) +(\\d+) "),
+                                        QRegularExpression::MultilineOption);
+    const auto match = row.match(report);
+    return match.hasMatch() ? Total{match.captured(1).toInt(), match.captured(2).toInt()} : Total();
+}
+
+} // namespace
+
+/**
+ * Programs of Debian's qtbase5-examples, each used in two sessions that do different things, and
+ * what is said of the sessions together.
+ */
+class TestCombinedSessions : public TestLib::TestCase {
+    Q_OBJECT
+
+    XServer m_server;
+    QTemporaryDir m_folder;
+    CommandRunner m_uicov{QStringLiteral(UICOV_PROGRAM)};
+
+    static QString example(const char* path) {
+        return QLatin1String(examples) + QLatin1String(path);
+    }
+    QString path(const char* name) const { return m_folder.filePath(QLatin1String(name)); }
+
+    QString reportOf(const QStringList& files) {
+        const int status =
+            m_uicov.run(QStringList{QStringLiteral("report"), QStringLiteral("-m")} + files);
+        return status == 0 ? m_uicov.output() : QString();
+    }
+
+    void compareTogether(const QString& first, const QString& second) {
+        const QString both = path("both.uicov");
+        QCOMPARE(m_uicov.run({QStringLiteral("combine"), QStringLiteral("-q"), QStringLiteral("-o"),
+                              both, first, second}),
+                 0);
+        const QString report = reportOf({both});
+        QVERIFY2(!report.isEmpty(), qPrintable(m_uicov.errors()));
+        QCOMPARE(reportOf({first, second}), report);
+        QCOMPARE(reportOf({second, first}), report);
+
+        KnownKeys inFirst;
+        KnownKeys inSecond;
+        KnownKeys inBoth;
+        QVERIFY(addKeysOf(first, inFirst) && addKeysOf(first, inBoth));
+        QVERIFY(addKeysOf(second, inSecond) && addKeysOf(second, inBoth));
+        QCOMPARE(totalIn(reportOf({first})).used, usedIn(inFirst));
+        QCOMPARE(totalIn(reportOf({second})).used, usedIn(inSecond));
+        QCOMPARE(totalIn(report).used, usedIn(inBoth));
+        QCOMPARE(totalIn(report).elements, inBoth.size());
+        // each session used what the other did not
+        QVERIFY(usedIn(inBoth) > usedIn(inFirst));
+        QVERIFY(usedIn(inBoth) > usedIn(inSecond));
+    }
+
+private Q_SLOTS:
+    void initTestCase() { QVERIFY2(m_server.isRunning(), qPrintable(m_server.why())); }
+
+    void twoSessionsWithATextEditor() {
+        const QString program = example("mainwindows/application/application");
+        GuiSession about(m_server, program);
+        QVERIFY(about.click(menuItem("Help")));
+        QVERIFY(about.click(menuItem("About")));
+        QVERIFY(
+            about.focusWindowOf({QStringLiteral("Dialog"), QStringLiteral("About Application")}));
+        m_server.press(QStringLiteral("Return"));
+        QVERIFY(about.waitForUsage({QStringLiteral("Button"), QStringLiteral("OK")}, clicked, 1));
+        QVERIFY(about.click(menuItem("File")));
+        QVERIFY(about.click(menuItem("Exit")));
+        QCOMPARE(about.waitForEnd(), 0);
+
+        GuiSession file(m_server, program);
+        QVERIFY(file.click(menuItem("File")));
+        QVERIFY(file.click(menuItem("New")));
+        QVERIFY(file.waitForUsage(menuItem("New"), clicked, 2));
+        QVERIFY(file.click(menuItem("File")));
+        QVERIFY(file.click(menuItem("Exit")));
+        QCOMPARE(file.waitForEnd(), 0);
+
+        compareTogether(about.dataFilePath(), file.dataFilePath());
+    }
+
+    void twoSessionsWithGroupsOfButtons() {
+        const QString program = example("widgets/groupbox/groupbox");
+        GuiSession box(m_server, program);
+        QVERIFY(box.click(checkBox("Checkbox 1")));
+        QVERIFY(box.waitForUsage(checkBox("Checkbox 1"), clicked, 1));
+        QCOMPARE(box.end(), 128 + SIGTERM);
+
+        GuiSession state(m_server, program);
+        QVERIFY(state.click(checkBox("Tri-state button")));
+        QVERIFY(state.waitForUsage(checkBox("Tri-state button"), clicked, 1));
+        QCOMPARE(state.end(), 128 + SIGTERM);
+
+        compareTogether(box.dataFilePath(), state.dataFilePath());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestCombinedSessions)
+
+#include "tst_combinedsessions.moc"
