@@ -62,7 +62,8 @@ GuiSession::~GuiSession() {
         end();
     }
     if (QTest::currentTestFailed()) {
-        qInfo("it said: %s", qPrintable(m_errors));
+        m_errors += QString::fromLocal8Bit(m_process.readAllStandardError());
+        qInfo("it ended with %d and said: %s", m_process.exitCode(), qPrintable(m_errors));
     }
 }
 

@@ -9,7 +9,9 @@ XServer::XServer() {
     m_process.start(QStringLiteral("Xvfb"),
                     {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
                      QStringLiteral("0"), QStringLiteral("1280x1024x24"),
-                     QStringLiteral("-nolisten"), QStringLiteral("tcp")});
+                     QStringLiteral("-nolisten"), QStringLiteral("tcp"),
+                     // Else it starts anew when one program has ended, under the next one's feet.
+                     QStringLiteral("-noreset")});
     while (!m_process.canReadLine() && m_process.state() != QProcess::NotRunning) {
         if (!m_process.waitForReadyRead()) {
             break;

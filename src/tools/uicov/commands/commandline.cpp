@@ -1,12 +1,17 @@
 #include "commands/commandline.h"
 
+#include "commands/badgecommand.h"
 #include "commands/combinecommand.h"
 #include "commands/completioncommand.h"
+#include "commands/diffcommand.h"
 #include "commands/doctorcommand.h"
 #include "commands/dumpcommand.h"
 #include "commands/erasecommand.h"
 #include "commands/exitcode.h"
+#include "commands/explaincommand.h"
 #include "commands/helpformatter.h"
+#include "commands/jsoncommand.h"
+#include "commands/junitcommand.h"
 #include "commands/markcommand.h"
 #include "commands/reportcommand.h"
 #include "commands/runcommand.h"
@@ -59,6 +64,11 @@ CommandLine::CommandLine(Console::Terminal& terminal)
     m_commands.push_back(std::make_unique<DumpCommand>());
     beginGroup("Answers");
     m_commands.push_back(std::make_unique<ReportCommand>());
+    m_commands.push_back(std::make_unique<JsonCommand>());
+    m_commands.push_back(std::make_unique<JUnitCommand>());
+    m_commands.push_back(std::make_unique<BadgeCommand>());
+    m_commands.push_back(std::make_unique<DiffCommand>());
+    m_commands.push_back(std::make_unique<ExplainCommand>());
     beginGroup("This command");
     m_commands.push_back(std::make_unique<CompletionCommand>());
 }

@@ -2,169 +2,223 @@
 
 #include "commands/exitcode.h"
 #include "commands/helpformatter.h"
+#include "commands/outputs.h"
 #include "console/displaytext.h"
-#include "console/outputfile.h"
 #include "console/terminal.h"
+#include "report/badge.h"
+#include "report/contexttable.h"
+#include "report/jsonreport.h"
+#include "report/junitreport.h"
+#include "report/markdownreport.h"
+#include "report/percentage.h"
 #include "report/textreport.h"
-#include "store/inputs.h"
-
-#include <QFile>
-
-#include <algorithm>
+#include "report/windoworder.h"
 
 namespace Uicov::Commands {
 
-using Console::Message;
+using Report::Coverage;
 
 namespace {
 
 constexpr char examples[] =
-    R"(Several files give one report: what was used in any of them is used.
+    R"(Several files give one report: what was used in any of them is used. Rules and gates can stand
+in uicov.toml; see docs/configuration.md.
 
 Examples:
-  uicov report panel.uirec
-  uicov report -m monday.uirec tuesday.uirec
-  uicov report --strict -o report.txt *.uirec)";
+  uicov report -m
+  uicov report --sort cover --skip-covered monday.uicov tuesday.uirec
+  uicov report --fail-under 80 --require-window "Settings*"
+  uicov report --format markdown -o report.md --junit report.xml --badge gui.svg)";
 
-QString partialNote(int partial, int all, const QString& reason) {
-    if (all == 1) {
-        return QStringLiteral("The run is partial: it ") + reason +
-               QStringLiteral("; all that could be read is counted.");
+QString partialNote(const Coverage& coverage) {
+    const int partial = coverage.partialRuns();
+    QString reason;
+    for (const Store::Run& run : coverage.runs()) {
+        reason = run.isComplete ? reason : run.partialReason;
     }
-    return partial == 1
-               ? QStringLiteral("1 of %1 runs is partial: it %2; all that could be read is "
-                                "counted.")
-                     .arg(all)
-                     .arg(reason)
-               : QStringLiteral("%1 of %2 runs are partial; all that could be read is counted.")
-                     .arg(partial)
-                     .arg(all);
+    const auto all = static_cast<int>(coverage.runs().size());
+    if (partial != 1) {
+        return QStringLiteral("%1 of %2 runs are partial; all that could be read is counted.")
+            .arg(partial)
+            .arg(all);
+    }
+    const QString which = all == 1 ? QStringLiteral("The run is partial: it ")
+                                   : QStringLiteral("1 of %1 runs is partial: it ").arg(all);
+    return which + reason + QStringLiteral("; all that could be read is counted.");
 }
 
 } // namespace
 
-ReportCommand::ReportCommand()
-    : m_collector(m_tree) {}
-
 CLI::App* ReportCommand::declare(CLI::App& commands) {
     CLI::App* const app =
         commands.add_subcommand("report", "Print what was used and what was not, per window");
-    setUsage(*app, "uicov report [OPTIONS] FILE...");
+    setUsage(*app, "uicov report [OPTIONS] [FILE...]");
     app->add_flag("-m,--missed", m_listsMissed,
                   "List below each window what was missed or only shown");
+    app->add_option("--sort", m_sort, "Order: name, elements, missed, cover; -name and so on")
+        ->type_name("ORDER")
+        ->check(CLI::IsMember({"name", "elements", "missed", "cover", "-name", "-elements",
+                               "-missed", "-cover"})
+                    .description(""));
+    app->add_flag("--skip-covered", m_skipsCovered, "Leave out windows that are wholly used");
+    app->add_option("--precision", m_precision, "Digits behind the point of percentages")
+        ->type_name("N")
+        ->check(CLI::Range(0, 6).description(""));
+    app->add_option("--format", m_format, "text, markdown, or total: only the number")
+        ->type_name("NAME")
+        ->check(CLI::IsMember({"text", "markdown", "total"}).description(""))
+        ->capture_default_str();
+    app->add_flag("--show-contexts", m_showsContexts, "List what was used, and in which contexts");
+    app->add_flag("--by-context", m_byContext, "Print what each context adds that no other does");
     app->add_flag("--warnings", m_listsWarnings, "List what was warned about while recording");
-    app->add_flag("--strict", m_isStrict, "End with 3 when a run is partial");
+    m_options.declare(*app);
+    m_options.declareGates(*app);
     app->add_option("-o,--output", m_output, "Write to FILE; - is standard output")
         ->type_name("FILE")
         ->capture_default_str();
-    app->add_option("FILE", m_files, "Data files and recordings")->type_name("")->expected(0, -1);
+    app->add_option("--json", m_json, "Write uicov json to FILE as well")->type_name("FILE");
+    app->add_option("--junit", m_junit, "Write uicov junit to FILE as well")->type_name("FILE");
+    app->add_option("--badge", m_badge, "Write uicov badge to FILE as well")->type_name("FILE");
+    app->add_option("--markdown", m_markdown, "Write the report as Markdown to FILE as well")
+        ->type_name("FILE");
+    m_options.declareFiles(*app);
     app->footer(examples);
     return app;
 }
 
 void ReportCommand::setArguments(const std::vector<std::string>& unread,
                                  const std::vector<std::string>* literal) {
-    m_files.insert(m_files.end(), unread.begin(), unread.end());
+    m_options.addFiles(unread);
     if (literal != nullptr) {
-        m_files.insert(m_files.end(), literal->begin(), literal->end());
+        m_options.addFiles(*literal);
     }
+}
+
+void ReportCommand::takeDefaults() {
+    const Config::ReportDefaults& defaults = m_options.configuration().report;
+    if (m_precision < 0) {
+        m_precision = defaults.precision.value_or(0);
+    }
+    if (m_sort.empty()) {
+        m_sort = defaults.sort.toStdString();
+    }
+    m_skipsCovered = m_skipsCovered || defaults.skipsCovered;
+    m_listsMissed = m_listsMissed || defaults.listsMissed;
 }
 
 int ReportCommand::run(Console::Terminal& terminal) {
-    if (m_files.empty()) {
-        terminal.error(
-            {Message::WrongUse, QStringLiteral("report takes one recording or more; make "
-                                               "one with uicov run -- APP")});
+    if (!m_options.readConfiguration(terminal)) {
         return Failed;
     }
-    QStringList paths;
-    for (const std::string& file : m_files) {
-        paths.append(QFile::decodeName(file.c_str()));
-    }
-    Store::Inputs inputs;
-    const bool isRead = inputs.add(paths, terminal) &&
-                        inputs.forEach([this](const Store::Run& run) { take(run); }, terminal);
-    m_skippedFiles = inputs.skippedFiles();
-    if (!isRead) {
-        return Failed; // it has been told why
-    }
-    const QList<int> windows = m_tree.windows();
-    if (std::none_of(windows.cbegin(), windows.cend(),
-                     [this](int window) { return m_tree.totalsOf(window).elements > 0; })) {
-        terminal.error(
-            {Message::NoElements, QStringLiteral("nothing to report: no element that counts was "
-                                                 "recorded; check that the application "
-                                                 "showed a window and that --toolkit fits it")});
+    takeDefaults();
+    const auto coverage = m_options.read(m_options.files(), terminal);
+    if (!coverage) {
         return Failed;
     }
-    return write(terminal);
+    m_options.warnOfRules(*coverage, terminal);
+    const Gates gates = m_options.judge(*coverage, m_precision);
+    if (!writeAll(*coverage, gates, terminal)) {
+        return Failed;
+    }
+    CoverageOptions::tell(gates, terminal);
+    return m_options.exitCode(*coverage, gates);
 }
 
-void ReportCommand::take(const Store::Run& run) {
-    ++m_runs;
-    if (!run.isComplete) {
-        ++m_partialRuns;
-        m_partialReason = run.partialReason;
-    }
-    for (auto it = run.warnings.cbegin(); it != run.warnings.cend(); ++it) {
-        m_warnings[it.key()] += it.value();
-    }
-    m_collector.collect(run);
+bool ReportCommand::writeAll(const Coverage& coverage, const Gates& gates,
+                             Console::Terminal& terminal) const {
+    Outputs outputs(terminal);
+    const bool isMarkdown = m_format == "markdown";
+    outputs.add(m_output, [&](bool isStandardOutput) {
+        return (isMarkdown ? markdown(coverage, gates) : text(coverage, gates, isStandardOutput))
+            .toUtf8();
+    });
+    outputs.add(m_json, [&](bool) { return Report::JsonReport(coverage, gates).toBytes(); });
+    outputs.add(m_junit, [&](bool) {
+        Report::JUnitReport report(coverage, gates);
+        report.setPrecision(m_precision);
+        return report.toBytes();
+    });
+    outputs.add(m_badge, [&](bool) {
+        const Report::CoverageTree::Totals totals = coverage.tree().totals();
+        return Report::Badge::toBytes(QStringLiteral("GUI coverage"), totals.used, totals.elements,
+                                      m_precision);
+    });
+    outputs.add(m_markdown, [&](bool) { return markdown(coverage, gates).toUtf8(); });
+    return outputs.write();
 }
 
-QStringList ReportCommand::notes() const {
+QString ReportCommand::text(const Coverage& coverage, const Gates& /*gates*/,
+                            bool isTerminal) const {
+    if (m_format == "total") {
+        const Report::CoverageTree::Totals totals = coverage.tree().totals();
+        return Report::Percentage::number(totals.used, totals.elements, m_precision) +
+               QLatin1Char('\n');
+    }
+    if (m_byContext) {
+        return Report::ContextTable::toString(coverage.tree());
+    }
+    Report::TextReport report(coverage.tree());
+    report.setListsMissed(m_listsMissed);
+    report.setListsContexts(m_showsContexts);
+    report.setPrecision(m_precision);
+    report.setOrder(QString::fromStdString(m_sort));
+    report.setSkipsCovered(m_skipsCovered);
+    report.setNotes(notes(coverage));
+    if (isTerminal) {
+        report.setWidth(Console::Terminal::outputColumns());
+    }
+    return report.toString();
+}
+
+QString ReportCommand::markdown(const Coverage& coverage, const Gates& gates) const {
+    Report::MarkdownReport report(coverage);
+    report.setListsMissed(m_listsMissed);
+    report.setPrecision(m_precision);
+    report.setOrder(QString::fromStdString(m_sort));
+    report.setSkipsCovered(m_skipsCovered);
+    report.setGates(gates);
+    report.setNotes(notes(coverage));
+    return report.toString();
+}
+
+QStringList ReportCommand::notes(const Coverage& coverage) const {
     QStringList notes;
-    if (m_partialRuns > 0) {
-        notes.append(partialNote(m_partialRuns, m_runs, m_partialReason));
+    if (coverage.partialRuns() > 0) {
+        notes.append(partialNote(coverage));
     }
-    if (m_skippedFiles > 0) {
+    if (m_options.inputs().skippedFiles() > 0) {
         notes.append(QStringLiteral("Files that could not be read: %1; nothing of them is counted.")
-                         .arg(m_skippedFiles));
+                         .arg(m_options.inputs().skippedFiles()));
     }
-    if (m_tree.unopenedMenus() > 0) {
+    int ignored = 0;
+    for (const Coverage::RuleUse& use : coverage.ruleUses()) {
+        ignored += use.elements;
+    }
+    if (ignored > 0) {
+        notes.append(QStringLiteral("Elements left out by rules: %1.").arg(ignored));
+    }
+    if (coverage.tree().unopenedMenus() > 0) {
         notes.append(QStringLiteral("Menus never opened: %1; what is in them is unknown and not "
                                     "counted.")
-                         .arg(m_tree.unopenedMenus()));
+                         .arg(coverage.tree().unopenedMenus()));
     }
+    const QMap<QString, qint64> lines = coverage.warnings();
     qint64 warnings = 0;
-    for (const qint64 count : m_warnings) {
+    for (const qint64 count : lines) {
         warnings += count;
     }
     if (warnings > 0) {
         notes.append(QStringLiteral("Warnings while recording: %1 (%2 different)%3")
                          .arg(warnings)
-                         .arg(m_warnings.size())
+                         .arg(lines.size())
                          .arg(m_listsWarnings ? QStringLiteral(":")
                                               : QStringLiteral("; list them with --warnings.")));
     }
-    for (auto it = m_warnings.cbegin(); m_listsWarnings && it != m_warnings.cend(); ++it) {
+    for (auto it = lines.cbegin(); m_listsWarnings && it != lines.cend(); ++it) {
         notes.append(QStringLiteral("  %1 x ").arg(it.value(), 6) +
                      Console::DisplayText::escaped(it.key()));
     }
     return notes;
-}
-
-int ReportCommand::write(Console::Terminal& terminal) {
-    Console::OutputFile output(QFile::decodeName(m_output.c_str()));
-    if (const auto problem = output.open()) {
-        terminal.error(*problem);
-        return Failed;
-    }
-    Report::TextReport report(m_tree);
-    report.setListsMissed(m_listsMissed);
-    report.setNotes(notes());
-    if (output.isStandardOutput()) {
-        report.setWidth(Console::Terminal::outputColumns());
-    }
-    output.write(report.toString());
-    if (const auto problem = output.close()) {
-        terminal.error(*problem);
-        return Failed;
-    }
-    if (m_skippedFiles > 0) {
-        return Failed;
-    }
-    return m_isStrict && m_partialRuns > 0 ? PartialData : Done;
 }
 
 } // namespace Uicov::Commands

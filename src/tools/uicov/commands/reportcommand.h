@@ -1,47 +1,45 @@
 #pragma once
 
 #include "commands/command.h"
-#include "report/coveragecollector.h"
-#include "report/coveragetree.h"
+#include "commands/coverageoptions.h"
 
-#include <QMap>
 #include <QString>
 #include <QStringList>
 
-namespace Uicov::Store {
-struct Run;
-}
-
 namespace Uicov::Commands {
 
-/** uicov report: what was used, per window, over any number of recordings. */
+/** uicov report: what was used, per window, over any number of runs. */
 class ReportCommand : public Command {
 public:
-    ReportCommand();
-
     CLI::App* declare(CLI::App& commands) override;
     void setArguments(const std::vector<std::string>& unread,
                       const std::vector<std::string>* literal) override;
     int run(Console::Terminal& terminal) override;
 
 private:
-    void take(const Store::Run& run);
-    QStringList notes() const;
-    int write(Console::Terminal& terminal);
+    using Gates = QVector<Report::GateResult>;
 
-    std::vector<std::string> m_files;
+    void takeDefaults();
+    QString text(const Report::Coverage& coverage, const Gates& gates, bool isTerminal) const;
+    QString markdown(const Report::Coverage& coverage, const Gates& gates) const;
+    QStringList notes(const Report::Coverage& coverage) const;
+    bool writeAll(const Report::Coverage& coverage, const Gates& gates,
+                  Console::Terminal& terminal) const;
+
+    CoverageOptions m_options;
     std::string m_output = "-";
+    std::string m_format = "text";
+    std::string m_sort;
+    int m_precision = -1;
     bool m_listsMissed = false;
+    bool m_skipsCovered = false;
+    bool m_showsContexts = false;
+    bool m_byContext = false;
     bool m_listsWarnings = false;
-    bool m_isStrict = false;
-
-    Report::CoverageTree m_tree;
-    Report::CoverageCollector m_collector;
-    QMap<QString, qint64> m_warnings;
-    int m_runs = 0;
-    int m_partialRuns = 0;
-    QString m_partialReason;
-    int m_skippedFiles = 0;
+    std::string m_json;
+    std::string m_junit;
+    std::string m_badge;
+    std::string m_markdown;
 };
 
 } // namespace Uicov::Commands

@@ -67,6 +67,18 @@ QString messageName(Message message) {
         return QStringLiteral("no-such-run");
     case Message::NoRunGoing:
         return QStringLiteral("no-run-going");
+    case Message::ConfigurationUnreadable:
+        return QStringLiteral("configuration-unreadable");
+    case Message::ConfigurationWrong:
+        return QStringLiteral("configuration-wrong");
+    case Message::IgnoreRuleUnused:
+        return QStringLiteral("ignore-rule-unused");
+    case Message::IgnoreRuleHidesUse:
+        return QStringLiteral("ignore-rule-hides-use");
+    case Message::GateNotMet:
+        return QStringLiteral("gate-not-met");
+    case Message::NoSuchElement:
+        return QStringLiteral("no-such-element");
     }
     return {};
 }

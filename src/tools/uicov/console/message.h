@@ -39,10 +39,16 @@ enum class Message {
     DataFileDamaged,
     OutputForeign,
     NoSuchRun,
-    NoRunGoing
+    NoRunGoing,
+    ConfigurationUnreadable,
+    ConfigurationWrong,
+    IgnoreRuleUnused,
+    IgnoreRuleHidesUse,
+    GateNotMet,
+    NoSuchElement
 };
 
-constexpr int messageCount = static_cast<int>(Message::NoRunGoing) + 1;
+constexpr int messageCount = static_cast<int>(Message::NoSuchElement) + 1;
 
 /** The stable name: lower case words joined by hyphens. */
 QString messageName(Message message);

@@ -1,6 +1,7 @@
 #include "console/outputfile.h"
 
 #include "recording/recordingreader.h"
+#include "store/datafile.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -26,10 +27,11 @@ std::optional<Problem> OutputFile::open() {
         auto file = std::make_unique<QFile>();
         isOpen = file->open(stdout, QIODevice::WriteOnly);
         m_file = std::move(file);
-    } else if (info.isFile() && Recording::RecordingReader::looksLikeRecording(m_path)) {
+    } else if (info.isFile() && (Recording::RecordingReader::looksLikeRecording(m_path) ||
+                                 Store::DataFile::looksLikeDataFile(m_path))) {
         return Problem{Message::OutputNotWritable,
-                       m_path + QStringLiteral(": is a recording and is not overwritten; choose "
-                                               "another name with -o")};
+                       m_path + QStringLiteral(": is a recording or data file and is not "
+                                               "overwritten; choose another name with -o")};
     } else if (info.exists() && !info.isFile()) {
         // A device or pipe cannot be replaced by a finished file.
         m_file = std::make_unique<QFile>(m_path);

@@ -1,7 +1,8 @@
 #include "report/coveragecollector.h"
 
-#include "identity/keywalk.h"
 #include "store/run.h"
+
+#include <algorithm>
 
 namespace Uicov::Report {
 
@@ -14,17 +15,23 @@ CoverageCollector::CoverageCollector(CoverageTree& tree)
 void CoverageCollector::collect(const Store::Run& run) {
     QVector<int> contexts;
     for (const QString& name : run.contexts) {
-        contexts.append(m_tree.context(name));
+        contexts.append(isWanted(name) ? m_tree.context(name) : -1);
     }
     std::vector<int> nodes;
-    const std::vector<KeyWalk::Place> places = KeyWalk(run).places();
+    QStringList structureKeys;
+    const std::vector<KeyWalk::Place> places = KeyWalk(run, m_labelRule).places();
     for (const KeyWalk::Place& place : places) {
         const bool isWindow = place.above < 0;
+        structureKeys.append(isWindow
+                                 ? place.structure.toKey()
+                                 : structureKeys.at(place.above) +
+                                       Identity::ElementKey::separator() + place.structure.toKey());
         const int node =
             isWindow ? m_tree.window(place.step, run.application)
                      : m_tree.child(nodes[static_cast<std::size_t>(place.above)], place.step);
         nodes.push_back(node);
         const RunElement& element = run.element(place.element);
+        m_tree.describe(node, element, structureKeys.last());
         if (!isWindow && KeyWalk::isMenu(element)) {
             m_tree.noteMenu(node, !element.isTransparentNode);
         }
@@ -32,6 +39,12 @@ void CoverageCollector::collect(const Store::Run& run) {
             m_tree.count(node, CoverageRules::eventsOf(element, contexts));
         }
     }
+}
+
+bool CoverageCollector::isWanted(const QString& context) const {
+    return m_contexts.isEmpty() ||
+           std::any_of(m_contexts.cbegin(), m_contexts.cend(),
+                       [&](const Config::Pattern& pattern) { return pattern.matches(context); });
 }
 
 } // namespace Uicov::Report

@@ -1,6 +1,10 @@
 #pragma once
 
+#include "config/pattern.h"
+#include "identity/keywalk.h"
 #include "report/coveragetree.h"
+
+#include <QVector>
 
 namespace Uicov::Store {
 struct Run;
@@ -17,10 +21,19 @@ public:
     /** @param tree what is added to; not owned, outlives this */
     explicit CoverageCollector(CoverageTree& tree);
 
+    /** Applied to every label; none leaves them as they are. */
+    void setLabelRule(const Identity::KeyWalk::LabelRule& rule) { m_labelRule = rule; }
+    /** Only what happened in contexts that one of them matches counts; none means all. */
+    void setContexts(const QVector<Config::Pattern>& patterns) { m_contexts = patterns; }
+
     void collect(const Store::Run& run);
 
 private:
+    bool isWanted(const QString& context) const;
+
     CoverageTree& m_tree;
+    Identity::KeyWalk::LabelRule m_labelRule;
+    QVector<Config::Pattern> m_contexts;
 };
 
 } // namespace Uicov::Report

@@ -2,6 +2,8 @@
 
 #include "store/runelement.h"
 
+#include <algorithm>
+
 namespace Uicov::Report::CoverageRules {
 
 using Store::RunElement;
@@ -28,7 +30,8 @@ Events eventsOf(const RunElement& element, const QVector<int>& contexts) {
     }
     for (const Store::Hit& hit : element.hits) {
         const auto event = events.find(hit.event);
-        if (event != events.end()) {
+        const bool counts = contexts.at(hit.context) >= 0;
+        if (event != events.end() && counts) {
             event->count += hit.count;
             event->byContext[contexts.at(hit.context)] += hit.count;
         }
@@ -53,6 +56,27 @@ State stateOf(const Events& events) {
         return State::Missed;
     }
     return hasOthers ? State::Shown : State::Used;
+}
+
+State stateOf(const Events& events, const QStringList& criteria) {
+    bool isAsked = false;
+    bool isMet = true;
+    for (const QString& name : criteria) {
+        const auto event = events.constFind(name);
+        if (event != events.cend() && !event->isNeverCounted) {
+            isAsked = true;
+            isMet = isMet && event->isCovered();
+        }
+    }
+    if (!isAsked) {
+        return stateOf(events);
+    }
+    if (isMet) {
+        return State::Used;
+    }
+    const bool isSeen = std::any_of(events.cbegin(), events.cend(),
+                                    [](const EventCoverage& event) { return event.isCovered(); });
+    return isSeen ? State::Shown : State::Missed;
 }
 
 } // namespace Uicov::Report::CoverageRules

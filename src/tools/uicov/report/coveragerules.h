@@ -2,6 +2,7 @@
 
 #include <QMap>
 #include <QString>
+#include <QStringList>
 #include <QVector>
 
 namespace Uicov::Store {
@@ -49,7 +50,7 @@ bool isNeverCounted(const Store::RunElement& element, const QString& event);
 /**
  * The announced events of the element as they count; what happened without having been announced is
  * left out.
- * @param contexts the tree's number of each of the run's contexts
+ * @param contexts the tree's number of each of the run's contexts; -1 for one that does not count
  */
 Events eventsOf(const Store::RunElement& element, const QVector<int>& contexts);
 
@@ -58,6 +59,12 @@ Events eventsOf(const Store::RunElement& element, const QVector<int>& contexts);
  * covered. Shown: only "shown" is covered. Missed: nothing is.
  */
 State stateOf(const Events& events);
+
+/**
+ * The same where certain events are asked for: used when each of them that the element announces is
+ * covered, shown when anything else happened. Without any of them the rule above holds.
+ */
+State stateOf(const Events& events, const QStringList& criteria);
 
 } // namespace CoverageRules
 

@@ -1,5 +1,7 @@
 #include "report/coveragetree.h"
 
+#include "store/runelement.h"
+
 #include <algorithm>
 
 namespace Uicov::Report {
@@ -80,6 +82,31 @@ void CoverageTree::noteMenu(int node, bool isOpened) {
     menu.isOpenedMenu = menu.isOpenedMenu || isOpened;
 }
 
+void CoverageTree::describe(int node, const Store::RunElement& element,
+                            const QString& structureKey) {
+    Node& target = m_nodes[static_cast<std::size_t>(node)];
+    if (target.className.isEmpty()) {
+        target.type = element.type;
+        target.className = element.className;
+        target.text = element.text;
+        target.structureKey = structureKey;
+    }
+}
+
+void CoverageTree::ignore(int node, int rule) {
+    m_nodes[static_cast<std::size_t>(node)].ignoredBy = rule;
+}
+
+bool CoverageTree::counts(int node) const {
+    const Node& element = this->node(node);
+    return element.isCountable && element.ignoredBy < 0;
+}
+
+State CoverageTree::stateOf(int node) const {
+    const Node& element = this->node(node);
+    return CoverageRules::stateOf(element.events, m_criteria.value(element.type));
+}
+
 int CoverageTree::unopenedMenus() const {
     return static_cast<int>(std::count_if(m_nodes.cbegin(), m_nodes.cend(), [](const Node& node) {
         return node.isMenu && !node.isOpenedMenu;
@@ -102,12 +129,12 @@ std::vector<int> CoverageTree::nodesOf(int window) const {
 CoverageTree::Totals CoverageTree::totalsOf(int window) const {
     Totals totals;
     for (const int index : nodesOf(window)) {
-        const Node& element = node(index);
-        if (!element.isCountable) {
+        if (!counts(index)) {
             continue;
         }
+        const Node& element = node(index);
         ++totals.elements;
-        const State state = CoverageRules::stateOf(element.events);
+        const State state = stateOf(index);
         ++(state == State::Used    ? totals.used
            : state == State::Shown ? totals.shown
                                    : totals.missed);
@@ -124,6 +151,22 @@ CoverageTree::Totals CoverageTree::totalsOf(int window) const {
         }
     }
     return totals;
+}
+
+CoverageTree::Totals CoverageTree::totals() const {
+    Totals totals;
+    for (const int window : m_windows) {
+        totals += totalsOf(window);
+    }
+    return totals;
+}
+
+int CoverageTree::windowOf(int node) const {
+    int window = node;
+    while (this->node(window).parent >= 0) {
+        window = this->node(window).parent;
+    }
+    return window;
 }
 
 CoverageTree::ElementKey CoverageTree::keyOf(int node) const {

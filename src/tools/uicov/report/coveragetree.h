@@ -10,6 +10,10 @@
 
 #include <vector>
 
+namespace Uicov::Store {
+struct RunElement;
+}
+
 namespace Uicov::Report {
 
 /**
@@ -33,6 +37,13 @@ public:
         bool isMenu = false;
         bool isOpenedMenu = false;
         Events events;
+        /** As the first run says that has it. */
+        QString type;
+        QString className;
+        QString text;
+        QString structureKey;
+        /** Number of the rule that leaves it out; -1 for none. */
+        int ignoredBy = -1;
     };
 
     /** Sums over countable nodes. */
@@ -66,6 +77,17 @@ public:
     /** Makes the node a menu; one that was opened once stays opened. */
     void noteMenu(int node, bool isOpened);
 
+    /** Keeps what the element is called; what is known already stays. */
+    void describe(int node, const Store::RunElement& element, const QString& structureKey);
+    /** Leaves the node out of every number. */
+    void ignore(int node, int rule);
+    /** By type: the events that all have to happen for "used". */
+    void setCriteria(const QMap<QString, QStringList>& criteria) { m_criteria = criteria; }
+
+    /** Countable, and not left out. */
+    bool counts(int node) const;
+    State stateOf(int node) const;
+
     const Node& node(int index) const { return m_nodes[static_cast<std::size_t>(index)]; }
     /** Menus that nobody ever opened, so that their entries are unknown. */
     int unopenedMenus() const;
@@ -74,11 +96,15 @@ public:
     /** The node and all below it, each before what is below it. */
     std::vector<int> nodesOf(int window) const;
     Totals totalsOf(int window) const;
+    Totals totals() const;
+    /** The node that is the window of this one, perhaps itself. */
+    int windowOf(int node) const;
     ElementKey keyOf(int node) const;
 
 private:
     int add(const ElementKey::Step& step, int parent);
 
+    QMap<QString, QStringList> m_criteria;
     QStringList m_contexts;
     QHash<QString, int> m_contextNumbers;
     std::vector<Node> m_nodes;

@@ -1,7 +1,9 @@
 #include "report/textreport.h"
 
 #include "console/displaytext.h"
+#include "report/percentage.h"
 #include "report/texttable.h"
+#include "report/windoworder.h"
 
 #include <iterator>
 
@@ -18,26 +20,28 @@ constexpr int maximumNameColumns = 48;
 /** Deeper paths lose their middle: nobody reads them, and they would make the report huge. */
 constexpr int maximumSteps = 24;
 
-QString displayed(ElementKey::Step step) {
+} // namespace
+
+QString TextReport::displayed(ElementKey::Step step) {
     step.label = DisplayText::elided(DisplayText::escaped(step.label), maximumLabelColumns);
     step.kind = DisplayText::escaped(step.kind);
     step.className = DisplayText::escaped(step.className);
     return step.toString();
 }
 
-QStringList row(const QString& name, const CoverageTree::Totals& totals) {
+QStringList TextReport::row(const QString& name, const CoverageTree::Totals& totals) const {
     return {name,
             QString::number(totals.elements),
             QString::number(totals.used),
             QString::number(totals.shown),
             QString::number(totals.missed),
-            TextReport::percent(totals.used, totals.elements),
+            Percentage::text(totals.used, totals.elements, m_precision),
             QStringLiteral("%1/%2").arg(totals.coveredEvents).arg(totals.events)};
 }
 
-QStringList uncoveredEvents(const Events& events) {
+QStringList TextReport::uncoveredEvents(const CoverageTree::Node& element) {
     QStringList names;
-    for (auto it = events.cbegin(); it != events.cend(); ++it) {
+    for (auto it = element.events.cbegin(); it != element.events.cend(); ++it) {
         if (!it->isCovered() && !it->isNeverCounted) {
             names.append(DisplayText::escaped(it.key()));
         }
@@ -45,26 +49,11 @@ QStringList uncoveredEvents(const Events& events) {
     return names;
 }
 
-} // namespace
-
 TextReport::TextReport(const CoverageTree& tree)
     : m_tree(tree) {}
 
-QString TextReport::percent(int part, int whole) {
-    if (whole == 0) {
-        return QStringLiteral("-");
-    }
-    int rounded = qRound(100.0 * part / whole);
-    if (rounded == 0 && part > 0) {
-        rounded = 1;
-    } else if (rounded == 100 && part < whole) {
-        rounded = 99;
-    }
-    return QStringLiteral("%1%").arg(rounded);
-}
-
-QString TextReport::stepsBelowWindow(int node) const {
-    const QVector<ElementKey::Step> steps = m_tree.keyOf(node).steps();
+QString TextReport::stepsBelowWindow(const CoverageTree& tree, int node) {
+    const QVector<ElementKey::Step> steps = tree.keyOf(node).steps();
     QStringList texts;
     for (int i = 1; i < steps.size(); ++i) {
         if (steps.size() > maximumSteps && i == maximumSteps / 2) {
@@ -79,10 +68,10 @@ QString TextReport::stepsBelowWindow(int node) const {
 
 QString TextReport::missedLine(int node) const {
     const CoverageTree::Node& element = m_tree.node(node);
-    const State state = CoverageRules::stateOf(element.events);
-    const QString path = stepsBelowWindow(node);
+    const State state = m_tree.stateOf(node);
+    const QString path = stepsBelowWindow(m_tree, node);
     const QString never =
-        QStringLiteral("never: ") + uncoveredEvents(element.events).join(QStringLiteral(", "));
+        QStringLiteral("never: ") + uncoveredEvents(element).join(QStringLiteral(", "));
     const QString start = state == State::Missed ? QStringLiteral("    missed    ")
                                                  : QStringLiteral("    shown     ");
     QString line = start + path + QStringLiteral("  (") + never + QLatin1Char(')');
@@ -94,10 +83,39 @@ QStringList TextReport::missedLines(int window) const {
     for (const int node : m_tree.nodesOf(window)) {
         const CoverageTree::Node& element = m_tree.node(node);
         if (element.isMenu && !element.isOpenedMenu) {
-            lines.append(QStringLiteral("    unopened  ") + stepsBelowWindow(node));
-        } else if (element.isCountable && CoverageRules::stateOf(element.events) != State::Used) {
+            lines.append(QStringLiteral("    unopened  ") + stepsBelowWindow(m_tree, node));
+        } else if (m_tree.counts(node) && m_tree.stateOf(node) != State::Used) {
             lines.append(missedLine(node));
         }
+    }
+    return lines;
+}
+
+QStringList TextReport::contextLines(int window) const {
+    QStringList lines;
+    for (const int node : m_tree.nodesOf(window)) {
+        if (!m_tree.counts(node) || m_tree.stateOf(node) != State::Used) {
+            continue;
+        }
+        QStringList names;
+        const Events& events = m_tree.node(node).events;
+        for (auto event = events.cbegin(); event != events.cend(); ++event) {
+            // To be seen is no use, unless there is nothing else to an element.
+            if (event.key() == CoverageRules::shownEvent() && events.size() > 1) {
+                continue;
+            }
+            for (auto it = event->byContext.cbegin(); it != event->byContext.cend(); ++it) {
+                const QString name = m_tree.contexts().at(it.key());
+                names.append(name.isEmpty() ? QStringLiteral("(no context)")
+                                            : DisplayText::escaped(name));
+            }
+        }
+        names.sort();
+        names.removeDuplicates();
+        const QString line = QStringLiteral("    used      ") + stepsBelowWindow(m_tree, node) +
+                             QStringLiteral("  [") + names.join(QStringLiteral(", ")) +
+                             QLatin1Char(']');
+        lines.append(m_width > 0 ? DisplayText::elided(line, m_width) : line);
     }
     return lines;
 }
@@ -137,22 +155,25 @@ QStringList TextReport::notes(const CoverageTree::Totals& totals, int emptyWindo
 
 void TextReport::addWindows(TextTable& table, const QString& application,
                             const QString& indentation) const {
-    const QList<int> windows = m_tree.windows();
+    const QList<int> windows = WindowOrder::sorted(m_tree, m_order);
     for (const int window : windows) {
         const CoverageTree::Totals totals = m_tree.totalsOf(window);
-        if (m_tree.node(window).application != application || totals.elements == 0) {
+        if (m_tree.node(window).application != application || isSkipped(totals)) {
             continue;
         }
         const QString name =
             DisplayText::elided(displayed(m_tree.node(window).step), maximumNameColumns);
         table.addRow(row(indentation + name, totals));
-        if (m_listsMissed) {
-            const QStringList lines = missedLines(window);
-            for (const QString& line : lines) {
-                table.addLine(indentation + line);
-            }
+        const QStringList lines = (m_listsMissed ? missedLines(window) : QStringList()) +
+                                  (m_listsContexts ? contextLines(window) : QStringList());
+        for (const QString& line : lines) {
+            table.addLine(indentation + line);
         }
     }
+}
+
+bool TextReport::isSkipped(const CoverageTree::Totals& totals) const {
+    return m_skipsCovered && totals.used == totals.elements;
 }
 
 QString TextReport::toString() const {
@@ -163,13 +184,16 @@ QString TextReport::toString() const {
     table.addRule();
     CoverageTree::Totals all;
     int emptyWindows = 0;
+    int skippedWindows = 0;
     QMap<QString, CoverageTree::Totals> applications;
     const QList<int> windows = m_tree.windows();
     for (const int window : windows) {
         const CoverageTree::Totals totals = m_tree.totalsOf(window);
         all += totals;
-        emptyWindows += totals.elements == 0 ? 1 : 0;
-        if (totals.elements > 0) {
+        if (totals.elements == 0) {
+            ++emptyWindows;
+        } else {
+            skippedWindows += isSkipped(totals) ? 1 : 0;
             applications[m_tree.node(window).application] += totals;
         }
     }
@@ -188,7 +212,11 @@ QString TextReport::toString() const {
     table.addRow(row(QStringLiteral("TOTAL"), all));
     QString text = table.toString() + QLatin1Char('\n');
     text += legend().join(QLatin1Char('\n')) + QLatin1Char('\n');
-    const QStringList foot = notes(all, emptyWindows);
+    QStringList foot = notes(all, emptyWindows);
+    if (skippedWindows > 0) {
+        foot.append(QStringLiteral("Windows not listed since all of them is used: %1.")
+                        .arg(skippedWindows));
+    }
     if (!foot.isEmpty()) {
         text += QLatin1Char('\n') + foot.join(QLatin1Char('\n')) + QLatin1Char('\n');
     }

@@ -20,6 +20,14 @@ public:
 
     /** Lists below each window what was missed or only shown. */
     void setListsMissed(bool lists) { m_listsMissed = lists; }
+    /** Lists below each window what was used, and in which contexts. */
+    void setListsContexts(bool lists) { m_listsContexts = lists; }
+    /** Digits behind the point of percentages. */
+    void setPrecision(int digits) { m_precision = digits; }
+    /** One of WindowOrder::choices(), or with "-" in front. */
+    void setOrder(const QString& order) { m_order = order; }
+    /** Leaves out windows of which everything was used. */
+    void setSkipsCovered(bool skips) { m_skipsCovered = skips; }
     /** Columns that a line may have; 0 for no limit. */
     void setWidth(int columns) { m_width = columns; }
     /** Sentences that stand at the foot, in this order. */
@@ -27,19 +35,29 @@ public:
 
     QString toString() const;
 
-    /** Used elements of all, in percent; 0 only for none and 100 only for all. */
-    static QString percent(int part, int whole);
+    /** The element's steps below its window, shortened where they are many. */
+    static QString stepsBelowWindow(const CoverageTree& tree, int node);
+    /** A step with its texts made fit for one line. */
+    static QString displayed(Identity::ElementKey::Step step);
+    /** Events of the element that count and did not happen. */
+    static QStringList uncoveredEvents(const CoverageTree::Node& element);
 
 private:
     void addWindows(TextTable& table, const QString& application, const QString& indentation) const;
     QString missedLine(int node) const;
     QStringList missedLines(int window) const;
-    QString stepsBelowWindow(int node) const;
+    QStringList contextLines(int window) const;
+    QStringList row(const QString& name, const CoverageTree::Totals& totals) const;
+    bool isSkipped(const CoverageTree::Totals& totals) const;
     static QStringList legend();
     QStringList notes(const CoverageTree::Totals& totals, int emptyWindows) const;
 
     const CoverageTree& m_tree;
     bool m_listsMissed = false;
+    bool m_listsContexts = false;
+    int m_precision = 0;
+    QString m_order;
+    bool m_skipsCovered = false;
     int m_width = 0;
     QStringList m_notes;
 };

@@ -110,25 +110,6 @@ private Q_SLOTS:
         QVERIFY(text.contains(QStringLiteral("Window \"Panel\"")));
     }
 
-    void percentIsOnlyAllWhenItIsAll_data() {
-        QTest::addColumn<int>("part");
-        QTest::addColumn<int>("whole");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("none of none") << 0 << 0 << "-";
-        QTest::newRow("none") << 0 << 3 << "0%";
-        QTest::newRow("hardly any") << 1 << 1000 << "1%";
-        QTest::newRow("third") << 1 << 3 << "33%";
-        QTest::newRow("nearly all") << 999 << 1000 << "99%";
-        QTest::newRow("all") << 1000 << 1000 << "100%";
-    }
-
-    void percentIsOnlyAllWhenItIsAll() {
-        QFETCH(int, part);
-        QFETCH(int, whole);
-        QFETCH(QString, text);
-        QCOMPARE(TextReport::percent(part, whole), text);
-    }
-
     void textsOfApplicationsAreData() {
         CoverageTree tree;
         const int window = tree.window(step("Window", QStringLiteral("\x1b]0;x\x07")));

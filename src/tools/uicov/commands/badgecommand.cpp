@@ -1,0 +1,36 @@
+#include "commands/badgecommand.h"
+
+#include "commands/helpformatter.h"
+#include "report/badge.h"
+
+namespace Uicov::Commands {
+
+namespace {
+
+constexpr char examples[] =
+    R"(The picture stands for itself: no network, no font but those that are there.
+
+Examples:
+  uicov badge -o gui-coverage.svg
+  uicov badge --title "panel GUI" --precision 1 -o panel.svg)";
+
+} // namespace
+
+BadgeCommand::Verb BadgeCommand::verb() const {
+    return {"badge", "Write the total as a small SVG picture", examples};
+}
+
+void BadgeCommand::declareMore(CLI::App& app) {
+    app.add_option("--title", m_title, "What stands before the number")
+        ->type_name("TEXT")
+        ->capture_default_str();
+}
+
+QByteArray BadgeCommand::make(const Report::Coverage& coverage,
+                              const QVector<Report::GateResult>& /*gates*/) const {
+    const Report::CoverageTree::Totals totals = coverage.tree().totals();
+    return Report::Badge::toBytes(QString::fromStdString(m_title), totals.used, totals.elements,
+                                  precision());
+}
+
+} // namespace Uicov::Commands

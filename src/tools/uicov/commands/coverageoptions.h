@@ -1,0 +1,79 @@
+#pragma once
+
+#include "config/configuration.h"
+#include "report/coverage.h"
+#include "report/gatekeeper.h"
+#include "store/inputs.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace CLI {
+class App;
+}
+
+namespace Uicov::Console {
+class Terminal;
+}
+
+namespace Uicov::Commands {
+
+/**
+ * What all verbs that report have in common: which files, under which configuration, and the gates.
+ * Owned by the verb's command.
+ */
+class CoverageOptions {
+public:
+    /** Adds --config, --no-config, --contexts and --strict. */
+    void declare(CLI::App& app);
+    /** Adds --fail-under and the like. */
+    void declareGates(CLI::App& app);
+    /** Adds the files. */
+    void declareFiles(CLI::App& app);
+
+    void addFiles(const std::vector<std::string>& files);
+    const std::vector<std::string>& files() const { return m_files; }
+
+    /** Reads the configuration; false when something is wrong with it, which has been told. */
+    bool readConfiguration(Console::Terminal& terminal);
+    /** After readConfiguration(). */
+    const Config::Configuration& configuration() const { return m_configuration; }
+
+    /**
+     * Reads files, the data file of this folder when there are none, into a coverage.
+     * @return null when nothing could be read or nothing in it counts, which has been told
+     */
+    std::unique_ptr<Report::Coverage> read(const std::vector<std::string>& files,
+                                           Console::Terminal& terminal);
+    /** The files that were read last, for whoever needs to look at the runs once more. */
+    const Store::Inputs& inputs() const { return *m_inputs; }
+
+    /** Warns of ignore rules that match nothing or hide what is used. */
+    void warnOfRules(const Report::Coverage& coverage, Console::Terminal& terminal) const;
+    QVector<Report::GateResult> judge(const Report::Coverage& coverage, int digits) const;
+    /** Tells which gates are not met. */
+    static void tell(const QVector<Report::GateResult>& gates, Console::Terminal& terminal);
+
+    /** What the verb ends with when its output was written. */
+    int exitCode(const Report::Coverage& coverage, const QVector<Report::GateResult>& gates) const;
+
+private:
+    bool mergeGates(Console::Terminal& terminal);
+    QStringList pathsOf(const std::vector<std::string>& files, Console::Terminal& terminal) const;
+
+    std::vector<std::string> m_files;
+    std::string m_configFile;
+    bool m_ignoresConfig = false;
+    std::vector<std::string> m_contexts;
+    bool m_isStrict = false;
+    double m_failUnder = -1;
+    std::vector<std::string> m_failUnderWindows;
+    std::vector<std::string> m_requiredWindows;
+
+    Config::Configuration m_configuration;
+    std::unique_ptr<Store::Inputs> m_inputs;
+    bool m_hasSkippedFiles = false;
+};
+
+} // namespace Uicov::Commands

@@ -1,0 +1,104 @@
+#include "commands/diffcommand.h"
+
+#include "commands/exitcode.h"
+#include "commands/helpformatter.h"
+#include "commands/outputs.h"
+#include "console/terminal.h"
+#include "report/diffreport.h"
+
+namespace Uicov::Commands {
+
+using Console::Message;
+
+namespace {
+
+constexpr char examples[] =
+    R"(Elements are matched by application and exact key. "Renamed?" is a guess for people and
+changes no number. The same uicov.toml is applied to both sides.
+
+Examples:
+  uicov diff main.uicov .uicov
+  uicov diff --fail-on lost,new-missed main.uicov branch.uicov
+  uicov diff --format markdown -o diff.md monday.uirec tuesday.uirec)";
+
+} // namespace
+
+CLI::App* DiffCommand::declare(CLI::App& commands) {
+    CLI::App* const app =
+        commands.add_subcommand("diff", "Print what was used before and is not now, and more");
+    setUsage(*app, "uicov diff [OPTIONS] BASE NEW");
+    app->add_option("--fail-on", m_failOn, "End with 2 on: lost, new-missed, removed")
+        ->type_name("KIND,...")
+        ->delimiter(',')
+        ->expected(1)
+        ->take_all()
+        ->check(CLI::IsMember({"lost", "new-missed", "removed"}).description(""));
+    app->add_option("--format", m_format, "text, markdown or json")
+        ->type_name("NAME")
+        ->check(CLI::IsMember({"text", "markdown", "json"}).description(""))
+        ->capture_default_str();
+    app->add_option("--precision", m_precision, "Digits behind the point of percentages")
+        ->type_name("N")
+        ->check(CLI::Range(0, 6).description(""));
+    app->add_option("-o,--output", m_output, "Write to FILE; - is standard output")
+        ->type_name("FILE")
+        ->capture_default_str();
+    m_options.declare(*app);
+    m_options.declareFiles(*app);
+    app->footer(examples);
+    return app;
+}
+
+void DiffCommand::setArguments(const std::vector<std::string>& unread,
+                               const std::vector<std::string>* literal) {
+    m_options.addFiles(unread);
+    if (literal != nullptr) {
+        m_options.addFiles(*literal);
+    }
+}
+
+int DiffCommand::run(Console::Terminal& terminal) {
+    const std::vector<std::string>& files = m_options.files();
+    if (files.size() != 2) {
+        terminal.error({Message::WrongUse, QStringLiteral("diff takes two data files or "
+                                                          "recordings; see uicov diff --help")});
+        return Failed;
+    }
+    if (!m_options.readConfiguration(terminal)) {
+        return Failed;
+    }
+    const auto base = m_options.read({files.at(0)}, terminal);
+    const auto current = m_options.read({files.at(1)}, terminal);
+    if (!base || !current) {
+        return Failed;
+    }
+    const Report::Comparison comparison(*base, *current);
+    Report::DiffReport report(comparison);
+    report.setPrecision(m_precision >= 0 ? m_precision
+                                         : m_options.configuration().report.precision.value_or(0));
+    Outputs outputs(terminal);
+    outputs.add(m_output, [&](bool) {
+        return m_format == "json"       ? report.toJson()
+               : m_format == "markdown" ? report.toMarkdown().toUtf8()
+                                        : report.toText().toUtf8();
+    });
+    if (!outputs.write()) {
+        return Failed;
+    }
+    QStringList failOn = m_options.configuration().gates.failOn;
+    for (const std::string& kind : m_failOn) {
+        failOn.append(QString::fromStdString(kind));
+    }
+    failOn.removeDuplicates();
+    QVector<Report::GateResult> gates;
+    for (const QString& kind : qAsConst(failOn)) {
+        const int count = comparison.count(kind);
+        gates.append({QStringLiteral("fail-on ") + kind,
+                      QStringLiteral("%1 elements are %2").arg(count).arg(kind), count == 0, -1});
+    }
+    CoverageOptions::tell(gates, terminal);
+    const int ofBase = m_options.exitCode(*base, {});
+    return ofBase != Done ? ofBase : m_options.exitCode(*current, gates);
+}
+
+} // namespace Uicov::Commands

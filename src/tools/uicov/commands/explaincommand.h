@@ -1,0 +1,22 @@
+#pragma once
+
+#include "commands/command.h"
+#include "commands/coverageoptions.h"
+
+namespace Uicov::Commands {
+
+/** uicov explain: why an element counts as it does. */
+class ExplainCommand : public Command {
+public:
+    CLI::App* declare(CLI::App& commands) override;
+    void setArguments(const std::vector<std::string>& unread,
+                      const std::vector<std::string>* literal) override;
+    int run(Console::Terminal& terminal) override;
+
+private:
+    CoverageOptions m_options;
+    std::string m_key;
+    std::string m_output = "-";
+};
+
+} // namespace Uicov::Commands

@@ -1,0 +1,62 @@
+#include "report/badge.h"
+
+#include "console/displaytext.h"
+#include "report/percentage.h"
+
+namespace Uicov::Report {
+
+namespace {
+
+/** Dark enough for white text on each of them (contrast 4.5 and more). */
+QString colourOf(double percent) {
+    constexpr double good = 90;
+    constexpr double fair = 75;
+    constexpr double poor = 50;
+    if (percent >= good) {
+        return QStringLiteral("#1a7f37");
+    }
+    if (percent >= fair) {
+        return QStringLiteral("#4d7a00");
+    }
+    return percent >= poor ? QStringLiteral("#9a6700") : QStringLiteral("#b42318");
+}
+
+/** Pixels of the text in 11 px Verdana or DejaVu Sans, near enough to leave room at both sides. */
+int widthOf(const QString& text) {
+    constexpr int perColumn = 7;
+    constexpr int margins = 12;
+    return Console::DisplayText::width(text) * perColumn + margins;
+}
+
+} // namespace
+
+QByteArray Badge::toBytes(const QString& title, int used, int elements, int digits) {
+    const QString left = Console::DisplayText::escaped(title);
+    const QString right =
+        elements == 0 ? QStringLiteral("no data") : Percentage::text(used, elements, digits);
+    const int leftWidth = widthOf(left);
+    const int rightWidth = widthOf(right);
+    const QString colour =
+        elements == 0 ? QStringLiteral("#57606a") : colourOf(Percentage::exact(used, elements));
+    return QStringLiteral(
+               "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"%1\" height=\"20\" role=\"img\" "
+               "aria-label=\"%2: %3\">\n"
+               "  <title>%2: %3</title>\n"
+               "  <clipPath id=\"r\"><rect width=\"%1\" height=\"20\" rx=\"3\"/></clipPath>\n"
+               "  <g clip-path=\"url(#r)\">\n"
+               "    <rect width=\"%4\" height=\"20\" fill=\"#3d444d\"/>\n"
+               "    <rect x=\"%4\" width=\"%5\" height=\"20\" fill=\"%6\"/>\n"
+               "  </g>\n"
+               "  <g fill=\"#fff\" text-anchor=\"middle\" "
+               "font-family=\"Verdana,DejaVu Sans,sans-serif\" font-size=\"11\">\n"
+               "    <text x=\"%7\" y=\"14\">%2</text>\n"
+               "    <text x=\"%8\" y=\"14\">%3</text>\n"
+               "  </g>\n"
+               "</svg>\n")
+        .arg(QString::number(leftWidth + rightWidth), left.toHtmlEscaped(), right.toHtmlEscaped(),
+             QString::number(leftWidth), QString::number(rightWidth), colour,
+             QString::number(leftWidth / 2), QString::number(leftWidth + rightWidth / 2))
+        .toUtf8();
+}
+
+} // namespace Uicov::Report

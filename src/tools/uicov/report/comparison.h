@@ -1,0 +1,70 @@
+#pragma once
+
+#include "report/coverage.h"
+
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+namespace Uicov::Report {
+
+/**
+ * What differs between two coverages, element by element, matched by application and exact key.
+ * Guesses stand apart and change nothing else.
+ */
+class Comparison {
+public:
+    struct Change {
+        QString application;
+        QString key;
+        /** Of the element that is not used: what it is instead. */
+        State state = State::Missed;
+    };
+
+    /** A removed element and a new one that may be the same. */
+    struct Guess {
+        QString application;
+        QString oldKey;
+        QString newKey;
+        /** What makes it likely. */
+        QString why;
+    };
+
+    Comparison(const Coverage& base, const Coverage& current);
+
+    /** Used in the base, and there but not used now. */
+    const QVector<Change>& lost() const { return m_lost; }
+    /** There but not used in the base, and used now. */
+    const QVector<Change>& gained() const { return m_gained; }
+    /** Not there in the base, and not used now. */
+    const QVector<Change>& newMissed() const { return m_newMissed; }
+    /** Not there in the base, and used now. */
+    const QVector<Change>& newUsed() const { return m_newUsed; }
+    /** There in the base, and not there now. */
+    const QVector<Change>& removed() const { return m_removed; }
+    const QVector<Guess>& renamed() const { return m_renamed; }
+
+    CoverageTree::Totals baseTotals() const { return m_baseTotals; }
+    CoverageTree::Totals currentTotals() const { return m_currentTotals; }
+
+    bool isEmpty() const;
+
+    /** What can be asked not to happen: "lost", "new-missed", "removed". */
+    static QStringList kinds();
+    /** How many changes of that kind there are. */
+    int count(const QString& kind) const;
+
+private:
+    void guess(const Coverage& base, const Coverage& current);
+
+    QVector<Change> m_lost;
+    QVector<Change> m_gained;
+    QVector<Change> m_newMissed;
+    QVector<Change> m_newUsed;
+    QVector<Change> m_removed;
+    QVector<Guess> m_renamed;
+    CoverageTree::Totals m_baseTotals;
+    CoverageTree::Totals m_currentTotals;
+};
+
+} // namespace Uicov::Report

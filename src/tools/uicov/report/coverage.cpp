@@ -1,0 +1,86 @@
+#include "report/coverage.h"
+
+#include <algorithm>
+
+namespace Uicov::Report {
+
+using Config::IgnoreRule;
+using Config::Pattern;
+
+Coverage::Coverage(const Config::Configuration& configuration,
+                   const QVector<Config::Pattern>& contexts)
+    : m_configuration(configuration)
+    , m_collector(m_tree) {
+    m_tree.setCriteria(configuration.criteria);
+    m_collector.setContexts(contexts);
+    if (!configuration.labelRules.isEmpty()) {
+        m_collector.setLabelRule(
+            [this](const QString& label) { return m_configuration.appliedTo(label); });
+    }
+}
+
+void Coverage::add(const Store::Run& run) {
+    m_collector.collect(run);
+    Store::Run attributes = run;
+    attributes.elements.clear();
+    attributes.pictures.clear();
+    m_runs.push_back(std::move(attributes));
+}
+
+void Coverage::finish() {
+    m_ruleUses.fill(RuleUse(), m_configuration.ignoreRules.size());
+    if (m_configuration.ignoreRules.isEmpty()) {
+        return;
+    }
+    const QList<int> windows = m_tree.windows();
+    for (const int window : windows) {
+        for (const int node : m_tree.nodesOf(window)) {
+            const int rule = m_tree.node(node).isCountable ? ruleFor(node) : -1;
+            if (rule >= 0) {
+                ++m_ruleUses[rule].elements;
+                m_ruleUses[rule].usedElements += m_tree.stateOf(node) == State::Used ? 1 : 0;
+                m_tree.ignore(node, rule);
+            }
+        }
+    }
+}
+
+bool Coverage::matchesWindow(const Pattern& pattern, const Identity::ElementKey::Step& window) {
+    return pattern.matches(window.toString()) ||
+           (!window.label.isEmpty() && pattern.matches(window.label)) ||
+           (!window.className.isEmpty() && pattern.matches(window.className));
+}
+
+int Coverage::ruleFor(int node) const {
+    const CoverageTree::Node& element = m_tree.node(node);
+    const QString key = m_tree.keyOf(node).toKey();
+    const auto fits = [&](const IgnoreRule& rule) {
+        return (!rule.key.isSet() || rule.key.matches(key)) &&
+               (!rule.window.isSet() ||
+                matchesWindow(rule.window, m_tree.node(m_tree.windowOf(node)).step)) &&
+               (!rule.type.isSet() || rule.type.matches(element.type)) &&
+               (!rule.className.isSet() || rule.className.matches(element.className) ||
+                rule.className.matches(Identity::ElementKey::normalisedClass(element.className))) &&
+               (!rule.text.isSet() || rule.text.matches(element.text));
+    };
+    const auto rules = m_configuration.ignoreRules;
+    const auto it = std::find_if(rules.cbegin(), rules.cend(), fits);
+    return it == rules.cend() ? -1 : static_cast<int>(it - rules.cbegin());
+}
+
+int Coverage::partialRuns() const {
+    return static_cast<int>(std::count_if(m_runs.cbegin(), m_runs.cend(),
+                                          [](const Store::Run& run) { return !run.isComplete; }));
+}
+
+QMap<QString, qint64> Coverage::warnings() const {
+    QMap<QString, qint64> warnings;
+    for (const Store::Run& run : m_runs) {
+        for (auto it = run.warnings.cbegin(); it != run.warnings.cend(); ++it) {
+            warnings[it.key()] += it.value();
+        }
+    }
+    return warnings;
+}
+
+} // namespace Uicov::Report

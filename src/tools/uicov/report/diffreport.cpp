@@ -1,0 +1,117 @@
+#include "report/diffreport.h"
+
+#include "report/jsonreport.h"
+#include "report/markdownreport.h"
+#include "report/percentage.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace Uicov::Report {
+
+DiffReport::DiffReport(const Comparison& comparison)
+    : m_comparison(comparison) {}
+
+QVector<DiffReport::Section> DiffReport::sections() const {
+    return {{"-", "Lost: used before, not used now", "lost", m_comparison.lost()},
+            {"!", "Newly missed: new, and not used", "new_missed", m_comparison.newMissed()},
+            {"x", "Removed: not there any more", "removed", m_comparison.removed()},
+            {"+", "Gained: not used before, used now", "gained", m_comparison.gained()},
+            {"*", "New, and used", "new_used", m_comparison.newUsed()}};
+}
+
+QString DiffReport::totals() const {
+    const auto share = [this](const CoverageTree::Totals& totals) {
+        return QStringLiteral("%1 of %2 (%3)")
+            .arg(totals.used)
+            .arg(totals.elements)
+            .arg(Percentage::text(totals.used, totals.elements, m_precision));
+    };
+    return QStringLiteral("Elements used: ") + share(m_comparison.baseTotals()) +
+           QStringLiteral(" before, ") + share(m_comparison.currentTotals()) +
+           QStringLiteral(" now");
+}
+
+QString DiffReport::toText() const {
+    QString text = totals() + QLatin1Char('\n');
+    const QVector<Section> all = sections();
+    for (const Section& section : all) {
+        if (section.changes.isEmpty()) {
+            continue;
+        }
+        text += QStringLiteral("\n%1 (%2)\n")
+                    .arg(QLatin1String(section.title))
+                    .arg(section.changes.size());
+        for (const Comparison::Change& change : section.changes) {
+            text += QStringLiteral("  ") + QLatin1String(section.mark) + QLatin1Char(' ') +
+                    change.key + QLatin1Char('\n');
+        }
+    }
+    if (m_comparison.isEmpty()) {
+        text += QStringLiteral("\nNothing differs.\n");
+    }
+    if (!m_comparison.renamed().isEmpty()) {
+        text += QStringLiteral("\nRenamed? (a guess, counted above all the same)\n");
+        for (const Comparison::Guess& guess : m_comparison.renamed()) {
+            text += QStringLiteral("  ? ") + guess.oldKey + QStringLiteral("\n    -> ") +
+                    guess.newKey + QStringLiteral("  (") + guess.why + QStringLiteral(")\n");
+        }
+    }
+    return text;
+}
+
+QString DiffReport::toMarkdown() const {
+    QString text = QStringLiteral("## GUI coverage: what differs\n\n") +
+                   MarkdownReport::escaped(totals()) + QLatin1Char('\n');
+    const QVector<Section> all = sections();
+    for (const Section& section : all) {
+        if (section.changes.isEmpty()) {
+            continue;
+        }
+        text += QStringLiteral("\n### %1 (%2)\n\n")
+                    .arg(QLatin1String(section.title))
+                    .arg(section.changes.size());
+        for (const Comparison::Change& change : section.changes) {
+            text += QStringLiteral("- ") + MarkdownReport::escaped(change.key) + QLatin1Char('\n');
+        }
+    }
+    if (!m_comparison.renamed().isEmpty()) {
+        text += QStringLiteral("\n### Renamed? (a guess, counted above all the same)\n\n");
+        for (const Comparison::Guess& guess : m_comparison.renamed()) {
+            text += QStringLiteral("- ") + MarkdownReport::escaped(guess.oldKey) +
+                    QStringLiteral(" → ") + MarkdownReport::escaped(guess.newKey) +
+                    QStringLiteral(" (") + guess.why + QStringLiteral(")\n");
+        }
+    }
+    return text;
+}
+
+QByteArray DiffReport::toJson() const {
+    QJsonObject object{{QStringLiteral("format"), QStringLiteral("uicov-diff")},
+                       {QStringLiteral("version"), 1},
+                       {QStringLiteral("base"), JsonReport::totalsOf(m_comparison.baseTotals())},
+                       {QStringLiteral("new"), JsonReport::totalsOf(m_comparison.currentTotals())}};
+    const QVector<Section> all = sections();
+    for (const Section& section : all) {
+        QJsonArray changes;
+        for (const Comparison::Change& change : section.changes) {
+            changes.append(
+                QJsonObject{{QStringLiteral("application"), change.application},
+                            {QStringLiteral("key"), change.key},
+                            {QStringLiteral("state"), JsonReport::nameOf(change.state)}});
+        }
+        object.insert(QLatin1String(section.name), changes);
+    }
+    QJsonArray guesses;
+    for (const Comparison::Guess& guess : m_comparison.renamed()) {
+        guesses.append(QJsonObject{{QStringLiteral("application"), guess.application},
+                                   {QStringLiteral("old_key"), guess.oldKey},
+                                   {QStringLiteral("new_key"), guess.newKey},
+                                   {QStringLiteral("why"), guess.why}});
+    }
+    object.insert(QStringLiteral("renamed_guesses"), guesses);
+    return QJsonDocument(object).toJson();
+}
+
+} // namespace Uicov::Report

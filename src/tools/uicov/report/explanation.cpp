@@ -1,0 +1,247 @@
+#include "report/explanation.h"
+
+#include "config/spelling.h"
+#include "console/displaytext.h"
+#include "identity/keywalk.h"
+
+#include <QSet>
+
+namespace Uicov::Report {
+
+using Console::DisplayText::escaped;
+using Identity::ElementKey;
+using Identity::KeyWalk;
+using Store::RunElement;
+
+namespace {
+
+constexpr int uuidStart = 8;
+
+QString nameOf(const QString& application, const QString& key) {
+    return application + QLatin1Char('\n') + key;
+}
+
+QString contextOf(const QString& name) {
+    return name.isEmpty() ? QStringLiteral("no context")
+                          : QStringLiteral("context \"") + escaped(name) + QLatin1Char('"');
+}
+
+QString quotedOrNone(const QString& text) {
+    return text.isNull() ? QStringLiteral("none")
+                         : QLatin1Char('"') + escaped(text) + QLatin1Char('"');
+}
+
+QString flagsOf(const RunElement& element) {
+    QStringList flags;
+    if (element.isTransparentNode) {
+        flags.append(QStringLiteral("transparent"));
+    }
+    if (element.isSubgraphTransparent) {
+        flags.append(QStringLiteral("what is below it does not count"));
+    }
+    if (element.isWindowNode) {
+        flags.append(QStringLiteral("window"));
+    }
+    return flags.isEmpty() ? QString() : QStringLiteral(", ") + flags.join(QStringLiteral(", "));
+}
+
+QString placeOf(const RunElement& element) {
+    if (!element.place) {
+        return QStringLiteral("place unknown");
+    }
+    const QRect& place = *element.place;
+    return QStringLiteral("from %1,%2 to %3,%4")
+        .arg(place.left())
+        .arg(place.top())
+        .arg(place.right())
+        .arg(place.bottom());
+}
+
+QStringList doublingsOf(const CoverageTree::Node& element) {
+    QStringList notes;
+    const bool isWidget = element.events.contains(CoverageRules::shownEvent());
+    if (element.type == QLatin1String("MenuItem") && isWidget) {
+        notes.append(QStringLiteral("A click with the mouse counts twice on a menu item, for the "
+                                    "press and for what it triggers; the keyboard counts once."));
+    }
+    if (!isWidget && element.events.contains(QStringLiteral("clicked"))) {
+        notes.append(QStringLiteral("A click counts twice on a Qt Quick item once its window has "
+                                    "had the focus: where the press hits, and by its signal."));
+    }
+    return notes;
+}
+
+} // namespace
+
+Explanation::Explanation(const Coverage& coverage)
+    : m_coverage(coverage) {}
+
+void Explanation::chooseIf(const std::function<bool(const QString&)>& isMeant) {
+    const CoverageTree& tree = m_coverage.tree();
+    const QList<int> windows = tree.windows();
+    for (const int window : windows) {
+        for (const int node : tree.nodesOf(window)) {
+            if (tree.node(node).isCountable && isMeant(tree.keyOf(node).toKey())) {
+                m_nodes.append(node);
+            }
+        }
+    }
+}
+
+bool Explanation::choose(const QString& key) {
+    m_nodes.clear();
+    const Config::Pattern pattern(key);
+    const std::function<bool(const QString&)> ways[] = {
+        [&](const QString& other) { return other == key; },
+        [&](const QString& other) { return pattern.matches(other); },
+        [&](const QString& other) { return other.contains(key); }};
+    for (const auto& isMeant : ways) {
+        if (m_nodes.isEmpty()) {
+            chooseIf(isMeant);
+        }
+    }
+    return !m_nodes.isEmpty();
+}
+
+QString Explanation::nearest(const QString& key) const {
+    QMap<QString, QString> keys;
+    const CoverageTree& tree = m_coverage.tree();
+    const QList<int> windows = tree.windows();
+    const bool isPath = key.contains(ElementKey::separator());
+    for (const int window : windows) {
+        for (const int node : tree.nodesOf(window)) {
+            if (tree.node(node).isCountable) {
+                // Who did not write a path wrote a caption.
+                const QString whole = tree.keyOf(node).toKey();
+                const QString label = tree.node(node).step.label;
+                keys.insert(isPath || label.isEmpty() ? whole : label, whole);
+            }
+        }
+    }
+    return keys.value(Config::Spelling::nearest(key, keys.keys()));
+}
+
+void Explanation::look(const Store::Run& run) {
+    const Config::Configuration& configuration = m_coverage.configuration();
+    KeyWalk::LabelRule rule;
+    if (!configuration.labelRules.isEmpty()) {
+        rule = [&configuration](const QString& label) { return configuration.appliedTo(label); };
+    }
+    QSet<QString> chosen;
+    for (const int node : m_nodes) {
+        const CoverageTree& tree = m_coverage.tree();
+        chosen.insert(nameOf(tree.node(tree.windowOf(node)).application, tree.keyOf(node).toKey()));
+    }
+    const QString start = QStringLiteral("run ") + run.uuid.left(uuidStart);
+    QStringList keys;
+    const std::vector<KeyWalk::Place> places = KeyWalk(run, rule).places();
+    for (const KeyWalk::Place& place : places) {
+        keys.append(place.above < 0
+                        ? place.step.toKey()
+                        : keys.at(place.above) + ElementKey::separator() + place.step.toKey());
+        const QString name = nameOf(run.application, keys.last());
+        if (!chosen.contains(name)) {
+            continue;
+        }
+        const RunElement& element = run.element(place.element);
+        m_runs[name].append(QStringLiteral("%1: element %2, class %3, text %4, %5%6")
+                                .arg(start)
+                                .arg(place.element)
+                                .arg(escaped(element.className), quotedOrNone(element.text),
+                                     placeOf(element), flagsOf(element)));
+        for (const Store::Hit& hit : element.hits) {
+            m_hits[name].append(escaped(hit.event) + QStringLiteral(" x %1 in ").arg(hit.count) +
+                                start + QStringLiteral(", ") +
+                                contextOf(run.contexts.at(hit.context)) +
+                                (element.events.contains(hit.event)
+                                     ? QString()
+                                     : QStringLiteral(" (never announced, so in no ratio)")));
+        }
+    }
+}
+
+QString Explanation::reasonOf(int node) const {
+    const CoverageTree& tree = m_coverage.tree();
+    const CoverageTree::Node& element = tree.node(node);
+    const QStringList criteria = m_coverage.configuration().criteria.value(element.type);
+    QString reason;
+    switch (tree.stateOf(node)) {
+    case State::Used:
+        reason = QStringLiteral("used: ") +
+                 (CoverageRules::stateOf(element.events) == State::Used
+                      ? QStringLiteral("an event other than \"shown\" happened, or \"shown\" is "
+                                       "all that can")
+                      : QStringLiteral("what the criteria ask for happened"));
+        break;
+    case State::Shown:
+        reason = QStringLiteral("shown: it was seen, but nothing that counts as use happened");
+        break;
+    case State::Missed:
+        reason = QStringLiteral("missed: none of its events happened");
+        break;
+    }
+    if (!criteria.isEmpty()) {
+        reason += QStringLiteral("; the criteria for ") + escaped(element.type) +
+                  QStringLiteral(" ask for ") + escaped(criteria.join(QStringLiteral(", ")));
+    }
+    return reason;
+}
+
+QString Explanation::identityOf(int node) const {
+    const CoverageTree::Node& element = m_coverage.tree().node(node);
+    return QStringLiteral("  structure  %1\n  type       %2\n  class      %3\n  text       %4\n")
+        .arg(element.structureKey,
+             element.type.isEmpty() ? QStringLiteral("none") : escaped(element.type),
+             escaped(element.className), quotedOrNone(element.text));
+}
+
+QString Explanation::explained(int node) const {
+    const CoverageTree& tree = m_coverage.tree();
+    const CoverageTree::Node& element = tree.node(node);
+    const QString application = tree.node(tree.windowOf(node)).application;
+    const QString key = tree.keyOf(node).toKey();
+    QString text = key + QLatin1Char('\n');
+    if (!application.isEmpty()) {
+        text += QStringLiteral("  of         ") + escaped(application) + QLatin1Char('\n');
+    }
+    text += QStringLiteral("  state      ") + reasonOf(node) + QLatin1Char('\n');
+    if (element.ignoredBy >= 0) {
+        const Config::IgnoreRule& rule =
+            m_coverage.configuration().ignoreRules.at(element.ignoredBy);
+        text += QStringLiteral("  ignored    by %1:%2: ")
+                    .arg(m_coverage.configuration().path)
+                    .arg(rule.line) +
+                escaped(rule.toString()) +
+                (rule.why.isEmpty() ? QString() : QStringLiteral("; ") + escaped(rule.why)) +
+                QLatin1Char('\n');
+    }
+    text += identityOf(node);
+    for (auto it = element.events.cbegin(); it != element.events.cend(); ++it) {
+        text +=
+            QStringLiteral("  event      ") + escaped(it.key()) +
+            QStringLiteral(": %1").arg(it->count) +
+            (it->isNeverCounted ? QStringLiteral(" (this version never counts it, so in no ratio)")
+                                : QString()) +
+            QLatin1Char('\n');
+    }
+    const QString name = nameOf(application, key);
+    const auto list = [&text](const char* title, const QStringList& lines) {
+        for (const QString& line : lines) {
+            text += QLatin1String(title) + line + QLatin1Char('\n');
+        }
+    };
+    list("  hit        ", m_hits.value(name));
+    list("  in         ", m_runs.value(name));
+    list("  note       ", doublingsOf(element));
+    return text;
+}
+
+QString Explanation::toString() const {
+    QStringList texts;
+    for (const int node : m_nodes) {
+        texts.append(explained(node));
+    }
+    return texts.join(QLatin1Char('\n'));
+}
+
+} // namespace Uicov::Report

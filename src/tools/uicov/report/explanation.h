@@ -1,0 +1,49 @@
+#pragma once
+
+#include "report/coverage.h"
+
+#include <QMap>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+namespace Uicov::Report {
+
+/**
+ * Why elements count as they do: the rule for their state, where each hit came from, and what they
+ * were in each run. Choose elements, show all runs once more, then take the text.
+ */
+class Explanation {
+public:
+    /** @param coverage outlives this */
+    explicit Explanation(const Coverage& coverage);
+
+    /**
+     * Chooses the elements whose key it is; if none, those whose key is like it as a pattern; if
+     * none, those whose key contains it.
+     * @return false when there is no such element
+     */
+    bool choose(const QString& key);
+    /** The key that is spelt most alike; null when there are no elements. */
+    QString nearest(const QString& key) const;
+
+    /** Keeps what the run says of the chosen elements. */
+    void look(const Store::Run& run);
+
+    QString toString() const;
+
+private:
+    QString explained(int node) const;
+    QString reasonOf(int node) const;
+    QString identityOf(int node) const;
+    void chooseIf(const std::function<bool(const QString&)>& isMeant);
+
+    const Coverage& m_coverage;
+    QVector<int> m_nodes;
+    /** By application and key: lines about hits, and about the element in each run. */
+    QMap<QString, QStringList> m_hits;
+    QMap<QString, QStringList> m_runs;
+};
+
+} // namespace Uicov::Report

@@ -1,0 +1,199 @@
+#include "report/jsonreport.h"
+
+#include "report/percentage.h"
+
+#include <QJsonDocument>
+
+#include <cmath>
+
+namespace Uicov::Report {
+
+namespace {
+
+/** Null where the text is. */
+QJsonValue textOrNull(const QString& text) {
+    return text.isNull() ? QJsonValue() : QJsonValue(text);
+}
+
+/** To a millionth: what remains would be another on another processor. */
+double rounded(double percent) {
+    constexpr double precision = 1e6;
+    return std::round(percent * precision) / precision;
+}
+
+QJsonObject objectOf(const QMap<QString, QString>& texts) {
+    QJsonObject object;
+    for (auto it = texts.cbegin(); it != texts.cend(); ++it) {
+        object.insert(it.key(), it.value());
+    }
+    return object;
+}
+
+QStringList sortedContexts(const CoverageTree& tree) {
+    QStringList names = tree.contexts();
+    names.sort();
+    return names;
+}
+
+} // namespace
+
+JsonReport::JsonReport(const Coverage& coverage, const QVector<GateResult>& gates)
+    : m_coverage(coverage)
+    , m_gates(gates) {}
+
+QByteArray JsonReport::toBytes() const {
+    return QJsonDocument(toObject()).toJson();
+}
+
+QJsonObject JsonReport::toObject() const {
+    const CoverageTree& tree = m_coverage.tree();
+    QJsonArray warnings;
+    const QMap<QString, qint64> lines = m_coverage.warnings();
+    for (auto it = lines.cbegin(); it != lines.cend(); ++it) {
+        warnings.append(
+            QJsonObject{{QStringLiteral("line"), it.key()}, {QStringLiteral("count"), it.value()}});
+    }
+    return {{QStringLiteral("format"), QStringLiteral("uicov-report")},
+            {QStringLiteral("version"), formatVersion},
+            {QStringLiteral("complete"), m_coverage.partialRuns() == 0},
+            {QStringLiteral("totals"), totalsOf(tree.totals())},
+            {QStringLiteral("unopened_menus"), tree.unopenedMenus()},
+            {QStringLiteral("runs"), runs()},
+            {QStringLiteral("contexts"), QJsonArray::fromStringList(sortedContexts(tree))},
+            {QStringLiteral("windows"), windows()},
+            {QStringLiteral("ignore_rules"), ignoreRules()},
+            {QStringLiteral("gates"), gates()},
+            {QStringLiteral("warnings"), warnings}};
+}
+
+QJsonObject JsonReport::totalsOf(const CoverageTree::Totals& totals) {
+    return {{QStringLiteral("elements"), totals.elements},
+            {QStringLiteral("used"), totals.used},
+            {QStringLiteral("shown"), totals.shown},
+            {QStringLiteral("missed"), totals.missed},
+            {QStringLiteral("percent"), rounded(Percentage::exact(totals.used, totals.elements))},
+            {QStringLiteral("events"), totals.events},
+            {QStringLiteral("covered_events"), totals.coveredEvents},
+            {QStringLiteral("never_counted_events"), totals.neverCountedEvents},
+            {QStringLiteral("missed_perhaps_seen"), totals.missedUnseen}};
+}
+
+QString JsonReport::nameOf(State state) {
+    switch (state) {
+    case State::Used:
+        return QStringLiteral("used");
+    case State::Shown:
+        return QStringLiteral("shown");
+    case State::Missed:
+        break;
+    }
+    return QStringLiteral("missed");
+}
+
+QJsonArray JsonReport::runs() const {
+    QJsonArray array;
+    for (const Store::Run& run : m_coverage.runs()) {
+        array.append(
+            QJsonObject{{QStringLiteral("uuid"), run.uuid},
+                        {QStringLiteral("session"), run.session},
+                        {QStringLiteral("application"), run.application},
+                        {QStringLiteral("executable"), run.executable},
+                        {QStringLiteral("qt_version"), run.qtVersion},
+                        {QStringLiteral("platform"), run.platform},
+                        {QStringLiteral("locale"), run.locale},
+                        {QStringLiteral("architecture"), run.architecture},
+                        {QStringLiteral("started"), run.started},
+                        {QStringLiteral("labels"), objectOf(run.labels)},
+                        {QStringLiteral("contexts"), QJsonArray::fromStringList(run.contexts)},
+                        {QStringLiteral("complete"), run.isComplete},
+                        {QStringLiteral("partial_reason"), run.partialReason},
+                        {QStringLiteral("bytes_lost"), run.bytesLost},
+                        {QStringLiteral("messages"), run.messages},
+                        {QStringLiteral("messages_lost"), run.messagesLost}});
+    }
+    return array;
+}
+
+QJsonArray JsonReport::windows() const {
+    QJsonArray array;
+    const QList<int> windows = m_coverage.tree().windows();
+    for (const int index : windows) {
+        array.append(window(index));
+    }
+    return array;
+}
+
+QJsonObject JsonReport::window(int window) const {
+    const CoverageTree& tree = m_coverage.tree();
+    QJsonArray elements;
+    QJsonArray unopened;
+    for (const int node : tree.nodesOf(window)) {
+        if (tree.node(node).isMenu && !tree.node(node).isOpenedMenu) {
+            unopened.append(tree.keyOf(node).toKey());
+        }
+        if (tree.node(node).isCountable) {
+            elements.append(element(node));
+        }
+    }
+    return {{QStringLiteral("application"), tree.node(window).application},
+            {QStringLiteral("key"), tree.node(window).step.toKey()},
+            {QStringLiteral("totals"), totalsOf(tree.totalsOf(window))},
+            {QStringLiteral("unopened_menus"), unopened},
+            {QStringLiteral("elements"), elements}};
+}
+
+QJsonObject JsonReport::element(int node) const {
+    const CoverageTree& tree = m_coverage.tree();
+    const CoverageTree::Node& element = tree.node(node);
+    return {{QStringLiteral("key"), tree.keyOf(node).toKey()},
+            {QStringLiteral("structure_key"), element.structureKey},
+            {QStringLiteral("type"), element.type},
+            {QStringLiteral("class"), element.className},
+            {QStringLiteral("text"), textOrNull(element.text)},
+            {QStringLiteral("state"), nameOf(tree.stateOf(node))},
+            {QStringLiteral("ignored_by"),
+             element.ignoredBy < 0 ? QJsonValue() : QJsonValue(element.ignoredBy)},
+            {QStringLiteral("events"), events(element.events)}};
+}
+
+QJsonArray JsonReport::events(const Events& events) const {
+    const QStringList& contexts = m_coverage.tree().contexts();
+    QJsonArray array;
+    for (auto it = events.cbegin(); it != events.cend(); ++it) {
+        QJsonObject byContext;
+        for (auto hit = it->byContext.cbegin(); hit != it->byContext.cend(); ++hit) {
+            byContext.insert(contexts.at(hit.key()), hit.value());
+        }
+        array.append(QJsonObject{{QStringLiteral("name"), it.key()},
+                                 {QStringLiteral("count"), it->count},
+                                 {QStringLiteral("in_ratio"), !it->isNeverCounted},
+                                 {QStringLiteral("contexts"), byContext}});
+    }
+    return array;
+}
+
+QJsonArray JsonReport::ignoreRules() const {
+    QJsonArray array;
+    const QVector<Config::IgnoreRule>& rules = m_coverage.configuration().ignoreRules;
+    for (int i = 0; i < rules.size(); ++i) {
+        const Coverage::RuleUse use = m_coverage.ruleUses().value(i);
+        array.append(QJsonObject{{QStringLiteral("rule"), rules.at(i).toString()},
+                                 {QStringLiteral("why"), rules.at(i).why},
+                                 {QStringLiteral("line"), rules.at(i).line},
+                                 {QStringLiteral("elements"), use.elements},
+                                 {QStringLiteral("used_elements"), use.usedElements}});
+    }
+    return array;
+}
+
+QJsonArray JsonReport::gates() const {
+    QJsonArray array;
+    for (const GateResult& gate : m_gates) {
+        array.append(QJsonObject{{QStringLiteral("gate"), gate.name},
+                                 {QStringLiteral("finding"), gate.finding},
+                                 {QStringLiteral("met"), gate.isMet}});
+    }
+    return array;
+}
+
+} // namespace Uicov::Report

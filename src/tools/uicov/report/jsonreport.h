@@ -1,0 +1,44 @@
+#pragma once
+
+#include "report/coverage.h"
+#include "report/gatekeeper.h"
+
+#include <QByteArray>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QVector>
+
+namespace Uicov::Report {
+
+/**
+ * The report for programs, with everything in it that is known. docs/json-format.md describes the
+ * format, which has a version of its own.
+ */
+class JsonReport {
+public:
+    static constexpr int formatVersion = 1;
+
+    explicit JsonReport(const Coverage& coverage, const QVector<GateResult>& gates = {});
+
+    QJsonObject toObject() const;
+    /** Indented, ending with a line feed; equal reports give equal bytes. */
+    QByteArray toBytes() const;
+
+    static QJsonObject totalsOf(const CoverageTree::Totals& totals);
+    /** "used", "shown" or "missed". */
+    static QString nameOf(State state);
+
+private:
+    QJsonArray runs() const;
+    QJsonArray windows() const;
+    QJsonObject window(int window) const;
+    QJsonObject element(int node) const;
+    QJsonArray events(const Events& events) const;
+    QJsonArray ignoreRules() const;
+    QJsonArray gates() const;
+
+    const Coverage& m_coverage;
+    QVector<GateResult> m_gates;
+};
+
+} // namespace Uicov::Report

@@ -1,0 +1,120 @@
+#include "report/junitreport.h"
+
+#include "console/displaytext.h"
+#include "report/percentage.h"
+#include "report/textreport.h"
+
+#include <QXmlStreamWriter>
+
+#include <algorithm>
+
+namespace Uicov::Report {
+
+namespace {
+
+/** XML has no way to write most control characters, so that they are made visible. */
+QString plain(const QString& text) {
+    return Console::DisplayText::escaped(text);
+}
+
+struct Case {
+    QString className;
+    QString name;
+    /** Why it failed; empty when it did not. */
+    QString failure;
+    QString output;
+};
+
+void write(QXmlStreamWriter& xml, const Case& testCase) {
+    xml.writeStartElement(QStringLiteral("testcase"));
+    xml.writeAttribute(QStringLiteral("classname"), testCase.className);
+    xml.writeAttribute(QStringLiteral("name"), testCase.name);
+    xml.writeAttribute(QStringLiteral("time"), QStringLiteral("0"));
+    if (!testCase.failure.isEmpty()) {
+        xml.writeStartElement(QStringLiteral("failure"));
+        xml.writeAttribute(QStringLiteral("message"), testCase.failure);
+        xml.writeAttribute(QStringLiteral("type"), QStringLiteral("gate-not-met"));
+        xml.writeEndElement();
+    }
+    if (!testCase.output.isEmpty()) {
+        xml.writeTextElement(QStringLiteral("system-out"), testCase.output);
+    }
+    xml.writeEndElement();
+}
+
+Case caseOfWindow(const Coverage& coverage, int window, const QVector<GateResult>& gates,
+                  int digits) {
+    const CoverageTree& tree = coverage.tree();
+    const CoverageTree::Totals totals = tree.totalsOf(window);
+    Case result;
+    const QString application = plain(tree.node(window).application);
+    result.className = QStringLiteral("uicov") +
+                       (application.isEmpty() ? QString() : QLatin1Char('.') + application);
+    result.name = plain(tree.node(window).step.toString());
+    QStringList failures;
+    for (const GateResult& gate : gates) {
+        if (gate.window == window && !gate.isMet) {
+            failures.append(plain(gate.name) + QStringLiteral(": ") + plain(gate.finding));
+        }
+    }
+    result.failure = failures.join(QStringLiteral("; "));
+    result.output = QStringLiteral("%1 of %2 elements used, %3\n")
+                        .arg(totals.used)
+                        .arg(totals.elements)
+                        .arg(Percentage::text(totals.used, totals.elements, digits));
+    for (const int node : tree.nodesOf(window)) {
+        if (tree.counts(node) && tree.stateOf(node) != State::Used) {
+            result.output += (tree.stateOf(node) == State::Shown ? QStringLiteral("shown   ")
+                                                                 : QStringLiteral("missed  ")) +
+                             TextReport::stepsBelowWindow(tree, node) + QLatin1Char('\n');
+        }
+    }
+    return result;
+}
+
+} // namespace
+
+JUnitReport::JUnitReport(const Coverage& coverage, const QVector<GateResult>& gates)
+    : m_coverage(coverage)
+    , m_gates(gates) {}
+
+QByteArray JUnitReport::toBytes() const {
+    std::vector<Case> cases;
+    const CoverageTree& tree = m_coverage.tree();
+    const QList<int> windows = tree.windows();
+    for (const int window : windows) {
+        if (tree.totalsOf(window).elements > 0) {
+            cases.push_back(caseOfWindow(m_coverage, window, m_gates, m_precision));
+        }
+    }
+    for (const GateResult& gate : m_gates) {
+        if (gate.window < 0) {
+            cases.push_back({QStringLiteral("uicov.gates"), plain(gate.name),
+                             gate.isMet ? QString() : plain(gate.finding),
+                             gate.isMet ? plain(gate.finding) : QString()});
+        }
+    }
+    const auto failures = std::count_if(cases.cbegin(), cases.cend(), [](const Case& testCase) {
+        return !testCase.failure.isEmpty();
+    });
+    QByteArray bytes;
+    QXmlStreamWriter xml(&bytes);
+    xml.setAutoFormatting(true);
+    xml.setAutoFormattingIndent(2);
+    xml.writeStartDocument();
+    for (const char* element : {"testsuites", "testsuite"}) {
+        xml.writeStartElement(QLatin1String(element));
+        xml.writeAttribute(QStringLiteral("name"), QStringLiteral("uicov"));
+        xml.writeAttribute(QStringLiteral("tests"), QString::number(cases.size()));
+        xml.writeAttribute(QStringLiteral("failures"), QString::number(failures));
+        xml.writeAttribute(QStringLiteral("errors"), QStringLiteral("0"));
+        xml.writeAttribute(QStringLiteral("time"), QStringLiteral("0"));
+    }
+    for (const Case& testCase : cases) {
+        write(xml, testCase);
+    }
+    xml.writeEndDocument();
+    return bytes;
+}
+
+} // namespace Uicov::Report

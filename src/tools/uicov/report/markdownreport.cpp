@@ -1,0 +1,125 @@
+#include "report/markdownreport.h"
+
+#include "console/displaytext.h"
+#include "report/percentage.h"
+#include "report/textreport.h"
+#include "report/windoworder.h"
+
+#include <algorithm>
+
+namespace Uicov::Report {
+
+MarkdownReport::MarkdownReport(const Coverage& coverage)
+    : m_coverage(coverage) {}
+
+QString MarkdownReport::escaped(const QString& text) {
+    const QString plain = Console::DisplayText::escaped(text);
+    QString result;
+    for (const QChar character : plain) {
+        switch (character.unicode()) {
+        case '&':
+            result += QLatin1String("&amp;");
+            break;
+        case '<':
+            result += QLatin1String("&lt;");
+            break;
+        case '>':
+            result += QLatin1String("&gt;");
+            break;
+        case '@': // would call people by their names
+            result += QLatin1String("&#64;");
+            break;
+        case '\\':
+        case '`':
+        case '*':
+        case '_':
+        case '[':
+        case ']':
+        case '|':
+        case '~':
+        case '!':
+        case '#':
+        case '$':
+        case ':':
+            result += QLatin1Char('\\');
+            result += character;
+            break;
+        default:
+            result += character;
+        }
+    }
+    return result;
+}
+
+QString MarkdownReport::row(const QString& name, const CoverageTree::Totals& totals) const {
+    return QStringLiteral("| ") +
+           QStringList{name,
+                       QString::number(totals.elements),
+                       QString::number(totals.used),
+                       QString::number(totals.shown),
+                       QString::number(totals.missed),
+                       Percentage::text(totals.used, totals.elements, m_precision),
+                       QStringLiteral("%1/%2").arg(totals.coveredEvents).arg(totals.events)}
+               .join(QStringLiteral(" | ")) +
+           QStringLiteral(" |\n");
+}
+
+QStringList MarkdownReport::missedLines(int window) const {
+    const CoverageTree& tree = m_coverage.tree();
+    QStringList lines;
+    for (const int node : tree.nodesOf(window)) {
+        if (!tree.counts(node) || tree.stateOf(node) == State::Used) {
+            continue;
+        }
+        lines.append(QStringLiteral("- %1: %2 (never: %3)\n")
+                         .arg(tree.stateOf(node) == State::Shown ? QStringLiteral("shown")
+                                                                 : QStringLiteral("missed"),
+                              escaped(TextReport::stepsBelowWindow(tree, node)),
+                              TextReport::uncoveredEvents(tree.node(node))
+                                  .join(QStringLiteral(", "))
+                                  .toHtmlEscaped()));
+    }
+    return lines;
+}
+
+QString MarkdownReport::toString() const {
+    const CoverageTree& tree = m_coverage.tree();
+    const CoverageTree::Totals all = tree.totals();
+    QString text = QStringLiteral("## GUI coverage: %1\n\n")
+                       .arg(Percentage::text(all.used, all.elements, m_precision));
+    for (const GateResult& gate : m_gates) {
+        text += QStringLiteral("- %1 %2: %3\n")
+                    .arg(gate.isMet ? QStringLiteral("met:") : QStringLiteral("**not met:**"),
+                         escaped(gate.name), escaped(gate.finding));
+    }
+    text += m_gates.isEmpty() ? QString() : QStringLiteral("\n");
+    text += QStringLiteral("| Window | Elements | Used | Shown | Missed | Cover | Events |\n"
+                           "|:---|---:|---:|---:|---:|---:|---:|\n");
+    QString missed;
+    const QList<int> windows = WindowOrder::sorted(tree, m_order);
+    const bool isOneOfSeveral = std::any_of(windows.cbegin(), windows.cend(), [&](int window) {
+        return tree.node(window).application != tree.node(windows.first()).application;
+    });
+    for (const int window : windows) {
+        const CoverageTree::Totals totals = tree.totalsOf(window);
+        if (m_skipsCovered && totals.used == totals.elements) {
+            continue;
+        }
+        const QString name =
+            (isOneOfSeveral ? escaped(tree.node(window).application) + QStringLiteral(": ")
+                            : QString()) +
+            escaped(TextReport::displayed(tree.node(window).step));
+        text += row(name, totals);
+        const QStringList lines = m_listsMissed ? missedLines(window) : QStringList();
+        if (!lines.isEmpty()) {
+            missed += QStringLiteral("\n### %1\n\n").arg(name) + lines.join(QString());
+        }
+    }
+    text += row(QStringLiteral("**TOTAL**"), all) + missed;
+    for (const QString& note : m_notes) {
+        text += QLatin1Char('\n') + escaped(note) + QLatin1Char('\n');
+    }
+    return text;
+}
+
+} // namespace Uicov::Report

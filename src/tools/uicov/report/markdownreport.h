@@ -1,0 +1,42 @@
+#pragma once
+
+#include "report/coverage.h"
+#include "report/gatekeeper.h"
+
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+namespace Uicov::Report {
+
+/** The report as a table for pull requests and wikis. Texts of applications stay data. */
+class MarkdownReport {
+public:
+    explicit MarkdownReport(const Coverage& coverage);
+
+    void setListsMissed(bool lists) { m_listsMissed = lists; }
+    void setPrecision(int digits) { m_precision = digits; }
+    void setOrder(const QString& order) { m_order = order; }
+    void setSkipsCovered(bool skips) { m_skipsCovered = skips; }
+    void setNotes(const QStringList& notes) { m_notes = notes; }
+    void setGates(const QVector<GateResult>& gates) { m_gates = gates; }
+
+    QString toString() const;
+
+    /** The text so that no character of it means anything to Markdown or HTML. */
+    static QString escaped(const QString& text);
+
+private:
+    QString row(const QString& name, const CoverageTree::Totals& totals) const;
+    QStringList missedLines(int window) const;
+
+    const Coverage& m_coverage;
+    bool m_listsMissed = false;
+    int m_precision = 0;
+    QString m_order;
+    bool m_skipsCovered = false;
+    QStringList m_notes;
+    QVector<GateResult> m_gates;
+};
+
+} // namespace Uicov::Report

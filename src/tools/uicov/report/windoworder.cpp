@@ -1,0 +1,62 @@
+#include "report/windoworder.h"
+
+#include "report/percentage.h"
+
+#include <algorithm>
+
+namespace Uicov::Report {
+
+namespace {
+
+/** Less comes first. */
+double rank(const CoverageTree::Totals& totals, const QString& order) {
+    if (order == QLatin1String("elements")) {
+        return -totals.elements;
+    }
+    if (order == QLatin1String("missed")) {
+        return -(totals.elements - totals.used);
+    }
+    if (order == QLatin1String("cover")) {
+        return Percentage::exact(totals.used, totals.elements);
+    }
+    return 0;
+}
+
+} // namespace
+
+QStringList WindowOrder::choices() {
+    return {QStringLiteral("name"), QStringLiteral("elements"), QStringLiteral("missed"),
+            QStringLiteral("cover")};
+}
+
+QList<int> WindowOrder::sorted(const CoverageTree& tree, const QString& order) {
+    const bool isReversed = order.startsWith(QLatin1Char('-'));
+    const QString key = isReversed ? order.mid(1) : order;
+    struct Row {
+        int window;
+        double rank;
+    };
+    QMap<QString, std::vector<Row>> applications;
+    const QList<int> windows = tree.windows(); // by application and name
+    for (const int window : windows) {
+        const CoverageTree::Totals totals = tree.totalsOf(window);
+        if (totals.elements > 0) {
+            applications[tree.node(window).application].push_back({window, rank(totals, key)});
+        }
+    }
+    QList<int> sorted;
+    for (std::vector<Row>& rows : applications) {
+        if (isReversed) {
+            std::reverse(rows.begin(), rows.end());
+        }
+        std::stable_sort(rows.begin(), rows.end(), [&](const Row& a, const Row& b) {
+            return isReversed ? b.rank < a.rank : a.rank < b.rank;
+        });
+        for (const Row& row : rows) {
+            sorted.append(row.window);
+        }
+    }
+    return sorted;
+}
+
+} // namespace Uicov::Report
