@@ -91,7 +91,8 @@ class TestIdentity : public TestLib::TestCase {
 private Q_SLOTS:
     void initTestCase() {
         m_base = keysAfter({});
-        // menus with their entries, the controls, the tool bar, the dialog: the session reached them
+        // menus with their entries, the controls, the tool bar, the dialog: the session reached
+        // them
         QVERIFY(m_base.keys.size() >= 30);
     }
 
