@@ -43,7 +43,7 @@ struct Known {
 
     bool isUsed() const {
         const QSet<QString> all = announced & happened;
-        return (all - QSet<QString>{shown}).size() > 0 ||
+        return !(all - QSet<QString>{shown}).isEmpty() ||
                (announced == QSet<QString>{shown} && all == announced);
     }
 };

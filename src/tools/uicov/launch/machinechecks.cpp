@@ -16,7 +16,7 @@ using Result = Finding::Result;
 
 namespace {
 
-constexpr qint64 mebibyte = 1024 * 1024;
+constexpr qint64 mebibyte = qint64{1024} * 1024;
 /** Below these a run with pictures may not, or will not, find room. */
 constexpr qint64 scarceSpace = 200 * mebibyte;
 constexpr qint64 noSpace = 4 * mebibyte;

@@ -51,7 +51,7 @@ private Q_SLOTS:
             lines.first(),
             QStringLiteral("+0.000000 process application=\"panel\" pid=\"42\" session=\"S1\""));
         QVERIFY(lines.last().isEmpty());
-        const QString end = lines.at(lines.size() - 2);
+        const QString& end = lines.at(lines.size() - 2);
         QVERIFY2(end.startsWith(QStringLiteral("+1.500000 end messages=")), qPrintable(end));
         // process, three log lines, end, and what stands between
         QCOMPARE(lines.size() - 1, end.section(QLatin1Char('='), 1).toInt() + 5);
@@ -162,7 +162,7 @@ private Q_SLOTS:
         const QVector<QJsonObject> lines = objects(QStringLiteral("data.uicov"));
         QVERIFY(lines.size() > 10);
         QCOMPARE(lines.first().value(QStringLiteral("schema")).toInt(), 1);
-        const QJsonObject run = lines.at(1);
+        const QJsonObject& run = lines.at(1);
         QCOMPARE(run.value(QStringLiteral("application")).toString(), QStringLiteral("panel"));
         QVERIFY(run.value(QStringLiteral("complete")).toBool());
         QCOMPARE(run.value(QStringLiteral("elements")).toInt(), lines.size() - 2);

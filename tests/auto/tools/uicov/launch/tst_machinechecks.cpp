@@ -79,7 +79,7 @@ private Q_SLOTS:
     }
 
     void aLimitOfTheSizeOfFiles() {
-        constexpr rlim_t mebibyte = 1024 * 1024;
+        constexpr rlim_t mebibyte = rlim_t{1024} * 1024;
         QVERIFY(limitGives(RLIM_INFINITY, Result::Ok));
         QVERIFY(limitGives(1000 * mebibyte, Result::Ok));
         QVERIFY(limitGives(100 * mebibyte, Result::Warning));

@@ -93,8 +93,8 @@ private Q_SLOTS:
         const QStringList lines = print(recording);
         const char* const parts[] = {
             "'child':'{b}','frame':'message','id':'{w}','microseconds':0,'record':'childAdded'",
-            "'event':'clicked','frame':'message','id':'{b}','microseconds':0,"
-            "'record':'eventRegistered'",
+            ("'event':'clicked','frame':'message','id':'{b}','microseconds':0,"
+             "'record':'eventRegistered'"),
             "'record':'geometryChanged','rect':{'bottom':5,'left':1,'right':3,'top':2}",
             "'height':3,'width':4},'record':'imageChanged'",
             "'record':'standardTypeChanged','type':'Button'",
@@ -102,8 +102,8 @@ private Q_SLOTS:
             "'record':'transparentNodeChanged','value':true",
             "'record':'subgraphTransparentChanged','value':true",
             "'record':'windowNodeChanged','value':true",
-            "'count':1,'event':'clicked','frame':'message','id':'{b}','microseconds':0,"
-            "'record':'usageIncreased'"};
+            ("'count':1,'event':'clicked','frame':'message','id':'{b}','microseconds':0,"
+             "'record':'usageIncreased'")};
         for (const char* part : parts) {
             const QStringList found = lines.filter(json(part));
             QVERIFY2(found.size() == 1, part);
@@ -119,7 +119,7 @@ private Q_SLOTS:
         recording.announce(window);
         const QStringList lines = print(recording);
         QCOMPARE(lines.size(), 1);
-        const QString line = lines.first();
+        const QString& line = lines.first();
         const QString root = json("'id':'{w}','microseconds':0,'record':'elementAdded'");
         const QString children = json("'children':[");
         const QString noText = json("'text':null");
