@@ -5,6 +5,7 @@
 #include "commands/erasecommand.h"
 #include "commands/exitcode.h"
 #include "commands/helpformatter.h"
+#include "commands/htmlcommand.h"
 #include "commands/reportcommand.h"
 #include "commands/runcommand.h"
 #include "console/terminal.h"
@@ -39,6 +40,7 @@ CommandLine::CommandLine(Console::Terminal& terminal)
     m_commands.push_back(std::make_unique<RunCommand>());
     m_commands.push_back(std::make_unique<CombineCommand>());
     m_commands.push_back(std::make_unique<ReportCommand>());
+    m_commands.push_back(std::make_unique<HtmlCommand>());
     m_commands.push_back(std::make_unique<DumpCommand>());
     m_commands.push_back(std::make_unique<EraseCommand>());
 }

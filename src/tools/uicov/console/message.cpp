@@ -65,6 +65,8 @@ QString messageName(Message message) {
         return QStringLiteral("output-foreign");
     case Message::NoSuchRun:
         return QStringLiteral("no-such-run");
+    case Message::PageTooLarge:
+        return QStringLiteral("page-too-large");
     }
     return {};
 }

@@ -38,10 +38,11 @@ enum class Message {
     DataFileBusy,
     DataFileDamaged,
     OutputForeign,
-    NoSuchRun
+    NoSuchRun,
+    PageTooLarge
 };
 
-constexpr int messageCount = static_cast<int>(Message::NoSuchRun) + 1;
+constexpr int messageCount = static_cast<int>(Message::PageTooLarge) + 1;
 
 /** The stable name: lower case words joined by hyphens. */
 QString messageName(Message message);
