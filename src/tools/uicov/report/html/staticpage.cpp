@@ -79,6 +79,12 @@ QString apartText(PageModel::Apart apart) {
     return {};
 }
 
+QString why(PageModel::Apart apart) {
+    return apart == PageModel::Apart::None ? QString()
+                                           : QStringLiteral("<span class=\"why\">not outlined: ") +
+                                                 apartText(apart) + QStringLiteral("</span>");
+}
+
 int rank(State state) {
     return state == State::Missed ? 0 : state == State::Shown ? 1 : 2;
 }
@@ -222,13 +228,15 @@ QString StaticPage::outline(const PageModel::Node& node) const {
                             .arg(place.y())
                             .arg(place.width())
                             .arg(place.height());
-    return QStringLiteral("<g class=\"outline %1\"><rect class=\"halo\" %2/><rect class=\"line\" "
+    return QStringLiteral("<g class=\"outline %1\"><rect %2 fill=\"%6\"/><rect class=\"halo\" "
+                          "%2/><rect class=\"line\" "
                           "%2/><use href=\"#badge-%1\" x=\"%3\" y=\"%4\" width=\"%5\" "
                           "height=\"%5\"/></g>")
         .arg(stateName(node.state), box)
         .arg(place.x() + place.width() - badgeSize)
         .arg(place.y())
-        .arg(badgeSize);
+        .arg(badgeSize)
+        .arg(node.state == State::Missed ? QStringLiteral("url(#hatch)") : QStringLiteral("none"));
 }
 
 QVector<const PageModel::Node*> StaticPage::sortedNodes(const PageModel::Window& window) const {
@@ -246,11 +254,11 @@ QVector<const PageModel::Node*> StaticPage::sortedNodes(const PageModel::Window&
 }
 
 QString StaticPage::elements(const PageModel::Window& window) const {
-    QString html = QStringLiteral("<div class=\"wide\"><table>") +
-                   headings({QStringLiteral("State"), QStringLiteral("Element"),
-                             QStringLiteral("Class"), QStringLiteral("Happened"),
-                             QStringLiteral("Never"), QStringLiteral("Not outlined because")}) +
-                   QStringLiteral("<tbody>\n");
+    QString html =
+        QStringLiteral("<div class=\"wide\"><table>") +
+        headings({QStringLiteral("State"), QStringLiteral("Element"), QStringLiteral("Class"),
+                  QStringLiteral("Happened"), QStringLiteral("Never")}) +
+        QStringLiteral("<tbody>\n");
     const QVector<const PageModel::Node*> nodes = sortedNodes(window);
     for (const PageModel::Node* const node : nodes) {
         html += elementRow(*node);
@@ -261,13 +269,11 @@ QString StaticPage::elements(const PageModel::Window& window) const {
 QString StaticPage::elementRow(const PageModel::Node& node) const {
     if (!node.isCountable) {
         return QStringLiteral("<tr><td>unopened</td>") + cell(name(node)) +
-               QStringLiteral(
-                   "<td></td><td></td><td></td><td>what is in it is unknown</td></tr>\n");
+               QStringLiteral("<td></td><td></td><td>opened; what is in it is unknown</td></tr>\n");
     }
-    return QStringLiteral("<tr>") + stateCell(node.state) + cell(name(node)) +
+    return QStringLiteral("<tr>") + stateCell(node.state) + cell(name(node) + why(node.apart)) +
            cell(HtmlText::content(node.className)) + cell(eventsText(node.events, true)) +
-           cell(eventsText(node.events, false)) + cell(apartText(node.apart)) +
-           QStringLiteral("</tr>\n");
+           cell(eventsText(node.events, false)) + QStringLiteral("</tr>\n");
 }
 
 QString StaticPage::name(const PageModel::Node& node) const {

@@ -37,6 +37,13 @@ Page.list = (() => {
             : `${node.state}, ${node.kind}${happened(node) ? `, ${happened(node)}` : ""}`;
     }
 
+    /** What tells more than the name: what it is, or, where that is the name, what is written in it. */
+    function beside(node, name) {
+        const text = node.label || !node.text ? "" : `“${node.text}”`;
+        const words = name.startsWith(node.kind) ? text : node.kind;
+        return words ? el("span", {class: "kind"}, shown(words)) : null;
+    }
+
     function row(list, item, index) {
         const {node} = item;
         const where = [...(list.showsWindows ? [Page.model.windowName(Page.model.data.windows[node.window])] : []),
@@ -48,7 +55,7 @@ Page.list = (() => {
             "aria-label": plain(`${name}: ${describe(node)}${where.length ? `, in ${where.join(" › ")}` : ""}`),
             "data-node": node.index},
             node.unopened ? el("span", {class: "glyph unopened", "aria-hidden": "true"}, "▸") : glyph(node.state),
-            el("span", {class: "name"}, shown(name), el("span", {class: "kind"}, shown(node.kind))),
+            el("span", {class: "name"}, shown(name), beside(node, name)),
             el("span", {class: "detail"}, where.length ? [shown(where.join(" › ")), " — "] : null, shown(detail)));
         element.style.top = `${index * rowHeight}px`;
         return element;
@@ -119,7 +126,8 @@ Page.list = (() => {
 
     function move(list, step) {
         const index = list.nodes.indexOf(list.selected);
-        const next = index < 0 ? (step > 0 ? 0 : list.nodes.length - 1)
+        const start = Math.max(0, list.nodes.findIndex(list.isStart));
+        const next = index < 0 ? (step > 0 ? start : list.nodes.length - 1)
             : Math.min(list.nodes.length - 1, Math.max(0, index + step));
         if (list.nodes[next]) {
             list.on.select(list.nodes[next]);
@@ -142,7 +150,9 @@ Page.list = (() => {
     function create(id, label, on, showsWindows) {
         const space = el("div", {class: "space", role: "presentation"});
         const element = el("div", {class: "list", id, role: "listbox", tabindex: 0, "aria-label": label}, space);
-        const list = {id, element, space, on, showsWindows, items: [], nodes: [], count: 0, selected: null, hovered: null};
+        const list = {id, element, space, on, showsWindows, items: [], nodes: [], count: 0, selected: null, hovered: null,
+            /** Where the keyboard starts when nothing is selected. */
+            isStart: () => true};
         const nodeAt = (event) => Page.model.data.nodes[event.target.closest(".row")?.dataset.node] ?? null;
         element.addEventListener("scroll", () => paint(list), {passive: true});
         element.addEventListener("keydown", (event) => onKey(list, event));

@@ -58,7 +58,7 @@ Page.model = (() => {
 
     /** What stands between the window and the element; deep paths lose their middle. */
     function path(node) {
-        const names = steps(node).slice(1, -1).map(name);
+        const names = steps(node).slice(1, -1).filter((step) => step.kind !== "Menu").map(name);
         return names.length > 8 ? [...names.slice(0, 4), "…", ...names.slice(-3)] : names;
     }
 

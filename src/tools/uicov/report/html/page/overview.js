@@ -16,7 +16,7 @@ Page.overview = (() => {
     const trendRuns = 60;
 
     function figure(state, value, word) {
-        return el("li", {class: state}, glyph(state), el("strong", {}, number(value)), ` ${word}`);
+        return el("li", {class: state}, glyph(state), " ", el("strong", {}, number(value)), ` ${word}`);
     }
 
     function sum() {
@@ -36,7 +36,7 @@ Page.overview = (() => {
     function windowRow(window) {
         const {totals} = window;
         const link = el("a", {href: Page.main.linkTo({window: window.index})}, shown(Page.model.windowName(window)));
-        const row = el("tr", {}, el("th", {scope: "row"}, link),
+        const row = el("tr", {}, el("th", {scope: "row"}, link, el("span", {class: "below"}, shown(window.application))),
             Page.model.data.applications.length > 1 ? el("td", {class: "application"}, shown(window.application)) : null,
             el("td", {class: "number"}, number(totals.elements)), el("td", {class: "share"}, bar(totals)),
             ...["missed", "shown", "used"].map((state) =>

@@ -59,15 +59,16 @@ Page.picture = (() => {
         if (!scale) {
             return;
         }
-        const size = badge / scale;
         for (const group of picture.querySelectorAll(".outline")) {
             const [x, y, width, height] = Page.model.data.nodes[group.dataset.node].place;
             const [left, top, all] = surface.bounds;
-            const isSmall = Math.min(width, height) < 1.4 * size;
-            const inset = isSmall ? size * 0.35 : size * 0.75;
+            const isSmall = Math.min(width, height) * scale < 2 * badge;
+            const factor = (isSmall ? 0.75 : 1) / scale;
+            const size = badge * factor;
+            const inset = size * (isSmall ? 0.4 : 0.75);
             const use = group.querySelector(".badge");
             use.setAttribute("transform",
-                `translate(${Math.min(x + width - inset, left + all - size)} ${Math.max(y - size + inset, top)}) scale(${1 / scale})`);
+                `translate(${Math.min(x + width - inset, left + all - size)} ${Math.max(y - size + inset, top)}) scale(${factor})`);
         }
     }
 

@@ -16,7 +16,7 @@ Page.text = (() => {
                 element.setAttribute(name, value);
             }
         }
-        element.append(...children.flat().filter((child) => child !== null && child !== undefined && child !== false));
+        element.append(...children.flat(Infinity).filter((child) => child !== null && child !== undefined && child !== false));
         return element;
     }
 

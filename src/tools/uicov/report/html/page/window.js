@@ -80,6 +80,7 @@ Page.window = (() => {
             return;
         }
         state.surface = index;
+        state.list.isStart = (node) => node.surface === index;
         const surface = Page.model.data.surfaces[index];
         const isEmpty = surface.bounds[2] <= 0 || surface.bounds[3] <= 0;
         const nodes = state.all.filter((node) => node.surface === index);
