@@ -4,23 +4,23 @@
 Page.filter = (() => {
     const fields = {s: "state", t: "type or class", w: "window", e: "event that happened",
                     never: "event that never happened", c: "context", k: "key"};
-    const token = /(!?)(?:([a-z]+):)?(?:"([^"]*)"?|(\S+))|(!?)([a-z]+):(?=\s|$)/gi;
+    const token = /!?(?<open>[a-z]+):(?=\s|$)|(?<not>!?)(?:(?<field>[a-z]+):)?(?:"(?<quoted>[^"]*)"?|(?<word>\S+))/gi;
 
     /** {terms, problems}; a term is {field, values, isNegated}. */
     function parse(text) {
         const terms = [];
         const problems = [];
-        for (const match of text.matchAll(token)) {
-            const name = (match[2] ?? match[6] ?? "").toLowerCase();
-            const raw = match[3] ?? match[4] ?? "";
-            if (match[6]) {
-                problems.push(`${name}: has nothing behind it yet`);
+        for (const {groups} of text.matchAll(token)) {
+            const name = (groups.field ?? "").toLowerCase();
+            const raw = groups.quoted ?? groups.word ?? "";
+            if (groups.open) {
+                problems.push(`${groups.open}: has nothing behind it yet`);
             } else if (name && !(name in fields)) {
                 problems.push(`there is no ${name}: (only ${Object.keys(fields).join(": ")}:); put quotes around text with a colon`);
             } else if (name === "s") {
-                addStates(raw, Boolean(match[1]), terms, problems);
+                addStates(raw, Boolean(groups.not), terms, problems);
             } else if (raw) {
-                terms.push({field: name || "text", values: [pattern(raw, name)], isNegated: Boolean(match[1])});
+                terms.push({field: name || "text", values: [pattern(raw, name)], isNegated: Boolean(groups.not)});
             }
         }
         return {terms, problems};

@@ -127,7 +127,7 @@ Page.list = (() => {
     function move(list, step) {
         const index = list.nodes.indexOf(list.selected);
         const start = Math.max(0, list.nodes.findIndex(list.isStart));
-        const next = index < 0 ? (step > 0 ? start : list.nodes.length - 1)
+        const next = index < 0 && Number.isFinite(step) ? (step > 0 ? start : list.nodes.length - 1)
             : Math.min(list.nodes.length - 1, Math.max(0, index + step));
         if (list.nodes[next]) {
             list.on.select(list.nodes[next]);

@@ -178,7 +178,7 @@ Page.main = (() => {
                 glyph(state), el("span", {class: "word"}, state), el("span", {class: "many"}));
         }
         return el("header", {class: "bar-top"},
-            el("a", {class: "home", href: "#", "aria-label": "Overview of all"}, "uicov"),
+            el("a", {class: "home", href: "#", title: "Overview"}, "uicov"),
             el("div", {class: "find", role: "search"}, el("label", {for: "filter", class: "offscreen"}, "Filter"), input, status),
             el("div", {class: "toggles", role: "group", "aria-label": "States to show"}, Object.values(toggles)),
             themeButton,

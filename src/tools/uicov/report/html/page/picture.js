@@ -35,7 +35,8 @@ Page.picture = (() => {
     function outline(node, isWhole) {
         const [x, y, width, height] = node.place;
         const box = {x, y, width, height};
-        const isContainer = Page.model.data.nodes[node.index + 1]?.above === node.index;
+        const first = Page.model.data.nodes[node.index + 1];
+        const isContainer = first?.above === node.index && first.surface === node.surface;
         return svg("g", {class: `outline ${node.state}${isWhole ? " whole" : ""}`, "data-node": node.index},
                    svg("title", {}, plain(`${Page.model.stepName(node)}: ${node.state}`)),
                    svg("rect", {class: "area", ...box,
