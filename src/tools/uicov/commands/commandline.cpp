@@ -10,6 +10,7 @@
 #include "commands/exitcode.h"
 #include "commands/explaincommand.h"
 #include "commands/helpformatter.h"
+#include "commands/htmlcommand.h"
 #include "commands/jsoncommand.h"
 #include "commands/junitcommand.h"
 #include "commands/markcommand.h"
@@ -64,6 +65,7 @@ CommandLine::CommandLine(Console::Terminal& terminal)
     m_commands.push_back(std::make_unique<DumpCommand>());
     beginGroup("Answers");
     m_commands.push_back(std::make_unique<ReportCommand>());
+    m_commands.push_back(std::make_unique<HtmlCommand>());
     m_commands.push_back(std::make_unique<JsonCommand>());
     m_commands.push_back(std::make_unique<JUnitCommand>());
     m_commands.push_back(std::make_unique<BadgeCommand>());

@@ -26,7 +26,8 @@ void CoverageOptions::declare(CLI::App& app) {
     app.add_option("--contexts", m_contexts, "Count only what happened in contexts like this")
         ->type_name("PATTERN")
         ->expected(1)
-        ->take_all();
+        ->take_all()
+        ->allow_extra_args(false);
     app.add_flag("--strict", m_isStrict, "End with 3 when a run is partial");
 }
 
@@ -37,12 +38,14 @@ void CoverageOptions::declareGates(CLI::App& app) {
     app.add_option("--fail-under-window", m_failUnderWindows, "The same for windows like this")
         ->type_name("PATTERN=N")
         ->expected(1)
-        ->take_all();
+        ->take_all()
+        ->allow_extra_args(false);
     app.add_option("--require-window", m_requiredWindows,
                    "End with 2 when no window like this was opened")
         ->type_name("PATTERN")
         ->expected(1)
-        ->take_all();
+        ->take_all()
+        ->allow_extra_args(false);
 }
 
 void CoverageOptions::declareFiles(CLI::App& app) {

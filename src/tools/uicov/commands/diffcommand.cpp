@@ -32,6 +32,7 @@ CLI::App* DiffCommand::declare(CLI::App& commands) {
         ->delimiter(',')
         ->expected(1)
         ->take_all()
+        ->allow_extra_args(false)
         ->check(CLI::IsMember({"lost", "new-missed", "removed"}).description(""));
     app->add_option("--format", m_format, "text, markdown or json")
         ->type_name("NAME")

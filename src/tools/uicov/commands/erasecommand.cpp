@@ -60,11 +60,13 @@ CLI::App* EraseCommand::declare(CLI::App& commands) {
     app->add_option("--run", m_runs, "Only runs whose UUID starts with this")
         ->type_name("UUID")
         ->expected(1)
-        ->take_all();
+        ->take_all()
+        ->allow_extra_args(false);
     app->add_option("--label", m_labels, "Only runs with this label")
         ->type_name("NAME[=VALUE]")
         ->expected(1)
-        ->take_all();
+        ->take_all()
+        ->allow_extra_args(false);
     app->add_flag("-q,--quiet", m_isQuiet, "Print nothing but errors");
     app->add_option("FILE", m_files, "The data file (default: UICOV_FILE, else .uicov)")
         ->type_name("")

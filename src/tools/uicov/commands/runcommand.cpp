@@ -64,7 +64,8 @@ CLI::App* RunCommand::declare(CLI::App& commands) {
     app->add_option("--label", m_labels, "Call the run by NAME=VALUE; may be given several times")
         ->type_name("NAME=VALUE")
         ->expected(1)
-        ->take_all();
+        ->take_all()
+        ->allow_extra_args(false);
     app->add_option("--context", m_context, "Name what the run as a whole is, as a suite of tests")
         ->type_name("NAME")
         ->envname("UICOV_CONTEXT");

@@ -79,6 +79,8 @@ QString messageName(Message message) {
         return QStringLiteral("gate-not-met");
     case Message::NoSuchElement:
         return QStringLiteral("no-such-element");
+    case Message::PageTooLarge:
+        return QStringLiteral("page-too-large");
     }
     return {};
 }

@@ -45,10 +45,11 @@ enum class Message {
     IgnoreRuleUnused,
     IgnoreRuleHidesUse,
     GateNotMet,
-    NoSuchElement
+    NoSuchElement,
+    PageTooLarge
 };
 
-constexpr int messageCount = static_cast<int>(Message::NoSuchElement) + 1;
+constexpr int messageCount = static_cast<int>(Message::PageTooLarge) + 1;
 
 /** The stable name: lower case words joined by hyphens. */
 QString messageName(Message message);

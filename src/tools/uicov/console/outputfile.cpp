@@ -48,8 +48,7 @@ std::optional<Problem> OutputFile::open() {
     return std::nullopt;
 }
 
-void OutputFile::write(const QString& text) {
-    const QByteArray bytes = text.toUtf8();
+void OutputFile::writeBytes(const QByteArray& bytes) {
     if (!m_hasFailed && m_file->write(bytes) != bytes.size()) {
         m_hasFailed = true;
     }

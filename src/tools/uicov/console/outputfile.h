@@ -24,7 +24,8 @@ public:
 
     std::optional<Problem> open();
     /** What fails is kept and told by close(). */
-    void write(const QString& text);
+    void write(const QString& text) { writeBytes(text.toUtf8()); }
+    void writeBytes(const QByteArray& bytes);
     /** True when an earlier write failed, so that there is no use in going on. */
     bool hasFailed() const { return m_hasFailed; }
     /** The problem when not everything arrived; the file is then as it was before. */

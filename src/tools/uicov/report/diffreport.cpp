@@ -73,14 +73,14 @@ QString DiffReport::toMarkdown() const {
                     .arg(QLatin1String(section.title))
                     .arg(section.changes.size());
         for (const Comparison::Change& change : section.changes) {
-            text += QStringLiteral("- ") + MarkdownReport::escaped(change.key) + QLatin1Char('\n');
+            text += QStringLiteral("- ") + MarkdownReport::markup(change.key) + QLatin1Char('\n');
         }
     }
     if (!m_comparison.renamed().isEmpty()) {
         text += QStringLiteral("\n### Renamed? (a guess, counted above all the same)\n\n");
         for (const Comparison::Guess& guess : m_comparison.renamed()) {
-            text += QStringLiteral("- ") + MarkdownReport::escaped(guess.oldKey) +
-                    QStringLiteral(" → ") + MarkdownReport::escaped(guess.newKey) +
+            text += QStringLiteral("- ") + MarkdownReport::markup(guess.oldKey) +
+                    QStringLiteral(" → ") + MarkdownReport::markup(guess.newKey) +
                     QStringLiteral(" (") + guess.why + QStringLiteral(")\n");
         }
     }

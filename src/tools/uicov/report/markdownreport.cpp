@@ -13,9 +13,12 @@ MarkdownReport::MarkdownReport(const Coverage& coverage)
     : m_coverage(coverage) {}
 
 QString MarkdownReport::escaped(const QString& text) {
-    const QString plain = Console::DisplayText::escaped(text);
+    return markup(Console::DisplayText::escaped(text));
+}
+
+QString MarkdownReport::markup(const QString& displayed) {
     QString result;
-    for (const QChar character : plain) {
+    for (const QChar character : displayed) {
         switch (character.unicode()) {
         case '&':
             result += QLatin1String("&amp;");
@@ -71,13 +74,13 @@ QStringList MarkdownReport::missedLines(int window) const {
         if (!tree.counts(node) || tree.stateOf(node) == State::Used) {
             continue;
         }
-        lines.append(QStringLiteral("- %1: %2 (never: %3)\n")
-                         .arg(tree.stateOf(node) == State::Shown ? QStringLiteral("shown")
-                                                                 : QStringLiteral("missed"),
-                              escaped(TextReport::stepsBelowWindow(tree, node)),
-                              TextReport::uncoveredEvents(tree.node(node))
-                                  .join(QStringLiteral(", "))
-                                  .toHtmlEscaped()));
+        lines.append(
+            QStringLiteral("- %1: %2 (never: %3)\n")
+                .arg(tree.stateOf(node) == State::Shown ? QStringLiteral("shown")
+                                                        : QStringLiteral("missed"),
+                     markup(TextReport::stepsBelowWindow(tree, node)),
+                     markup(
+                         TextReport::uncoveredEvents(tree.node(node)).join(QStringLiteral(", ")))));
     }
     return lines;
 }
@@ -108,7 +111,7 @@ QString MarkdownReport::toString() const {
         const QString name =
             (isOneOfSeveral ? escaped(tree.node(window).application) + QStringLiteral(": ")
                             : QString()) +
-            escaped(TextReport::displayed(tree.node(window).step));
+            markup(TextReport::displayed(tree.node(window).step));
         text += row(name, totals);
         const QStringList lines = m_listsMissed ? missedLines(window) : QStringList();
         if (!lines.isEmpty()) {

@@ -23,8 +23,10 @@ public:
 
     QString toString() const;
 
-    /** The text so that no character of it means anything to Markdown or HTML. */
+    /** The text so that no character of it means anything to a terminal, Markdown or HTML. */
     static QString escaped(const QString& text);
+    /** The same for a text that was made fit for a terminal already. */
+    static QString markup(const QString& displayed);
 
 private:
     QString row(const QString& name, const CoverageTree::Totals& totals) const;

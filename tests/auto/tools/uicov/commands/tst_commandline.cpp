@@ -85,7 +85,7 @@ private Q_SLOTS:
         QTest::newRow("unknown verb") << words("reprot x") << "no verb reprot, only run, ";
         QTest::newRow("unknown option") << words("report --mised x") << "--mised";
         QTest::newRow("unknown option before the verb") << words("--mised report x") << "--mised";
-        QTest::newRow("no file") << words("report") << "one recording or more";
+        QTest::newRow("no key") << words("explain") << "the key of an element";
         QTest::newRow("unknown format") << words("dump --format xml a") << "xml";
         QTest::newRow("no application") << words("run") << "the application to start";
         QTest::newRow("no application behind the dashes") << words("run --") << "the application";

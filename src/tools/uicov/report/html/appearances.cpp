@@ -1,0 +1,141 @@
+#include "report/html/appearances.h"
+
+#include "identity/keywalk.h"
+#include "store/run.h"
+
+#include <QBuffer>
+#include <QImageReader>
+#include <QMap>
+
+#include <optional>
+
+namespace Uicov::Report::Html {
+
+using Identity::KeyWalk;
+using Store::RunElement;
+using Places = std::vector<KeyWalk::Place>;
+
+namespace {
+
+QSize sizeOf(const QByteArray& png) {
+    QBuffer buffer;
+    buffer.setData(png);
+    return QImageReader(&buffer, "png").size();
+}
+
+/** Whether the picture is one of that rectangle, be it of a screen with several pixels a point. */
+bool shows(const QSize& picture, const QRect& place) {
+    if (place.isEmpty()) {
+        return false;
+    }
+    const double across = double(picture.width()) / place.width();
+    const double down = double(picture.height()) / place.height();
+    return across >= 1 && qAbs(across - down) < 0.02;
+}
+
+QRect boundsOf(const RunElement& element, const QByteArray& png) {
+    const QRect place = element.place.value_or(QRect());
+    const QSize size = png.isEmpty() ? QSize() : sizeOf(png);
+    if (size.isEmpty() || shows(size, place)) {
+        return place;
+    }
+    return QRect(place.topLeft(), size);
+}
+
+/** In the coordinates of its surface. */
+std::optional<QRect> placeOf(const RunElement& element, const RunElement* above) {
+    const bool isInMenuBar = above != nullptr && element.type == QLatin1String("MenuItem") &&
+                             above->type == QLatin1String("MenuBar");
+    if (!element.place || !isInMenuBar) {
+        return element.place;
+    }
+    if (!above->place) {
+        return std::nullopt;
+    }
+    return element.place->translated(above->place->topLeft());
+}
+
+std::vector<int> nodesOf(const Store::Run& run, const Places& places, CoverageTree& tree) {
+    std::vector<int> nodes;
+    nodes.reserve(places.size());
+    for (const KeyWalk::Place& place : places) {
+        nodes.push_back(place.above < 0
+                            ? tree.window(place.step, run.application)
+                            : tree.child(nodes[static_cast<std::size_t>(place.above)], place.step));
+    }
+    return nodes;
+}
+
+} // namespace
+
+void Appearances::add(const Store::Run& run, CoverageTree& tree) {
+    const Places places = KeyWalk(run).places();
+    const std::vector<int> nodes = nodesOf(run, places, tree);
+    // By the index of the place: the same window can be there several times in a run.
+    QMap<int, Surface> surfaces;
+    std::vector<int> surfaceOfPlace(places.size());
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        const KeyWalk::Place& place = places[i];
+        const RunElement& element = run.element(place.element);
+        const auto above = static_cast<std::size_t>(qMax(0, place.above));
+        const QByteArray png = run.pictures.value(element.picture);
+        const bool isSurface = place.above < 0 || KeyWalk::isMenu(element);
+        surfaceOfPlace[i] = isSurface ? static_cast<int>(i) : surfaceOfPlace[above];
+        if (isSurface) {
+            surfaces.insert(static_cast<int>(i), {png, boundsOf(element, png), {}});
+        }
+        const RunElement* const parent =
+            place.above < 0 ? nullptr : &run.element(places[above].element);
+        Element& known = m_elements[nodes[i]];
+        known.className = Identity::ElementKey::normalisedClass(element.className);
+        known.text = element.text;
+        known.png = png.isEmpty() ? known.png : png;
+        if (const auto rectangle = placeOf(element, parent)) {
+            known.hasPlace = true;
+            surfaces[surfaceOfPlace[i]].places.insert(nodes[i], *rectangle);
+        }
+    }
+    QHash<int, Surface> ofThisRun;
+    for (auto it = surfaces.cbegin(); it != surfaces.cend(); ++it) {
+        keep(nodes[static_cast<std::size_t>(it.key())], *it, ofThisRun);
+    }
+    for (auto it = ofThisRun.cbegin(); it != ofThisRun.cend(); ++it) {
+        const auto known = m_surfaces.constFind(it.key());
+        // A newer picture is better than a fuller one, since the interface may have changed.
+        if (!it->png.isEmpty() || known == m_surfaces.cend()) {
+            m_surfaces.insert(it.key(), *it);
+        } else {
+            keep(it.key(), *it, m_surfaces);
+        }
+    }
+}
+
+/** The one with a picture, then the one in which more is to be seen, then the later one. */
+void Appearances::keep(int node, const Surface& candidate, QHash<int, Surface>& kept) {
+    const auto known = kept.constFind(node);
+    if (known != kept.cend()) {
+        const bool hasPicture = !candidate.png.isEmpty();
+        const bool hadPicture = !known->png.isEmpty();
+        const bool isBetter =
+            hasPicture != hadPicture ? hasPicture : candidate.places.size() >= known->places.size();
+        if (!isBetter) {
+            return;
+        }
+    }
+    kept.insert(node, candidate);
+}
+
+const Appearances::Surface* Appearances::surface(int node) const {
+    const auto it = m_surfaces.constFind(node);
+    return it == m_surfaces.cend() ? nullptr : &*it;
+}
+
+int Appearances::surfaceOf(const CoverageTree& tree, int node) {
+    int surface = node;
+    while (tree.node(surface).parent >= 0 && !tree.node(surface).isMenu) {
+        surface = tree.node(surface).parent;
+    }
+    return surface;
+}
+
+} // namespace Uicov::Report::Html

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "report/coveragetree.h"
+
+#include <QByteArray>
+#include <QHash>
+#include <QRect>
+#include <QString>
+
+namespace Uicov::Store {
+struct Run;
+}
+
+namespace Uicov::Report::Html {
+
+/**
+ * How the nodes of a coverage tree looked: of each window and menu the newest picture with the
+ * places of what was in it at that time, and of each element its class, text and last picture. Runs
+ * are added in their order, each after it was collected into the tree.
+ */
+class Appearances {
+public:
+    /** A window or menu as it once was. */
+    struct Surface {
+        /** Empty when no picture was recorded; places are known all the same. */
+        QByteArray png;
+        /** What the picture shows, in the coordinates of the places; null when nobody knows. */
+        QRect bounds;
+        /** By node; also those that lie outside. */
+        QHash<int, QRect> places;
+    };
+
+    struct Element {
+        QString className;
+        QString text;
+        /** Empty when there is none. */
+        QByteArray png;
+        /** True when it had a place at any time. */
+        bool hasPlace = false;
+    };
+
+    /** @param tree has the run already; no node is added to it */
+    void add(const Store::Run& run, CoverageTree& tree);
+
+    /** Of a window or menu; null when it was never met. */
+    const Surface* surface(int node) const;
+    /** Of any node; empty when it was never met. */
+    Element element(int node) const { return m_elements.value(node); }
+
+    /** The window or menu that the node is drawn on: the nearest at or above it. */
+    static int surfaceOf(const CoverageTree& tree, int node);
+
+private:
+    static void keep(int node, const Surface& candidate, QHash<int, Surface>& kept);
+
+    QHash<int, Surface> m_surfaces;
+    QHash<int, Element> m_elements;
+};
+
+} // namespace Uicov::Report::Html

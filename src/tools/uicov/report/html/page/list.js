@@ -1,0 +1,173 @@
+"use strict";
+
+/** A list of elements in groups. However long, only the rows in sight are in the document. */
+Page.list = (() => {
+    const {el, glyph, shown, plain} = Page.text;
+    const rowHeight = 50;
+    const spare = 6;
+    const rank = {missed: 0, shown: 1, used: 2};
+
+    const byPlace = (a, b) => {
+        const [x, y] = a.place ?? [Infinity, Infinity];
+        const [otherX, otherY] = b.place ?? [Infinity, Infinity];
+        return (y - otherY || 0) || (x - otherX || 0) || a.index - b.index;
+    };
+    const byText = (property) => (a, b) => {
+        const [text, other] = [property(a), property(b)];
+        return text < other ? -1 : text > other ? 1 : a.index - b.index;
+    };
+    const orders = {
+        state: (a, b) => (rank[a.state] ?? 3) - (rank[b.state] ?? 3) || byPlace(a, b),
+        place: byPlace,
+        name: byText((node) => Page.model.name(node).toLowerCase()),
+        type: byText((node) => node.kind)
+    };
+    const orderNames = {state: "missed first", place: "by place", name: "by name", type: "by type"};
+
+    function happened(node) {
+        const events = node.events ?? [];
+        const covered = events.filter(([name, count]) => count > 0 && name !== "shown").map(([name]) => name);
+        const never = events.filter(([, count, counts]) => count === 0 && counts).map(([name]) => name);
+        return [covered.length ? `${covered.join(", ")}` : "", never.length ? `never ${never.join(", ")}` : ""]
+            .filter(Boolean).join(" · ");
+    }
+
+    function describe(node) {
+        return node.unopened ? "menu that was never opened: what is in it is unknown"
+            : `${node.state}, ${node.kind}${happened(node) ? `, ${happened(node)}` : ""}`;
+    }
+
+    /** What tells more than the name: what it is, or, where that is the name, what is written in it. */
+    function beside(node, name) {
+        const text = node.label || !node.text ? "" : `“${node.text}”`;
+        const words = name.startsWith(node.kind) ? text : node.kind;
+        return words ? el("span", {class: "kind"}, shown(words)) : null;
+    }
+
+    function row(list, item, index) {
+        const {node} = item;
+        const where = [...(list.showsWindows ? [Page.model.windowName(Page.model.data.windows[node.window])] : []),
+                       ...Page.model.path(node)];
+        const detail = node.unopened ? "never opened" : happened(node) || "seen";
+        const name = Page.model.name(node);
+        const element = el("div", {class: `row ${node.state ?? "unopened"}`, role: "option", id: `${list.id}-${node.index}`,
+            "aria-selected": String(list.selected === node), "aria-setsize": list.count, "aria-posinset": item.position,
+            "aria-label": plain(`${name}: ${describe(node)}${where.length ? `, in ${where.join(" › ")}` : ""}`),
+            "data-node": node.index},
+            node.unopened ? el("span", {class: "glyph unopened", "aria-hidden": "true"}, "▸") : glyph(node.state),
+            el("span", {class: "name"}, shown(name), beside(node, name)),
+            el("span", {class: "detail"}, where.length ? [shown(where.join(" › ")), " — "] : null, shown(detail)));
+        element.style.top = `${index * rowHeight}px`;
+        return element;
+    }
+
+    function heading(item, index) {
+        const element = el("div", {class: "group", role: "presentation"}, shown(item.title),
+                           item.note ? el("span", {class: "reason"}, item.note) : null,
+                           el("span", {class: "many"}, String(item.size)));
+        element.style.top = `${index * rowHeight}px`;
+        return element;
+    }
+
+    function paint(list) {
+        const first = Math.max(0, Math.floor(list.element.scrollTop / rowHeight) - spare);
+        const last = Math.min(list.items.length, Math.ceil((list.element.scrollTop + (list.element.clientHeight || 600)) / rowHeight) + spare);
+        const rows = list.items.slice(first, last).map((item, offset) =>
+            item.node ? row(list, item, first + offset) : heading(item, first + offset));
+        list.space.replaceChildren(...rows);
+        mark(list);
+    }
+
+    function mark(list) {
+        for (const element of list.space.querySelectorAll(".row")) {
+            const index = Number(element.dataset.node);
+            element.setAttribute("aria-selected", String(list.selected?.index === index));
+            element.classList.toggle("hovered", list.hovered?.index === index);
+        }
+        const active = list.selected && document.getElementById(`${list.id}-${list.selected.index}`);
+        if (active) {
+            list.element.setAttribute("aria-activedescendant", active.id);
+        } else {
+            list.element.removeAttribute("aria-activedescendant");
+        }
+    }
+
+    /** groups: {title, note, nodes}; a group without a title has no heading. */
+    function show(list, groups) {
+        list.nodes = groups.flatMap((group) => group.nodes);
+        list.count = list.nodes.length;
+        list.items = [];
+        let position = 0;
+        for (const group of groups) {
+            if (group.title && group.nodes.length) {
+                list.items.push({title: group.title, note: group.note, size: group.nodes.length});
+            }
+            list.items.push(...group.nodes.map((node) => ({node, position: ++position})));
+        }
+        list.space.style.height = `${list.items.length * rowHeight}px`;
+        list.element.classList.toggle("empty", list.count === 0);
+        paint(list);
+    }
+
+    function reveal(list, node) {
+        const index = list.items.findIndex((item) => item.node === node);
+        if (index < 0) {
+            return;
+        }
+        const top = index * rowHeight;
+        const {scrollTop, clientHeight} = list.element;
+        if (top < scrollTop) {
+            list.element.scrollTop = Math.max(0, top - rowHeight);
+        } else if (top + rowHeight > scrollTop + clientHeight) {
+            list.element.scrollTop = top + 2 * rowHeight - clientHeight;
+        }
+        paint(list);
+    }
+
+    function move(list, step) {
+        const index = list.nodes.indexOf(list.selected);
+        const start = Math.max(0, list.nodes.findIndex(list.isStart));
+        const next = index < 0 && Number.isFinite(step) ? (step > 0 ? start : list.nodes.length - 1)
+            : Math.min(list.nodes.length - 1, Math.max(0, index + step));
+        if (list.nodes[next]) {
+            list.on.select(list.nodes[next]);
+        }
+    }
+
+    function onKey(list, event) {
+        const page = Math.max(1, Math.floor(list.element.clientHeight / rowHeight) - 1);
+        const steps = {ArrowDown: 1, ArrowUp: -1, PageDown: page, PageUp: -page, Home: -Infinity, End: Infinity};
+        if (event.key in steps) {
+            event.preventDefault();
+            move(list, steps[event.key]);
+        } else if (event.key === "Enter" && list.selected) {
+            event.preventDefault();
+            list.on.open(list.selected);
+        }
+    }
+
+    /** on: select, open, hover, each with a node; hover also with null. */
+    function create(id, label, on, showsWindows) {
+        const space = el("div", {class: "space", role: "presentation"});
+        const element = el("div", {class: "list", id, role: "listbox", tabindex: 0, "aria-label": label}, space);
+        const list = {id, element, space, on, showsWindows, items: [], nodes: [], count: 0, selected: null, hovered: null,
+            /** Where the keyboard starts when nothing is selected. */
+            isStart: () => true};
+        const nodeAt = (event) => Page.model.data.nodes[event.target.closest(".row")?.dataset.node] ?? null;
+        element.addEventListener("scroll", () => paint(list), {passive: true});
+        element.addEventListener("keydown", (event) => onKey(list, event));
+        element.addEventListener("pointerover", (event) => on.hover(nodeAt(event)));
+        element.addEventListener("pointerleave", () => on.hover(null));
+        element.addEventListener("click", (event) => nodeAt(event) && on.select(nodeAt(event)));
+        element.addEventListener("dblclick", (event) => nodeAt(event) && on.open(nodeAt(event)));
+        new ResizeObserver(() => paint(list)).observe(element);
+        return Object.assign(list, {
+            show: (groups) => show(list, groups),
+            select: (node) => { list.selected = node; mark(list); if (node) { reveal(list, node); } },
+            hover: (node) => { list.hovered = node; mark(list); },
+            move: (step) => move(list, step)
+        });
+    }
+
+    return {create, orders, orderNames, happened};
+})();

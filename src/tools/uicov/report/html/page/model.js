@@ -1,0 +1,97 @@
+"use strict";
+
+/** The page's data, and what follows from it. */
+Page.model = (() => {
+    const states = ["missed", "shown", "used"];
+    let data = null;
+
+    function load(source) {
+        data = source;
+        data.nodes.forEach((node, index) => {
+            node.index = index;
+            node.counts = node.state !== undefined;
+        });
+        data.windows.forEach((window, index) => {
+            window.index = index;
+            for (let i = window.node; i <= window.last; ++i) {
+                data.nodes[i].window = index;
+            }
+        });
+        data.surfaces.forEach((surface, index) => { surface.index = index; });
+        data.elements = data.nodes.filter((node) => node.counts);
+        data.applications = [...new Set(data.windows.map((window) => window.application))];
+        return data;
+    }
+
+    /** The steps that lead to the node, its window first. */
+    function steps(node) {
+        const path = [];
+        for (let step = node; step; step = data.nodes[step.above]) {
+            path.unshift(step);
+        }
+        return path;
+    }
+
+    function key(node) {
+        return steps(node).map((step) => step.step).join(" > ");
+    }
+
+    /** One step for people, as the command prints it. */
+    function stepName(node) {
+        let name = node.kind;
+        if (node.label) {
+            name += ` "${node.label}"`;
+        }
+        if (node.of) {
+            name += ` (${node.of})`;
+        }
+        return node.ordinal ? `${name} #${node.ordinal}` : name;
+    }
+
+    /** What people call the element: its label, else what it is. */
+    function name(node) {
+        if (!node.label) {
+            return node.above < 0 || !node.ordinal ? node.of ?? node.kind : `${node.kind} ${node.ordinal}`;
+        }
+        return node.ordinal ? `${node.label} (${node.ordinal})` : node.label;
+    }
+
+    /** What stands between the window and the element; deep paths lose their middle. */
+    function path(node) {
+        const names = steps(node).slice(1, -1).filter((step) => step.kind !== "Menu").map(name);
+        return names.length > 8 ? [...names.slice(0, 4), "…", ...names.slice(-3)] : names;
+    }
+
+    /** The menu that the surface shows, as the names of what has to be opened; empty for the window. */
+    function menuPath(surface) {
+        return surface.opener < 0
+            ? (surface.node === data.windows[surface.window].node ? [] : ["Menu"])
+            : steps(data.nodes[surface.opener]).slice(1)
+                .filter((step) => step.kind !== "Menu" && step.kind !== "MenuBar").map(name);
+    }
+
+    function elementsOf(window) {
+        const found = [];
+        for (let i = window.node; i <= window.last; ++i) {
+            if (data.nodes[i].counts || data.nodes[i].unopened) {
+                found.push(data.nodes[i]);
+            }
+        }
+        return found;
+    }
+
+    function windowName(window) {
+        return stepName(data.nodes[window.node]);
+    }
+
+    function percent(part, whole) {
+        if (!whole) {
+            return "–";
+        }
+        const rounded = Math.round(100 * part / whole);
+        return `${part && !rounded ? 1 : part < whole && rounded === 100 ? 99 : rounded}%`;
+    }
+
+    return {states, load, steps, key, stepName, name, path, menuPath, elementsOf, windowName, percent,
+            get data() { return data; }};
+})();

@@ -1,0 +1,162 @@
+"use strict";
+
+/** The first page: what it comes to, window by window and run by run. */
+Page.overview = (() => {
+    const {el, svg, shown, glyph, number, count, bar} = Page.text;
+    const columns = [
+        ["Window", "name", (window) => Page.model.windowName(window).toLowerCase()],
+        ["Application", "application", (window) => window.application.toLowerCase()],
+        ["Elements", "number", (window) => -window.totals.elements],
+        ["", "share", (window) => window.totals.used / window.totals.elements],
+        ["Missed", "number", (window) => -window.totals.missed],
+        ["Shown", "number", (window) => -window.totals.shown],
+        ["Used", "number", (window) => -window.totals.used],
+        ["Cover", "number", (window) => window.totals.used / window.totals.elements]
+    ];
+    const trendRuns = 60;
+
+    function figure(state, value, word) {
+        return el("li", {class: state}, glyph(state), " ", el("strong", {}, number(value)), ` ${word}`);
+    }
+
+    function sum() {
+        const {totals, windows, runs} = Page.model.data;
+        return el("section", {class: "sum", "aria-label": "Totals"},
+            el("p", {class: "cover"}, el("strong", {}, Page.model.percent(totals.used, totals.elements)), " used"),
+            el("div", {class: "shares"}, bar(totals),
+                el("ul", {}, figure("used", totals.used, "used"), figure("shown", totals.shown, "only shown"),
+                   figure("missed", totals.missed, "missed"))),
+            el("dl", {class: "facts"},
+                el("div", {}, el("dt", {}, "Elements"), el("dd", {}, number(totals.elements))),
+                el("div", {}, el("dt", {}, "Events"), el("dd", {}, `${number(totals.covered)} of ${number(totals.events)}`)),
+                el("div", {}, el("dt", {}, "Windows"), el("dd", {}, number(windows.length))),
+                el("div", {}, el("dt", {}, "Runs"), el("dd", {}, number(runs.length)))));
+    }
+
+    function windowRow(window) {
+        const {totals} = window;
+        const link = el("a", {href: Page.main.linkTo({window: window.index})}, shown(Page.model.windowName(window)));
+        const row = el("tr", {}, el("th", {scope: "row"}, link, el("span", {class: "below"}, shown(window.application))),
+            Page.model.data.applications.length > 1 ? el("td", {class: "application"}, shown(window.application)) : null,
+            el("td", {class: "number"}, number(totals.elements)), el("td", {class: "share"}, bar(totals)),
+            ...["missed", "shown", "used"].map((state) =>
+                el("td", {class: `number ${totals[state] ? state : "none"}`}, number(totals[state]))),
+            el("td", {class: "number"}, Page.model.percent(totals.used, totals.elements)));
+        return {window, row, link};
+    }
+
+    function windowsTable() {
+        const rows = Page.model.data.windows.map(windowRow);
+        const body = el("tbody", {}, rows.map(({row}) => row));
+        const shownColumns = columns.filter(([name]) => name !== "Application" || Page.model.data.applications.length > 1);
+        const head = el("tr", {}, shownColumns.map(([name, kind, value]) => el("th", {scope: "col", class: kind},
+            name ? el("button", {type: "button", onclick: (event) => sortBy(event.currentTarget, value, rows, body)}, name)
+                 : el("span", {class: "offscreen"}, "Shares"))));
+        const table = el("table", {class: "windows"}, el("caption", {class: "offscreen"}, "Windows, the one with the most missed first"),
+                         el("thead", {}, head), body);
+        return {table, rows, body};
+    }
+
+    function sortBy(button, value, rows, body) {
+        const heading = button.closest("th");
+        const isTurned = heading.getAttribute("aria-sort") === "ascending";
+        for (const other of heading.parentElement.children) {
+            other.removeAttribute("aria-sort");
+        }
+        heading.setAttribute("aria-sort", isTurned ? "descending" : "ascending");
+        const sign = isTurned ? -1 : 1;
+        const sorted = [...rows].sort((a, b) => {
+            const [first, second] = [value(a.window), value(b.window)];
+            return (first < second ? -sign : first > second ? sign : 0) || a.window.index - b.window.index;
+        });
+        body.replaceChildren(...sorted.map(({row}) => row));
+    }
+
+    /** One bar a run: how much of what it saw it used. */
+    function trend(application, runs) {
+        const latest = runs.slice(-trendRuns);
+        const width = 14;
+        const bars = latest.map((run, index) => {
+            const share = run.totals.elements ? run.totals.used / run.totals.elements : 0;
+            return svg("g", {}, svg("title", {}, `${run.started}: ${Page.model.percent(run.totals.used, run.totals.elements)} used, ${run.first} for the first time`),
+                svg("rect", {class: "ground", x: index * width, y: 0, width: width - 3, height: 60}),
+                svg("rect", {class: run.complete ? "used" : "shown", x: index * width, y: 60 - 60 * share, width: width - 3, height: 60 * share}));
+        });
+        const [first, last] = [latest[0], latest.at(-1)].map((run) => Page.model.percent(run.totals.used, run.totals.elements));
+        return el("figure", {class: "trend"}, el("figcaption", {}, shown(application), `: used by each of ${latest.length} runs, from ${first} to ${last}`),
+                  svg("svg", {viewBox: `0 0 ${latest.length * width} 60`, width: latest.length * width, height: 60, role: "img",
+                              "aria-label": `From ${first} in the first run to ${last} in the last`}, bars));
+    }
+
+    function trends() {
+        const byApplication = new Map();
+        for (const run of Page.model.data.runs) {
+            byApplication.set(run.application, [...(byApplication.get(run.application) ?? []), run]);
+        }
+        return [...byApplication].filter(([, runs]) => runs.length > 1).map(([application, runs]) => trend(application, runs));
+    }
+
+    function runRow(run) {
+        const labels = Object.entries(run.labels).map(([name, value]) => el("span", {class: "chip"}, shown(`${name}=${value}`)));
+        const contexts = run.contexts.slice(0, 4).map((name) => el("a", {class: "chip", href: Page.main.linkTo({window: -1, filter: `c:"${name}"`})}, shown(name)));
+        return el("tr", {}, el("th", {scope: "row"}, shown(run.started.replace("T", " ").replace(/(\.\d+)?Z$/, " UTC"))), el("td", {}, shown(run.application)),
+            el("td", {class: "chips"}, labels, contexts, run.contexts.length > 4 ? ` +${run.contexts.length - 4} contexts` : null),
+            el("td", {}, shown(`Qt ${run.qt}, ${run.platform}, ${run.locale}`)),
+            el("td", {class: run.complete ? "" : "partial"}, run.complete ? "complete" : ["partial: it ", shown(run.reason)]),
+            el("td", {class: "number"}, Page.model.percent(run.totals.used, run.totals.elements)),
+            el("td", {class: "number"}, `${number(run.totals.used)} of ${number(run.totals.elements)}`),
+            el("td", {class: "number"}, number(run.first)));
+    }
+
+    function runsSection() {
+        const {runs} = Page.model.data;
+        const heads = ["Started", "Application", "Labels and contexts", "On", "Data", "Cover", "Used", "First used here"];
+        return el("section", {class: "runs", "aria-labelledby": "runs-title"}, el("h2", {id: "runs-title"}, "Runs"), trends(),
+            el("div", {class: "wide", tabindex: 0, role: "region", "aria-label": "Table of runs"},
+                el("table", {}, el("thead", {}, el("tr", {}, heads.map((name, index) => el("th", {scope: "col", class: index > 4 ? "number" : ""}, name)))),
+                   el("tbody", {}, runs.map(runRow)))));
+    }
+
+    function notes() {
+        const texts = Page.model.data.notes;
+        return el("section", {class: "notes", "aria-labelledby": "notes-title"}, el("h2", {id: "notes-title"}, "About these numbers"),
+            el("ul", {}, el("li", {}, "Used: operated, or seen where there is nothing to operate. Only shown: seen, and no more. Missed: neither."),
+               texts.map((text) => el("li", {}, shown(text)))));
+    }
+
+    function create() {
+        const {table, rows} = windowsTable();
+        const go = (node) => Page.main.go({window: node.window, element: node.index}, true);
+        const list = Page.list.create("matches", "Matching elements", {select: (node) => { list.select(node); }, open: go, hover: (node) => list.hover(node)}, true);
+        list.element.addEventListener("click", (event) => {
+            const row = event.target.closest(".row");
+            if (row) {
+                go(Page.model.data.nodes[row.dataset.node]);
+            }
+        });
+        const title = el("h2", {id: "matches-title"});
+        const matches = el("section", {class: "matches", hidden: true, "aria-labelledby": "matches-title"}, title, list.element);
+        const windowsTitle = el("h2", {}, "Windows");
+        const element = el("main", {class: "overview"},
+            el("h1", {}, shown(Page.model.data.title)),
+            Page.model.data.warnings.map((text) => el("p", {class: "warning", role: "note"}, shown(text))),
+            sum(), matches,
+            el("section", {}, windowsTitle, el("div", {class: "wide", tabindex: 0, role: "region", "aria-label": "Table of windows"}, table)), runsSection(), notes());
+
+        function update(view, matched) {
+            const isFiltered = view.filter.trim() !== "";
+            const perWindow = new Set(matched.map((node) => node.window));
+            for (const {window, row, link} of rows) {
+                row.hidden = isFiltered && !perWindow.has(window.index);
+                link.setAttribute("href", Page.main.linkTo({window: window.index}));
+            }
+            matches.hidden = !isFiltered;
+            title.textContent = `Matches: ${count(matched.length, "element", "elements")}`;
+            windowsTitle.textContent = isFiltered ? `Windows with matches: ${perWindow.size}` : "Windows";
+            list.show(isFiltered ? [{nodes: [...matched].sort(Page.list.orders[view.sort])}] : []);
+        }
+        return {element, update, list};
+    }
+
+    return {create};
+})();

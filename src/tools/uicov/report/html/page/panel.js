@@ -1,0 +1,106 @@
+"use strict";
+
+/** All that is known of one element. */
+Page.panel = (() => {
+    const {el, shown, glyph, copy} = Page.text;
+    const reasons = {
+        unplaced: "Not outlined: its place was never told.",
+        elsewhere: "Not outlined: it was not there when the newest picture was taken.",
+        empty: "Not outlined: it had no size.",
+        outside: "Not outlined: it lay outside of the picture.",
+        hidden: "Not outlined: the picture shows something else at its place, such as another page of a tab widget."
+    };
+    const words = {
+        used: "Used: operated, or seen where there is nothing to operate.",
+        shown: "Only shown: it was seen, and nothing else happened to it.",
+        missed: "Missed: nothing that can happen to it did."
+    };
+    const contextsShown = 6;
+
+    /** The key as a pattern that only it fits, in the form of the configuration file. */
+    function ignoreRule(node) {
+        const pattern = Page.model.key(node).replace(/[*?[]/g, "[$&]");
+        const quoted = pattern.replace(/[\\"]/g, "\\$&");
+        return `[[ignore]]\nkey = "${quoted}"\nwhy = ""\n`;
+    }
+
+    function contexts(hits) {
+        const names = [];
+        for (let i = 0; i < hits.length; i += 2) {
+            const name = Page.model.data.contexts[hits[i]];
+            if (name) {
+                names.push([name, hits[i + 1]]);
+            }
+        }
+        const items = names.slice(0, contextsShown).map(([name, count]) =>
+            el("li", {}, shown(name), el("span", {class: "many"}, String(count))));
+        if (names.length > contextsShown) {
+            const rest = names.slice(contextsShown);
+            items.push(el("li", {}, el("details", {}, el("summary", {}, `${rest.length} more`),
+                el("ul", {}, rest.map(([name, count]) => el("li", {}, shown(name), el("span", {class: "many"}, String(count))))))));
+        }
+        return items.length ? el("ul", {class: "contexts"}, items) : null;
+    }
+
+    function eventRow([name, count, counts, hits]) {
+        const state = count > 0 ? "happened" : counts ? "never" : "uncounted";
+        const words = {happened: `${count}×`, never: "never", uncounted: "not counted by this version"};
+        return el("tr", {class: state}, el("th", {scope: "row"}, shown(name)), el("td", {}, words[state]),
+                  el("td", {}, contexts(hits)));
+    }
+
+    function fact(name, value) {
+        return value ? [el("dt", {}, name), el("dd", {}, value)] : null;
+    }
+
+    function button(label, action, keyName) {
+        return el("button", {type: "button", class: "action", onclick: action}, label,
+                  keyName ? el("kbd", {"aria-hidden": "true"}, keyName) : null);
+    }
+
+    function actions(node, on) {
+        const {surfaces} = Page.model.data;
+        return el("div", {class: "actions"},
+            node.opens !== undefined
+                ? button(`Show its menu (${on.countOn(surfaces[node.opens])})`, () => on.open(node), "Enter") : null,
+            button("Copy key", () => copy(Page.model.key(node)), "c"),
+            button("Copy ignore rule", () => copy(ignoreRule(node))),
+            button("Copy link", () => copy(location.href)));
+    }
+
+    function unopened(node) {
+        return [el("h2", {id: "panel-title"}, "Menu"),
+                el("p", {}, "This menu was never opened: what is in it is unknown, and not counted."),
+                el("dl", {}, fact("Key", el("code", {}, shown(Page.model.key(node)))))];
+    }
+
+    function counted(node, on) {
+        const picture = Page.picture.ofElement(node);
+        const place = node.place ? `${node.place[2]} × ${node.place[3]} at ${node.place[0]}, ${node.place[1]}` : null;
+        return [
+            el("h2", {id: "panel-title"}, shown(Page.model.name(node))),
+            el("p", {class: `verdict ${node.state}`}, glyph(node.state), words[node.state]),
+            node.apart ? el("p", {class: "apart"}, reasons[node.apart]) : null,
+            picture ? el("div", {class: "portrait"}, picture) : null,
+            actions(node, on),
+            el("table", {class: "events"}, el("caption", {}, "Events"), el("tbody", {}, node.events.map(eventRow))),
+            el("dl", {},
+                fact("Type", shown(node.kind)), fact("Class", shown(node.class)),
+                fact("Text", node.text && node.text !== node.label ? shown(node.text) : null),
+                fact("Place", place),
+                fact("Key", el("code", {}, shown(Page.model.key(node)))))];
+    }
+
+    /** on: open(node), countOn(surface) */
+    function of(node, on) {
+        if (!node) {
+            return el("section", {class: "panel empty", "aria-label": "Selected element"},
+                      el("p", {}, "Select an element, in the picture or in the list, to see all that is known of it. ",
+                         el("kbd", {}, "n"), " goes to the next gap."));
+        }
+        return el("section", {class: "panel", "aria-labelledby": "panel-title"},
+                  node.unopened ? unopened(node) : counted(node, on));
+    }
+
+    return {of, ignoreRule};
+})();

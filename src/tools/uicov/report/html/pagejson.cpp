@@ -1,0 +1,193 @@
+#include "report/html/pagejson.h"
+
+#include "report/html/htmltext.h"
+#include "report/html/pagemodel.h"
+
+#include <QJsonArray>
+
+namespace Uicov::Report::Html::PageJson {
+
+namespace {
+
+QString text(const QString& text) {
+    return HtmlText::wellFormed(HtmlText::capped(text));
+}
+
+QString stateName(State state) {
+    switch (state) {
+    case State::Used:
+        return QStringLiteral("used");
+    case State::Shown:
+        return QStringLiteral("shown");
+    case State::Missed:
+        return QStringLiteral("missed");
+    }
+    return {};
+}
+
+QString apartName(PageModel::Apart apart) {
+    switch (apart) {
+    case PageModel::Apart::None:
+        return {};
+    case PageModel::Apart::NeverPlaced:
+        return QStringLiteral("unplaced");
+    case PageModel::Apart::ElsewhereThen:
+        return QStringLiteral("elsewhere");
+    case PageModel::Apart::NoSize:
+        return QStringLiteral("empty");
+    case PageModel::Apart::Outside:
+        return QStringLiteral("outside");
+    case PageModel::Apart::Hidden:
+        return QStringLiteral("hidden");
+    }
+    return {};
+}
+
+QJsonArray strings(const QStringList& list) {
+    QJsonArray array;
+    for (const QString& item : list) {
+        array.append(text(item));
+    }
+    return array;
+}
+
+QJsonArray rectangle(const QRect& rect) {
+    return {rect.x(), rect.y(), rect.width(), rect.height()};
+}
+
+QJsonObject totalsObject(const CoverageTree::Totals& totals) {
+    return {{QStringLiteral("elements"), totals.elements},
+            {QStringLiteral("used"), totals.used},
+            {QStringLiteral("shown"), totals.shown},
+            {QStringLiteral("missed"), totals.missed},
+            {QStringLiteral("events"), totals.events},
+            {QStringLiteral("covered"), totals.coveredEvents}};
+}
+
+/** [name, count, counted by this version, [context, count, context, count ...]] each. */
+QJsonArray eventsArray(const Events& events) {
+    QJsonArray array;
+    for (auto it = events.cbegin(); it != events.cend(); ++it) {
+        QJsonArray byContext;
+        for (auto hit = it->byContext.cbegin(); hit != it->byContext.cend(); ++hit) {
+            byContext.append(hit.key());
+            byContext.append(hit.value());
+        }
+        array.append(QJsonArray{text(it.key()), it->count, !it->isNeverCounted, byContext});
+    }
+    return array;
+}
+
+void addCounted(const PageModel::Node& node, QJsonObject& object) {
+    object.insert(QStringLiteral("state"), stateName(node.state));
+    object.insert(QStringLiteral("class"), text(node.className));
+    if (!node.text.isEmpty()) {
+        object.insert(QStringLiteral("text"), text(node.text));
+    }
+    object.insert(QStringLiteral("events"), eventsArray(node.events));
+    if (node.place) {
+        object.insert(QStringLiteral("surface"), node.surface);
+        object.insert(QStringLiteral("place"), rectangle(*node.place));
+    } else {
+        object.insert(QStringLiteral("apart"), apartName(node.apart));
+    }
+    if (node.picture >= 0) {
+        object.insert(QStringLiteral("picture"), node.picture);
+    }
+}
+
+QJsonObject nodeObject(const PageModel::Node& node) {
+    QJsonObject object{{QStringLiteral("above"), node.above},
+                       {QStringLiteral("kind"), text(node.step.kind)},
+                       {QStringLiteral("step"), HtmlText::wellFormed(node.step.toKey())}};
+    if (!node.step.label.isEmpty()) {
+        object.insert(QStringLiteral("label"), text(node.step.label));
+    }
+    if (!node.step.className.isEmpty()) {
+        object.insert(QStringLiteral("of"), text(node.step.className));
+    }
+    if (node.step.ordinal > 1) {
+        object.insert(QStringLiteral("ordinal"), node.step.ordinal);
+    }
+    if (node.isUnopenedMenu) {
+        object.insert(QStringLiteral("unopened"), true);
+    }
+    if (node.opens >= 0) {
+        object.insert(QStringLiteral("opens"), node.opens);
+    }
+    if (node.isCountable) {
+        addCounted(node, object);
+    }
+    return object;
+}
+
+QJsonObject runObject(const RunHistory::Row& run) {
+    QJsonObject labels;
+    for (auto it = run.labels.cbegin(); it != run.labels.cend(); ++it) {
+        labels.insert(text(it.key()), text(it.value()));
+    }
+    return {{QStringLiteral("application"), text(run.application)},
+            {QStringLiteral("started"), text(run.started)},
+            {QStringLiteral("qt"), text(run.qtVersion)},
+            {QStringLiteral("platform"), text(run.platform)},
+            {QStringLiteral("locale"), text(run.locale)},
+            {QStringLiteral("architecture"), text(run.architecture)},
+            {QStringLiteral("labels"), labels},
+            {QStringLiteral("contexts"), strings(run.contexts)},
+            {QStringLiteral("complete"), run.isComplete},
+            {QStringLiteral("reason"), text(run.partialReason)},
+            {QStringLiteral("totals"), totalsObject(run.totals)},
+            {QStringLiteral("first"), run.firstUsed}};
+}
+
+QJsonObject windowObject(const PageModel::Window& window) {
+    QJsonArray surfaces;
+    for (const int surface : window.surfaces) {
+        surfaces.append(surface);
+    }
+    return {{QStringLiteral("application"), text(window.application)},
+            {QStringLiteral("node"), window.node},
+            {QStringLiteral("last"), window.lastNode},
+            {QStringLiteral("totals"), totalsObject(window.totals)},
+            {QStringLiteral("surfaces"), surfaces}};
+}
+
+QJsonObject surfaceObject(const PageModel::Surface& surface) {
+    return {{QStringLiteral("window"), surface.window},
+            {QStringLiteral("node"), surface.node},
+            {QStringLiteral("opener"), surface.opener},
+            {QStringLiteral("bounds"), rectangle(surface.bounds)},
+            {QStringLiteral("picture"), surface.picture}};
+}
+
+QJsonObject pictureObject(const PageModel::Picture& picture) {
+    return {{QStringLiteral("width"), picture.size.width()},
+            {QStringLiteral("height"), picture.size.height()},
+            {QStringLiteral("reduced"), picture.isReduced}};
+}
+
+template <class Items, class Function>
+QJsonArray array(const Items& items, Function object) {
+    QJsonArray result;
+    for (const auto& item : items) {
+        result.append(object(item));
+    }
+    return result;
+}
+
+} // namespace
+
+QJsonObject of(const PageModel& model) {
+    return {{QStringLiteral("title"), text(model.title)},
+            {QStringLiteral("totals"), totalsObject(model.totals)},
+            {QStringLiteral("warnings"), strings(model.warnings)},
+            {QStringLiteral("notes"), strings(model.notes)},
+            {QStringLiteral("contexts"), strings(model.contexts)},
+            {QStringLiteral("runs"), array(model.runs, runObject)},
+            {QStringLiteral("windows"), array(model.windows, windowObject)},
+            {QStringLiteral("surfaces"), array(model.surfaces, surfaceObject)},
+            {QStringLiteral("nodes"), array(model.nodes, nodeObject)},
+            {QStringLiteral("pictures"), array(model.pictures, pictureObject)}};
+}
+
+} // namespace Uicov::Report::Html::PageJson

@@ -1,0 +1,204 @@
+#include "report/html/pagemodelbuilder.h"
+
+#include "report/html/appearances.h"
+#include "report/html/picturefit.h"
+
+#include <QCryptographicHash>
+
+#include <algorithm>
+
+namespace Uicov::Report::Html {
+
+using Apart = PageModel::Apart;
+
+namespace {
+
+struct CountedWindow {
+    int node;
+    CoverageTree::Totals totals;
+};
+
+bool missesMore(const CountedWindow& a, const CountedWindow& b) {
+    return a.totals.missed != b.totals.missed ? a.totals.missed > b.totals.missed
+                                              : a.totals.shown > b.totals.shown;
+}
+
+QRect boundsOf(const Appearances::Surface& surface) {
+    QRect bounds = surface.bounds;
+    if (bounds.isEmpty()) {
+        // Nobody told how large the window is; it is at least as large as what is in it.
+        for (const QRect& place : surface.places) {
+            bounds |= place;
+        }
+    }
+    return bounds;
+}
+
+} // namespace
+
+PageModelBuilder::PageModelBuilder(const CoverageTree& tree, const Appearances& appearances)
+    : m_tree(tree)
+    , m_appearances(appearances) {}
+
+void PageModelBuilder::build(PageModel& model) {
+    m_model = &model;
+    model.contexts = m_tree.contexts();
+    std::vector<CountedWindow> windows;
+    const QList<int> all = m_tree.windows();
+    for (const int window : all) {
+        const CoverageTree::Totals totals = m_tree.totalsOf(window);
+        model.totals += totals;
+        if (totals.elements > 0) {
+            windows.push_back({window, totals});
+        }
+    }
+    std::stable_sort(windows.begin(), windows.end(), missesMore);
+    for (const CountedWindow& window : windows) {
+        addWindow(window.node, window.totals);
+    }
+}
+
+void PageModelBuilder::addWindow(int treeNode, const CoverageTree::Totals& totals) {
+    PageModel::Window window;
+    window.application = m_tree.node(treeNode).application;
+    window.node = m_model->nodes.size();
+    window.totals = totals;
+    const int index = m_model->windows.size();
+    m_model->windows.append(window);
+    for (const int node : m_tree.nodesOf(treeNode)) {
+        addNode(node, index);
+    }
+    PageModel::Window& added = m_model->windows.last();
+    added.lastNode = m_model->nodes.size() - 1;
+    linkMenus(added);
+    placeNodes(added);
+}
+
+void PageModelBuilder::addNode(int treeNode, int window) {
+    const CoverageTree::Node& source = m_tree.node(treeNode);
+    const Appearances::Element appearance = m_appearances.element(treeNode);
+    const int number = m_model->nodes.size();
+    m_numbers.insert(treeNode, number);
+    m_treeNodes.append(treeNode);
+    PageModel::Node node;
+    node.above = source.parent < 0 ? -1 : m_numbers.value(source.parent);
+    node.step = source.step;
+    node.isCountable = source.isCountable;
+    node.state = CoverageRules::stateOf(source.events);
+    node.isUnopenedMenu = source.isMenu && !source.isOpenedMenu;
+    node.className = appearance.className;
+    node.text = appearance.text;
+    node.events = source.events;
+    m_model->nodes.append(node);
+    if (source.parent < 0 || (source.isMenu && source.isOpenedMenu)) {
+        addSurface(treeNode, window);
+    }
+}
+
+void PageModelBuilder::addSurface(int treeNode, int window) {
+    PageModel::Surface surface;
+    surface.window = window;
+    surface.node = m_numbers.value(treeNode);
+    if (const Appearances::Surface* const seen = m_appearances.surface(treeNode)) {
+        surface.bounds = boundsOf(*seen);
+        surface.picture = seen->png.isEmpty() ? -1 : pictureIndex(seen->png);
+    }
+    const int index = m_model->surfaces.size();
+    m_surfaces.insert(treeNode, index);
+    m_model->windows[window].surfaces.append(index);
+    m_model->surfaces.append(surface);
+}
+
+/** What a menu hangs on opens it; one that hangs on the window itself is opened by nothing known.
+ */
+void PageModelBuilder::linkMenus(const PageModel::Window& window) {
+    for (const int index : window.surfaces) {
+        PageModel::Surface& surface = m_model->surfaces[index];
+        const int opener = m_model->nodes.at(surface.node).above;
+        if (opener >= 0 && m_model->nodes.at(opener).above >= 0) {
+            surface.opener = opener;
+            m_model->nodes[opener].opens = index;
+        }
+    }
+}
+
+void PageModelBuilder::placeNodes(const PageModel::Window& window) {
+    for (int i = window.node; i <= window.lastNode; ++i) {
+        if (m_model->nodes.at(i).isCountable) {
+            place(m_model->nodes[i], m_treeNodes.at(i));
+        }
+    }
+}
+
+void PageModelBuilder::place(PageModel::Node& node, int treeNode) {
+    const int surfaceNode = Appearances::surfaceOf(m_tree, treeNode);
+    const Appearances::Element appearance = m_appearances.element(treeNode);
+    const Appearances::Surface* const seen = m_appearances.surface(surfaceNode);
+    const int index = m_surfaces.value(surfaceNode, -1);
+    const QRect bounds = index < 0 ? QRect() : m_model->surfaces.at(index).bounds;
+    const auto known =
+        seen == nullptr ? QHash<int, QRect>::const_iterator() : seen->places.constFind(treeNode);
+    const bool isPlaced = seen != nullptr && known != seen->places.cend();
+    const bool isSurface = surfaceNode == treeNode && !bounds.isEmpty();
+    if (!isPlaced && !isSurface) {
+        node.apart = appearance.hasPlace ? Apart::ElsewhereThen : Apart::NeverPlaced;
+    } else if (const QRect rectangle = isSurface ? bounds : *known; rectangle.isEmpty()) {
+        node.apart = Apart::NoSize;
+    } else if (!rectangle.intersects(bounds)) {
+        node.apart = Apart::Outside;
+    } else {
+        node.surface = index;
+        node.place = rectangle;
+    }
+    if (!isSurface && !appearance.png.isEmpty()) {
+        compareOwnPicture(node, appearance.png);
+    }
+}
+
+void PageModelBuilder::compareOwnPicture(PageModel::Node& node, const QByteArray& png) {
+    if (node.place && m_model->surfaces.at(node.surface).picture >= 0) {
+        const PageModel::Surface& surface = m_model->surfaces.at(node.surface);
+        const QImage& image = imageOf(surface);
+        const double scale = double(image.width()) / surface.bounds.width();
+        const QRect place = node.place->translated(-surface.bounds.topLeft());
+        const QRect pixels(qRound(place.x() * scale), qRound(place.y() * scale),
+                           qRound(place.width() * scale), qRound(place.height() * scale));
+        const PictureFit fit(image, QImage::fromData(png, "PNG"), pixels);
+        if (fit.isSame()) {
+            return;
+        }
+        // An entry under the mouse has other colours for everything; nothing ever hides one.
+        if (fit.isOther() && node.step.kind != QLatin1String("MenuItem")) {
+            node.surface = -1;
+            node.place.reset();
+            node.apart = Apart::Hidden;
+        }
+    }
+    node.picture = pictureIndex(png);
+}
+
+const QImage& PageModelBuilder::imageOf(const PageModel::Surface& surface) {
+    if (m_imagePicture != surface.picture) {
+        m_imagePicture = surface.picture;
+        m_image = QImage::fromData(m_model->pictures.at(surface.picture).png, "PNG");
+    }
+    return m_image;
+}
+
+int PageModelBuilder::pictureIndex(const QByteArray& png) {
+    const QByteArray hash = QCryptographicHash::hash(png, QCryptographicHash::Sha256);
+    const auto known = m_pictures.constFind(hash);
+    if (known != m_pictures.cend()) {
+        return *known;
+    }
+    const QImage image = QImage::fromData(png, "PNG");
+    if (image.isNull()) {
+        return -1; // nothing to show, and no reason to fail
+    }
+    const int index = m_model->pictures.size();
+    m_model->pictures.append({png, image.size(), false});
+    m_pictures.insert(hash, index);
+    return index;
+}
+
+} // namespace Uicov::Report::Html

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QImage>
+#include <QRect>
+
+namespace Uicov::Report::Html {
+
+/**
+ * Compares an element's own picture with the part of its window's picture where it should be:
+ * whether it is the same, another state of the same thing, or something else, as with the hidden
+ * pages of a tab widget.
+ */
+class PictureFit {
+public:
+    /** @param place in pixels of the surface's picture */
+    PictureFit(const QImage& surface, const QImage& own, const QRect& place);
+
+    /** Every pixel is the same. */
+    bool isSame() const { return m_isSame; }
+    /**
+     * The two have nothing in common. False when that cannot be told: pictures of other sizes, or
+     * without anything drawn in them.
+     */
+    bool isOther() const { return m_isOther; }
+
+private:
+    void correlate(const QImage& shown, const QImage& own);
+
+    bool m_isSame = false;
+    bool m_isOther = false;
+};
+
+} // namespace Uicov::Report::Html

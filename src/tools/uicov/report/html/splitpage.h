@@ -1,0 +1,34 @@
+#pragma once
+
+#include "console/message.h"
+#include "report/html/pagemodel.h"
+
+#include <QDir>
+#include <QString>
+
+#include <optional>
+
+namespace Uicov::Report::Html {
+
+/**
+ * Writes a page as a folder: index.html, which has nothing inline, its style sheet and scripts, and
+ * each picture in full as a file. A folder with anything else in it is not touched.
+ */
+class SplitPage {
+public:
+    SplitPage(const PageModel& model, const QString& folder);
+
+    /** The problem when not everything was written; the page that was there is then still whole. */
+    std::optional<Console::Problem> write();
+
+private:
+    bool mayWrite() const;
+    std::optional<Console::Problem> writeFile(const QString& name, const QByteArray& bytes) const;
+    std::optional<Console::Problem> writePictures(QStringList& names) const;
+    void removeOtherPictures(const QStringList& names) const;
+
+    const PageModel& m_model;
+    QDir m_folder;
+};
+
+} // namespace Uicov::Report::Html

@@ -1,0 +1,293 @@
+#include "report/html/staticpage.h"
+
+#include "report/html/htmltext.h"
+#include "report/textreport.h"
+
+#include <QMap>
+
+#include <algorithm>
+
+namespace Uicov::Report::Html {
+
+namespace {
+
+/** Deeper paths lose their middle: nobody reads them, and they would make the page huge. */
+constexpr int maximumSteps = 12;
+constexpr int badgeSize = 14;
+
+QString stateName(State state) {
+    return state == State::Used    ? QStringLiteral("used")
+           : state == State::Shown ? QStringLiteral("shown")
+                                   : QStringLiteral("missed");
+}
+
+QString stateCell(State state) {
+    const QString name = stateName(state);
+    return QStringLiteral("<td class=\"state %1\"><svg class=\"glyph\" aria-hidden=\"true\"><use "
+                          "href=\"#glyph-%1\"/></svg> %1</td>")
+        .arg(name);
+}
+
+QString cell(const QString& html) {
+    return QStringLiteral("<td>") + html + QStringLiteral("</td>");
+}
+
+QString numberCell(int number) {
+    return QStringLiteral("<td class=\"number\">%1</td>").arg(number);
+}
+
+QString headings(const QStringList& names) {
+    QString row = QStringLiteral("<thead><tr>");
+    for (const QString& name : names) {
+        row += QStringLiteral("<th scope=\"col\">") + name + QStringLiteral("</th>");
+    }
+    return row + QStringLiteral("</tr></thead>\n");
+}
+
+QString totalsCells(const CoverageTree::Totals& totals) {
+    return numberCell(totals.elements) + numberCell(totals.used) + numberCell(totals.shown) +
+           numberCell(totals.missed) + QStringLiteral("<td class=\"number\">") +
+           TextReport::percent(totals.used, totals.elements) + QStringLiteral("</td>");
+}
+
+QString eventsText(const Events& events, bool happened) {
+    QStringList texts;
+    for (auto it = events.cbegin(); it != events.cend(); ++it) {
+        if (it->isCovered() == happened && !it->isNeverCounted) {
+            texts.append(HtmlText::content(it.key()) +
+                         (happened ? QStringLiteral(" %1").arg(it->count) : QString()));
+        }
+    }
+    return texts.join(QStringLiteral(", "));
+}
+
+QString apartText(PageModel::Apart apart) {
+    switch (apart) {
+    case PageModel::Apart::None:
+        return {};
+    case PageModel::Apart::NeverPlaced:
+        return QStringLiteral("its place was never told");
+    case PageModel::Apart::ElsewhereThen:
+        return QStringLiteral("it was not there when this picture was taken");
+    case PageModel::Apart::NoSize:
+        return QStringLiteral("it had no size");
+    case PageModel::Apart::Outside:
+        return QStringLiteral("it lay outside of the picture");
+    case PageModel::Apart::Hidden:
+        return QStringLiteral("the picture shows something else at its place");
+    }
+    return {};
+}
+
+QString why(PageModel::Apart apart) {
+    return apart == PageModel::Apart::None ? QString()
+                                           : QStringLiteral("<span class=\"why\">not outlined: ") +
+                                                 apartText(apart) + QStringLiteral("</span>");
+}
+
+int rank(State state) {
+    return state == State::Missed ? 0 : state == State::Shown ? 1 : 2;
+}
+
+QString paragraphs(const QStringList& texts, const QString& cssClass) {
+    QString html;
+    for (const QString& text : texts) {
+        html += QStringLiteral("<p class=\"%1\">").arg(cssClass) + HtmlText::content(text) +
+                QStringLiteral("</p>\n");
+    }
+    return html;
+}
+
+} // namespace
+
+StaticPage::StaticPage(const PageModel& model, const PictureLinks& links)
+    : m_model(model)
+    , m_links(links) {}
+
+QString StaticPage::toString() const {
+    QString html = QStringLiteral("<div class=\"static\">\n") + overview() + runs() + windows();
+    for (int i = 0; i < m_model.windows.size(); ++i) {
+        html += window(i);
+    }
+    return html + QStringLiteral("</div>\n");
+}
+
+QString StaticPage::overview() const {
+    const CoverageTree::Totals& all = m_model.totals;
+    return QStringLiteral("<h1>") + HtmlText::content(m_model.title) + QStringLiteral("</h1>\n") +
+           paragraphs(m_model.warnings, QStringLiteral("warning")) +
+           QStringLiteral("<p class=\"sum\"><strong>%1</strong> of %2 elements were used: %3 used, "
+                          "%4 only shown, %5 missed. %6 of %7 events happened.</p>\n")
+               .arg(TextReport::percent(all.used, all.elements))
+               .arg(all.elements)
+               .arg(all.used)
+               .arg(all.shown)
+               .arg(all.missed)
+               .arg(all.coveredEvents)
+               .arg(all.events) +
+           QStringLiteral("<p>Used: operated, or seen where there is nothing to operate. Shown: "
+                          "only seen. Missed: neither.</p>\n") +
+           paragraphs(m_model.notes, QStringLiteral("note"));
+}
+
+QString StaticPage::runs() const {
+    QString html =
+        QStringLiteral("<h2>Runs</h2>\n<div class=\"wide\"><table>") +
+        headings({QStringLiteral("Started"), QStringLiteral("Application"),
+                  QStringLiteral("Labels"), QStringLiteral("Contexts"), QStringLiteral("Qt"),
+                  QStringLiteral("Complete"), QStringLiteral("Elements"), QStringLiteral("Used"),
+                  QStringLiteral("First used here")}) +
+        QStringLiteral("<tbody>\n");
+    for (const RunHistory::Row& run : m_model.runs) {
+        QStringList labels;
+        for (auto it = run.labels.cbegin(); it != run.labels.cend(); ++it) {
+            labels.append(HtmlText::content(it.key() + QLatin1Char('=') + it.value()));
+        }
+        html += QStringLiteral("<tr>") + cell(HtmlText::content(run.started)) +
+                cell(HtmlText::content(run.application)) + cell(labels.join(QStringLiteral(", "))) +
+                cell(HtmlText::content(run.contexts.join(QStringLiteral(", ")))) +
+                cell(HtmlText::content(run.qtVersion + QLatin1Char(' ') + run.platform)) +
+                cell(run.isComplete
+                         ? QStringLiteral("yes")
+                         : QStringLiteral("no: it ") + HtmlText::content(run.partialReason)) +
+                numberCell(run.totals.elements) + numberCell(run.totals.used) +
+                numberCell(run.firstUsed) + QStringLiteral("</tr>\n");
+    }
+    return html + QStringLiteral("</tbody></table></div>\n");
+}
+
+QString StaticPage::windows() const {
+    QString html =
+        QStringLiteral("<h2>Windows</h2>\n<div class=\"wide\"><table>") +
+        headings({QStringLiteral("Window"), QStringLiteral("Application"),
+                  QStringLiteral("Elements"), QStringLiteral("Used"), QStringLiteral("Shown"),
+                  QStringLiteral("Missed"), QStringLiteral("Cover")}) +
+        QStringLiteral("<tbody>\n");
+    for (int i = 0; i < m_model.windows.size(); ++i) {
+        const PageModel::Window& window = m_model.windows.at(i);
+        html += QStringLiteral("<tr><td><a href=\"#window-%1\">").arg(i) +
+                HtmlText::content(m_model.nodes.at(window.node).step.toString()) +
+                QStringLiteral("</a></td>") + cell(HtmlText::content(window.application)) +
+                totalsCells(window.totals) + QStringLiteral("</tr>\n");
+    }
+    return html + QStringLiteral("</tbody></table></div>\n");
+}
+
+QString StaticPage::window(int index) const {
+    const PageModel::Window& window = m_model.windows.at(index);
+    QString html =
+        QStringLiteral("<section id=\"window-%1\"><h2>").arg(index) +
+        HtmlText::content(m_model.nodes.at(window.node).step.toString()) +
+        QStringLiteral("</h2>\n<p>%1 of %2 elements used, %3 only shown, %4 missed</p>\n")
+            .arg(window.totals.used)
+            .arg(window.totals.elements)
+            .arg(window.totals.shown)
+            .arg(window.totals.missed);
+    for (const int surface : window.surfaces) {
+        html += figure(surface);
+    }
+    return html + elements(window) + QStringLiteral("</section>\n");
+}
+
+QString StaticPage::figure(int index) const {
+    const PageModel::Surface& surface = m_model.surfaces.at(index);
+    if (surface.bounds.isEmpty()) {
+        return {};
+    }
+    const QRect bounds = surface.bounds;
+    const QString caption = surface.opener < 0 ? QStringLiteral("The window")
+                                               : QStringLiteral("The menu of ") +
+                                                     name(m_model.nodes.at(surface.opener));
+    QString html =
+        QStringLiteral("<figure><figcaption>") + caption +
+        (surface.picture < 0 ? QStringLiteral(" (no picture was recorded)") : QString()) +
+        QStringLiteral("</figcaption><svg class=\"picture\" role=\"img\" aria-label=\"Picture with "
+                       "the elements outlined; the table lists them\" width=\"%3\" height=\"%4\" "
+                       "viewBox=\"%1 %2 %3 %4\">")
+            .arg(bounds.x())
+            .arg(bounds.y())
+            .arg(bounds.width())
+            .arg(bounds.height());
+    if (surface.picture >= 0) {
+        html += m_links.drawing(m_model, surface.picture, bounds);
+    }
+    const PageModel::Window& window = m_model.windows.at(surface.window);
+    for (int i = window.node; i <= window.lastNode; ++i) {
+        const PageModel::Node& node = m_model.nodes.at(i);
+        if (node.surface == index && i != surface.node) {
+            html += outline(node);
+        }
+    }
+    return html + QStringLiteral("</svg></figure>\n");
+}
+
+QString StaticPage::outline(const PageModel::Node& node) const {
+    const QRect place = node.place.value_or(QRect());
+    const QString box = QStringLiteral("x=\"%1\" y=\"%2\" width=\"%3\" height=\"%4\"")
+                            .arg(place.x())
+                            .arg(place.y())
+                            .arg(place.width())
+                            .arg(place.height());
+    return QStringLiteral("<g class=\"outline %1\"><rect %2 fill=\"%6\"/><rect class=\"halo\" "
+                          "%2/><rect class=\"line\" "
+                          "%2/><use href=\"#badge-%1\" x=\"%3\" y=\"%4\" width=\"%5\" "
+                          "height=\"%5\"/></g>")
+        .arg(stateName(node.state), box)
+        .arg(place.x() + place.width() - badgeSize)
+        .arg(place.y())
+        .arg(badgeSize)
+        .arg(node.state == State::Missed ? QStringLiteral("url(#hatch)") : QStringLiteral("none"));
+}
+
+QVector<const PageModel::Node*> StaticPage::sortedNodes(const PageModel::Window& window) const {
+    QVector<const PageModel::Node*> nodes;
+    for (int i = window.node; i <= window.lastNode; ++i) {
+        if (m_model.nodes.at(i).isCountable || m_model.nodes.at(i).isUnopenedMenu) {
+            nodes.append(&m_model.nodes.at(i));
+        }
+    }
+    std::stable_sort(nodes.begin(), nodes.end(),
+                     [](const PageModel::Node* a, const PageModel::Node* b) {
+                         return rank(a->state) < rank(b->state);
+                     });
+    return nodes;
+}
+
+QString StaticPage::elements(const PageModel::Window& window) const {
+    QString html =
+        QStringLiteral("<div class=\"wide\"><table>") +
+        headings({QStringLiteral("State"), QStringLiteral("Element"), QStringLiteral("Class"),
+                  QStringLiteral("Happened"), QStringLiteral("Never")}) +
+        QStringLiteral("<tbody>\n");
+    const QVector<const PageModel::Node*> nodes = sortedNodes(window);
+    for (const PageModel::Node* const node : nodes) {
+        html += elementRow(*node);
+    }
+    return html + QStringLiteral("</tbody></table></div>\n");
+}
+
+QString StaticPage::elementRow(const PageModel::Node& node) const {
+    if (!node.isCountable) {
+        return QStringLiteral("<tr><td>unopened</td>") + cell(name(node)) +
+               QStringLiteral("<td></td><td></td><td>opened; what is in it is unknown</td></tr>\n");
+    }
+    return QStringLiteral("<tr>") + stateCell(node.state) + cell(name(node) + why(node.apart)) +
+           cell(HtmlText::content(node.className)) + cell(eventsText(node.events, true)) +
+           cell(eventsText(node.events, false)) + QStringLiteral("</tr>\n");
+}
+
+QString StaticPage::name(const PageModel::Node& node) const {
+    QStringList steps;
+    for (const PageModel::Node* step = &node; step->above >= 0;
+         step = &m_model.nodes.at(step->above)) {
+        if (steps.size() == maximumSteps) {
+            steps.prepend(QStringLiteral("…"));
+            break;
+        }
+        steps.prepend(HtmlText::content(step->step.toString()));
+    }
+    return steps.isEmpty() ? QStringLiteral("the window itself")
+                           : steps.join(QStringLiteral(" › "));
+}
+
+} // namespace Uicov::Report::Html

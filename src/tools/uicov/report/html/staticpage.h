@@ -1,0 +1,37 @@
+#pragma once
+
+#include "report/html/pagemodel.h"
+#include "report/html/picturelinks.h"
+
+#include <QString>
+
+namespace Uicov::Report::Html {
+
+/**
+ * The whole report as plain HTML, for browsers that run no scripts and for paper: the overview,
+ * then each window with its pictures and its elements.
+ */
+class StaticPage {
+public:
+    /** The model outlives this. */
+    StaticPage(const PageModel& model, const PictureLinks& links);
+
+    QString toString() const;
+
+private:
+    QString overview() const;
+    QString runs() const;
+    QString windows() const;
+    QString window(int index) const;
+    QString figure(int surface) const;
+    QString outline(const PageModel::Node& node) const;
+    QString elements(const PageModel::Window& window) const;
+    QString elementRow(const PageModel::Node& node) const;
+    QString name(const PageModel::Node& node) const;
+    QVector<const PageModel::Node*> sortedNodes(const PageModel::Window& window) const;
+
+    const PageModel& m_model;
+    PictureLinks m_links;
+};
+
+} // namespace Uicov::Report::Html

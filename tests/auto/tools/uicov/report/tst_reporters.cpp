@@ -1,0 +1,190 @@
+#include "report/badge.h"
+#include "report/comparison.h"
+#include "report/contexttable.h"
+#include "report/diffreport.h"
+#include "report/explanation.h"
+#include "report/gatekeeper.h"
+#include "report/jsonreport.h"
+#include "report/junitreport.h"
+#include "report/markdownreport.h"
+#include "report/textreport.h"
+#include "testlib/golden.h"
+#include "testlib/runmaker.h"
+#include "testlib/testcase.h"
+
+#include <QJsonDocument>
+#include <QTest>
+#include <QXmlStreamReader>
+
+using Uicov::Config::Configuration;
+using Uicov::Config::IgnoreRule;
+using Uicov::Config::Pattern;
+using Uicov::Report::Coverage;
+
+class TestReporters : public TestLib::TestCase {
+    Q_OBJECT
+
+    Configuration m_configuration;
+    std::unique_ptr<Coverage> m_coverage;
+
+    void read(bool isHostile) {
+        m_coverage = std::make_unique<Coverage>(m_configuration);
+        if (isHostile) {
+            m_coverage->add(TestLib::hostileRun());
+        } else {
+            m_coverage->add(TestLib::panelRun(1));
+            TestLib::RunMaker other(2, QStringLiteral("tool"));
+            other.addButton(other.addWindow(QStringLiteral("Tool")), QStringLiteral("Go"));
+            m_coverage->add(other.run);
+        }
+        m_coverage->finish();
+    }
+
+    QVector<Uicov::Report::GateResult> gates() const {
+        return Uicov::Report::Gatekeeper::judge(*m_coverage, m_configuration.gates, 1);
+    }
+
+    /** What each reporter makes of the runs. */
+    QByteArray made(const QString& reporter) const {
+        if (reporter == QLatin1String("text.txt")) {
+            Uicov::Report::TextReport report(m_coverage->tree());
+            report.setListsMissed(true);
+            report.setListsContexts(true);
+            report.setPrecision(1);
+            report.setOrder(QStringLiteral("missed"));
+            return report.toString().toUtf8();
+        }
+        if (reporter == QLatin1String("markdown.md")) {
+            Uicov::Report::MarkdownReport report(*m_coverage);
+            report.setListsMissed(true);
+            report.setGates(gates());
+            report.setNotes({QStringLiteral("A <note>.")});
+            return report.toString().toUtf8();
+        }
+        if (reporter == QLatin1String("contexts.txt")) {
+            return Uicov::Report::ContextTable::toString(m_coverage->tree()).toUtf8();
+        }
+        if (reporter == QLatin1String("report.json")) {
+            return Uicov::Report::JsonReport(*m_coverage, gates()).toBytes();
+        }
+        if (reporter == QLatin1String("junit.xml")) {
+            return Uicov::Report::JUnitReport(*m_coverage, gates()).toBytes();
+        }
+        if (reporter == QLatin1String("badge.svg")) {
+            const auto totals = m_coverage->tree().totals();
+            const QString title = m_coverage->runs().front().application;
+            return Uicov::Report::Badge::toBytes(title, totals.used, totals.elements, 1);
+        }
+        if (reporter == QLatin1String("explanation.txt")) {
+            Uicov::Report::Explanation explanation(*m_coverage);
+            explanation.choose(QStringLiteral("*"));
+            explanation.look(TestLib::panelRun(1));
+            explanation.look(TestLib::hostileRun());
+            return explanation.toString().toUtf8();
+        }
+        Coverage base(m_configuration);
+        base.add(TestLib::panelRun(3));
+        base.finish();
+        const Uicov::Report::Comparison comparison(base, *m_coverage);
+        const Uicov::Report::DiffReport report(comparison);
+        if (reporter == QLatin1String("diff.txt")) {
+            return report.toText().toUtf8();
+        }
+        return reporter == QLatin1String("diff.md") ? report.toMarkdown().toUtf8()
+                                                    : report.toJson();
+    }
+
+    static QStringList reporters() {
+        return {QStringLiteral("text.txt"),        QStringLiteral("markdown.md"),
+                QStringLiteral("contexts.txt"),    QStringLiteral("report.json"),
+                QStringLiteral("junit.xml"),       QStringLiteral("badge.svg"),
+                QStringLiteral("explanation.txt"), QStringLiteral("diff.txt"),
+                QStringLiteral("diff.md"),         QStringLiteral("diff.json")};
+    }
+
+    static void addRows() {
+        QTest::addColumn<QString>("reporter");
+        QTest::addColumn<bool>("isHostile");
+        for (const QString& reporter : reporters()) {
+            for (const bool isHostile : {false, true}) {
+                QTest::addRow("%s %s", isHostile ? "hostile" : "panel", qPrintable(reporter))
+                    << reporter << isHostile;
+            }
+        }
+    }
+
+private Q_SLOTS:
+    void initTestCase() {
+        IgnoreRule rule;
+        rule.text = Pattern(QStringLiteral("Stop"));
+        rule.why = QStringLiteral("an emergency cannot be tested");
+        rule.line = 3;
+        m_configuration.path = QStringLiteral("uicov.toml");
+        m_configuration.ignoreRules.append(rule);
+        m_configuration.criteria.insert(QStringLiteral("CheckBox"), {QStringLiteral("checked")});
+        m_configuration.gates.failUnder = 50;
+        m_configuration.gates.failUnderWindows = {
+            qMakePair(Pattern(QStringLiteral("Panel")), 90.0)};
+        m_configuration.gates.requiredWindows = {Pattern(QStringLiteral("Settings*"))};
+    }
+
+    void outputsAreAsTheyWere_data() { addRows(); }
+
+    void outputsAreAsTheyWere() {
+        QFETCH(QString, reporter);
+        QFETCH(bool, isHostile);
+        read(isHostile);
+        const QString name =
+            (isHostile ? QStringLiteral("hostile-") : QStringLiteral("panel-")) + reporter;
+        QStringList lines = QString::fromUtf8(made(reporter)).split(QLatin1Char('\n'));
+        QVERIFY(lines.last().isEmpty()); // ends with a line feed
+        lines.removeLast();
+        const QString difference =
+            TestLib::compareWithGolden(QStringLiteral(UICOV_GOLD_DIR "/reports/") + name, lines,
+                                       QStringLiteral(UICOV_GOLD_ACTUAL_DIR "/reports"));
+        QVERIFY2(difference.isEmpty(), qPrintable(difference));
+    }
+
+    void equalRunsGiveEqualBytes_data() { addRows(); }
+
+    void equalRunsGiveEqualBytes() {
+        QFETCH(QString, reporter);
+        QFETCH(bool, isHostile);
+        read(isHostile);
+        const QByteArray first = made(reporter);
+        QVERIFY(!first.isEmpty());
+        read(isHostile);
+        QCOMPARE(made(reporter), first);
+    }
+
+    void nothingThatAnApplicationSaysIsACommand_data() { addRows(); }
+
+    void nothingThatAnApplicationSaysIsACommand() {
+        QFETCH(QString, reporter);
+        read(true);
+        const QString text = QString::fromUtf8(made(reporter));
+        if (reporter.endsWith(QLatin1String(".json"))) {
+            QJsonParseError error{};
+            QJsonDocument::fromJson(text.toUtf8(), &error);
+            QCOMPARE(error.error, QJsonParseError::NoError);
+            QVERIFY(!text.contains(QChar(0x1b)) && !text.contains(QChar(0)));
+            return;
+        }
+        for (const QChar character : {QChar(0x1b), QChar(0), QChar(0x202e)}) {
+            QVERIFY(!text.contains(character));
+        }
+        if (reporter.endsWith(QLatin1String(".xml")) || reporter.endsWith(QLatin1String(".svg"))) {
+            QXmlStreamReader xml(text);
+            while (!xml.atEnd()) {
+                QVERIFY(xml.readNext() != QXmlStreamReader::Invalid);
+                QVERIFY(xml.name() != QLatin1String("script"));
+            }
+            QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
+        } else if (reporter.endsWith(QLatin1String(".md"))) {
+            QVERIFY(!text.contains(QLatin1Char('<')));
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(TestReporters)
+#include "tst_reporters.moc"

@@ -1,0 +1,124 @@
+#include "testlib/runmaker.h"
+
+#include "store/storedtext.h"
+#include "testlib/randomrun.h"
+
+#include <algorithm>
+#include <tuple>
+
+namespace TestLib {
+
+using Uicov::Store::Hit;
+using Uicov::Store::Run;
+using Uicov::Store::RunElement;
+
+RunMaker::RunMaker(int number, const QString& application) {
+    run.uuid = uuid(number);
+    run.session = uuid(1000);
+    run.application = application;
+    run.executable = QStringLiteral("/usr/bin/") + application;
+    run.qtVersion = QStringLiteral("5.15.8");
+    run.platform = QStringLiteral("offscreen");
+    run.locale = QStringLiteral("C");
+    run.architecture = QStringLiteral("x86_64-little_endian-lp64");
+    run.started = QStringLiteral("2024-01-01T00:00:0%1Z").arg(number % 10);
+    run.contexts = QStringList{QString(QStringLiteral(""))};
+    run.messages = 100;
+}
+
+RunElement& RunMaker::element(int number) {
+    return run.elements[static_cast<std::size_t>(number)];
+}
+
+int RunMaker::add(int parent, const char* type, const char* className, const QString& text,
+                  const char* events) {
+    const int number = static_cast<int>(run.elements.size());
+    RunElement element;
+    element.id = QStringLiteral("{%1}").arg(number);
+    element.type = QLatin1String(type);
+    element.className = QLatin1String(className);
+    element.text = text;
+    element.parent = parent;
+    element.events = QString::fromLatin1(events).split(QLatin1Char(' '));
+    element.events.removeAll(QString());
+    element.events.sort();
+    if (parent >= 0) {
+        this->element(parent).children.append(number);
+    }
+    run.elements.push_back(element);
+    return number;
+}
+
+int RunMaker::addWindow(const QString& title, const char* className, const char* type) {
+    const int window = add(-1, type, className, title, "shown");
+    element(window).isWindowNode = true;
+    hit(window, "shown");
+    return window;
+}
+
+int RunMaker::addButton(int parent, const QString& text) {
+    const int button = add(parent, "Button", "QPushButton", text, "shown clicked");
+    hit(button, "shown");
+    return button;
+}
+
+void RunMaker::hit(int element, const char* event, int count, const QString& context) {
+    int number = run.contexts.indexOf(context);
+    if (context.isEmpty()) {
+        number = 0;
+    } else if (number < 0) {
+        number = run.contexts.size();
+        run.contexts.append(context);
+    }
+    QVector<Hit>& hits = this->element(element).hits;
+    hits.append(Hit{QLatin1String(event), number, count});
+    std::sort(hits.begin(), hits.end(), [](const Hit& a, const Hit& b) {
+        return std::tie(a.event, a.context) < std::tie(b.event, b.context);
+    });
+}
+
+Run panelRun(int number) {
+    RunMaker maker(number);
+    const int window = maker.addWindow(QStringLiteral("Panel"));
+    const int bar = maker.add(window, "MenuBar", "QMenuBar", QString(), "shown");
+    maker.hit(bar, "shown");
+    const int help = maker.add(bar, "MenuItem", "QAction", QStringLiteral("Help"), "shown clicked");
+    maker.hit(help, "shown");
+    const int menu = maker.add(help, "Menu", "QMenu", QString(), "shown");
+    maker.element(menu).isTransparentNode = true;
+    const int start = maker.addButton(window, QStringLiteral("Start"));
+    maker.hit(start, "clicked", 2, QStringLiteral("test_start"));
+    maker.addButton(window, QStringLiteral("Stop"));
+    const int pump = maker.add(window, "CheckBox", "QCheckBox", QStringLiteral("Pump"),
+                               "shown clicked checked unchecked");
+    maker.hit(pump, "shown");
+    maker.hit(pump, "clicked", 1, QStringLiteral("test_pump"));
+    const int input = maker.add(window, "TextInput", "QLineEdit", QString(), "textEdited");
+    maker.hit(input, "textEdited", 3, QStringLiteral("test_pump"));
+    const int dialog = maker.addWindow(QStringLiteral("About"), "QDialog", "Dialog");
+    const int close = maker.addButton(dialog, QStringLiteral("Close"));
+    maker.hit(close, "clicked", 1, QStringLiteral("test_start"));
+    maker.run.labels.insert(QStringLiteral("branch"), QStringLiteral("main"));
+    maker.run.warnings.insert(QStringLiteral("No action at (3,4)"), 2);
+    return maker.run;
+}
+
+Run hostileRun() {
+    const QString odd = Uicov::Store::StoredText::of(
+        QStringLiteral("<script>alert(\"1\")</script>&'|`*_[x](y)") + QChar(0x1b) +
+        QStringLiteral("[31m") + QChar(0) + QChar(0x202e) + QStringLiteral("שלום") + QChar(0xd800) +
+        QStringLiteral(" ]]> --> %1 \\"));
+    RunMaker maker(7, odd);
+    const int window = maker.addWindow(odd);
+    const int button = maker.add(window, "Button", "Q<b>", odd, "shown clicked");
+    maker.element(button).events = QStringList{odd, QStringLiteral("shown")};
+    maker.addButton(window, odd + odd + odd + odd + odd);
+    maker.run.labels.insert(odd, odd);
+    maker.run.warnings.insert(odd, 1);
+    maker.run.isComplete = false;
+    maker.run.partialReason = QStringLiteral("ended abnormally");
+    maker.hit(button, "shown", 1, odd);
+    return maker.run;
+}
+
+} // namespace TestLib
