@@ -19,7 +19,7 @@ async function recordExample(program, file) {
     const ended = once(run, "exit");
     const isShown = () => {
         const messages = existsSync(file) && statSync(file).size > 0 ? uicov("dump", file) : "";
-        const window = /windowNodeChanged (#\d+) .*window=true/.exec(messages)?.[1];
+        const window = /elementAdded (#\d+) class="Window"/.exec(messages)?.[1];
         return window && messages.includes(`imageChanged ${window} `);
     };
     while (!isShown()) {
