@@ -105,11 +105,11 @@ StaticPage::StaticPage(const PageModel& model, const PictureLinks& links)
     , m_links(links) {}
 
 QString StaticPage::toString() const {
-    QString html = QStringLiteral("<div class=\"static\">\n") + overview() + runs() + windows();
+    QString html = QStringLiteral("<main class=\"static\">\n") + overview() + runs() + windows();
     for (int i = 0; i < m_model.windows.size(); ++i) {
         html += window(i);
     }
-    return html + QStringLiteral("</div>\n");
+    return html + QStringLiteral("</main>\n");
 }
 
 QString StaticPage::overview() const {
