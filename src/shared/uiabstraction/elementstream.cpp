@@ -2,6 +2,7 @@
 
 #include "uiabstraction/elementwalk.h"
 #include "uiabstraction/pngreader.h"
+#include "uiabstraction/pngwriter.h"
 #include "uiabstraction/recordkind.h"
 #include "uiabstraction/uielement.h"
 
@@ -21,8 +22,9 @@ void writeFields(QDataStream& stream, const UIElement& element) {
     stream << element.id() << element.standardType() << element.concreteType()
            << element.extraString3() << element.extraString4() << element.extraStrings()
            << element.isTransparentNode() << element.isSubgraphTransparent()
-           << element.isWindowNode() << element.text() << element.geometry() << element.image()
-           << element.extraString1() << element.extraString2() << element.extraAttributes1()
+           << element.isWindowNode() << element.text() << element.geometry();
+    writeImage(stream, element.image());
+    stream << element.extraString1() << element.extraString2() << element.extraAttributes1()
            << element.extraAttributes2();
     const QMap<UIEvent, int> usage = element.usage();
     stream << static_cast<qint32>(usage.size());

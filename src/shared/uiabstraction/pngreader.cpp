@@ -1,11 +1,11 @@
 #include "uiabstraction/pngreader.h"
 
+#include "uiabstraction/pngchecksum.h"
+
 #include <QByteArray>
 #include <QIODevice>
 #include <QImage>
 #include <QtEndian>
-
-#include <array>
 
 namespace Vorsk {
 namespace UIAbstraction {
@@ -32,28 +32,6 @@ constexpr qint64 maximumSize = 1024LL * 1024 * 1024;
 /** What deflate can make of one byte at best. */
 constexpr qint64 maximumExpansion = 1032;
 
-/** Here and not from a library: the extension, which links this too, brings no library along. */
-constexpr std::array<quint32, 256> makeChecksumTable() {
-    std::array<quint32, 256> table{};
-    for (quint32 i = 0; i < table.size(); ++i) {
-        quint32 value = i;
-        for (int bit = 0; bit < 8; ++bit) {
-            value = (value & 1U) != 0 ? 0xEDB88320U ^ (value >> 1U) : value >> 1U;
-        }
-        table[i] = value;
-    }
-    return table;
-}
-
-quint32 checksum(const char* begin, const char* end) {
-    static constexpr auto table = makeChecksumTable();
-    quint32 value = 0xFFFFFFFFU;
-    for (const char* byte = begin; byte != end; ++byte) {
-        value = table[(value ^ static_cast<quint8>(*byte)) & 0xFFU] ^ (value >> 8U);
-    }
-    return ~value;
-}
-
 quint32 numberAt(const QByteArray& bytes, int offset) {
     return qFromBigEndian<quint32>(bytes.constData() + offset);
 }
@@ -77,8 +55,8 @@ QByteArray appendChunk(QByteArray& bytes, QIODevice& device) {
     }
     const char* const name = bytes.constData() + start + lengthSize;
     const char* const end = bytes.constData() + bytes.size() - checksumSize;
-    return checksum(name, end) == qFromBigEndian<quint32>(end) ? QByteArray(name, nameSize)
-                                                               : QByteArray();
+    return pngChecksum(name, end) == qFromBigEndian<quint32>(end) ? QByteArray(name, nameSize)
+                                                                  : QByteArray();
 }
 
 int bitsPerPixel(int bitDepth, int colourType) {

@@ -1,6 +1,7 @@
 #include "streamuielementexporter.h"
 
 #include "uiabstraction/elementstream.h"
+#include "uiabstraction/pngwriter.h"
 
 #include <vorsk/hook.h>
 
@@ -15,6 +16,20 @@ using UIAbstraction::RecordKind;
 using UIAbstraction::StandardType;
 using UIAbstraction::UIElement;
 using UIAbstraction::UIEvent;
+
+namespace {
+
+/** An image that is written with the fast PNG. */
+struct Picture {
+    const QImage& image;
+};
+
+QDataStream& operator<<(QDataStream& stream, const Picture& picture) {
+    UIAbstraction::writeImage(stream, picture.image);
+    return stream;
+}
+
+} // namespace
 
 StreamUIElementExporter::StreamUIElementExporter() = default;
 
@@ -45,7 +60,7 @@ void StreamUIElementExporter::onGeometryChanged(const UIElement* element, QRect 
 }
 
 void StreamUIElementExporter::onImageChanged(const UIElement* element, QImage image) {
-    exportRecord(RecordKind::ImageChanged, element, image);
+    exportRecord(RecordKind::ImageChanged, element, Picture{image});
 }
 
 void StreamUIElementExporter::onStandardTypeChanged(const UIElement* element,
