@@ -113,8 +113,8 @@ private Q_SLOTS:
         const PageModel model = sample();
         constexpr int read = 4096;
         QVERIFY(HtmlPage::isPage(HtmlPage(model).singleFile().left(read)));
-        QVERIFY(
-            HtmlPage::isPage(HtmlPage(model).indexFile(PictureLinks(QStringList())).left(read)));
+        QVERIFY(HtmlPage::isPage(
+            HtmlPage(model).indexFile(PictureLinks({QStringLiteral("a.png")})).left(read)));
         QVERIFY(!HtmlPage::isPage("<!DOCTYPE html><title>uicov html</title>"));
         QVERIFY(!HtmlPage::isPage(QByteArray()));
     }
