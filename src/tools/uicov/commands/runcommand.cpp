@@ -45,6 +45,17 @@ RecordingSetup::Toolkit toolkitOf(const std::string& name) {
     return name == "quick" ? RecordingSetup::Toolkit::Quick : RecordingSetup::Toolkit::Both;
 }
 
+/** What to type to name the recordings: their folder where it is the run's own. */
+QString asArguments(const QStringList& recordings, const QString& runFolder) {
+    const bool areInFolder =
+        QFileInfo(recordings.value(0)).absolutePath() == QFileInfo(runFolder).absoluteFilePath();
+    QString arguments;
+    for (const QString& path : areInFolder ? QStringList{runFolder} : recordings) {
+        arguments += QLatin1Char(' ') + Store::DataFilePath::shellQuoted(path);
+    }
+    return arguments;
+}
+
 bool isLabel(const std::string& text) {
     const std::size_t separator = text.find('=');
     return separator != std::string::npos && separator > 0;
@@ -224,13 +235,10 @@ int RunCommand::conclude(const Launch::Application& application,
     Launch::RunKeeper keeper(dataFile, m_appends, terminal);
     if (const auto problem = keeper.keep(recordings)) {
         terminal.error(*problem);
-        const bool isInFolder =
-            !recordings.isEmpty() && QFileInfo(recordings.first()).absolutePath() == folder.path();
         folder.keep();
-        terminal.note(QStringLiteral("what was recorded is kept; next: uicov combine -a -o %1 %2")
-                          .arg(Store::DataFilePath::shellQuoted(dataFile),
-                               Store::DataFilePath::shellQuoted(isInFolder ? folder.path()
-                                                                           : recordings.value(0))));
+        terminal.note(QStringLiteral("what was recorded is kept; next: uicov combine -a -o ") +
+                      Store::DataFilePath::shellQuoted(dataFile) +
+                      asArguments(recordings, folder.path()));
         return process.exitCode() == 0 ? Failed : process.exitCode();
     }
     if (keeper.records() == 0) {

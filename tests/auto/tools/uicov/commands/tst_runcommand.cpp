@@ -11,6 +11,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <csignal>
+
 using TestLib::CommandRunner;
 using TestLib::writeScript;
 using Uicov::Store::DataFile;
@@ -174,6 +176,55 @@ private Q_SLOTS:
         QCOMPARE(run(application()), 0);
         QVERIFY2(m_runner->errors().contains(QStringLiteral("an earlier run could not be")),
                  qPrintable(m_runner->errors()));
+    }
+
+    void whereTheDataFileCannotBeWrittenEveryKeptRecordingIsNamed() {
+        QVERIFY(writeScript(
+            path("app"),
+            QStringLiteral("#!/bin/sh\necho mine > .uicov\n\"%1\" child\n").arg(m_application)));
+        QCOMPARE(run({QStringLiteral("--recording"), QStringLiteral("a b.uirec"),
+                      QStringLiteral("--"), QStringLiteral("./app")}),
+                 1);
+        QVERIFY2(m_runner->errors().endsWith(QStringLiteral(
+                     "next: uicov combine -a -o .uicov 'a b.uirec' 'a b-4711.uirec'\n")),
+                 qPrintable(m_runner->errors()));
+        QVERIFY(folders().isEmpty());
+    }
+
+    void whatACommandThatIsKilledHadRecordedIsFound() {
+        QVERIFY(writeScript(
+            path("app"),
+            QStringLiteral("#!/bin/sh\n\"%1\"\nkill -KILL $PPID\n").arg(m_application)));
+        QCOMPARE(run({QStringLiteral("--"), QStringLiteral("./app")}), -1);
+        QCOMPARE(folders().size(), 1);
+        QVERIFY(!QFile::exists(path(".uicov")));
+        const QString folder = folders().at(0);
+        // Nobody holds it, so there is nothing to mark.
+        QCOMPARE(m_runner->run({QStringLiteral("mark"), QStringLiteral("x")}), 1);
+        QVERIFY(m_runner->errors().endsWith(QStringLiteral("[no-run-going]\n")));
+        QCOMPARE(run(application()), 0);
+        QVERIFY2(m_runner->errors().contains(QStringLiteral("an earlier run could not be")),
+                 qPrintable(m_runner->errors()));
+        QVERIFY(m_runner->errors().contains(folder));
+        QCOMPARE(m_runner->run({QStringLiteral("combine"), QStringLiteral("--append"), folder}), 0);
+        QCOMPARE(runsIn(".uicov").size(), 2);
+    }
+
+    void controlCKeepsWhatWasRecorded() {
+        QVERIFY(writeScript(
+            path("app"),
+            QStringLiteral("#!/bin/sh\n\"%1\"\necho ready\nexec cat\n").arg(m_application)));
+        TestLib::TerminalRunner terminal;
+        QVERIFY(terminal.start(QStringLiteral(UICOV_PROGRAM),
+                               {QStringLiteral("run"), QStringLiteral("-o"), path("x.uicov"),
+                                QStringLiteral("--"), path("app")}));
+        QVERIFY(terminal.readUntil("ready"));
+        terminal.type("\x03");
+        QCOMPARE(terminal.finish(), 128 + SIGINT);
+        const QVector<Run> runs = runsIn("x.uicov");
+        QCOMPARE(runs.size(), 1);
+        QCOMPARE(runs.at(0).elements.size(), std::size_t{17});
+        QVERIFY(folders().isEmpty());
     }
 
     void labelsAndContextReachTheApplication() {
