@@ -29,7 +29,7 @@ public:
         if (line == "click") {
             QTest::mouseClick(&m_button, Qt::LeftButton);
         } else if (line == "start") {
-            m_other.start(QCoreApplication::applicationFilePath(), {});
+            m_other.start(QCoreApplication::applicationFilePath(), QStringList());
             answerOfOther();
         } else if (line.startsWith("there ")) {
             m_other.write(line.mid(6) + '\n');

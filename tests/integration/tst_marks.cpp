@@ -10,7 +10,7 @@
 
 using RecordingFormat::FrameType;
 using Uicov::Recording::Frame;
-using Uicov::Recording::FrameDecoder;
+namespace FrameDecoder = Uicov::Recording::FrameDecoder;
 using Uicov::Recording::RecordingReader;
 using Uicov::Store::Run;
 
