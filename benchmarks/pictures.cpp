@@ -54,6 +54,7 @@ QImage grabWindow(QSize size) {
 double medianMilliseconds(const std::function<void()>& work) {
     constexpr int rounds = 9;
     std::vector<double> times;
+    times.reserve(rounds);
     for (int i = 0; i < rounds; ++i) {
         times.push_back(static_cast<double>(nanoseconds(work)) / 1e6);
     }

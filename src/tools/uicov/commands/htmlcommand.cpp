@@ -83,6 +83,7 @@ void HtmlCommand::setArguments(const std::vector<std::string>& unread,
 }
 
 int HtmlCommand::run(Console::Terminal& terminal) {
+    terminal.setShowsProgress(!m_isQuiet);
     if (!read(terminal)) {
         return Failed; // it has been told why
     }
