@@ -45,10 +45,10 @@ UIElement* addWindow(RecordingBuilder& recording, UIElement* parent, const char*
 /** A button called by its colour; the state goes round with the number of the button. */
 UIElement* addPatch(RecordingBuilder& recording, UIElement* parent, const char* type,
                     const QColor& colour, const QRect& place, int number) {
-    UIElement* const patch = recording.add(
-        parent, QLatin1String(type),
-        QLatin1String(qstrcmp(type, "MenuItem") == 0 ? "QAction" : "QPushButton"), colour.name(),
-        clickable);
+    UIElement* const patch =
+        recording.add(parent, QLatin1String(type),
+                      QLatin1String(qstrcmp(type, "MenuItem") == 0 ? "QAction" : "QPushButton"),
+                      colour.name(), clickable);
     patch->setGeometry(ElementGeometry(place, true));
     if (number % 3 > 0) {
         use(patch, "shown");
@@ -96,8 +96,9 @@ struct Scene {
 };
 
 void addMenu(Scene& scene, UIElement* opener) {
-    UIElement* const menu = scene.recording.add(
-        opener, QStringLiteral("Menu"), QStringLiteral("QMenu"), QString(), {QStringLiteral("shown")});
+    UIElement* const menu =
+        scene.recording.add(opener, QStringLiteral("Menu"), QStringLiteral("QMenu"), QString(),
+                            {QStringLiteral("shown")});
     menu->setWindowNode(true);
     menu->setGeometry(ElementGeometry(QRect(0, 0, 120, 60), true));
     use(menu, "shown");
@@ -128,9 +129,9 @@ void fillColours(RecordingBuilder& recording) {
     scene.picture.fill(Qt::lightGray);
     UIElement* const window = addWindow(recording, nullptr, "Window", QStringLiteral("Palette"),
                                         QRect(0, 0, 400, 300), scene.picture);
-    UIElement* const bar = recording.add(window, QStringLiteral("MenuBar"),
-                                         QStringLiteral("QMenuBar"), QString(),
-                                         {QStringLiteral("shown")});
+    UIElement* const bar =
+        recording.add(window, QStringLiteral("MenuBar"), QStringLiteral("QMenuBar"), QString(),
+                      {QStringLiteral("shown")});
     const QPoint origin(10, 20);
     bar->setGeometry(ElementGeometry(QRect(origin, QSize(200, 30)), true));
     use(bar, "shown");
@@ -166,9 +167,9 @@ void fillColours(RecordingBuilder& recording) {
     dense.patch(sharp, "Button", QRect(90, 70, 100, 40));
     sharp->setImage(dense.picture);
 
-    UIElement* const blind = recording.add(nullptr, QStringLiteral("Window"),
-                                           QStringLiteral("QMainWindow"), QStringLiteral("Blind"),
-                                           {QStringLiteral("shown")});
+    UIElement* const blind =
+        recording.add(nullptr, QStringLiteral("Window"), QStringLiteral("QMainWindow"),
+                      QStringLiteral("Blind"), {QStringLiteral("shown")});
     blind->setWindowNode(true);
     blind->setGeometry(ElementGeometry(QRect(0, 0, 300, 100), true));
     addPatch(recording, blind, "Button", colourOf(dense.number), QRect(10, 10, 100, 40), 0);
@@ -187,7 +188,9 @@ QStringList hostileNames() {
             QString::fromUtf8("مرحبا (1) abc"),
             QString::fromUtf8("evil \u202e txt.exe"),
             QString::fromUtf8("zero\u200bwidth\u2028line"),
-            QStringLiteral("a\tb\nc\x01" "d\x7f" "e"),
+            QStringLiteral("a\tb\nc\x01"
+                           "d\x7f"
+                           "e"),
             QString(QChar(0xd800)) + QStringLiteral("half"),
             QString::fromUtf8("日本語 🙂 ñ"),
             QStringLiteral("long ").repeated(2000),
@@ -203,11 +206,12 @@ void fillHostile(RecordingBuilder& recording) {
     recording.addMark(names.at(1));
     QImage picture(400, 500, QImage::Format_RGB32);
     picture.fill(Qt::white);
-    UIElement* const window = addWindow(recording, nullptr, "Window", names.at(0),
-                                        QRect(0, 0, 400, 500), picture);
+    UIElement* const window =
+        addWindow(recording, nullptr, "Window", names.at(0), QRect(0, 0, 400, 500), picture);
     for (int i = 0; i < names.size(); ++i) {
-        UIElement* const button = recording.add(window, QStringLiteral("Button"), names.at(i),
-                                                names.at(i), {names.at(i), QStringLiteral("shown")});
+        UIElement* const button =
+            recording.add(window, QStringLiteral("Button"), names.at(i), names.at(i),
+                          {names.at(i), QStringLiteral("shown")});
         button->setGeometry(ElementGeometry(QRect(10, 10 + i * 30, 180, 26), true));
         use(button, "shown");
         if (i % 2 == 0) {

@@ -5,6 +5,9 @@
 #include "testlib/testcase.h"
 #include "xserver.h"
 
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QMap>
 #include <QRegularExpression>
 #include <QSet>
@@ -85,6 +88,37 @@ bool addKeysOf(const QString& path, KnownKeys& known) {
     return true;
 }
 
+/** Keys that were used before and are there, but not used, now. */
+QStringList lostFrom(const KnownKeys& base, const KnownKeys& now) {
+    QStringList lost;
+    for (auto it = base.cbegin(); it != base.cend(); ++it) {
+        if (it->isUsed() && now.contains(it.key()) && !now.value(it.key()).isUsed()) {
+            lost.append(it.key());
+        }
+    }
+    return lost;
+}
+
+QStringList removedFrom(const KnownKeys& base, const KnownKeys& now) {
+    QStringList removed;
+    for (auto it = base.cbegin(); it != base.cend(); ++it) {
+        if (!now.contains(it.key())) {
+            removed.append(it.key());
+        }
+    }
+    return removed;
+}
+
+/** The keys in a list of the difference, sorted. */
+QStringList keysIn(const QJsonObject& difference, const char* list) {
+    QStringList keys;
+    for (const QJsonValue& element : difference.value(QLatin1String(list)).toArray()) {
+        keys.append(element.toObject().value(QStringLiteral("key")).toString());
+    }
+    keys.sort();
+    return keys;
+}
+
 int usedIn(const KnownKeys& known) {
     return static_cast<int>(
         std::count_if(known.cbegin(), known.cend(), [](const Known& key) { return key.isUsed(); }));
@@ -151,6 +185,28 @@ class TestCombinedSessions : public TestLib::TestCase {
         QVERIFY(usedIn(inBoth) > usedIn(inSecond));
     }
 
+    /** What the second session left out, and what only the first came to see. */
+    void compareDifference(const QString& base, const QString& now, int atLeast) {
+        KnownKeys before;
+        KnownKeys after;
+        QVERIFY(addKeysOf(base, before) && addKeysOf(now, after));
+        QCOMPARE(m_uicov.run({QStringLiteral("diff"), QStringLiteral("--format"),
+                              QStringLiteral("json"), base, now}),
+                 0);
+        const QJsonObject difference = QJsonDocument::fromJson(m_uicov.output().toUtf8()).object();
+        QCOMPARE(keysIn(difference, "lost"), lostFrom(before, after));
+        QCOMPARE(keysIn(difference, "removed"), removedFrom(before, after));
+        const int named = keysIn(difference, "lost").size() + keysIn(difference, "removed").size();
+        QVERIFY2(named >= atLeast, qPrintable(m_uicov.output()));
+        // a build that must not lose anything fails, and one without a difference does not
+        QCOMPARE(m_uicov.run({QStringLiteral("diff"), QStringLiteral("--fail-on"),
+                              QStringLiteral("lost,removed"), base, now}),
+                 2);
+        QCOMPARE(m_uicov.run({QStringLiteral("diff"), QStringLiteral("--fail-on"),
+                              QStringLiteral("lost,removed"), base, base}),
+                 0);
+    }
+
 private Q_SLOTS:
     void initTestCase() { QVERIFY2(m_server.isRunning(), qPrintable(m_server.why())); }
 
@@ -176,6 +232,9 @@ private Q_SLOTS:
         QCOMPARE(file.waitForEnd(), 0);
 
         compareTogether(about.dataFilePath(), file.dataFilePath());
+        // without "Help" its menu was never opened, nor the box with its button
+        compareDifference(about.dataFilePath(), file.dataFilePath(), 4);
+        compareDifference(file.dataFilePath(), about.dataFilePath(), 1); // "New"
     }
 
     void twoSessionsWithGroupsOfButtons() {
@@ -191,6 +250,8 @@ private Q_SLOTS:
         QCOMPARE(state.end(), 128 + SIGTERM);
 
         compareTogether(box.dataFilePath(), state.dataFilePath());
+        compareDifference(box.dataFilePath(), state.dataFilePath(), 1);
+        compareDifference(state.dataFilePath(), box.dataFilePath(), 1);
     }
 };
 

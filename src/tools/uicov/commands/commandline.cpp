@@ -32,7 +32,7 @@ constexpr char description[] =
 constexpr char examples[] = R"(Examples:
   uicov doctor ./panel          can this application be recorded here?
   uicov run -- ./panel --demo   run it and record what is used
-  uicov report -m .uicov        what was used, window by window, and what was not
+  uicov report -m               what was used, window by window, and what was not
 
 Exit codes: 0 done; 1 wrong use, or input or output failed; 2 a limit that was asked for is not
 kept; 3 the data is partial or damaged and --strict was given. "uicov run" ends with the

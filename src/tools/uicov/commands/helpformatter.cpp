@@ -1,5 +1,6 @@
 #include "commands/helpformatter.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace Uicov::Commands {
@@ -17,7 +18,8 @@ std::string HelpFormatter::make_usage(const CLI::App* /*app*/, std::string /*nam
 }
 
 std::string HelpFormatter::make_option_opts(const CLI::Option* option) const {
-    const std::string type = option->get_type_size() == 0 ? std::string() : option->get_type_name();
+    std::string type = option->get_type_size() == 0 ? std::string() : option->get_type_name();
+    type.erase(std::min(type.find(':'), type.size())); // what the validators add is for programmers
     return type.empty() ? std::string() : " " + type;
 }
 

@@ -58,8 +58,7 @@ CLI::App* HtmlCommand::declare(CLI::App& commands) {
     app->add_option("--title", m_title, "What stands at the top (default: the applications)")
         ->type_name("TEXT");
     app->add_option("--max-size", m_maximumMegabytes,
-                    "Make pictures smaller until the page has at most so many megabytes; 0 for "
-                    "any size")
+                    "Shrink pictures until the page is that small; 0: never")
         ->type_name("MB")
         ->check(CLI::NonNegativeNumber)
         ->capture_default_str();

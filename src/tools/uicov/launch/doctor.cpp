@@ -7,8 +7,6 @@
 #include "launch/installationchecks.h"
 #include "launch/machinechecks.h"
 
-#include <algorithm>
-
 namespace Uicov::Launch {
 
 using Result = Finding::Result;
@@ -30,16 +28,10 @@ Findings Doctor::examineApplication(Application& application) const {
 }
 
 QStringList Doctor::likelyCauses(Application& application, int signal) const {
-    const Findings ofApplication = examineApplication(application);
+    // What is known to be wrong says more than a signal, which is often only how it shows.
+    const Findings findings =
+        examineApplication(application) + examineMachine() + examineInstallation();
     QStringList causes;
-    // What the application itself is, and how it ended, says more than what surrounds it.
-    const bool isSuspect =
-        std::any_of(ofApplication.cbegin(), ofApplication.cend(),
-                    [](const Finding& finding) { return finding.result == Result::Problem; });
-    if (signal != 0 && !isSuspect) {
-        causes.append(application.causeOfSilence(signal));
-    }
-    const Findings findings = ofApplication + examineMachine() + examineInstallation();
     for (const Finding& finding : findings) {
         if (finding.result == Result::Problem) {
             causes.append(finding.seen + QStringLiteral("; ") + finding.advice);

@@ -50,17 +50,6 @@ QString capped(const QString& text) {
            text.right(longestText / 4);
 }
 
-QString wellFormed(const QString& text) {
-    QString result;
-    QString character;
-    for (int i = 0; i < text.size(); i += character.size()) {
-        character = characterAt(text, i);
-        const bool isHalf = character.size() == 1 && character.at(0).isSurrogate();
-        result += isHalf ? Console::DisplayText::escaped(character) : character;
-    }
-    return result;
-}
-
 QByteArray json(const QJsonObject& object) {
     // Inside strings only, where these escapes mean the same; and "</script>" cannot be there.
     return QJsonDocument(object)

@@ -23,9 +23,6 @@ QString escaped(const QString& text);
 /** A text that nobody will read to its end loses its middle, and says how much there was. */
 QString capped(const QString& text);
 
-/** Halves of characters, which no encoding can hold, written as escapes. */
-QString wellFormed(const QString& text);
-
 /** As the content of a script element that holds data. */
 QByteArray json(const QJsonObject& object);
 

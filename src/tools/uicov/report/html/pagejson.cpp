@@ -10,7 +10,7 @@ namespace Uicov::Report::Html::PageJson {
 namespace {
 
 QString text(const QString& text) {
-    return HtmlText::wellFormed(HtmlText::capped(text));
+    return HtmlText::capped(text);
 }
 
 QString stateName(State state) {
@@ -99,7 +99,7 @@ void addCounted(const PageModel::Node& node, QJsonObject& object) {
 QJsonObject nodeObject(const PageModel::Node& node) {
     QJsonObject object{{QStringLiteral("above"), node.above},
                        {QStringLiteral("kind"), text(node.step.kind)},
-                       {QStringLiteral("step"), HtmlText::wellFormed(node.step.toKey())}};
+                       {QStringLiteral("step"), node.step.toKey()}};
     if (!node.step.label.isEmpty()) {
         object.insert(QStringLiteral("label"), text(node.step.label));
     }

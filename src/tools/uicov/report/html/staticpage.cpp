@@ -1,7 +1,7 @@
 #include "report/html/staticpage.h"
 
 #include "report/html/htmltext.h"
-#include "report/textreport.h"
+#include "report/percentage.h"
 
 #include <QMap>
 
@@ -47,7 +47,7 @@ QString headings(const QStringList& names) {
 QString totalsCells(const CoverageTree::Totals& totals) {
     return numberCell(totals.elements) + numberCell(totals.used) + numberCell(totals.shown) +
            numberCell(totals.missed) + QStringLiteral("<td class=\"number\">") +
-           TextReport::percent(totals.used, totals.elements) + QStringLiteral("</td>");
+           Percentage::text(totals.used, totals.elements) + QStringLiteral("</td>");
 }
 
 QString eventsText(const Events& events, bool happened) {
@@ -105,11 +105,11 @@ StaticPage::StaticPage(const PageModel& model, const PictureLinks& links)
     , m_links(links) {}
 
 QString StaticPage::toString() const {
-    QString html = QStringLiteral("<div class=\"static\">\n") + overview() + runs() + windows();
+    QString html = QStringLiteral("<main class=\"static\">\n") + overview() + runs() + windows();
     for (int i = 0; i < m_model.windows.size(); ++i) {
         html += window(i);
     }
-    return html + QStringLiteral("</div>\n");
+    return html + QStringLiteral("</main>\n");
 }
 
 QString StaticPage::overview() const {
@@ -118,7 +118,7 @@ QString StaticPage::overview() const {
            paragraphs(m_model.warnings, QStringLiteral("warning")) +
            QStringLiteral("<p class=\"sum\"><strong>%1</strong> of %2 elements were used: %3 used, "
                           "%4 only shown, %5 missed. %6 of %7 events happened.</p>\n")
-               .arg(TextReport::percent(all.used, all.elements))
+               .arg(Percentage::text(all.used, all.elements))
                .arg(all.elements)
                .arg(all.used)
                .arg(all.shown)

@@ -11,6 +11,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <csignal>
+
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -238,17 +240,17 @@ private Q_SLOTS:
         Application plain(path("plain"));
         QVERIFY(
             m_doctor.likelyCauses(plain, 0).first().contains(QStringLiteral("does not load Qt")));
-        constexpr int segmentationFault = 11;
         Application sound(path("gui"));
-        QVERIFY(m_doctor.likelyCauses(sound, segmentationFault)
+        QVERIFY(m_doctor.likelyCauses(sound, SIGSEGV)
                     .first()
                     .contains(QStringLiteral("ended by signal 11")));
         const QByteArray before = qgetenv("QT_QPA_PLATFORM");
         qputenv("QT_QPA_PLATFORM", "wayland-none");
         Application again(path("gui"));
-        const QStringList causes = m_doctor.likelyCauses(again, 0);
+        const QStringList causes = m_doctor.likelyCauses(again, SIGABRT);
         qputenv("QT_QPA_PLATFORM", before);
         QVERIFY2(causes.first().contains(QStringLiteral("compositor")), qPrintable(causes.first()));
+        QVERIFY(causes.last().contains(QStringLiteral("ended by signal 6")));
     }
 };
 

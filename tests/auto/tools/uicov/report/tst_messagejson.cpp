@@ -115,6 +115,11 @@ private Q_SLOTS:
         UIElement* const window = element("{w}");
         UIElement* const child = element("{c}");
         window->addChild(child);
+        UIElement* const other = element("{o}");
+        UIElement* const shared = element("{s}");
+        window->addChild(other);
+        child->addChild(shared);
+        other->addChild(shared); // one that two list
         child->addChild(window); // two that stand below each other
         recording.announce(window);
         const QStringList lines = print(recording);
@@ -124,7 +129,7 @@ private Q_SLOTS:
         const QString children = json("'children':[");
         const QString noText = json("'text':null");
         QVERIFY2(line.contains(root), qPrintable(line));
-        QCOMPARE(line.count(children), 2);
+        QCOMPARE(line.count(children), 4);
         QVERIFY(line.contains(noText));
     }
 

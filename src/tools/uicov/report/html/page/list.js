@@ -2,7 +2,7 @@
 
 /** A list of elements in groups. However long, only the rows in sight are in the document. */
 Page.list = (() => {
-    const {el, glyph, shown, plain} = Page.text;
+    const {el, glyph, shown} = Page.text;
     const rowHeight = 50;
     const spare = 6;
     const rank = {missed: 0, shown: 1, used: 2};
@@ -32,11 +32,6 @@ Page.list = (() => {
             .filter(Boolean).join(" · ");
     }
 
-    function describe(node) {
-        return node.unopened ? "menu that was never opened: what is in it is unknown"
-            : `${node.state}, ${node.kind}${happened(node) ? `, ${happened(node)}` : ""}`;
-    }
-
     /** What tells more than the name: what it is, or, where that is the name, what is written in it. */
     function beside(node, name) {
         const text = node.label || !node.text ? "" : `“${node.text}”`;
@@ -52,9 +47,9 @@ Page.list = (() => {
         const name = Page.model.name(node);
         const element = el("div", {class: `row ${node.state ?? "unopened"}`, role: "option", id: `${list.id}-${node.index}`,
             "aria-selected": String(list.selected === node), "aria-setsize": list.count, "aria-posinset": item.position,
-            "aria-label": plain(`${name}: ${describe(node)}${where.length ? `, in ${where.join(" › ")}` : ""}`),
             "data-node": node.index},
             node.unopened ? el("span", {class: "glyph unopened", "aria-hidden": "true"}, "▸") : glyph(node.state),
+            node.unopened ? null : el("span", {class: "offscreen"}, `${node.state}: `),
             el("span", {class: "name"}, shown(name), beside(node, name)),
             el("span", {class: "detail"}, where.length ? [shown(where.join(" › ")), " — "] : null, shown(detail)));
         element.style.top = `${index * rowHeight}px`;

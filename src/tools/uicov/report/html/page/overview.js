@@ -99,7 +99,7 @@ Page.overview = (() => {
     function runRow(run) {
         const labels = Object.entries(run.labels).map(([name, value]) => el("span", {class: "chip"}, shown(`${name}=${value}`)));
         const contexts = run.contexts.slice(0, 4).map((name) => el("a", {class: "chip", href: Page.main.linkTo({window: -1, filter: `c:"${name}"`})}, shown(name)));
-        return el("tr", {}, el("th", {scope: "row"}, shown(run.started.replace("T", " ").replace(/(\.\d+)?Z$/, " UTC"))), el("td", {}, shown(run.application)),
+        return el("tr", {}, el("th", {scope: "row"}, run.started ? shown(run.started.replace("T", " ").replace(/(\.\d+)?Z$/, " UTC")) : "unknown"), el("td", {}, shown(run.application)),
             el("td", {class: "chips"}, labels, contexts, run.contexts.length > 4 ? ` +${run.contexts.length - 4} contexts` : null),
             el("td", {}, shown(`Qt ${run.qt}, ${run.platform}, ${run.locale}`)),
             el("td", {class: run.complete ? "" : "partial"}, run.complete ? "complete" : ["partial: it ", shown(run.reason)]),

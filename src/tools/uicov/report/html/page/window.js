@@ -18,13 +18,13 @@ Page.window = (() => {
         state.list = Page.list.create("elements", "Elements", on, false);
         state.stage = el("div", {class: "stage"});
         state.crumbs = el("nav", {class: "surfaces", "aria-label": "Window and menus"});
-        state.panel = el("div", {class: "detail-column"});
+        state.panel = el("div", {class: "detail-column", tabindex: 0, role: "region", "aria-label": "Selected"});
         state.order = el("select", {id: "order", onchange: (event) => Page.main.go({sort: event.target.value})},
             Object.entries(Page.list.orderNames).map(([name, words]) => el("option", {value: name}, words)));
         state.status = el("p", {class: "status"});
         state.element = el("main", {class: "window"}, header(window),
             el("div", {class: "work"},
-                el("section", {class: "look", "aria-label": "Picture"}, state.crumbs, state.stage),
+                el("section", {class: "look", tabindex: 0, "aria-label": "Picture"}, state.crumbs, state.stage),
                 el("section", {class: "choose", "aria-label": "Elements"},
                    el("div", {class: "tools"}, state.status, el("label", {for: "order", class: "offscreen"}, "Order"), state.order), state.list.element),
                 state.panel));

@@ -1,0 +1,95 @@
+#include "store/datafile.h"
+#include "testlib/commandrunner.h"
+#include "testlib/runmaker.h"
+#include "testlib/testcase.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+using TestLib::CommandRunner;
+using Uicov::Store::DataFile;
+
+class TestDiffCommand : public TestLib::TestCase {
+    Q_OBJECT
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<CommandRunner> m_runner;
+
+    QString path(const char* name) const { return m_folder->filePath(QLatin1String(name)); }
+
+    int run(const char* words) {
+        return m_runner->run(QString::fromUtf8(words).split(QLatin1Char(' ')));
+    }
+
+    bool says(const char* text) const {
+        return m_runner->output().contains(QString::fromUtf8(text)) ||
+               m_runner->errors().contains(QString::fromUtf8(text));
+    }
+
+    void put(const char* name, const Uicov::Store::Run& run) const {
+        DataFile file;
+        QVERIFY(!file.create(path(name)));
+        QVERIFY(!file.add(run));
+        QVERIFY(!file.commit());
+    }
+
+    void configure(const char* text) const {
+        QFile file(path("uicov.toml"));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(text) >= 0);
+    }
+
+private Q_SLOTS:
+    void init() {
+        TestLib::TestCase::init();
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_runner = std::make_unique<CommandRunner>(QStringLiteral(UICOV_PROGRAM));
+        m_runner->setWorkingFolder(m_folder->path());
+        m_runner->setVariable(QStringLiteral("UICOV_FILE"), QString());
+        m_runner->setVariable(QStringLiteral("UICOV_CONFIG"), QString());
+        put(".uicov", TestLib::panelRun());
+    }
+
+    void cleanup() { TestLib::TestCase::cleanup(); }
+
+    void nothingDiffersFromItself() {
+        QCOMPARE(run("diff .uicov .uicov --fail-on lost,new-missed,removed"), 0);
+        QVERIFY(says("Nothing differs."));
+        QVERIFY(says("Elements used: 7 of 9 (78%) before, 7 of 9 (78%) now"));
+    }
+
+    void whatIsLostEndsWith2WhereThatIsAsked() {
+        TestLib::RunMaker other(2);
+        const int window = other.addWindow(QStringLiteral("Panel"));
+        other.addButton(window, QStringLiteral("Start"));
+        put("new.uicov", other.run);
+        QCOMPARE(run("diff .uicov new.uicov"), 0);
+        QVERIFY(
+            says("Lost: used before, not used now (1)\n  - Window \"Panel\" > Button \"Start\""));
+        QVERIFY(says("Removed: not there any more (7)"));
+        QCOMPARE(run("diff .uicov new.uicov --fail-on lost"), 2);
+        QVERIFY(says("fail-on lost is not met: 1 elements are lost [gate-not-met]"));
+        QCOMPARE(run("diff .uicov new.uicov --fail-on new-missed"), 0);
+        QCOMPARE(run("diff --fail-on removed .uicov new.uicov"), 2);
+        QCOMPARE(run("diff --fail-on moved .uicov new.uicov"), 1);
+        configure("[gates]\nfail-on = [\"lost\"]\n");
+        QCOMPARE(run("diff .uicov new.uicov"), 2);
+    }
+
+    void otherForms() {
+        QCOMPARE(run("diff .uicov .uicov --format json"), 0);
+        QVERIFY(says("\"uicov-diff\""));
+        QCOMPARE(run("diff .uicov .uicov --format markdown -o d.md"), 0);
+        QVERIFY(QFile::exists(path("d.md")));
+    }
+
+    void twoFilesAreNeeded() {
+        QCOMPARE(run("diff .uicov"), 1);
+        QVERIFY(says("[wrong-use]"));
+        QCOMPARE(run("diff .uicov none.uicov"), 1);
+        QVERIFY(says("[input-missing]"));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestDiffCommand)
+#include "tst_diffcommand.moc"

@@ -1,0 +1,187 @@
+#include "store/datafile.h"
+#include "testlib/commandrunner.h"
+#include "testlib/runmaker.h"
+#include "testlib/testcase.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+using TestLib::CommandRunner;
+using Uicov::Store::DataFile;
+
+class TestPolicies : public TestLib::TestCase {
+    Q_OBJECT
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<CommandRunner> m_runner;
+
+    QString path(const char* name) const { return m_folder->filePath(QLatin1String(name)); }
+
+    int run(const char* words) {
+        return m_runner->run(QString::fromUtf8(words).split(QLatin1Char(' ')));
+    }
+
+    bool says(const char* text) const {
+        return m_runner->output().contains(QString::fromUtf8(text)) ||
+               m_runner->errors().contains(QString::fromUtf8(text));
+    }
+
+    void put(const char* name, const Uicov::Store::Run& run) const {
+        DataFile file;
+        QVERIFY(!file.create(path(name)));
+        QVERIFY(!file.add(run));
+        QVERIFY(!file.commit());
+    }
+
+    void configure(const char* text) const {
+        QFile file(path("uicov.toml"));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(text) >= 0);
+    }
+
+private Q_SLOTS:
+    void init() {
+        TestLib::TestCase::init();
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_runner = std::make_unique<CommandRunner>(QStringLiteral(UICOV_PROGRAM));
+        m_runner->setWorkingFolder(m_folder->path());
+        m_runner->setVariable(QStringLiteral("UICOV_FILE"), QString());
+        m_runner->setVariable(QStringLiteral("UICOV_CONFIG"), QString());
+        put(".uicov", TestLib::panelRun());
+    }
+
+    void cleanup() { TestLib::TestCase::cleanup(); }
+
+    void theDataFileOfTheFolderIsTheDefault() {
+        QCOMPARE(run("report"), 0);
+        QVERIFY(says("TOTAL                  9     7      2       0    78%   12/15"));
+        QVERIFY(QFile::rename(path(".uicov"), path("other.uicov")));
+        QCOMPARE(run("report"), 1);
+        QVERIFY(says("there is no data file .uicov here; make one with uicov run"));
+        m_runner->setVariable(QStringLiteral("UICOV_FILE"), QStringLiteral("other.uicov"));
+        QCOMPARE(run("report"), 0);
+    }
+
+    void aGateThatIsNotMetEndsWith2_data() {
+        QTest::addColumn<QString>("options");
+        QTest::addColumn<int>("status");
+        QTest::newRow("total, met") << "--fail-under 77" << 0;
+        QTest::newRow("total") << "--fail-under 78" << 2;
+        QTest::newRow("window, met") << "--fail-under-window About=100" << 0;
+        QTest::newRow("window") << "--fail-under-window Panel=90" << 2;
+        QTest::newRow("no such window") << "--fail-under-window Settings=0" << 2;
+        QTest::newRow("required, met") << "--require-window Pan*" << 0;
+        QTest::newRow("required") << "--require-window Settings*" << 2;
+        QTest::newRow("no number") << "--fail-under x" << 1;
+        QTest::newRow("too large") << "--fail-under 101" << 1;
+        QTest::newRow("no number of a window") << "--fail-under-window Panel=x" << 1;
+        QTest::newRow("no pattern") << "--fail-under-window =3" << 1;
+    }
+
+    void aGateThatIsNotMetEndsWith2() {
+        QFETCH(QString, options);
+        QFETCH(int, status);
+        for (const char* verb : {"report", "json", "junit", "badge"}) {
+            QCOMPARE(
+                m_runner->run(QStringList{QLatin1String(verb)} + options.split(QLatin1Char(' '))),
+                status);
+            QCOMPARE(m_runner->errors().contains(QStringLiteral("[gate-not-met]")), status == 2);
+            // The report is there all the same.
+            QCOMPARE(m_runner->output().isEmpty(), status == 1);
+        }
+    }
+
+    void theConfigurationSetsGatesAndTheCommandLineWins() {
+        configure("[gates]\nfail-under = 90\n");
+        QCOMPARE(run("report"), 2);
+        QCOMPARE(run("report --fail-under 50"), 0);
+        QCOMPARE(run("report --no-config"), 0);
+        QVERIFY(QFile::rename(path("uicov.toml"), path("mine.toml")));
+        QCOMPARE(run("report"), 0);
+        QCOMPARE(run("report --config mine.toml"), 2);
+        QCOMPARE(run("report --config none.toml"), 1);
+        QVERIFY(says("[configuration-unreadable]"));
+    }
+
+    void aWrongConfigurationReportsNothing() {
+        configure("[gates]\nfail-undr = 90\n");
+        QCOMPARE(run("report"), 1);
+        QCOMPARE(m_runner->output(), QString());
+        QVERIFY(says("uicov.toml:2:1: there is no key \"fail-undr\" in [gates]; the nearest known "
+                     "one is \"fail-under\" [configuration-wrong]"));
+    }
+
+    void rulesThatDoNothingOrTooMuchAreWarnedOf() {
+        configure("[[ignore]]\ntext = \"Stop\"\n[[ignore]]\ntext = \"Strat\"\n"
+                  "[[ignore]]\ntype = \"CheckBox\"\n");
+        QCOMPARE(run("report"), 0);
+        QVERIFY(says("Elements left out by rules: 2."));
+        QVERIFY(says("uicov.toml:3: the ignore rule text = \"Strat\" matches nothing"));
+        QVERIFY(says("uicov.toml:5: the ignore rule type = \"CheckBox\" hides 1 of 1 elements"));
+        QCOMPARE(m_runner->errors().count(QLatin1Char('\n')), 2);
+    }
+
+    void severalOutputsInOneCall() {
+        QCOMPARE(run("report -o r.txt --json r.json --junit r.xml --badge r.svg --markdown r.md "
+                     "--require-window Settings"),
+                 2);
+        QCOMPARE(m_runner->output(), QString());
+        const auto contents = [this](const char* name) {
+            QFile file(path(name));
+            return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+        };
+        QVERIFY(contents("r.txt").startsWith(QStringLiteral("Window ")));
+        QVERIFY(contents("r.json").contains(QStringLiteral("\"uicov-report\"")));
+        QVERIFY(contents("r.xml").contains(QStringLiteral("<failure ")));
+        QVERIFY(contents("r.svg").startsWith(QStringLiteral("<svg ")));
+        QVERIFY(contents("r.md").startsWith(QStringLiteral("## GUI coverage: 78%")));
+        QCOMPARE(run("report --json none/r.json -o r2.txt"), 1);
+        QVERIFY(QFile::exists(path("r2.txt"))); // the others are written
+        QCOMPARE(run("report -o .uicov"), 1);
+        QVERIFY(says("is a recording or data file and is not overwritten"));
+    }
+
+    void formsOfTheReport() {
+        QCOMPARE(run("report --format total --precision 2"), 0);
+        QCOMPARE(m_runner->output(), QStringLiteral("77.78\n"));
+        QCOMPARE(run("report --skip-covered"), 0);
+        QVERIFY(!says("Dialog \"About\""));
+        QVERIFY(says("Windows not listed since all of them is used: 1."));
+        QCOMPARE(run("report --by-context"), 0);
+        QVERIFY(says("test_pump            2          2       2          2"));
+        QCOMPARE(run("report --show-contexts"), 0);
+        QVERIFY(says("used      Button \"Start\"  [test_start]"));
+        QCOMPARE(run("report --sort -name"), 0);
+        QVERIFY(m_runner->output().indexOf(QStringLiteral("Window \"Panel\"")) <
+                m_runner->output().indexOf(QStringLiteral("Dialog \"About\"")));
+        QCOMPARE(run("report --sort size"), 1);
+        configure("[report]\nprecision = 1\nmissed = true\n");
+        QCOMPARE(run("report"), 0);
+        QVERIFY(says("77.8%") && says("shown     Button \"Stop\""));
+        QCOMPARE(run("report --precision 0"), 0);
+        QVERIFY(says(" 78%"));
+    }
+
+    void contextsCanBeChosen() {
+        QCOMPARE(run("report --contexts test_pump"), 0);
+        QVERIFY(says("TOTAL                  9     2      0       7    22%    2/15"));
+        QCOMPARE(run("report --contexts test_pump --contexts test_s*"), 0);
+        QVERIFY(says("TOTAL                  9     4"));
+        QCOMPARE(run("report --contexts none*"), 1);
+        QVERIFY(says("no context is like --contexts"));
+    }
+
+    void partialDataUnderStrictComesBeforeGates() {
+        auto partial = TestLib::panelRun(2);
+        partial.isComplete = false;
+        partial.partialReason = QStringLiteral("ended abnormally");
+        put("partial.uicov", partial);
+        QCOMPARE(run("report partial.uicov --fail-under 99"), 2);
+        QVERIFY(says("The run is partial: it ended abnormally;"));
+        QCOMPARE(run("report partial.uicov --fail-under 99 --strict"), 3);
+        QCOMPARE(run("report partial.uicov none.uicov"), 1);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestPolicies)
+#include "tst_policies.moc"
