@@ -39,7 +39,7 @@ bool RecordingWriter::open(const QString& path, const ProcessInfo& info) {
 }
 
 void RecordingWriter::mark(const QString& name) {
-    if (m_file.isOpen() && !name.isEmpty()) {
+    if (m_file.isOpen()) {
         write(FrameBuilder::markFrame(elapsed(), name));
     }
 }

@@ -28,7 +28,7 @@ public:
      */
     bool open(const QString& path, const ProcessInfo& info);
 
-    /** Begins a context; nothing is written for an empty name while no context has begun. */
+    /** Begins a context; an empty name ends it. */
     void mark(const QString& name);
 
     /**

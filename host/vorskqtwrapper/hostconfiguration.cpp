@@ -118,6 +118,7 @@ QString HostConfiguration::fileFromEnvironment() {
 
 HostConfiguration HostConfiguration::read(const QString& file) {
     HostConfiguration result;
+    result.m_file = file;
     QSettings settings(file, QSettings::IniFormat);
     settings.setIniCodec("UTF-8");
     const QString fault = faultOf(file, settings);
@@ -133,6 +134,12 @@ HostConfiguration HostConfiguration::read(const QString& file) {
     }
     result.check(file);
     return result;
+}
+
+QString HostConfiguration::currentMark() const {
+    QSettings settings(m_file, QSettings::IniFormat);
+    settings.setIniCodec("UTF-8");
+    return valuesOf(settings, hostSection + QLatin1Char('/') + markKey).value(0);
 }
 
 void HostConfiguration::take(const QString& section, const QString& key,
@@ -152,8 +159,6 @@ void HostConfiguration::take(const QString& section, const QString& key,
         m_session = values.first();
     } else if (key == contextKey && !values.isEmpty()) {
         m_context = values.first();
-    } else if (key == markKey && !values.isEmpty()) {
-        m_mark = values.first();
     } else if (key == labelsKey) {
         for (const QString& label : values) {
             m_labels.append(qMakePair(label.section(QLatin1Char('='), 0, 0),

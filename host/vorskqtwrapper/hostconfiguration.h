@@ -45,8 +45,11 @@ public:
     QString session() const { return m_session; }
     /** Of the run as a whole; null when none is given. */
     QString context() const { return m_context; }
-    /** The context that is current when the process starts; null when none is given. */
-    QString mark() const { return m_mark; }
+    /**
+     * The context that processes begin in: as the file has it now, since it changes during a run.
+     * Empty when none is given.
+     */
+    QString currentMark() const;
     /** Names and values, in their order. */
     const QVector<QPair<QString, QString>>& labels() const { return m_labels; }
     /** Only the keys that were given; a key without a value has an empty list. */
@@ -56,12 +59,12 @@ private:
     void take(const QString& section, const QString& key, const QStringList& values);
     void check(const QString& file);
 
+    QString m_file;
     QString m_error;
     QStringList m_extensions;
     QString m_recording;
     QString m_session;
     QString m_context;
-    QString m_mark;
     QVector<QPair<QString, QString>> m_labels;
     Options m_options;
 };

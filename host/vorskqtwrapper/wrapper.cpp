@@ -61,6 +61,21 @@ std::vector<ExtensionLibrary> loadExtensions(const QStringList& paths) {
     return loaded;
 }
 
+/**
+ * Begins in the context that is current. Whoever marks a run changes the configuration first and
+ * then the recordings that are there: asked once this recording is there, and until the answer
+ * stays the same, one of the two reaches it whenever that happens.
+ */
+void enterContext(const HostConfiguration& configuration, RecordingWriter& writer) {
+    QString entered;
+    QString current = configuration.currentMark();
+    while (current != entered) {
+        writer.mark(current);
+        entered = current;
+        current = configuration.currentMark();
+    }
+}
+
 /** Calls the function while the process exits, however it exits in order. */
 void callAtExit(void (*function)()) {
     // Fails only when there is no memory left; the recording then lacks its end, which readers say.
@@ -104,7 +119,7 @@ void Wrapper::startConfigured(const HostConfiguration& configuration) {
     if (hook == nullptr) {
         return;
     }
-    hook->writer().mark(configuration.mark());
+    enterContext(configuration, hook->writer());
     theWrapper = new Wrapper(configuration, hook->writer());
     // What is registered first runs last. The objects of the extensions are made in between.
     callAtExit(closeRecording);

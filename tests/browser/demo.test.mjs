@@ -179,6 +179,25 @@ test("a menu is shown in place of its window, from the item that opens it and ba
     await close();
 });
 
+test("a double click in the list opens a menu", async () => {
+    const {page, close} = await open(browser, widgets());
+    await page.locator("#elements .row").filter({hasText: /^used: File/}).dblclick();
+    assert.equal(await page.locator(".surfaces [aria-pressed=true]").innerText(), "Menu File");
+    await close();
+});
+
+test("rows stay the same while the list is scrolled", async () => {
+    const {page, close} = await open(browser, widgets(), {viewport: {width: 1280, height: 640}});
+    const row = await page.locator("#elements .row").nth(4).elementHandle();
+    await page.$eval("#elements", (list) => { list.scrollTop = 60; });
+    await page.waitForFunction(() => document.querySelector("#elements").scrollTop === 60);
+    await page.evaluate(() => new Promise((resolve) => { requestAnimationFrame(() => requestAnimationFrame(resolve)); }));
+    assert.equal(await row.evaluate((element) => element.isConnected), true);
+    const order = await page.$$eval("#elements .space > *", (all) => all.map((element) => parseInt(element.style.top, 10)));
+    assert.deepEqual(order, [...order].sort((a, b) => a - b), "in the order in which they are read");
+    await close();
+});
+
 test("a menu that nobody opened is listed, and said to be unknown", async () => {
     const {page, close} = await open(browser, widgets());
     await page.focus("#elements");

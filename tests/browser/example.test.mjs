@@ -15,7 +15,7 @@ let recording;
 
 /** Until the window is there, which is told last, with its picture. */
 async function recordExample(program, file) {
-    const run = spawn(process.env.UICOV_PROGRAM, ["run", "--screenshots", "-o", file, "--", program], {stdio: "ignore"});
+    const run = spawn(process.env.UICOV_PROGRAM, ["run", "--screenshots", "-o", `${file}.uicov`, "--recording", file, "--", program], {stdio: "ignore"});
     const ended = once(run, "exit");
     const isShown = () => {
         const messages = existsSync(file) && statSync(file).size > 0 ? uicov("dump", file) : "";

@@ -96,12 +96,12 @@ test("what cannot be understood is told, and the rest is used", () => {
 
 test("the toggles and the text say the same", () => {
     const {states, withStates} = page.filter;
-    const all = ["missed", "shown", "used"];
-    assert.deepEqual([...states("t:button")], all);
+    const every = ["missed", "shown", "used"];
+    assert.deepEqual([...states("t:button")], every);
     assert.deepEqual([...states("s:missed t:button")], ["missed"]);
     assert.deepEqual([...states("!s:used")], ["missed", "shown"]);
     assert.equal(withStates("t:button", ["missed"]), "s:missed t:button");
     assert.equal(withStates("t:button s:used !x", ["missed", "shown"]), "s:missed,shown t:button !x");
-    assert.equal(withStates("s:missed t:button", all), "t:button");
+    assert.equal(withStates("s:missed t:button", every), "t:button");
     assert.equal(withStates("s:missed", []), "", "nothing at all is not what anybody wants to see");
 });

@@ -34,7 +34,7 @@ async function assertWhole(page, root, data) {
     const text = await page.locator(root).innerText();
     assert.equal(await page.locator(`${root} section`).count(), data.windows.length);
     assert.equal(await page.locator(`${root} section td.state`).count(), elements.length);
-    for (const {label} of elements.filter(({label}) => label)) {
+    for (const {label} of elements.filter((element) => element.label)) {
         assert.ok(text.includes(label), label);
     }
     const outlined = elements.filter((node) => node.place && data.surfaces[node.surface].node !== data.nodes.indexOf(node));

@@ -35,7 +35,7 @@ export function makeRecording(kind, file) {
 }
 
 export function recordDemo(panel, file) {
-    uicov("run", "--screenshots", "-o", file, "--", join(build, "demos", `${panel}-session`), "-silent");
+    uicov("run", "--screenshots", "-o", `${file}.uicov`, "--recording", file, "--", join(build, "demos", `${panel}-session`), "-silent");
 }
 
 export function makePage(recordings, file, ...options) {

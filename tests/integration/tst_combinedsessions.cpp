@@ -112,7 +112,8 @@ QStringList removedFrom(const KnownKeys& base, const KnownKeys& now) {
 /** The keys in a list of the difference, sorted. */
 QStringList keysIn(const QJsonObject& difference, const char* list) {
     QStringList keys;
-    for (const QJsonValue& element : difference.value(QLatin1String(list)).toArray()) {
+    const QJsonArray elements = difference.value(QLatin1String(list)).toArray();
+    for (const QJsonValue element : elements) {
         keys.append(element.toObject().value(QStringLiteral("key")).toString());
     }
     keys.sort();

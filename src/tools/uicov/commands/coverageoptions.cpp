@@ -25,15 +25,18 @@ void CoverageOptions::declare(CLI::App& app) {
     app.add_flag("--no-config", m_ignoresConfig, "Read no uicov.toml");
     app.add_option("--contexts", m_contexts, "Count only what happened in contexts like this")
         ->type_name("PATTERN")
+        ->envname("UICOV_CONTEXTS")
         ->expected(1)
         ->take_all()
         ->allow_extra_args(false);
-    app.add_flag("--strict", m_isStrict, "End with 3 when a run is partial");
+    app.add_flag("--strict", m_isStrict, "End with 3 when a run is partial")
+        ->envname("UICOV_STRICT");
 }
 
 void CoverageOptions::declareGates(CLI::App& app) {
     app.add_option("--fail-under", m_failUnder, "End with 2 when less than N percent are used")
         ->type_name("N")
+        ->envname("UICOV_FAIL_UNDER")
         ->check(CLI::Range(0.0, 100.0).description(""));
     app.add_option("--fail-under-window", m_failUnderWindows, "The same for windows like this")
         ->type_name("PATTERN=N")
@@ -52,6 +55,14 @@ void CoverageOptions::declareFiles(CLI::App& app) {
     app.add_option("FILE", m_files, "Data files and recordings (default: UICOV_FILE, else .uicov)")
         ->type_name("")
         ->expected(0, -1);
+}
+
+std::vector<std::string> CoverageOptions::choices(const QStringList& words) {
+    std::vector<std::string> result;
+    for (const QString& word : words) {
+        result.push_back(word.toStdString());
+    }
+    return result;
 }
 
 void CoverageOptions::addFiles(const std::vector<std::string>& files) {
@@ -90,7 +101,15 @@ bool CoverageOptions::mergeGates(Console::Terminal& terminal) {
                                 text});
             return false;
         }
-        gates.failUnderWindows.append(qMakePair(Pattern(text.left(separator)), percent));
+        const QString pattern = text.left(separator);
+        const auto same =
+            std::find_if(gates.failUnderWindows.begin(), gates.failUnderWindows.end(),
+                         [&](const auto& gate) { return gate.first.glob() == pattern; });
+        if (same != gates.failUnderWindows.end()) {
+            same->second = percent;
+        } else {
+            gates.failUnderWindows.append(qMakePair(Pattern(pattern), percent));
+        }
     }
     for (const std::string& pattern : m_requiredWindows) {
         gates.requiredWindows.append(Pattern(QString::fromStdString(pattern)));
@@ -165,14 +184,29 @@ void CoverageOptions::warnOfRules(const Coverage& coverage, Console::Terminal& t
                               rules.at(i).toString();
         if (use.elements == 0) {
             terminal.warning({Message::IgnoreRuleUnused,
-                              where + QStringLiteral(" matches nothing; correct or remove it")});
+                              where + QStringLiteral(" leaves out nothing that no rule before it "
+                                                     "does; correct or remove it")});
         } else if (use.usedElements > 0) {
             terminal.warning({Message::IgnoreRuleHidesUse,
-                              where + QStringLiteral(" hides %1 of %2 elements that are used; "
+                              where + QStringLiteral(" leaves out %1 elements, %2 of them used; "
                                                      "narrow it")
-                                          .arg(use.usedElements)
-                                          .arg(use.elements)});
+                                          .arg(use.elements)
+                                          .arg(use.usedElements)});
         }
+    }
+    const auto unused = coverage.unusedCriteria();
+    for (const Coverage::UnusedCriterion& criterion : unused) {
+        const QString what =
+            criterion.event.isNull()
+                ? QStringLiteral(": [criteria] names %1, but no element that counts is one")
+                      .arg(criterion.type)
+                : QStringLiteral(": [criteria] asks for \"%1\" of %2, which none announces")
+                      .arg(criterion.event, criterion.type);
+        const QString cure =
+            criterion.nearest.isEmpty()
+                ? QStringLiteral("; correct or remove it")
+                : QStringLiteral("; the nearest that there is is \"%1\"").arg(criterion.nearest);
+        terminal.warning({Message::CriterionUnused, m_configuration.path + what + cure});
     }
 }
 

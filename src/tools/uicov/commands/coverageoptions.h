@@ -32,6 +32,9 @@ public:
     /** Adds the files. */
     void declareFiles(CLI::App& app);
 
+    /** As the parser takes a list of choices. */
+    static std::vector<std::string> choices(const QStringList& words);
+
     void addFiles(const std::vector<std::string>& files);
     const std::vector<std::string>& files() const { return m_files; }
 
@@ -49,7 +52,7 @@ public:
     /** The files that were read last, for whoever needs to look at the runs once more. */
     const Store::Inputs& inputs() const { return *m_inputs; }
 
-    /** Warns of ignore rules that match nothing or hide what is used. */
+    /** Warns of ignore rules and criteria that do nothing, and of rules that hide what is used. */
     void warnOfRules(const Report::Coverage& coverage, Console::Terminal& terminal) const;
     QVector<Report::GateResult> judge(const Report::Coverage& coverage, int digits) const;
     /** Tells which gates are not met. */

@@ -5,6 +5,9 @@
 #include "commands/outputs.h"
 #include "console/terminal.h"
 #include "report/diffreport.h"
+#include "store/datafilepath.h"
+
+#include <QFile>
 
 namespace Uicov::Commands {
 
@@ -14,10 +17,11 @@ namespace {
 
 constexpr char examples[] =
     R"(Elements are matched by application and exact key. "Renamed?" is a guess for people and
-changes no number. The same uicov.toml is applied to both sides.
+changes no number. The same uicov.toml is applied to both sides. Without NEW it is the data file
+here.
 
 Examples:
-  uicov diff main.uicov .uicov
+  uicov diff main.uicov
   uicov diff --fail-on lost,new-missed main.uicov branch.uicov
   uicov diff --format markdown -o diff.md monday.uirec tuesday.uirec)";
 
@@ -26,21 +30,23 @@ Examples:
 CLI::App* DiffCommand::declare(CLI::App& commands) {
     CLI::App* const app =
         commands.add_subcommand("diff", "Print what was used before and is not now, and more");
-    setUsage(*app, "uicov diff [OPTIONS] BASE NEW");
+    setUsage(*app, "uicov diff [OPTIONS] BASE [NEW]");
     app->add_option("--fail-on", m_failOn, "End with 2 on: lost, new-missed, removed")
         ->type_name("KIND,...")
         ->delimiter(',')
         ->expected(1)
         ->take_all()
         ->allow_extra_args(false)
-        ->check(CLI::IsMember({"lost", "new-missed", "removed"}).description(""));
+        ->check(
+            CLI::IsMember(CoverageOptions::choices(Config::Gates::differences())).description(""));
     app->add_option("--format", m_format, "text, markdown or json")
         ->type_name("NAME")
         ->check(CLI::IsMember({"text", "markdown", "json"}).description(""))
         ->capture_default_str();
     app->add_option("--precision", m_precision, "Digits behind the point of percentages")
         ->type_name("N")
-        ->check(CLI::Range(0, 6).description(""));
+        ->envname("UICOV_PRECISION")
+        ->check(CLI::Range(0, Config::ReportDefaults::mostDigits).description(""));
     app->add_option("-o,--output", m_output, "Write to FILE; - is standard output")
         ->type_name("FILE")
         ->capture_default_str();
@@ -58,21 +64,40 @@ void DiffCommand::setArguments(const std::vector<std::string>& unread,
     }
 }
 
+/** For people only, as after a report. */
+void DiffCommand::sayNext(const Report::Comparison& comparison, Console::Terminal& terminal) const {
+    const auto& changes = comparison.lost().isEmpty() ? comparison.newMissed() : comparison.lost();
+    if (m_output != "-" || !terminal.isErrorTerminal() || changes.isEmpty()) {
+        return;
+    }
+    QString next = QStringLiteral("next: uicov explain ") +
+                   Store::DataFilePath::shellQuoted(changes.first().key);
+    if (m_options.files().size() > 1) {
+        next += QLatin1Char(' ') + Store::DataFilePath::shellQuoted(
+                                       QFile::decodeName(m_options.files().back().c_str()));
+    }
+    terminal.note(next);
+}
+
 int DiffCommand::run(Console::Terminal& terminal) {
     const std::vector<std::string>& files = m_options.files();
-    if (files.size() != 2) {
-        terminal.error({Message::WrongUse, QStringLiteral("diff takes two data files or "
-                                                          "recordings; see uicov diff --help")});
+    if (files.empty() || files.size() > 2) {
+        terminal.error({Message::WrongUse,
+                        QStringLiteral("diff takes one or two data files or recordings, not %1; "
+                                       "see uicov diff --help")
+                            .arg(files.size())});
         return Failed;
     }
     if (!m_options.readConfiguration(terminal)) {
         return Failed;
     }
     const auto base = m_options.read({files.at(0)}, terminal);
-    const auto current = m_options.read({files.at(1)}, terminal);
+    const auto current =
+        m_options.read(std::vector<std::string>(files.begin() + 1, files.end()), terminal);
     if (!base || !current) {
         return Failed;
     }
+    m_options.warnOfRules(*current, terminal);
     const Report::Comparison comparison(*base, *current);
     Report::DiffReport report(comparison);
     report.setPrecision(m_precision >= 0 ? m_precision
@@ -98,6 +123,7 @@ int DiffCommand::run(Console::Terminal& terminal) {
                       QStringLiteral("%1 elements are %2").arg(count).arg(kind), count == 0, -1});
     }
     CoverageOptions::tell(gates, terminal);
+    sayNext(comparison, terminal);
     const int ofBase = m_options.exitCode(*base, {});
     return ofBase != Done ? ofBase : m_options.exitCode(*current, gates);
 }

@@ -3,6 +3,10 @@
 #include "commands/command.h"
 #include "commands/coverageoptions.h"
 
+namespace Uicov::Report {
+class Comparison;
+}
+
 namespace Uicov::Commands {
 
 /** uicov diff: what two data files or recordings differ in. */
@@ -14,6 +18,8 @@ public:
     int run(Console::Terminal& terminal) override;
 
 private:
+    void sayNext(const Report::Comparison& comparison, Console::Terminal& terminal) const;
+
     CoverageOptions m_options;
     std::string m_output = "-";
     std::string m_format = "text";

@@ -5,6 +5,7 @@
 #include "commands/outputs.h"
 #include "console/terminal.h"
 #include "report/explanation.h"
+#include "report/hiddenelements.h"
 
 namespace Uicov::Commands {
 
@@ -14,6 +15,8 @@ namespace {
 
 constexpr char examples[] =
     R"(KEY is a key as uicov json writes it, a pattern, or a part of one, as the caption of a button.
+What has no key, since it is mere structure or a part of another element, is found by its text,
+class or type.
 
 Examples:
   uicov explain Licence
@@ -64,18 +67,24 @@ int ExplainCommand::run(Console::Terminal& terminal) {
     }
     Report::Explanation explanation(*coverage);
     const QString key = QString::fromStdString(m_key);
-    if (!explanation.choose(key)) {
+    const bool hasKey = explanation.choose(key);
+    Report::HiddenElements hidden(key);
+    const auto look = [&](const Store::Run& run) {
+        hasKey ? explanation.look(run) : hidden.look(run);
+    };
+    if (!m_options.inputs().forEach(look, terminal)) {
+        return Failed;
+    }
+    if (!hasKey && hidden.isEmpty()) {
         terminal.error({Message::NoSuchElement, QStringLiteral("no element has a key like ") + key +
                                                     QStringLiteral("; the nearest one is ") +
                                                     explanation.nearest(key)});
         return Failed;
     }
-    if (!m_options.inputs().forEach([&](const Store::Run& run) { explanation.look(run); },
-                                    terminal)) {
-        return Failed;
-    }
     Outputs outputs(terminal);
-    outputs.add(m_output, [&](bool) { return explanation.toString().toUtf8(); });
+    outputs.add(m_output, [&](bool) {
+        return (hasKey ? explanation.toString() : hidden.toString()).toUtf8();
+    });
     return outputs.write() ? m_options.exitCode(*coverage, {}) : Failed;
 }
 

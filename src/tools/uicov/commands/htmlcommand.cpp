@@ -33,6 +33,9 @@ Examples:
 
 constexpr double bytesInMegabyte = 1000000;
 constexpr int markRange = 4096;
+/** What a picture's size takes at most in the page, and what is said about reduced ones. */
+constexpr int maximumSide = 99999;
+constexpr int noteBytes = 1000;
 
 QString counted(int count, const char* one, const char* several) {
     return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : several));
@@ -60,7 +63,7 @@ CLI::App* HtmlCommand::declare(CLI::App& commands) {
     app->add_option("--max-size", m_maximumMegabytes,
                     "Shrink pictures until the page is that small; 0: never")
         ->type_name("MB")
-        ->check(CLI::NonNegativeNumber)
+        ->check(CLI::Validator(CLI::NonNegativeNumber).description(""))
         ->capture_default_str();
     app->add_flag("--strict", m_isStrict, "End with 3 when a run is partial");
     app->add_flag("-q,--quiet", m_isQuiet, "Print nothing but errors and warnings");
@@ -196,16 +199,16 @@ QStringList HtmlCommand::notes(const PageModel& model) const {
     return notes;
 }
 
-/** False when the page cannot be made that small. */
-bool HtmlCommand::fit(PageModel& model, Console::Terminal& terminal) const {
-    PageModel bare = model;
-    bare.pictures.fill({QByteArray(), QSize(1, 1), false});
-    const auto room = static_cast<qint64>(m_maximumMegabytes * bytesInMegabyte);
-    const qint64 rest = Report::Html::HtmlPage(bare).singleFile().size();
-    if (room == 0) {
-        return true;
+/** Makes pictures smaller until the page is as small as was asked for, or as it can be. */
+void HtmlCommand::fit(PageModel& model, Console::Terminal& terminal) const {
+    const auto limit = static_cast<qint64>(m_maximumMegabytes * bytesInMegabyte);
+    if (limit == 0) {
+        return;
     }
-    Report::Html::PictureBudget budget(qMax<qint64>(1, room - rest));
+    PageModel bare = model;
+    bare.pictures.fill({QByteArray(), QSize(maximumSide, maximumSide), false});
+    const qint64 room = limit - noteBytes - Report::Html::HtmlPage(bare).singleFile().size();
+    Report::Html::PictureBudget budget(qMax<qint64>(1, room));
     budget.apply(model);
     if (budget.reduced() > 0) {
         const QString told =
@@ -219,13 +222,12 @@ bool HtmlCommand::fit(PageModel& model, Console::Terminal& terminal) const {
             terminal.note(told + QStringLiteral("; --split DIR keeps them in full"));
         }
     }
-    if (!budget.isKept()) {
+    if (room < 0 || !budget.isKept()) {
         terminal.warning({Message::PageTooLarge,
                           QStringLiteral("the page is larger than %1 MB, although its pictures are "
                                          "as small as they can be; use --split DIR, or fewer runs")
                               .arg(m_maximumMegabytes)});
     }
-    return budget.isKept();
 }
 
 int HtmlCommand::write(Console::Terminal& terminal) {

@@ -34,7 +34,7 @@ private:
     QString title() const;
     QStringList warnings() const;
     QStringList notes(const Report::Html::PageModel& model) const;
-    bool fit(Report::Html::PageModel& model, Console::Terminal& terminal) const;
+    void fit(Report::Html::PageModel& model, Console::Terminal& terminal) const;
     int write(Console::Terminal& terminal);
     int writeFile(const Report::Html::PageModel& model, Console::Terminal& terminal) const;
     int writeFolder(const Report::Html::PageModel& model, Console::Terminal& terminal) const;

@@ -67,20 +67,27 @@ int MarkCommand::run(Console::Terminal& terminal) {
     }
     const QString name = m_endsContext ? QString() : QString::fromStdString(m_names.front());
     // Processes first that are still to start, so that none begins unmarked in between.
-    Launch::RecordingSetup::setMark(run->optionsFile, name);
+    const bool isSet = Launch::RecordingSetup::setMark(run->optionsFile, name);
     const QStringList recordings =
         Launch::RecordingOutput(run->recording).recordingsOf(run->session);
     int marked = 0;
     for (const QString& recording : recordings) {
         marked += Launch::MarkWriter::append(recording, name) ? 1 : 0;
     }
-    if (marked == 0 && !recordings.isEmpty()) {
-        terminal.error({Message::NoRunGoing,
-                        QStringLiteral("no process of the run is recording any more; nothing is "
-                                       "marked")});
-        return Failed;
+    if (isSet) {
+        return Done; // between two processes of a run there may be none to mark
     }
-    return Done;
+    terminal.error(
+        marked == 0
+            ? Console::Problem{Message::NoRunGoing,
+                               QStringLiteral("the run has ended in this moment; nothing is "
+                                              "marked")}
+            : Console::Problem{Message::SetupFailed,
+                               run->optionsFile +
+                                   QStringLiteral(": cannot be written: what runs is marked, but "
+                                                  "processes that start later will not be; free "
+                                                  "some space there")});
+    return Failed;
 }
 
 std::optional<RunFolder::Info> MarkCommand::findRun(Console::Terminal& terminal) const {

@@ -4,6 +4,8 @@
 #include "console/terminal.h"
 
 #include <QFile>
+#include <QFileInfo>
+#include <QSet>
 
 namespace Uicov::Commands {
 
@@ -16,8 +18,33 @@ void Outputs::add(const std::string& path, const Maker& maker) {
     }
 }
 
+bool Outputs::areApart() const {
+    QSet<QString> places;
+    for (const Output& output : m_outputs) {
+        const QString path = QFile::decodeName(output.path.c_str());
+        const QFileInfo info(path);
+        const bool isStandardOutput = output.path == "-";
+        if (!isStandardOutput && info.exists() && !info.isFile()) {
+            continue; // a device or pipe takes one after the other
+        }
+        const QString place = isStandardOutput ? path : info.absoluteFilePath();
+        if (places.contains(place)) {
+            m_terminal.error({Console::Message::WrongUse,
+                              (isStandardOutput ? QStringLiteral("standard output") : path) +
+                                  QStringLiteral(": two outputs cannot go to one place; name "
+                                                 "another for one of them")});
+            return false;
+        }
+        places.insert(place);
+    }
+    return true;
+}
+
 bool Outputs::write() {
-    bool isWritten = true;
+    bool isWritten = areApart();
+    if (!isWritten) {
+        return false;
+    }
     for (const Output& output : m_outputs) {
         isWritten = writeOne(output) && isWritten;
     }

@@ -22,7 +22,10 @@ public:
 
     /** @param path "-" for standard output; nothing is written for an empty one */
     void add(const std::string& path, const Maker& maker);
-    /** False when one could not be written, which has been told; the others are. */
+    /**
+     * False when one could not be written, which has been told; the others are. None is when two go
+     * to one place, as the later would take the place of the other.
+     */
     bool write();
 
 private:
@@ -31,6 +34,7 @@ private:
         Maker maker;
     };
 
+    bool areApart() const;
     bool writeOne(const Output& output);
 
     Console::Terminal& m_terminal;

@@ -12,7 +12,9 @@
 #include "report/markdownreport.h"
 #include "report/percentage.h"
 #include "report/textreport.h"
-#include "report/windoworder.h"
+#include "store/datafilepath.h"
+
+#include <QFile>
 
 namespace Uicov::Commands {
 
@@ -54,16 +56,17 @@ CLI::App* ReportCommand::declare(CLI::App& commands) {
         commands.add_subcommand("report", "Print what was used and what was not, per window");
     setUsage(*app, "uicov report [OPTIONS] [FILE...]");
     app->add_flag("-m,--missed", m_listsMissed,
-                  "List below each window what was missed or only shown");
+                  "List below each window what was missed: elements and events");
     app->add_option("--sort", m_sort, "Order: name, elements, missed, cover; -name and so on")
         ->type_name("ORDER")
-        ->check(CLI::IsMember({"name", "elements", "missed", "cover", "-name", "-elements",
-                               "-missed", "-cover"})
+        ->envname("UICOV_SORT")
+        ->check(CLI::IsMember(CoverageOptions::choices(Config::ReportDefaults::sorts()))
                     .description(""));
     app->add_flag("--skip-covered", m_skipsCovered, "Leave out windows that are wholly used");
     app->add_option("--precision", m_precision, "Digits behind the point of percentages")
         ->type_name("N")
-        ->check(CLI::Range(0, 6).description(""));
+        ->envname("UICOV_PRECISION")
+        ->check(CLI::Range(0, Config::ReportDefaults::mostDigits).description(""));
     app->add_option("--format", m_format, "text, markdown, or total: only the number")
         ->type_name("NAME")
         ->check(CLI::IsMember({"text", "markdown", "total"}).description(""))
@@ -121,7 +124,23 @@ int ReportCommand::run(Console::Terminal& terminal) {
         return Failed;
     }
     CoverageOptions::tell(gates, terminal);
+    sayNext(*coverage, terminal);
     return m_options.exitCode(*coverage, gates);
+}
+
+/** For people only: what runs in scripts knows its next step, and a report is often the last. */
+void ReportCommand::sayNext(const Coverage& coverage, Console::Terminal& terminal) const {
+    const Report::CoverageTree::Totals totals = coverage.tree().totals();
+    if (m_output != "-" || !terminal.isErrorTerminal() || totals.events == totals.coveredEvents) {
+        return;
+    }
+    QString next = m_listsMissed ? QStringLiteral("next: uicov html")
+                                 : QStringLiteral("next: uicov report -m");
+    for (const std::string& file : m_options.files()) {
+        next +=
+            QLatin1Char(' ') + Store::DataFilePath::shellQuoted(QFile::decodeName(file.c_str()));
+    }
+    terminal.note(next);
 }
 
 bool ReportCommand::writeAll(const Coverage& coverage, const Gates& gates,
@@ -171,7 +190,11 @@ QString ReportCommand::text(const Coverage& coverage, const Gates& /*gates*/,
 }
 
 QString ReportCommand::markdown(const Coverage& coverage, const Gates& gates) const {
+    if (m_byContext) {
+        return Report::ContextTable::toMarkdown(coverage.tree());
+    }
     Report::MarkdownReport report(coverage);
+    report.setListsContexts(m_showsContexts);
     report.setListsMissed(m_listsMissed);
     report.setPrecision(m_precision);
     report.setOrder(QString::fromStdString(m_sort));
@@ -189,6 +212,14 @@ QStringList ReportCommand::notes(const Coverage& coverage) const {
     if (m_options.inputs().skippedFiles() > 0) {
         notes.append(QStringLiteral("Files that could not be read: %1; nothing of them is counted.")
                          .arg(m_options.inputs().skippedFiles()));
+    }
+    QStringList patterns;
+    for (const Config::Pattern& pattern : coverage.contextPatterns()) {
+        patterns.append(pattern.glob());
+    }
+    if (!patterns.isEmpty()) {
+        notes.append(QStringLiteral("Only what happened in contexts like this is counted: ") +
+                     Console::DisplayText::escaped(patterns.join(QStringLiteral(", "))));
     }
     int ignored = 0;
     for (const Coverage::RuleUse& use : coverage.ruleUses()) {

@@ -20,6 +20,7 @@ private:
     using Gates = QVector<Report::GateResult>;
 
     void takeDefaults();
+    void sayNext(const Report::Coverage& coverage, Console::Terminal& terminal) const;
     QString text(const Report::Coverage& coverage, const Gates& gates, bool isTerminal) const;
     QString markdown(const Report::Coverage& coverage, const Gates& gates) const;
     QStringList notes(const Report::Coverage& coverage) const;

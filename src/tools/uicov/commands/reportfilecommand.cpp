@@ -16,7 +16,8 @@ CLI::App* ReportFileCommand::declare(CLI::App& commands) {
         ->capture_default_str();
     app->add_option("--precision", m_precision, "Digits behind the point of percentages")
         ->type_name("N")
-        ->check(CLI::Range(0, 6).description(""));
+        ->envname("UICOV_PRECISION")
+        ->check(CLI::Range(0, Config::ReportDefaults::mostDigits).description(""));
     declareMore(*app);
     m_options.declare(*app);
     m_options.declareGates(*app);

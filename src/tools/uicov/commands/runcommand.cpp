@@ -5,6 +5,7 @@
 #include "console/terminal.h"
 #include "launch/application.h"
 #include "launch/childprocess.h"
+#include "launch/doctor.h"
 #include "launch/installation.h"
 #include "launch/recordingoutput.h"
 #include "launch/recordingsetup.h"
@@ -43,6 +44,17 @@ RecordingSetup::Toolkit toolkitOf(const std::string& name) {
         return RecordingSetup::Toolkit::Widgets;
     }
     return name == "quick" ? RecordingSetup::Toolkit::Quick : RecordingSetup::Toolkit::Both;
+}
+
+/** What to type to name the recordings: their folder where it is the run's own. */
+QString asArguments(const QStringList& recordings, const QString& runFolder) {
+    const bool areInFolder =
+        QFileInfo(recordings.value(0)).absolutePath() == QFileInfo(runFolder).absoluteFilePath();
+    QString arguments;
+    for (const QString& path : areInFolder ? QStringList{runFolder} : recordings) {
+        arguments += QLatin1Char(' ') + Store::DataFilePath::shellQuoted(path);
+    }
+    return arguments;
 }
 
 bool isLabel(const std::string& text) {
@@ -161,7 +173,7 @@ QString RunCommand::recordingPath(const Launch::Application& application,
     return m_keepsRecording ? name : folder.path() + QLatin1Char('/') + name;
 }
 
-int RunCommand::record(const Launch::Application& application, Console::Terminal& terminal) {
+int RunCommand::record(Launch::Application& application, Console::Terminal& terminal) {
     const auto fail = [&terminal](const Problem& problem) {
         terminal.error(problem);
         return static_cast<int>(Failed);
@@ -217,32 +229,40 @@ void RunCommand::configure(RecordingSetup& setup) const {
     setup.setLabels(labels);
 }
 
-int RunCommand::conclude(const Launch::Application& application,
-                         const Launch::ChildProcess& process, const QStringList& recordings,
-                         Launch::RunFolder& folder, Console::Terminal& terminal) const {
+QString RunCommand::causeOfSilence(Launch::Application& application, int signal) const {
+    const Launch::Installation installation(QFile::decodeName(m_libraryFolder.c_str()));
+    const QStringList causes = Launch::Doctor(installation, Store::DataFilePath::of(m_output))
+                                   .likelyCauses(application, signal);
+    return causes.first() + (causes.size() > 1
+                                 ? QStringLiteral("; next: uicov doctor ") +
+                                       Store::DataFilePath::shellQuoted(application.path())
+                                 : QString());
+}
+
+QString RunCommand::causeOfEmptiness(const Launch::RunKeeper& keeper) {
+    return keeper.firstWarning().isEmpty()
+               ? QStringLiteral("it showed no window, or none of the chosen toolkit; see --toolkit")
+               : QStringLiteral("the first warning was: ") + keeper.firstWarning();
+}
+
+int RunCommand::conclude(Launch::Application& application, const Launch::ChildProcess& process,
+                         const QStringList& recordings, Launch::RunFolder& folder,
+                         Console::Terminal& terminal) const {
     const QString dataFile = Store::DataFilePath::of(m_output);
     Launch::RunKeeper keeper(dataFile, m_appends, terminal);
     if (const auto problem = keeper.keep(recordings)) {
         terminal.error(*problem);
-        const bool isInFolder =
-            !recordings.isEmpty() && QFileInfo(recordings.first()).absolutePath() == folder.path();
         folder.keep();
-        terminal.note(QStringLiteral("what was recorded is kept; next: uicov combine -a -o %1 %2")
-                          .arg(Store::DataFilePath::shellQuoted(dataFile),
-                               Store::DataFilePath::shellQuoted(isInFolder ? folder.path()
-                                                                           : recordings.value(0))));
+        terminal.note(QStringLiteral("what was recorded is kept; next: uicov combine -a -o ") +
+                      Store::DataFilePath::shellQuoted(dataFile) +
+                      asArguments(recordings, folder.path()));
         return process.exitCode() == 0 ? Failed : process.exitCode();
     }
     if (keeper.records() == 0) {
-        QString cause = application.causeOfSilence(process.signal());
-        if (!recordings.isEmpty()) {
-            cause = keeper.firstWarning().isEmpty()
-                        ? QStringLiteral("it showed no window, or none of the chosen toolkit; see "
-                                         "--toolkit")
-                        : QStringLiteral("the first warning was: ") + keeper.firstWarning();
-        }
         terminal.error({Message::NothingRecorded,
-                        application.name() + QStringLiteral(" recorded nothing: ") + cause});
+                        application.name() + QStringLiteral(" recorded nothing: ") +
+                            (recordings.isEmpty() ? causeOfSilence(application, process.signal())
+                                                  : causeOfEmptiness(keeper))});
         return process.exitCode() == 0 ? Failed : process.exitCode();
     }
     if (!m_isQuiet) {

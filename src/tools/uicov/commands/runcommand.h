@@ -27,14 +27,18 @@ public:
     int run(Console::Terminal& terminal) override;
 
 private:
-    int record(const Launch::Application& application, Console::Terminal& terminal);
+    int record(Launch::Application& application, Console::Terminal& terminal);
     std::optional<Console::Problem> checkOptions() const;
     QString recordingPath(const Launch::Application& application,
                           const Launch::RunFolder& folder) const;
     void configure(Launch::RecordingSetup& setup) const;
-    int conclude(const Launch::Application& application, const Launch::ChildProcess& process,
+    int conclude(Launch::Application& application, const Launch::ChildProcess& process,
                  const QStringList& recordings, Launch::RunFolder& folder,
                  Console::Terminal& terminal) const;
+    /** Why there is no recording at all, as the end of a sentence. */
+    QString causeOfSilence(Launch::Application& application, int signal) const;
+    /** Why there is nothing in the recording. */
+    static QString causeOfEmptiness(const Launch::RunKeeper& keeper);
     static void tell(const Launch::RunKeeper& keeper, const Launch::ChildProcess& process,
                      const QString& dataFile, Console::Terminal& terminal);
 

@@ -18,6 +18,18 @@ QString IgnoreRule::toString() const {
     return parts.join(QStringLiteral(", "));
 }
 
+QStringList Gates::differences() {
+    return {QStringLiteral("lost"), QStringLiteral("new-missed"), QStringLiteral("removed")};
+}
+
+QStringList ReportDefaults::sorts() {
+    const QStringList names{QStringLiteral("name"), QStringLiteral("elements"),
+                            QStringLiteral("missed"), QStringLiteral("cover")};
+    QStringList reversed = names;
+    return names +
+           reversed.replaceInStrings(QRegularExpression(QStringLiteral("^")), QStringLiteral("-"));
+}
+
 QString Configuration::appliedTo(const QString& label) const {
     QString result = label;
     for (const LabelRule& rule : labelRules) {

@@ -44,16 +44,24 @@ struct Gates {
     QVector<QPair<Pattern, double>> failUnderWindows;
     /** Windows of which at least one has to have been opened. */
     QVector<Pattern> requiredWindows;
-    /** Kinds of difference that "uicov diff" does not accept. */
+    /** Kinds of difference that "uicov diff" does not accept, out of differences(). */
     QStringList failOn;
+
+    /** "lost", "new-missed", "removed". */
+    static QStringList differences();
 };
 
 /** What a report looks like unless told otherwise. */
 struct ReportDefaults {
     std::optional<int> precision;
+    /** One of sorts(); empty for the order of names. */
     QString sort;
     bool skipsCovered = false;
     bool listsMissed = false;
+
+    /** What windows can be sorted by; "-" in front turns the order round. */
+    static QStringList sorts();
+    static constexpr int mostDigits = 6;
 };
 
 /** All that uicov.toml can say. A value; what is not said is empty. */

@@ -211,11 +211,9 @@ void readGates(Reader& reader, const toml::node& node, Gates& gates) {
             gates.requiredWindows.append(Pattern(pattern));
         }
     };
-    const QStringList kinds{QStringLiteral("lost"), QStringLiteral("new-missed"),
-                            QStringLiteral("removed")};
     const auto failOn = [&](const toml::node& value) {
         reader.readArray(value, QStringLiteral("fail-on"), [&](const toml::node& item) {
-            gates.failOn.append(reader.choice(item, kinds));
+            gates.failOn.append(reader.choice(item, Gates::differences()));
         });
     };
     reader.readTable(node, QStringLiteral("gates"),
@@ -227,15 +225,14 @@ void readGates(Reader& reader, const toml::node& node, Gates& gates) {
 }
 
 void readReport(Reader& reader, const toml::node& node, ReportDefaults& report) {
-    constexpr int mostDigits = 6;
-    const QStringList sorts{QStringLiteral("name"), QStringLiteral("elements"),
-                            QStringLiteral("missed"), QStringLiteral("cover")};
     reader.readTable(
         node, QStringLiteral("report"),
         {{QStringLiteral("precision"),
-          [&](const auto& value) { report.precision = reader.number(value, mostDigits); }},
+          [&](const auto& value) {
+              report.precision = reader.number(value, ReportDefaults::mostDigits);
+          }},
          {QStringLiteral("sort"),
-          [&](const auto& value) { report.sort = reader.choice(value, sorts); }},
+          [&](const auto& value) { report.sort = reader.choice(value, ReportDefaults::sorts()); }},
          {QStringLiteral("skip-covered"),
           [&](const auto& value) { report.skipsCovered = reader.flag(value); }},
          {QStringLiteral("missed"),

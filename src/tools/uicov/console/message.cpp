@@ -75,6 +75,8 @@ QString messageName(Message message) {
         return QStringLiteral("ignore-rule-unused");
     case Message::IgnoreRuleHidesUse:
         return QStringLiteral("ignore-rule-hides-use");
+    case Message::CriterionUnused:
+        return QStringLiteral("criterion-unused");
     case Message::GateNotMet:
         return QStringLiteral("gate-not-met");
     case Message::NoSuchElement:

@@ -44,6 +44,7 @@ enum class Message {
     ConfigurationWrong,
     IgnoreRuleUnused,
     IgnoreRuleHidesUse,
+    CriterionUnused,
     GateNotMet,
     NoSuchElement,
     PageTooLarge

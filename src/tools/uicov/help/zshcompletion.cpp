@@ -33,7 +33,7 @@ QString actionFor(const Word& word) {
 }
 
 /** One line of _arguments for each name of the option; "*" because several may be given twice. */
-QString specifications(const Word& option, const QString& indent) {
+QString optionLines(const Word& option, const QString& indent) {
     QString text;
     for (const QString& name : option.names) {
         const bool isLong = name.startsWith(QLatin1String("--"));
@@ -50,7 +50,7 @@ QString specifications(const Word& option, const QString& indent) {
     return text;
 }
 
-QString argumentSpecifications(const Verb& verb, const QString& indent) {
+QString argumentLines(const Verb& verb, const QString& indent) {
     if (verb.startsProgram) {
         return indent + QStringLiteral("'*::APP:_normal' \\\n");
     }
@@ -77,14 +77,14 @@ QString Completion::zsh(const Vocabulary& vocabulary) {
             QStringLiteral("%1'%2:%3'\n").arg(deepIndent, verb.name, described(verb.description));
         cases += QStringLiteral("    %1)\n        _arguments -S \\\n").arg(verb.name);
         for (const Word& option : verb.options) {
-            cases += specifications(option, deepIndent + indent);
+            cases += optionLines(option, deepIndent + indent);
         }
-        cases += argumentSpecifications(verb, deepIndent + indent);
+        cases += argumentLines(verb, deepIndent + indent);
         cases += QStringLiteral("            && return 0\n        ;;\n");
     }
     QString options;
     for (const Word& option : vocabulary.program().options) {
-        options += specifications(option, deepIndent);
+        options += optionLines(option, deepIndent);
     }
     return QStringLiteral("#compdef uicov\n\n_uicov() {\n"
                           "    local curcontext=$curcontext state line\n"

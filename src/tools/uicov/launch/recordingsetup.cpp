@@ -85,9 +85,14 @@ std::optional<Console::Problem> RecordingSetup::write(const Installation& instal
             m_folder.path() + QStringLiteral("; free some space there or set TMPDIR")};
 }
 
-void RecordingSetup::setMark(const QString& configurationFile, const QString& name) {
+bool RecordingSetup::setMark(const QString& configurationFile, const QString& name) {
+    if (!QFile::exists(configurationFile)) {
+        return false; // a new one would be nobody's
+    }
     QSettings settings(configurationFile, QSettings::IniFormat);
     settings.setValue(QStringLiteral("host/mark"), name);
+    settings.sync();
+    return settings.status() == QSettings::NoError;
 }
 
 Variables RecordingSetup::environment(const Installation& installation,

@@ -46,8 +46,9 @@ public:
     std::vector<std::string> environment(const Installation& installation,
                                          const QString& runFolder) const;
 
-    /** Lets processes that start from now on begin in that context. */
-    static void setMark(const QString& configurationFile, const QString& name);
+    /** Lets processes that start from now on begin in that context; false where that is not
+     * possible, as when the run has ended. */
+    static bool setMark(const QString& configurationFile, const QString& name);
 
     QString configurationFile() const;
 

@@ -54,6 +54,13 @@ bool isLocked(const QString& folder) {
     return isHeld;
 }
 
+/** What a folder says is done to other files, so nobody else may have put it there. */
+bool isOurs(const QString& folder) {
+    struct stat status {};
+    return ::lstat(QFile::encodeName(folder).constData(), &status) == 0 &&
+           S_ISDIR(status.st_mode) && status.st_uid == ::geteuid();
+}
+
 } // namespace
 
 RunFolder::~RunFolder() {
@@ -101,7 +108,7 @@ std::optional<Problem> RunFolder::announce(Info info) {
 
 std::optional<RunFolder::Info> RunFolder::running(const QString& folder) {
     QFile file(infoFile(folder));
-    if (!isLocked(folder) || !file.open(QIODevice::ReadOnly)) {
+    if (!isOurs(folder) || !isLocked(folder) || !file.open(QIODevice::ReadOnly)) {
         return std::nullopt;
     }
     const QJsonObject object = QJsonDocument::fromJson(file.readAll()).object();

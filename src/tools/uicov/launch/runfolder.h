@@ -41,7 +41,7 @@ public:
     /** Leaves the folder and what is in it when this goes, for nothing but recordings is in it. */
     void keep() { m_isKept = true; }
 
-    /** Of the folder of a run that goes; nothing otherwise. */
+    /** Of the folder of a run of this user that goes; nothing otherwise. */
     static std::optional<Info> running(const QString& folder);
     /** Folders of runs with that data file that go, or that do not go any more, by name. */
     static QStringList foldersOf(const QString& dataFile, bool wantsRunning);

@@ -6,6 +6,9 @@
 #include <QPair>
 #include <QSet>
 
+#include <algorithm>
+#include <iterator>
+
 namespace Uicov::Report {
 
 namespace {
@@ -45,29 +48,124 @@ Entries entriesOf(const Coverage& coverage) {
 }
 
 /** By application and structure key, those of which there is only one. */
-QMap<Identity, QString> uniqueByStructure(const QVector<Comparison::Change>& changes,
-                                          const Entries& entries) {
-    QMap<Identity, QString> unique;
+QMap<Identity, Identity> uniqueByStructure(const QVector<Identity>& names, const Entries& entries) {
+    QMap<Identity, Identity> unique;
     QSet<Identity> seen;
-    for (const Comparison::Change& change : changes) {
-        const Entry& entry = entries[qMakePair(change.application, change.key)];
-        const Identity structure = qMakePair(change.application, entry.structureKey);
+    for (const Identity& name : names) {
+        const Identity structure = qMakePair(name.first, entries[name].structureKey);
         if (seen.contains(structure)) {
             unique.remove(structure);
         } else {
-            unique.insert(structure, change.key);
+            unique.insert(structure, name);
         }
         seen.insert(structure);
     }
     return unique;
 }
 
-/** Captions that differ in no more than a third of their characters. */
-bool areAlike(const QString& a, const QString& b) {
-    constexpr int share = 3;
-    return !a.isEmpty() && !b.isEmpty() &&
-           Config::Spelling::distance(a, b) * share <= qMax(a.size(), b.size());
+/** What has to be equal for a caption to be compared: application, place and type. */
+using Neighbourhood = QPair<Identity, QString>;
+
+QMap<Neighbourhood, QVector<Identity>> byNeighbourhood(const QVector<Identity>& names,
+                                                       const Entries& entries) {
+    QMap<Neighbourhood, QVector<Identity>> groups;
+    for (const Identity& name : names) {
+        const Entry& entry = *entries.constFind(name);
+        if (!entry.label.isEmpty()) {
+            groups[qMakePair(qMakePair(name.first, entry.above), entry.type)].append(name);
+        }
+    }
+    return groups;
 }
+
+/** The one whose caption differs least, in no more than a third of its characters; -1 for none. */
+int mostAlike(const QString& label, const QVector<Identity>& names, const Entries& entries) {
+    constexpr int share = 3;
+    int nearest = -1;
+    int least = 0;
+    for (int i = 0; i < names.size(); ++i) {
+        const QString& other = entries.constFind(names.at(i))->label;
+        const int longest = qMax(label.size(), other.size());
+        if (qAbs(label.size() - other.size()) * share > longest) {
+            continue; // they differ in that much at least
+        }
+        const int distance = Config::Spelling::distance(label, other);
+        if (distance * share <= longest && (nearest < 0 || distance < least)) {
+            nearest = i;
+            least = distance;
+        }
+    }
+    return nearest;
+}
+
+QVector<Identity> namesOf(const QVector<Comparison::Change>& changes) {
+    QVector<Identity> names;
+    for (const Comparison::Change& change : changes) {
+        names.append(qMakePair(change.application, change.key));
+    }
+    return names;
+}
+
+/** Collects pairs of an old and a new element, each element in no more than one. */
+class Guesser {
+public:
+    Guesser(const Entries& before, const Entries& now)
+        : m_before(before)
+        , m_now(now) {}
+
+    void addSamePlaces(const QVector<Identity>& removed, const QVector<Identity>& added) {
+        const auto oldOnes = uniqueByStructure(removed, m_before);
+        const auto newOnes = uniqueByStructure(added, m_now);
+        for (auto it = oldOnes.cbegin(); it != oldOnes.cend(); ++it) {
+            const auto other = newOnes.constFind(it.key());
+            if (other != newOnes.cend()) {
+                add(it.value(), other.value(), QStringLiteral("stands in the same place"));
+            }
+        }
+    }
+
+    void addNearCaptions(const QVector<Identity>& removed, const QVector<Identity>& added) {
+        // Among very many that are alike, as the rows of a list, a guess would mean nothing.
+        constexpr int most = 200;
+        const auto oldGroups = byNeighbourhood(without(removed), m_before);
+        auto newGroups = byNeighbourhood(without(added), m_now);
+        for (auto it = oldGroups.cbegin(); it != oldGroups.cend(); ++it) {
+            QVector<Identity>& candidates = newGroups[it.key()];
+            if (it->size() > most || candidates.size() > most) {
+                continue;
+            }
+            for (const Identity& old : it.value()) {
+                const QString& label = m_before.constFind(old)->label;
+                const int nearest = mostAlike(label, candidates, m_now);
+                if (nearest >= 0) {
+                    add(old, candidates.at(nearest), QStringLiteral("has nearly the same caption"));
+                    candidates.remove(nearest);
+                }
+            }
+        }
+    }
+
+    const QVector<Comparison::Guess>& guesses() const { return m_guesses; }
+
+private:
+    void add(const Identity& old, const Identity& fresh, const QString& why) {
+        m_guesses.append({old.first, old.second, fresh.second, why});
+        m_guessed.insert(old);
+        m_guessed.insert(fresh);
+    }
+
+    QVector<Identity> without(const QVector<Identity>& names) const {
+        QVector<Identity> rest;
+        std::copy_if(names.cbegin(), names.cend(), std::back_inserter(rest),
+                     [this](const Identity& name) { return !m_guessed.contains(name); });
+        return rest;
+    }
+
+    const Entries& m_before;
+    const Entries& m_now;
+    QSet<Identity> m_guessed;
+    QVector<Comparison::Guess> m_guesses;
+};
 
 } // namespace
 
@@ -92,49 +190,17 @@ Comparison::Comparison(const Coverage& base, const Coverage& current)
                 .append({it.key().first, it.key().second, it->state});
         }
     }
-    guess(base, current);
-}
-
-void Comparison::guess(const Coverage& base, const Coverage& current) {
-    const Entries before = entriesOf(base);
-    const Entries now = entriesOf(current);
-    const QVector<Change> added = m_newUsed + m_newMissed;
-    const auto oldOnes = uniqueByStructure(m_removed, before);
-    const auto newOnes = uniqueByStructure(added, now);
-    QSet<Identity> guessed;
-    for (auto it = oldOnes.cbegin(); it != oldOnes.cend(); ++it) {
-        const auto other = newOnes.constFind(it.key());
-        if (other != newOnes.cend()) {
-            m_renamed.append({it.key().first, it.value(), other.value(),
-                              QStringLiteral("stands in the same place")});
-            guessed.insert(qMakePair(it.key().first, it.value()));
-            guessed.insert(qMakePair(it.key().first, other.value()));
-        }
-    }
-    for (const Change& removed : m_removed) {
-        const Identity old = qMakePair(removed.application, removed.key);
-        for (const Change& change : added) {
-            const Identity fresh = qMakePair(change.application, change.key);
-            const Entry& a = before[old];
-            const Entry& b = now[fresh];
-            if (!guessed.contains(old) && !guessed.contains(fresh) && old.first == fresh.first &&
-                a.type == b.type && a.above == b.above && areAlike(a.label, b.label)) {
-                m_renamed.append({old.first, old.second, fresh.second,
-                                  QStringLiteral("has nearly the same caption")});
-                guessed.insert(old);
-                guessed.insert(fresh);
-            }
-        }
-    }
+    Guesser guesser(before, now);
+    const QVector<Identity> removed = namesOf(m_removed);
+    const QVector<Identity> added = namesOf(m_newUsed + m_newMissed);
+    guesser.addSamePlaces(removed, added);
+    guesser.addNearCaptions(removed, added);
+    m_renamed = guesser.guesses();
 }
 
 bool Comparison::isEmpty() const {
     return m_lost.isEmpty() && m_gained.isEmpty() && m_newMissed.isEmpty() && m_newUsed.isEmpty() &&
            m_removed.isEmpty();
-}
-
-QStringList Comparison::kinds() {
-    return {QStringLiteral("lost"), QStringLiteral("new-missed"), QStringLiteral("removed")};
 }
 
 int Comparison::count(const QString& kind) const {

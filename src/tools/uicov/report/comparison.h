@@ -49,14 +49,10 @@ public:
 
     bool isEmpty() const;
 
-    /** What can be asked not to happen: "lost", "new-missed", "removed". */
-    static QStringList kinds();
-    /** How many changes of that kind there are. */
+    /** How many changes of that kind there are, out of Config::Gates::differences(). */
     int count(const QString& kind) const;
 
 private:
-    void guess(const Coverage& base, const Coverage& current);
-
     QVector<Change> m_lost;
     QVector<Change> m_gained;
     QVector<Change> m_newMissed;

@@ -2,6 +2,7 @@
 
 #include "console/displaytext.h"
 #include "report/coveragetree.h"
+#include "report/markdownreport.h"
 #include "report/texttable.h"
 
 #include <QSet>
@@ -17,28 +18,42 @@ struct Row {
     int eventsOnlyHere = 0;
 };
 
-void countElement(const CoverageTree::Node& element, QMap<int, Row>& rows) {
+/** What of it happened in that context, or in the others. */
+Events eventsIn(const Events& all, int context, bool wantsOthers) {
+    Events events = all;
+    for (EventCoverage& event : events) {
+        const qint64 here = event.byContext.value(context);
+        event.count = wantsOthers ? event.count - here : here;
+    }
+    return events;
+}
+
+void countElement(const CoverageTree& tree, int node, QMap<int, Row>& rows) {
+    const Events& events = tree.node(node).events;
     QSet<int> touching;
-    for (auto event = element.events.cbegin(); event != element.events.cend(); ++event) {
-        if (event.key() == CoverageRules::shownEvent()) {
+    for (const EventCoverage& event : events) {
+        if (event.isNeverCounted) {
             continue;
         }
-        for (auto hit = event->byContext.cbegin(); hit != event->byContext.cend(); ++hit) {
+        for (auto hit = event.byContext.cbegin(); hit != event.byContext.cend(); ++hit) {
             Row& row = rows[hit.key()];
             ++row.events;
-            row.eventsOnlyHere += event->byContext.size() == 1 ? 1 : 0;
+            row.eventsOnlyHere += event.byContext.size() == 1 ? 1 : 0;
             touching.insert(hit.key());
         }
     }
+    if (tree.stateOf(node) != State::Used) {
+        return;
+    }
     for (const int context : qAsConst(touching)) {
-        ++rows[context].elements;
-        rows[context].elementsOnlyHere += touching.size() == 1 ? 1 : 0;
+        Row& row = rows[context];
+        row.elements += tree.stateOf(node, eventsIn(events, context, false)) == State::Used ? 1 : 0;
+        row.elementsOnlyHere +=
+            tree.stateOf(node, eventsIn(events, context, true)) == State::Used ? 0 : 1;
     }
 }
 
-} // namespace
-
-QString ContextTable::toString(const CoverageTree& tree) {
+QMap<QString, Row> rowsOf(const CoverageTree& tree) {
     QMap<int, Row> rows;
     for (int i = 0; i < tree.contexts().size(); ++i) {
         rows.insert(i, Row());
@@ -47,7 +62,7 @@ QString ContextTable::toString(const CoverageTree& tree) {
     for (const int window : windows) {
         for (const int node : tree.nodesOf(window)) {
             if (tree.counts(node)) {
-                countElement(tree.node(node), rows);
+                countElement(tree, node, rows);
             }
         }
     }
@@ -55,21 +70,53 @@ QString ContextTable::toString(const CoverageTree& tree) {
     for (auto it = rows.cbegin(); it != rows.cend(); ++it) {
         byName.insert(tree.contexts().at(it.key()), it.value());
     }
+    return byName;
+}
+
+QStringList titles() {
+    return {QStringLiteral("Context"), QStringLiteral("Elements"), QStringLiteral("only here"),
+            QStringLiteral("Events"), QStringLiteral("only here")};
+}
+
+QStringList cellsOf(const QString& name, const Row& row) {
+    return {name, QString::number(row.elements), QString::number(row.elementsOnlyHere),
+            QString::number(row.events), QString::number(row.eventsOnlyHere)};
+}
+
+QString displayed(const QString& context) {
+    return context.isEmpty() ? QStringLiteral("(no context)")
+                             : Console::DisplayText::escaped(context);
+}
+
+QString legend() {
+    return QStringLiteral("Elements: used by what happened in this context alone. Events: kinds of "
+                          "use that happened in it.\nOnly here: what would not be used, or not "
+                          "have happened, without this context.\n");
+}
+
+} // namespace
+
+QString ContextTable::toString(const CoverageTree& tree) {
     TextTable table;
-    table.addRow({QStringLiteral("Context"), QStringLiteral("Elements"),
-                  QStringLiteral("only here"), QStringLiteral("Events"),
-                  QStringLiteral("only here")});
+    table.addRow(titles());
     table.addRule();
-    for (auto it = byName.cbegin(); it != byName.cend(); ++it) {
-        table.addRow({it.key().isEmpty() ? QStringLiteral("(no context)")
-                                         : Console::DisplayText::escaped(it.key()),
-                      QString::number(it->elements), QString::number(it->elementsOnlyHere),
-                      QString::number(it->events), QString::number(it->eventsOnlyHere)});
+    const QMap<QString, Row> rows = rowsOf(tree);
+    for (auto it = rows.cbegin(); it != rows.cend(); ++it) {
+        table.addRow(cellsOf(displayed(it.key()), it.value()));
     }
-    return table.toString() +
-           QStringLiteral("\nElements: operated in this context. Events: kinds of use that "
-                          "happened in it, but \"shown\".\nOnly here: in no other context; what "
-                          "would be missed without it.\n");
+    return table.toString() + QLatin1Char('\n') + legend();
+}
+
+QString ContextTable::toMarkdown(const CoverageTree& tree) {
+    const auto line = [](const QStringList& cells) {
+        return QStringLiteral("| ") + cells.join(QStringLiteral(" | ")) + QStringLiteral(" |\n");
+    };
+    QString text = line(titles()) + QStringLiteral("|:---|---:|---:|---:|---:|\n");
+    const QMap<QString, Row> rows = rowsOf(tree);
+    for (auto it = rows.cbegin(); it != rows.cend(); ++it) {
+        text += line(cellsOf(MarkdownReport::markup(displayed(it.key())), it.value()));
+    }
+    return text + QLatin1Char('\n') + legend();
 }
 
 } // namespace Uicov::Report

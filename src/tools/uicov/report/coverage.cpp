@@ -1,5 +1,7 @@
 #include "report/coverage.h"
 
+#include "config/spelling.h"
+
 #include <algorithm>
 
 namespace Uicov::Report {
@@ -10,6 +12,7 @@ using Config::Pattern;
 Coverage::Coverage(const Config::Configuration& configuration,
                    const QVector<Config::Pattern>& contexts)
     : m_configuration(configuration)
+    , m_contextPatterns(contexts)
     , m_collector(m_tree) {
     m_tree.setCriteria(configuration.criteria);
     m_collector.setContexts(contexts);
@@ -61,11 +64,46 @@ int Coverage::ruleFor(int node) const {
                (!rule.type.isSet() || rule.type.matches(element.type)) &&
                (!rule.className.isSet() || rule.className.matches(element.className) ||
                 rule.className.matches(Identity::ElementKey::normalisedClass(element.className))) &&
-               (!rule.text.isSet() || rule.text.matches(element.text));
+               (!rule.text.isSet() || rule.text.matches(element.text) ||
+                rule.text.matches(Identity::ElementKey::normalisedLabel(element.text)));
     };
-    const auto rules = m_configuration.ignoreRules;
+    const QVector<IgnoreRule>& rules = m_configuration.ignoreRules;
     const auto it = std::find_if(rules.cbegin(), rules.cend(), fits);
     return it == rules.cend() ? -1 : static_cast<int>(it - rules.cbegin());
+}
+
+QVector<Coverage::UnusedCriterion> Coverage::unusedCriteria() const {
+    QMap<QString, QStringList> eventsOfTypes;
+    const QList<int> windows = m_tree.windows();
+    for (const int window : windows) {
+        for (const int node : m_tree.nodesOf(window)) {
+            const CoverageTree::Node& element = m_tree.node(node);
+            if (m_tree.counts(node)) {
+                QStringList& events = eventsOfTypes[element.type];
+                for (auto it = element.events.cbegin(); it != element.events.cend(); ++it) {
+                    if (!it->isNeverCounted && !events.contains(it.key())) {
+                        events.append(it.key());
+                    }
+                }
+            }
+        }
+    }
+    QVector<UnusedCriterion> unused;
+    const QMap<QString, QStringList>& criteria = m_configuration.criteria;
+    for (auto it = criteria.cbegin(); it != criteria.cend(); ++it) {
+        const auto events = eventsOfTypes.constFind(it.key());
+        if (events == eventsOfTypes.cend()) {
+            unused.append(
+                {it.key(), QString(), Config::Spelling::nearest(it.key(), eventsOfTypes.keys())});
+            continue;
+        }
+        for (const QString& event : it.value()) {
+            if (!events->contains(event)) {
+                unused.append({it.key(), event, Config::Spelling::nearest(event, *events)});
+            }
+        }
+    }
+    return unused;
 }
 
 int Coverage::partialRuns() const {

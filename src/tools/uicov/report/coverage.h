@@ -27,6 +27,15 @@ public:
         int usedElements = 0;
     };
 
+    /** What a configuration asks of a type that no element can show. */
+    struct UnusedCriterion {
+        QString type;
+        /** Null when no element that counts is of the type. */
+        QString event;
+        /** What there is that is spelt most alike; null when there is nothing. */
+        QString nearest;
+    };
+
     /**
      * @param configuration outlives this
      * @param contexts      only what happened in these counts; none means all
@@ -51,6 +60,13 @@ public:
     /** By number of the ignore rule. */
     const QVector<RuleUse>& ruleUses() const { return m_ruleUses; }
 
+    /** Criteria that change nothing, in the order of their types. */
+    QVector<UnusedCriterion> unusedCriteria() const;
+
+    /** What happens in contexts that one of them matches counts; none means all. */
+    const QVector<Config::Pattern>& contextPatterns() const { return m_contextPatterns; }
+    bool countsContext(const QString& name) const { return m_collector.isWanted(name); }
+
     /** Whether the pattern means that window: by its step, its label or its class. */
     static bool matchesWindow(const Config::Pattern& pattern,
                               const Identity::ElementKey::Step& window);
@@ -59,6 +75,7 @@ private:
     int ruleFor(int node) const;
 
     const Config::Configuration& m_configuration;
+    QVector<Config::Pattern> m_contextPatterns;
     CoverageTree m_tree;
     CoverageCollector m_collector;
     std::vector<Store::Run> m_runs;

@@ -28,9 +28,10 @@ public:
 
     void collect(const Store::Run& run);
 
-private:
+    /** Whether what happens in the context counts. */
     bool isWanted(const QString& context) const;
 
+private:
     CoverageTree& m_tree;
     Identity::KeyWalk::LabelRule m_labelRule;
     QVector<Config::Pattern> m_contexts;

@@ -102,9 +102,8 @@ bool CoverageTree::counts(int node) const {
     return element.isCountable && element.ignoredBy < 0;
 }
 
-State CoverageTree::stateOf(int node) const {
-    const Node& element = this->node(node);
-    return CoverageRules::stateOf(element.events, m_criteria.value(element.type));
+State CoverageTree::stateOf(int node, const Events& events) const {
+    return CoverageRules::stateOf(events, m_criteria.value(this->node(node).type));
 }
 
 int CoverageTree::unopenedMenus() const {

@@ -86,7 +86,9 @@ public:
 
     /** Countable, and not left out. */
     bool counts(int node) const;
-    State stateOf(int node) const;
+    State stateOf(int node) const { return stateOf(node, this->node(node).events); }
+    /** The state that the node would have if that were all that happened. */
+    State stateOf(int node, const Events& events) const;
 
     const Node& node(int index) const { return m_nodes[static_cast<std::size_t>(index)]; }
     /** Menus that nobody ever opened, so that their entries are unknown. */

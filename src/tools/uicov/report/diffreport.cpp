@@ -1,5 +1,6 @@
 #include "report/diffreport.h"
 
+#include "console/displaytext.h"
 #include "report/jsonreport.h"
 #include "report/markdownreport.h"
 #include "report/percentage.h"
@@ -7,11 +8,13 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QSet>
 
 namespace Uicov::Report {
 
 DiffReport::DiffReport(const Comparison& comparison)
-    : m_comparison(comparison) {}
+    : m_comparison(comparison)
+    , m_namesApplications(hasSeveralApplications()) {}
 
 QVector<DiffReport::Section> DiffReport::sections() const {
     return {{"-", "Lost: used before, not used now", "lost", m_comparison.lost()},
@@ -19,6 +22,24 @@ QVector<DiffReport::Section> DiffReport::sections() const {
             {"x", "Removed: not there any more", "removed", m_comparison.removed()},
             {"+", "Gained: not used before, used now", "gained", m_comparison.gained()},
             {"*", "New, and used", "new_used", m_comparison.newUsed()}};
+}
+
+/** Two applications may have windows of one name. */
+bool DiffReport::hasSeveralApplications() const {
+    QSet<QString> applications;
+    const QVector<Section> all = sections();
+    for (const Section& section : all) {
+        for (const Comparison::Change& change : section.changes) {
+            applications.insert(change.application);
+        }
+    }
+    return applications.size() > 1;
+}
+
+QString DiffReport::named(const QString& application, const QString& key) const {
+    return (m_namesApplications ? Console::DisplayText::escaped(application) + QStringLiteral(": ")
+                                : QString()) +
+           key;
 }
 
 QString DiffReport::totals() const {
@@ -45,7 +66,7 @@ QString DiffReport::toText() const {
                     .arg(section.changes.size());
         for (const Comparison::Change& change : section.changes) {
             text += QStringLiteral("  ") + QLatin1String(section.mark) + QLatin1Char(' ') +
-                    change.key + QLatin1Char('\n');
+                    named(change.application, change.key) + QLatin1Char('\n');
         }
     }
     if (m_comparison.isEmpty()) {
@@ -54,8 +75,9 @@ QString DiffReport::toText() const {
     if (!m_comparison.renamed().isEmpty()) {
         text += QStringLiteral("\nRenamed? (a guess, counted above all the same)\n");
         for (const Comparison::Guess& guess : m_comparison.renamed()) {
-            text += QStringLiteral("  ? ") + guess.oldKey + QStringLiteral("\n    -> ") +
-                    guess.newKey + QStringLiteral("  (") + guess.why + QStringLiteral(")\n");
+            text += QStringLiteral("  ? ") + named(guess.application, guess.oldKey) +
+                    QStringLiteral("\n    -> ") + guess.newKey + QStringLiteral("  (") + guess.why +
+                    QStringLiteral(")\n");
         }
     }
     return text;
@@ -73,13 +95,19 @@ QString DiffReport::toMarkdown() const {
                     .arg(QLatin1String(section.title))
                     .arg(section.changes.size());
         for (const Comparison::Change& change : section.changes) {
-            text += QStringLiteral("- ") + MarkdownReport::markup(change.key) + QLatin1Char('\n');
+            text += QStringLiteral("- ") +
+                    MarkdownReport::markup(named(change.application, change.key)) +
+                    QLatin1Char('\n');
         }
+    }
+    if (m_comparison.isEmpty()) {
+        text += QStringLiteral("\nNothing differs.\n");
     }
     if (!m_comparison.renamed().isEmpty()) {
         text += QStringLiteral("\n### Renamed? (a guess, counted above all the same)\n\n");
         for (const Comparison::Guess& guess : m_comparison.renamed()) {
-            text += QStringLiteral("- ") + MarkdownReport::markup(guess.oldKey) +
+            text += QStringLiteral("- ") +
+                    MarkdownReport::markup(named(guess.application, guess.oldKey)) +
                     QStringLiteral(" → ") + MarkdownReport::markup(guess.newKey) +
                     QStringLiteral(" (") + guess.why + QStringLiteral(")\n");
         }
@@ -89,7 +117,7 @@ QString DiffReport::toMarkdown() const {
 
 QByteArray DiffReport::toJson() const {
     QJsonObject object{{QStringLiteral("format"), QStringLiteral("uicov-diff")},
-                       {QStringLiteral("version"), 1},
+                       {QStringLiteral("version"), formatVersion},
                        {QStringLiteral("base"), JsonReport::totalsOf(m_comparison.baseTotals())},
                        {QStringLiteral("new"), JsonReport::totalsOf(m_comparison.currentTotals())}};
     const QVector<Section> all = sections();

@@ -10,6 +10,9 @@ namespace Uicov::Report {
 /** A comparison as people and programs read it. Equal data gives equal text. */
 class DiffReport {
 public:
+    /** Of the JSON form. */
+    static constexpr int formatVersion = 1;
+
     explicit DiffReport(const Comparison& comparison);
 
     void setPrecision(int digits) { m_precision = digits; }
@@ -28,8 +31,11 @@ private:
 
     QVector<Section> sections() const;
     QString totals() const;
+    bool hasSeveralApplications() const;
+    QString named(const QString& application, const QString& key) const;
 
     const Comparison& m_comparison;
+    bool m_namesApplications = false;
     int m_precision = 0;
 };
 

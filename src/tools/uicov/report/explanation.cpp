@@ -57,7 +57,19 @@ QString placeOf(const RunElement& element) {
         .arg(place.bottom());
 }
 
-QStringList doublingsOf(const CoverageTree::Node& element) {
+/** Those that count and happened, or never did. */
+QStringList eventsOf(const CoverageTree::Node& element, bool wantsHappened) {
+    QStringList names;
+    for (auto it = element.events.cbegin(); it != element.events.cend(); ++it) {
+        if (!it->isNeverCounted && it->isCovered() == wantsHappened) {
+            names.append(escaped(it.key()));
+        }
+    }
+    return names;
+}
+
+/** What has to be known to understand the counts. */
+QStringList notesOn(const CoverageTree::Node& element, State state) {
     QStringList notes;
     const bool isWidget = element.events.contains(CoverageRules::shownEvent());
     if (element.type == QLatin1String("MenuItem") && isWidget) {
@@ -68,6 +80,10 @@ QStringList doublingsOf(const CoverageTree::Node& element) {
         notes.append(QStringLiteral("A click counts twice on a Qt Quick item once its window has "
                                     "had the focus: where the press hits, and by its signal."));
     }
+    if (state == State::Missed && !element.events.isEmpty() && !isWidget) {
+        notes.append(QStringLiteral("Qt Quick items do not tell that they are seen; this one may "
+                                    "have been."));
+    }
     return notes;
 }
 
@@ -76,12 +92,14 @@ QStringList doublingsOf(const CoverageTree::Node& element) {
 Explanation::Explanation(const Coverage& coverage)
     : m_coverage(coverage) {}
 
-void Explanation::chooseIf(const std::function<bool(const QString&)>& isMeant) {
+void Explanation::chooseIf(bool wantsCountable,
+                           const std::function<bool(const QString&)>& isMeant) {
     const CoverageTree& tree = m_coverage.tree();
     const QList<int> windows = tree.windows();
     for (const int window : windows) {
         for (const int node : tree.nodesOf(window)) {
-            if (tree.node(node).isCountable && isMeant(tree.keyOf(node).toKey())) {
+            if (tree.node(node).isCountable == wantsCountable &&
+                isMeant(tree.keyOf(node).toKey())) {
                 m_nodes.append(node);
             }
         }
@@ -95,9 +113,11 @@ bool Explanation::choose(const QString& key) {
         [&](const QString& other) { return other == key; },
         [&](const QString& other) { return pattern.matches(other); },
         [&](const QString& other) { return other.contains(key); }};
-    for (const auto& isMeant : ways) {
-        if (m_nodes.isEmpty()) {
-            chooseIf(isMeant);
+    for (const bool wantsCountable : {true, false}) {
+        for (const auto& isMeant : ways) {
+            if (m_nodes.isEmpty()) {
+                chooseIf(wantsCountable, isMeant);
+            }
         }
     }
     return !m_nodes.isEmpty();
@@ -153,6 +173,9 @@ void Explanation::look(const Store::Run& run) {
             m_hits[name].append(escaped(hit.event) + QStringLiteral(" x %1 in ").arg(hit.count) +
                                 start + QStringLiteral(", ") +
                                 contextOf(run.contexts.at(hit.context)) +
+                                (m_coverage.countsContext(run.contexts.at(hit.context))
+                                     ? QString()
+                                     : QStringLiteral(" (left out by --contexts)")) +
                                 (element.events.contains(hit.event)
                                      ? QString()
                                      : QStringLiteral(" (never announced, so in no ratio)")));
@@ -163,28 +186,47 @@ void Explanation::look(const Store::Run& run) {
 QString Explanation::reasonOf(int node) const {
     const CoverageTree& tree = m_coverage.tree();
     const CoverageTree::Node& element = tree.node(node);
-    const QStringList criteria = m_coverage.configuration().criteria.value(element.type);
-    QString reason;
+    if (!element.isCountable) {
+        return element.isMenu ? QStringLiteral("not counted: a menu; what is in it counts, once it "
+                                               "was opened")
+                              : QStringLiteral("not counted: nothing can happen to it that the "
+                                               "application would tell");
+    }
+    const QStringList happened = eventsOf(element, true);
+    const QStringList never = eventsOf(element, false);
+    const QString asked = askedOf(element);
+    const QString criteria = asked.isEmpty()
+                                 ? QString()
+                                 : QStringLiteral("; the criteria for ") + escaped(element.type) +
+                                       QStringLiteral(" ask for ") + asked;
+    const bool isOnlySeen = happened == QStringList{CoverageRules::shownEvent()};
+    const QString what =
+        isOnlySeen ? QStringLiteral("it was seen")
+                   : QStringLiteral("these happened: ") + happened.join(QStringLiteral(", "));
+    const QString lack = QStringLiteral("; never: ") + never.join(QStringLiteral(", "));
     switch (tree.stateOf(node)) {
     case State::Used:
-        reason = QStringLiteral("used: ") +
-                 (CoverageRules::stateOf(element.events) == State::Used
-                      ? QStringLiteral("an event other than \"shown\" happened, or \"shown\" is "
-                                       "all that can")
-                      : QStringLiteral("what the criteria ask for happened"));
-        break;
+        return QStringLiteral("used: ") + what +
+               (isOnlySeen ? QStringLiteral(", and nothing else can happen to it") : QString()) +
+               criteria;
     case State::Shown:
-        reason = QStringLiteral("shown: it was seen, but nothing that counts as use happened");
-        break;
+        return QStringLiteral("shown: ") + what + lack + criteria;
     case State::Missed:
-        reason = QStringLiteral("missed: none of its events happened");
         break;
     }
-    if (!criteria.isEmpty()) {
-        reason += QStringLiteral("; the criteria for ") + escaped(element.type) +
-                  QStringLiteral(" ask for ") + escaped(criteria.join(QStringLiteral(", ")));
+    return QStringLiteral("missed: nothing happened") + lack + criteria;
+}
+
+QString Explanation::askedOf(const CoverageTree::Node& element) const {
+    QStringList asked;
+    const QStringList criteria = m_coverage.configuration().criteria.value(element.type);
+    for (const QString& name : criteria) {
+        const auto event = element.events.constFind(name);
+        if (event != element.events.cend() && !event->isNeverCounted) {
+            asked.append(escaped(name));
+        }
     }
-    return reason;
+    return asked.join(QStringLiteral(", "));
 }
 
 QString Explanation::identityOf(int node) const {
@@ -232,7 +274,7 @@ QString Explanation::explained(int node) const {
     };
     list("  hit        ", m_hits.value(name));
     list("  in         ", m_runs.value(name));
-    list("  note       ", doublingsOf(element));
+    list("  note       ", notesOn(element, tree.stateOf(node)));
     return text;
 }
 

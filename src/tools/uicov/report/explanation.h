@@ -21,7 +21,8 @@ public:
 
     /**
      * Chooses the elements whose key it is; if none, those whose key is like it as a pattern; if
-     * none, those whose key contains it.
+     * none, those whose key contains it; of those that count, and if none, of the others that have
+     * a key.
      * @return false when there is no such element
      */
     bool choose(const QString& key);
@@ -36,8 +37,9 @@ public:
 private:
     QString explained(int node) const;
     QString reasonOf(int node) const;
+    QString askedOf(const CoverageTree::Node& element) const;
     QString identityOf(int node) const;
-    void chooseIf(const std::function<bool(const QString&)>& isMeant);
+    void chooseIf(bool wantsCountable, const std::function<bool(const QString&)>& isMeant);
 
     const Coverage& m_coverage;
     QVector<int> m_nodes;

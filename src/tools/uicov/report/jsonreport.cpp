@@ -1,6 +1,7 @@
 #include "report/jsonreport.h"
 
 #include "report/percentage.h"
+#include "report/textreport.h"
 
 #include <QJsonDocument>
 
@@ -61,7 +62,10 @@ QJsonObject JsonReport::toObject() const {
             {QStringLiteral("runs"), runs()},
             {QStringLiteral("contexts"), QJsonArray::fromStringList(sortedContexts(tree))},
             {QStringLiteral("windows"), windows()},
+            {QStringLiteral("only_contexts"), onlyContexts()},
             {QStringLiteral("ignore_rules"), ignoreRules()},
+            {QStringLiteral("label_rules"), labelRules()},
+            {QStringLiteral("criteria"), criteria()},
             {QStringLiteral("gates"), gates()},
             {QStringLiteral("warnings"), warnings}};
 }
@@ -79,15 +83,7 @@ QJsonObject JsonReport::totalsOf(const CoverageTree::Totals& totals) {
 }
 
 QString JsonReport::nameOf(State state) {
-    switch (state) {
-    case State::Used:
-        return QStringLiteral("used");
-    case State::Shown:
-        return QStringLiteral("shown");
-    case State::Missed:
-        break;
-    }
-    return QStringLiteral("missed");
+    return TextReport::wordFor(state);
 }
 
 QJsonArray JsonReport::runs() const {
@@ -168,6 +164,32 @@ QJsonArray JsonReport::events(const Events& events) const {
                                  {QStringLiteral("count"), it->count},
                                  {QStringLiteral("in_ratio"), !it->isNeverCounted},
                                  {QStringLiteral("contexts"), byContext}});
+    }
+    return array;
+}
+
+QJsonObject JsonReport::criteria() const {
+    QJsonObject object;
+    const QMap<QString, QStringList>& criteria = m_coverage.configuration().criteria;
+    for (auto it = criteria.cbegin(); it != criteria.cend(); ++it) {
+        object.insert(it.key(), QJsonArray::fromStringList(it.value()));
+    }
+    return object;
+}
+
+QJsonArray JsonReport::labelRules() const {
+    QJsonArray array;
+    for (const Config::LabelRule& rule : m_coverage.configuration().labelRules) {
+        array.append(QJsonObject{{QStringLiteral("pattern"), rule.pattern.pattern()},
+                                 {QStringLiteral("replace"), rule.replacement}});
+    }
+    return array;
+}
+
+QJsonArray JsonReport::onlyContexts() const {
+    QJsonArray array;
+    for (const Config::Pattern& pattern : m_coverage.contextPatterns()) {
+        array.append(pattern.glob());
     }
     return array;
 }

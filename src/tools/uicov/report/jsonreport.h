@@ -34,7 +34,10 @@ private:
     QJsonObject window(int window) const;
     QJsonObject element(int node) const;
     QJsonArray events(const Events& events) const;
+    QJsonArray onlyContexts() const;
     QJsonArray ignoreRules() const;
+    QJsonArray labelRules() const;
+    QJsonObject criteria() const;
     QJsonArray gates() const;
 
     const Coverage& m_coverage;

@@ -88,7 +88,7 @@ QByteArray JUnitReport::toBytes() const {
         }
     }
     for (const GateResult& gate : m_gates) {
-        if (gate.window < 0) {
+        if (gate.window < 0 || tree.totalsOf(gate.window).elements == 0) {
             cases.push_back({QStringLiteral("uicov.gates"), plain(gate.name),
                              gate.isMet ? QString() : plain(gate.finding),
                              gate.isMet ? plain(gate.finding) : QString()});

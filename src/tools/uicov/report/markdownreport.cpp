@@ -67,20 +67,24 @@ QString MarkdownReport::row(const QString& name, const CoverageTree::Totals& tot
            QStringLiteral(" |\n");
 }
 
-QStringList MarkdownReport::missedLines(int window) const {
+QString MarkdownReport::line(int node, const char* title, const QStringList& names) const {
+    const CoverageTree& tree = m_coverage.tree();
+    return QStringLiteral("- %1: ").arg(TextReport::wordFor(tree.stateOf(node))) +
+           markup(TextReport::stepsBelowWindow(tree, node)) + QStringLiteral(" (") +
+           QLatin1String(title) + QStringLiteral(": ") + markup(names.join(QStringLiteral(", "))) +
+           QStringLiteral(")\n");
+}
+
+QStringList MarkdownReport::lines(int window) const {
     const CoverageTree& tree = m_coverage.tree();
     QStringList lines;
     for (const int node : tree.nodesOf(window)) {
-        if (!tree.counts(node) || tree.stateOf(node) == State::Used) {
-            continue;
+        if (m_listsMissed && TextReport::lacksEvents(tree, node)) {
+            lines.append(line(node, "never", TextReport::uncoveredEvents(tree.node(node))));
         }
-        lines.append(
-            QStringLiteral("- %1: %2 (never: %3)\n")
-                .arg(tree.stateOf(node) == State::Shown ? QStringLiteral("shown")
-                                                        : QStringLiteral("missed"),
-                     markup(TextReport::stepsBelowWindow(tree, node)),
-                     markup(
-                         TextReport::uncoveredEvents(tree.node(node)).join(QStringLiteral(", ")))));
+        if (m_listsContexts && tree.counts(node) && tree.stateOf(node) == State::Used) {
+            lines.append(line(node, "in", TextReport::contextsOf(tree, node)));
+        }
     }
     return lines;
 }
@@ -113,9 +117,10 @@ QString MarkdownReport::toString() const {
                             : QString()) +
             markup(TextReport::displayed(tree.node(window).step));
         text += row(name, totals);
-        const QStringList lines = m_listsMissed ? missedLines(window) : QStringList();
-        if (!lines.isEmpty()) {
-            missed += QStringLiteral("\n### %1\n\n").arg(name) + lines.join(QString());
+        const QStringList below = lines(window);
+        if (!below.isEmpty()) {
+            missed +=
+                QStringLiteral("\n### ") + name + QStringLiteral("\n\n") + below.join(QString());
         }
     }
     text += row(QStringLiteral("**TOTAL**"), all) + missed;

@@ -15,6 +15,7 @@ public:
     explicit MarkdownReport(const Coverage& coverage);
 
     void setListsMissed(bool lists) { m_listsMissed = lists; }
+    void setListsContexts(bool lists) { m_listsContexts = lists; }
     void setPrecision(int digits) { m_precision = digits; }
     void setOrder(const QString& order) { m_order = order; }
     void setSkipsCovered(bool skips) { m_skipsCovered = skips; }
@@ -30,10 +31,12 @@ public:
 
 private:
     QString row(const QString& name, const CoverageTree::Totals& totals) const;
-    QStringList missedLines(int window) const;
+    QString line(int node, const char* title, const QStringList& names) const;
+    QStringList lines(int window) const;
 
     const Coverage& m_coverage;
     bool m_listsMissed = false;
+    bool m_listsContexts = false;
     int m_precision = 0;
     QString m_order;
     bool m_skipsCovered = false;

@@ -74,14 +74,17 @@ QJsonObject elementObject(const UIElement& element) {
     return object;
 }
 
-/** The element and all below it, each once; flat, because nothing bounds how deep they stand. */
+/**
+ * The element and all below it; flat, because nothing bounds how deep they stand, and each id once:
+ * one below two parents is sent, and read, twice.
+ */
 QJsonArray elementArray(const UIElement& added) {
     QJsonArray elements;
-    QSet<const UIElement*> known;
+    QSet<QString> known;
     ElementWalk walk(&added);
     while (const UIElement* element = walk.next()) {
-        if (!known.contains(element)) {
-            known.insert(element);
+        if (!known.contains(element->id())) {
+            known.insert(element->id());
             elements.append(elementObject(*element));
         }
     }

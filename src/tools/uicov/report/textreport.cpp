@@ -19,6 +19,8 @@ constexpr int maximumLabelColumns = 40;
 constexpr int maximumNameColumns = 48;
 /** Deeper paths lose their middle: nobody reads them, and they would make the report huge. */
 constexpr int maximumSteps = 24;
+/** Of the word that begins a line below a window. */
+constexpr int wordColumns = 10;
 
 } // namespace
 
@@ -66,16 +68,26 @@ QString TextReport::stepsBelowWindow(const CoverageTree& tree, int node) {
                            : texts.join(QStringLiteral(" > "));
 }
 
-QString TextReport::missedLine(int node) const {
-    const CoverageTree::Node& element = m_tree.node(node);
-    const State state = m_tree.stateOf(node);
-    const QString path = stepsBelowWindow(m_tree, node);
-    const QString never =
-        QStringLiteral("never: ") + uncoveredEvents(element).join(QStringLiteral(", "));
-    const QString start = state == State::Missed ? QStringLiteral("    missed    ")
-                                                 : QStringLiteral("    shown     ");
-    QString line = start + path + QStringLiteral("  (") + never + QLatin1Char(')');
+QString TextReport::wordFor(State state) {
+    switch (state) {
+    case State::Used:
+        return QStringLiteral("used");
+    case State::Shown:
+        return QStringLiteral("shown");
+    case State::Missed:
+        break;
+    }
+    return QStringLiteral("missed");
+}
+
+QString TextReport::line(const QString& word, int node, const QString& rest) const {
+    const QString line = QStringLiteral("    ") + word.leftJustified(wordColumns) +
+                         stepsBelowWindow(m_tree, node) + rest;
     return m_width > 0 ? DisplayText::elided(line, m_width) : line;
+}
+
+bool TextReport::lacksEvents(const CoverageTree& tree, int node) {
+    return tree.counts(node) && !uncoveredEvents(tree.node(node)).isEmpty();
 }
 
 QStringList TextReport::missedLines(int window) const {
@@ -83,39 +95,45 @@ QStringList TextReport::missedLines(int window) const {
     for (const int node : m_tree.nodesOf(window)) {
         const CoverageTree::Node& element = m_tree.node(node);
         if (element.isMenu && !element.isOpenedMenu) {
-            lines.append(QStringLiteral("    unopened  ") + stepsBelowWindow(m_tree, node));
-        } else if (m_tree.counts(node) && m_tree.stateOf(node) != State::Used) {
-            lines.append(missedLine(node));
+            lines.append(line(QStringLiteral("unopened"), node));
+        } else if (lacksEvents(m_tree, node)) {
+            lines.append(line(wordFor(m_tree.stateOf(node)), node,
+                              QStringLiteral("  (never: ") +
+                                  uncoveredEvents(element).join(QStringLiteral(", ")) +
+                                  QLatin1Char(')')));
         }
     }
     return lines;
 }
 
+QStringList TextReport::contextsOf(const CoverageTree& tree, int node) {
+    QStringList names;
+    const Events& events = tree.node(node).events;
+    for (auto event = events.cbegin(); event != events.cend(); ++event) {
+        // To be seen is no use, unless there is nothing else to an element.
+        if (event.key() == CoverageRules::shownEvent() && events.size() > 1) {
+            continue;
+        }
+        for (auto it = event->byContext.cbegin(); it != event->byContext.cend(); ++it) {
+            const QString name = tree.contexts().at(it.key());
+            names.append(name.isEmpty() ? QStringLiteral("(no context)")
+                                        : DisplayText::escaped(name));
+        }
+    }
+    names.sort();
+    names.removeDuplicates();
+    return names;
+}
+
 QStringList TextReport::contextLines(int window) const {
     QStringList lines;
     for (const int node : m_tree.nodesOf(window)) {
-        if (!m_tree.counts(node) || m_tree.stateOf(node) != State::Used) {
-            continue;
+        if (m_tree.counts(node) && m_tree.stateOf(node) == State::Used) {
+            lines.append(line(wordFor(State::Used), node,
+                              QStringLiteral("  [") +
+                                  contextsOf(m_tree, node).join(QStringLiteral(", ")) +
+                                  QLatin1Char(']')));
         }
-        QStringList names;
-        const Events& events = m_tree.node(node).events;
-        for (auto event = events.cbegin(); event != events.cend(); ++event) {
-            // To be seen is no use, unless there is nothing else to an element.
-            if (event.key() == CoverageRules::shownEvent() && events.size() > 1) {
-                continue;
-            }
-            for (auto it = event->byContext.cbegin(); it != event->byContext.cend(); ++it) {
-                const QString name = m_tree.contexts().at(it.key());
-                names.append(name.isEmpty() ? QStringLiteral("(no context)")
-                                            : DisplayText::escaped(name));
-            }
-        }
-        names.sort();
-        names.removeDuplicates();
-        const QString line = QStringLiteral("    used      ") + stepsBelowWindow(m_tree, node) +
-                             QStringLiteral("  [") + names.join(QStringLiteral(", ")) +
-                             QLatin1Char(']');
-        lines.append(m_width > 0 ? DisplayText::elided(line, m_width) : line);
     }
     return lines;
 }

@@ -18,13 +18,13 @@ class TextReport {
 public:
     explicit TextReport(const CoverageTree& tree);
 
-    /** Lists below each window what was missed or only shown. */
+    /** Lists below each window what was missed: elements, and events of elements that were used. */
     void setListsMissed(bool lists) { m_listsMissed = lists; }
     /** Lists below each window what was used, and in which contexts. */
     void setListsContexts(bool lists) { m_listsContexts = lists; }
     /** Digits behind the point of percentages. */
     void setPrecision(int digits) { m_precision = digits; }
-    /** One of WindowOrder::choices(), or with "-" in front. */
+    /** One of Config::ReportDefaults::sorts(). */
     void setOrder(const QString& order) { m_order = order; }
     /** Leaves out windows of which everything was used. */
     void setSkipsCovered(bool skips) { m_skipsCovered = skips; }
@@ -41,10 +41,16 @@ public:
     static QString displayed(Identity::ElementKey::Step step);
     /** Events of the element that count and did not happen. */
     static QStringList uncoveredEvents(const CoverageTree::Node& element);
+    /** Whether it counts and has such events. */
+    static bool lacksEvents(const CoverageTree& tree, int node);
+    /** Contexts in which the element was used, by name, fit for one line. */
+    static QStringList contextsOf(const CoverageTree& tree, int node);
+    /** "used", "shown" or "missed". */
+    static QString wordFor(State state);
 
 private:
     void addWindows(TextTable& table, const QString& application, const QString& indentation) const;
-    QString missedLine(int node) const;
+    QString line(const QString& word, int node, const QString& rest = QString()) const;
     QStringList missedLines(int window) const;
     QStringList contextLines(int window) const;
     QStringList row(const QString& name, const CoverageTree::Totals& totals) const;

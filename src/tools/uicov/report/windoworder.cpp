@@ -24,11 +24,6 @@ double rank(const CoverageTree::Totals& totals, const QString& order) {
 
 } // namespace
 
-QStringList WindowOrder::choices() {
-    return {QStringLiteral("name"), QStringLiteral("elements"), QStringLiteral("missed"),
-            QStringLiteral("cover")};
-}
-
 QList<int> WindowOrder::sorted(const CoverageTree& tree, const QString& order) {
     const bool isReversed = order.startsWith(QLatin1Char('-'));
     const QString key = isReversed ? order.mid(1) : order;

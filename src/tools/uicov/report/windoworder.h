@@ -11,13 +11,10 @@ namespace Uicov::Report {
 /** In which order windows are listed. */
 namespace WindowOrder {
 
-/** What can be asked for: "name", "elements", "missed", "cover". */
-QStringList choices();
-
 /**
  * The tree's windows in which anything counts: by name; by elements or missed ones, most first; by
  * cover, least first. Windows that are alike in that stand by name. Applications stay together.
- * @param order one of choices(), with "-" in front for the other way round
+ * @param order one of Config::ReportDefaults::sorts(); empty for the order of names
  */
 QList<int> sorted(const CoverageTree& tree, const QString& order);
 

@@ -39,7 +39,10 @@ FileLock::~FileLock() {
 }
 
 QString FileLock::lockFileOf(const QString& path) {
-    return path + QStringLiteral(".lock");
+    // Who comes by a link and who comes by the name want the same file.
+    const QFileInfo info(path);
+    const QString target = info.canonicalFilePath();
+    return (info.isSymLink() && !target.isEmpty() ? target : path) + QStringLiteral(".lock");
 }
 
 std::optional<Problem> FileLock::acquire(const QString& path, Console::Terminal& terminal,

@@ -20,15 +20,45 @@ TestFunction pretended() {
 class tst_TestFunction : public TestLib::TestCase {
     Q_OBJECT
 
+    TestFunction m_found;
+    QStringList m_names;
+
+    /** Adds what runs now, if it is another. */
+    void look() {
+        if (m_found.hasChanged()) {
+            m_names.append(m_found.name());
+        }
+    }
+
 private Q_SLOTS:
+    void initTestCase() { look(); }
+
     void init() {
         TestCase::init();
+        look();
         function = nullptr;
         row = nullptr;
         object = this;
     }
 
-    void cleanup() { TestCase::cleanup(); }
+    void cleanup() {
+        look();
+        TestCase::cleanup();
+    }
+
+    /** Must come first: the names of what ran until here. */
+    void initBelongsToTheFunctionBehindIt() {
+        QCOMPARE(
+            m_names,
+            QStringList({QStringLiteral("tst_TestFunction::initTestCase"),
+                         QStringLiteral("tst_TestFunction::initBelongsToTheFunctionBehindIt")}));
+    }
+
+    void cleanupBelongsToTheFunctionBeforeIt() {
+        // This function's own init() is the first that was heard since.
+        QCOMPARE(m_names.mid(2), QStringList{QStringLiteral(
+                                     "tst_TestFunction::cleanupBelongsToTheFunctionBeforeIt")});
+    }
 
     void thisVeryFunctionIsFound() {
         TestFunction found;

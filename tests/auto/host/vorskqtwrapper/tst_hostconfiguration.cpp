@@ -34,6 +34,9 @@ private Q_SLOTS:
     void relativePaths();
     void writtenBySettings_data();
     void writtenBySettings();
+    void contextAndLabelsSurviveEveryCharacter_data();
+    void contextAndLabelsSurviveEveryCharacter();
+    void theMarkIsReadAnew();
     void faults_data();
     void faults();
     void fileThatIsNotThere();
@@ -180,6 +183,61 @@ void tst_HostConfiguration::writtenBySettings() {
         QCOMPARE(configuration.extensions(), QStringList(path));
         QCOMPARE(configuration.session(), path);
     }
+}
+
+void tst_HostConfiguration::contextAndLabelsSurviveEveryCharacter_data() {
+    QTest::addColumn<QString>("text");
+    QTest::newRow("comma") << QStringLiteral("a, b,c");
+    QTest::newRow("quotation marks") << QStringLiteral("\"a\" 'b'");
+    QTest::newRow("equals") << QStringLiteral("a=b==");
+    QTest::newRow("semicolon") << QStringLiteral("a;b # c");
+    QTest::newRow("backslash") << QStringLiteral("C:\\new\\x41");
+    QTest::newRow("at") << QStringLiteral("@Invalid() @@");
+    QTest::newRow("other scripts") << QStringLiteral("\u00fc\u05d0\u4e2d\U0001F600abc");
+    QTest::newRow("spaces at the ends") << QStringLiteral("  a ");
+    QTest::newRow("lines") << QStringLiteral("a\nb\tc\r");
+    QTest::newRow("section") << QStringLiteral("[options]");
+    QTest::newRow("percent") << QStringLiteral("%41/%2F\\/");
+}
+
+void tst_HostConfiguration::contextAndLabelsSurviveEveryCharacter() {
+    QFETCH(QString, text);
+    const QStringList oneAndTwo[] = {{QStringLiteral("a=") + text},
+                                     {QStringLiteral("a=") + text, QStringLiteral("b=") + text}};
+    for (const QStringList& labels : oneAndTwo) {
+        QFile::remove(m_file);
+        QSettings settings(m_file, QSettings::IniFormat);
+        settings.setValue(QStringLiteral("host/extension"), QStringLiteral("/x.so"));
+        settings.setValue(QStringLiteral("host/recording"), QStringLiteral("/r"));
+        settings.setValue(QStringLiteral("host/context"), text);
+        settings.setValue(QStringLiteral("host/mark"), text);
+        settings.setValue(QStringLiteral("host/labels"), labels);
+        settings.sync();
+        const HostConfiguration configuration = HostConfiguration::read(m_file);
+        QCOMPARE(configuration.errorString(), QString());
+        QCOMPARE(configuration.context(), text);
+        QCOMPARE(configuration.currentMark(), text);
+        QCOMPARE(configuration.labels().size(), labels.size());
+        QCOMPARE(configuration.labels().first(), qMakePair(QStringLiteral("a"), text));
+        QCOMPARE(configuration.labels().last().second, text);
+    }
+}
+
+/** It changes while the run goes; all else is as it was when the process started. */
+void tst_HostConfiguration::theMarkIsReadAnew() {
+    const QByteArray start = "[host]\nextension=/x.so\nrecording=/r\ncontext=nightly\n";
+    const HostConfiguration configuration = readText(start);
+    QVERIFY(configuration.isValid());
+    QVERIFY(configuration.currentMark().isEmpty());
+    readText(start + "mark=first\n");
+    QCOMPARE(configuration.currentMark(), QStringLiteral("first"));
+    readText(start + "mark=the second\n");
+    QCOMPARE(configuration.currentMark(), QStringLiteral("the second"));
+    readText(start + "mark=\n");
+    QVERIFY(configuration.currentMark().isEmpty());
+    QVERIFY(QFile::remove(m_file)); // as when the run has ended in this moment
+    QVERIFY(configuration.currentMark().isEmpty());
+    QCOMPARE(configuration.context(), QStringLiteral("nightly"));
 }
 
 void tst_HostConfiguration::faults_data() {

@@ -85,8 +85,12 @@ QString why(PageModel::Apart apart) {
                                                  apartText(apart) + QStringLiteral("</span>");
 }
 
-int rank(State state) {
-    return state == State::Missed ? 0 : state == State::Shown ? 1 : 2;
+int rank(const PageModel::Node& node) {
+    constexpr int last = 3;
+    return !node.isCountable             ? last
+           : node.state == State::Missed ? 0
+           : node.state == State::Shown  ? 1
+                                         : 2;
 }
 
 QString paragraphs(const QStringList& texts, const QString& cssClass) {
@@ -246,10 +250,9 @@ QVector<const PageModel::Node*> StaticPage::sortedNodes(const PageModel::Window&
             nodes.append(&m_model.nodes.at(i));
         }
     }
-    std::stable_sort(nodes.begin(), nodes.end(),
-                     [](const PageModel::Node* a, const PageModel::Node* b) {
-                         return rank(a->state) < rank(b->state);
-                     });
+    std::stable_sort(
+        nodes.begin(), nodes.end(),
+        [](const PageModel::Node* a, const PageModel::Node* b) { return rank(*a) < rank(*b); });
     return nodes;
 }
 

@@ -83,8 +83,30 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(path("d.md")));
     }
 
-    void twoFilesAreNeeded() {
-        QCOMPARE(run("diff .uicov"), 1);
+    void withoutASecondFileItIsTheDataFileHere() {
+        put("base.uicov", TestLib::panelRun(2));
+        QCOMPARE(run("diff base.uicov"), 0);
+        QVERIFY(says("Nothing differs."));
+        QVERIFY(QFile::remove(path(".uicov")));
+        QCOMPARE(run("diff base.uicov"), 1);
+        QVERIFY(says("[input-missing]"));
+    }
+
+    void severalApplicationsAreNamed() {
+        TestLib::RunMaker other(2, QStringLiteral("tool"));
+        other.addWindow(QStringLiteral("Panel"));
+        put("new.uicov", other.run);
+        QCOMPARE(run("diff .uicov new.uicov"), 0);
+        QVERIFY(says("x panel: Window \"Panel\"\n"));
+        QVERIFY(says("* tool: Window \"Panel\"\n"));
+        QCOMPARE(run("diff .uicov new.uicov --format markdown"), 0);
+        QVERIFY(says("- panel\\: Window \"Panel\"\n"));
+    }
+
+    void oneOrTwoFilesAreNeeded() {
+        QCOMPARE(run("diff"), 1);
+        QVERIFY(says("[wrong-use]"));
+        QCOMPARE(run("diff .uicov .uicov .uicov"), 1);
         QVERIFY(says("[wrong-use]"));
         QCOMPARE(run("diff .uicov none.uicov"), 1);
         QVERIFY(says("[input-missing]"));

@@ -74,11 +74,45 @@ private Q_SLOTS:
         QVERIFY(says("ignored    by uicov.toml:1: text = \"Help\"; no help yet"));
         QVERIFY(says("counts twice on a menu item"));
         QCOMPARE(run("explain Pump"), 0);
-        QVERIFY(says("state      shown: it was seen, but nothing that counts as use happened; the "
-                     "criteria for CheckBox ask for checked"));
+        QVERIFY(
+            says("state      shown: these happened: clicked, shown; never: checked; the criteria "
+                 "for CheckBox ask for checked\n"));
         QVERIFY(says("event      unchecked: 0 (this version never counts it, so in no ratio)"));
         QVERIFY(says("hit        clicked x 1 in run 00000000, context \"test_pump\""));
         QVERIFY(says("structure  Window (MainWindow) > CheckBox"));
+    }
+
+    void hitsThatDoNotCountAreMarked() {
+        QCOMPARE(run("explain Start --contexts test_pump"), 0);
+        QVERIFY(says("state      missed: nothing happened; never: clicked, shown\n"));
+        QVERIFY(says("clicked x 2 in run 00000000, context \"test_start\" (left out by "
+                     "--contexts)\n"));
+    }
+
+    void whatDoesNotCountIsExplainedToo() {
+        TestLib::RunMaker maker(3);
+        const int window = maker.addWindow(QStringLiteral("W"));
+        const int layout = maker.add(window, "", "QWidget", QStringLiteral("holder"), "");
+        maker.element(layout).isTransparentNode = true;
+        maker.add(layout, "", "Gauge", QString(), "");
+        const int box = maker.addButton(layout, QStringLiteral("Fan"));
+        maker.element(box).isSubgraphTransparent = true;
+        maker.add(box, "Button", "Indicator", QStringLiteral("mark"), "clicked");
+        put("w.uicov", maker.run);
+        QCOMPARE(run("explain Gauge w.uicov"), 0);
+        QVERIFY(says("Window \"W\" > Gauge\n"));
+        QVERIFY(says("state      not counted: nothing can happen to it that the application would "
+                     "tell\n"));
+        QCOMPARE(run("explain h*der w.uicov"), 0);
+        QVERIFY(says("no type, class QWidget, text \"holder\"\n  not counted  it is structure"));
+        QVERIFY(says("\n  in           run 00000000\n"));
+        QCOMPARE(run("explain Indicator w.uicov"), 0);
+        QVERIFY(says("Button, class Indicator, text \"mark\"\n  not counted  it is a part of "
+                     "Window \"W\" > Button \"Fan\", which counts as one thing\n"));
+        QCOMPARE(run("explain Menu .uicov"), 0);
+        QVERIFY(!says("not counted")); // what counts comes first
+        QCOMPARE(m_runner->run({QStringLiteral("explain"), QStringLiteral("* > Menu")}), 0);
+        QVERIFY(says("state      not counted: a menu"));
     }
 
     void anUnknownElementIsAnErrorThatNamesTheNearest() {

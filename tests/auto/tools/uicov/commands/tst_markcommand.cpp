@@ -79,6 +79,9 @@ private Q_SLOTS:
         m_runner->setWorkingFolder(m_folder->path());
         m_runner->setVariable(QStringLiteral("UICOV_RUN"), QString());
         m_runner->setVariable(QStringLiteral("UICOV_FILE"), QString());
+        QSettings options(path("options.ini"), QSettings::IniFormat);
+        options.setValue(QStringLiteral("host/session"), session(1));
+        options.sync();
         m_run = start(".uicov", 1);
         QVERIFY(m_run);
     }
@@ -103,6 +106,30 @@ private Q_SLOTS:
         QCOMPARE(mark({QStringLiteral("a, b=@c")}), 0);
         QSettings settings(path("options.ini"), QSettings::IniFormat);
         QCOMPARE(settings.value(QStringLiteral("host/mark")).toString(), QStringLiteral("a, b=@c"));
+        QCOMPARE(settings.value(QStringLiteral("host/session")).toString(), session(1));
+    }
+
+    /** As where each test starts the application anew: the last one has ended, the next is to come.
+     */
+    void betweenTwoProcessesARunCanBeMarked() {
+        QVERIFY(QFile::remove(m_run->path() + QStringLiteral("/a.uirec")));
+        QCOMPARE(mark({QStringLiteral("next")}), 0);
+        QCOMPARE(m_runner->errors(), QString());
+        QSettings settings(path("options.ini"), QSettings::IniFormat);
+        QCOMPARE(settings.value(QStringLiteral("host/mark")).toString(), QStringLiteral("next"));
+    }
+
+    void whereLaterProcessesCannotBeToldItIsSaid() {
+        QVERIFY(QFile::remove(path("options.ini")));
+        QCOMPARE(mark({QStringLiteral("x")}), 1);
+        QVERIFY2(m_runner->errors().endsWith(QStringLiteral("[setup-failed]\n")),
+                 qPrintable(m_runner->errors()));
+        QCOMPARE(marks(), QStringList{QStringLiteral("x")});
+        QVERIFY(!QFile::exists(path("options.ini")));
+        QVERIFY(QFile::remove(m_run->path() + QStringLiteral("/a.uirec")));
+        QCOMPARE(mark({QStringLiteral("x")}), 1);
+        QVERIFY(m_runner->errors().endsWith(QStringLiteral("[no-run-going]\n")));
+        QCOMPARE(m_runner->errors().count(QLatin1Char('\n')), 1);
     }
 
     void fromInsideTheRunItIsFoundFromAnyFolder() {

@@ -116,9 +116,91 @@ private Q_SLOTS:
                   "[[ignore]]\ntype = \"CheckBox\"\n");
         QCOMPARE(run("report"), 0);
         QVERIFY(says("Elements left out by rules: 2."));
-        QVERIFY(says("uicov.toml:3: the ignore rule text = \"Strat\" matches nothing"));
-        QVERIFY(says("uicov.toml:5: the ignore rule type = \"CheckBox\" hides 1 of 1 elements"));
+        QVERIFY(
+            says("uicov.toml:3: the ignore rule text = \"Strat\" leaves out nothing that no rule "
+                 "before it does; correct or remove it [ignore-rule-unused]"));
+        QVERIFY(
+            says("uicov.toml:5: the ignore rule type = \"CheckBox\" leaves out 1 elements, 1 of "
+                 "them used; narrow it [ignore-rule-hides-use]"));
         QCOMPARE(m_runner->errors().count(QLatin1Char('\n')), 2);
+    }
+
+    void criteriaThatAskForNothingAreWarnedOf() {
+        configure("[criteria]\nButton = [\"clicked\"]\nChekBox = [\"checked\"]\n"
+                  "CheckBox = [\"cheked\", \"clicked\"]\n");
+        QCOMPARE(run("report"), 0);
+        QVERIFY(
+            says("uicov.toml: [criteria] asks for \"cheked\" of CheckBox, which none announces; "
+                 "the nearest that there is is \"checked\" [criterion-unused]"));
+        QVERIFY(says("uicov.toml: [criteria] names ChekBox, but no element that counts is one; the "
+                     "nearest that there is is \"CheckBox\" [criterion-unused]"));
+        QCOMPARE(m_runner->errors().count(QLatin1Char('\n')), 2);
+    }
+
+    void aWindowPatternOfTheCommandLineReplacesTheSameOfTheFile() {
+        configure("[gates.windows]\n\"Panel\" = 90\n\"About\" = 100\n");
+        QCOMPARE(run("report"), 2);
+        QCOMPARE(run("report --fail-under-window Panel=70"), 0);
+        QCOMPARE(run("report --fail-under-window Pan*=70"), 2);
+    }
+
+    void variablesComeBeforeTheFileAndAfterTheCommandLine_data() {
+        QTest::addColumn<QString>("variable");
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<QString>("option");
+        QTest::addColumn<QString>("ofVariable");
+        QTest::addColumn<QString>("ofOption");
+        QTest::newRow("precision") << "UICOV_PRECISION"
+                                   << "2"
+                                   << "--precision 3"
+                                   << "77.78%"
+                                   << "77.778%";
+        QTest::newRow("fail-under") << "UICOV_FAIL_UNDER"
+                                    << "99"
+                                    << "--fail-under 98"
+                                    << "fail-under 99 is not met"
+                                    << "fail-under 98 is not met";
+        QTest::newRow("contexts") << "UICOV_CONTEXTS"
+                                  << "test_pump"
+                                  << "--contexts test_start"
+                                  << "contexts like this is counted: test_pump"
+                                  << "contexts like this is counted: test_start";
+    }
+
+    void variablesComeBeforeTheFileAndAfterTheCommandLine() {
+        QFETCH(QString, variable);
+        QFETCH(QString, value);
+        QFETCH(QString, option);
+        QFETCH(QString, ofVariable);
+        QFETCH(QString, ofOption);
+        configure("[report]\nprecision = 1\n[gates]\nfail-under = 1\n");
+        run("report");
+        QVERIFY(!says(qPrintable(ofVariable)));
+        m_runner->setVariable(variable, value);
+        run("report");
+        QVERIFY2(says(qPrintable(ofVariable)), qPrintable(m_runner->output()));
+        run(qPrintable(QStringLiteral("report ") + option));
+        QVERIFY2(says(qPrintable(ofOption)), qPrintable(m_runner->output()));
+        QVERIFY(!says(qPrintable(ofVariable)));
+        m_runner->setVariable(QStringLiteral("UICOV_SORT"), QStringLiteral("size"));
+        QCOMPARE(run("report"), 1);
+    }
+
+    void twoOutputsNeedTwoPlaces_data() {
+        QTest::addColumn<QString>("options");
+        QTest::newRow("standard output") << "--json -";
+        QTest::newRow("one file") << "--json r --junit ./r";
+        QTest::newRow("the file of -o") << "-o r --markdown r";
+    }
+
+    void twoOutputsNeedTwoPlaces() {
+        QFETCH(QString, options);
+        QCOMPARE(run(qPrintable(QStringLiteral("report ") + options)), 1);
+        QVERIFY(says("two outputs cannot go to one place; name another for one of them "
+                     "[wrong-use]"));
+        QCOMPARE(m_runner->output(), QString());
+        QVERIFY(!QFile::exists(path("r")));
+        QCOMPARE(run("report --json /dev/null --junit /dev/null"), 0);
     }
 
     void severalOutputsInOneCall() {
@@ -149,8 +231,14 @@ private Q_SLOTS:
         QVERIFY(says("Windows not listed since all of them is used: 1."));
         QCOMPARE(run("report --by-context"), 0);
         QVERIFY(says("test_pump            2          2       2          2"));
+        QCOMPARE(run("report --by-context --format markdown"), 0);
+        QVERIFY(says("| test\\_pump | 2 | 2 | 2 | 2 |\n"));
         QCOMPARE(run("report --show-contexts"), 0);
         QVERIFY(says("used      Button \"Start\"  [test_start]"));
+        QCOMPARE(run("report --show-contexts --format markdown"), 0);
+        QVERIFY(says("- used: Button \"Start\" (in: test\\_start)\n"));
+        QCOMPARE(run("report -m"), 0);
+        QVERIFY(says("used      CheckBox \"Pump\"  (never: checked)"));
         QCOMPARE(run("report --sort -name"), 0);
         QVERIFY(m_runner->output().indexOf(QStringLiteral("Window \"Panel\"")) <
                 m_runner->output().indexOf(QStringLiteral("Dialog \"About\"")));

@@ -71,6 +71,7 @@ private Q_SLOTS:
                            "(never: clicked)"),
             QStringLiteral("    shown     MenuBar > MenuItem \"Help\"  (never: clicked)"),
             QStringLiteral("    unopened  MenuBar > MenuItem \"Help\" > Menu"),
+            QStringLiteral("    used      TextInput  (never: confirmed)"),
             QStringLiteral("------------------------------------------------------------------"),
             QStringLiteral("TOTAL                       15     9      5       1    60%   20/29"),
         };

@@ -11,6 +11,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <csignal>
+
 using TestLib::CommandRunner;
 using TestLib::writeScript;
 using Uicov::Store::DataFile;
@@ -176,6 +178,55 @@ private Q_SLOTS:
                  qPrintable(m_runner->errors()));
     }
 
+    void whereTheDataFileCannotBeWrittenEveryKeptRecordingIsNamed() {
+        QVERIFY(writeScript(
+            path("app"),
+            QStringLiteral("#!/bin/sh\necho mine > .uicov\n\"%1\" child\n").arg(m_application)));
+        QCOMPARE(run({QStringLiteral("--recording"), QStringLiteral("a b.uirec"),
+                      QStringLiteral("--"), QStringLiteral("./app")}),
+                 1);
+        QVERIFY2(m_runner->errors().endsWith(QStringLiteral(
+                     "next: uicov combine -a -o .uicov 'a b.uirec' 'a b-4711.uirec'\n")),
+                 qPrintable(m_runner->errors()));
+        QVERIFY(folders().isEmpty());
+    }
+
+    void whatACommandThatIsKilledHadRecordedIsFound() {
+        QVERIFY(writeScript(
+            path("app"),
+            QStringLiteral("#!/bin/sh\n\"%1\"\nkill -KILL $PPID\n").arg(m_application)));
+        QCOMPARE(run({QStringLiteral("--"), QStringLiteral("./app")}), -1);
+        QCOMPARE(folders().size(), 1);
+        QVERIFY(!QFile::exists(path(".uicov")));
+        const QString folder = folders().at(0);
+        // Nobody holds it, so there is nothing to mark.
+        QCOMPARE(m_runner->run({QStringLiteral("mark"), QStringLiteral("x")}), 1);
+        QVERIFY(m_runner->errors().endsWith(QStringLiteral("[no-run-going]\n")));
+        QCOMPARE(run(application()), 0);
+        QVERIFY2(m_runner->errors().contains(QStringLiteral("an earlier run could not be")),
+                 qPrintable(m_runner->errors()));
+        QVERIFY(m_runner->errors().contains(folder));
+        QCOMPARE(m_runner->run({QStringLiteral("combine"), QStringLiteral("--append"), folder}), 0);
+        QCOMPARE(runsIn(".uicov").size(), 2);
+    }
+
+    void controlCKeepsWhatWasRecorded() {
+        QVERIFY(writeScript(
+            path("app"),
+            QStringLiteral("#!/bin/sh\n\"%1\"\necho ready\nexec cat\n").arg(m_application)));
+        TestLib::TerminalRunner terminal;
+        QVERIFY(terminal.start(QStringLiteral(UICOV_PROGRAM),
+                               {QStringLiteral("run"), QStringLiteral("-o"), path("x.uicov"),
+                                QStringLiteral("--"), path("app")}));
+        QVERIFY(terminal.readUntil("ready"));
+        terminal.type("\x03");
+        QCOMPARE(terminal.finish(), 128 + SIGINT);
+        const QVector<Run> runs = runsIn("x.uicov");
+        QCOMPARE(runs.size(), 1);
+        QCOMPARE(runs.at(0).elements.size(), std::size_t{17});
+        QVERIFY(folders().isEmpty());
+    }
+
     void labelsAndContextReachTheApplication() {
         const QStringList save =
             application() + QStringList{QStringLiteral("save"), path("saved.ini")};
@@ -323,12 +374,27 @@ private Q_SLOTS:
     void aRunWithoutARecordingIsAnErrorWithItsCause() {
         QCOMPARE(run({QStringLiteral("--"), QStringLiteral("true")}), 1);
         QVERIFY(m_runner->errors().contains(
-            QStringLiteral("true recorded nothing: it does not use Qt 5;")));
+            QStringLiteral("true recorded nothing: it does not load Qt when it starts; ")));
+        QVERIFY(m_runner->errors().contains(QStringLiteral("; next: uicov doctor /")));
         QCOMPARE(m_runner->errors().count(QLatin1Char('\n')), 1);
         QCOMPARE(run({QStringLiteral("--"), QStringLiteral("false")}), 1);
         QVERIFY(writeScript(path("app"), QStringLiteral("#!/bin/sh\nkill -TERM $$\n")));
         QCOMPARE(run({QStringLiteral("--"), QStringLiteral("./app")}), 128 + 15);
-        QVERIFY(m_runner->errors().contains(QStringLiteral("it is a script")));
+        // The starter of this installation is an empty file.
+        QVERIFY2(m_runner->errors().contains(
+                     QStringLiteral("libvorskstarter.so is no generic Qt plugin")),
+                 qPrintable(m_runner->errors()));
+    }
+
+    void whatTheDoctorFindsIsToldWhenThereIsNoRecording() {
+        m_runner->setVariable(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+        m_runner->setVariable(QStringLiteral("DISPLAY"), QString());
+        QVERIFY(writeScript(path("app"), QStringLiteral("#!/bin/sh\nkill -ABRT $$\n")));
+        QCOMPARE(run({QStringLiteral("--"), QStringLiteral("./app")}), 128 + SIGABRT);
+        QVERIFY2(m_runner->errors().contains(QStringLiteral(
+                     "app recorded nothing: QT_QPA_PLATFORM is xcb, but DISPLAY is not set; ")),
+                 qPrintable(m_runner->errors()));
+        m_runner->setVariable(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
     }
 
     void anEmptyRecordingIsAnErrorWithItsFirstWarning() {

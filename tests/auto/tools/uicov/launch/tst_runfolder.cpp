@@ -7,6 +7,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <unistd.h>
+
 using Uicov::Console::Message;
 using Uicov::Launch::RunFolder;
 
@@ -105,6 +107,19 @@ private Q_SLOTS:
         info.close();
         QVERIFY(!RunFolder::running(path));
         QCOMPARE(RunFolder::foldersOf(m_dataFile, false), QStringList{path});
+    }
+
+    void aRunOfAnotherUserIsNotFound() {
+        if (::geteuid() != 0) {
+            QSKIP("only root can give a folder away");
+        }
+        RunFolder run;
+        QVERIFY(!run.create(m_dataFile, m_session));
+        QVERIFY(!announce(run));
+        QVERIFY(RunFolder::running(run.path()));
+        constexpr uid_t somebody = 65534;
+        QCOMPARE(::chown(QFile::encodeName(run.path()).constData(), somebody, somebody), 0);
+        QVERIFY(!RunFolder::running(run.path()));
     }
 
     void aFolderThatCannotBeMadeIsAProblem() {

@@ -41,6 +41,26 @@ class TestComparison : public TestLib::TestCase {
         return Comparison(before, now);
     }
 
+    /** Two windows with as many old and new buttons, none of them in the place of another. */
+    static QPair<Run, Run> withoutCommonPlaces(const QStringList& old, const QStringList& fresh) {
+        RunMaker base;
+        RunMaker current(2);
+        const int baseWindow = base.addWindow(QStringLiteral("W"));
+        const int currentWindow = current.addWindow(QStringLiteral("W"));
+        const int fillers = qMax(old.size(), fresh.size());
+        for (const QString& text : old) {
+            base.addButton(baseWindow, text);
+        }
+        for (int i = 0; i < fillers; ++i) {
+            base.addButton(baseWindow, QStringLiteral("filler %1").arg(i));
+            current.addButton(currentWindow, QStringLiteral("filler %1").arg(i));
+        }
+        for (const QString& text : fresh) {
+            current.addButton(currentWindow, text);
+        }
+        return qMakePair(base.run, current.run);
+    }
+
 private Q_SLOTS:
     void equalRunsDoNotDiffer() {
         const Comparison comparison = compare(TestLib::panelRun(), TestLib::panelRun(2));
@@ -113,6 +133,41 @@ private Q_SLOTS:
         const Comparison comparison = compare(base.run, current.run);
         QCOMPARE(guesses(comparison).size(), 1);
         QVERIFY(guesses(comparison).at(0).endsWith(QStringLiteral("Button \"Color of it\"")));
+    }
+
+    void theNearestCaptionIsGuessedAndEachOnlyOnce() {
+        const auto runs = withoutCommonPlaces(
+            {QStringLiteral("Temperature 1"), QStringLiteral("Temperature 2")},
+            {QStringLiteral("Temperatures 2"), QStringLiteral("Temperatures 11"),
+             QStringLiteral("Temperatures 1")});
+        const auto line = [](int number) {
+            return QStringLiteral("Window \"W\" > Button \"Temperature %1\" -> Window \"W\" > "
+                                  "Button \"Temperatures %1\"")
+                .arg(number);
+        };
+        QCOMPARE(guesses(compare(runs.first, runs.second)), QStringList({line(1), line(2)}));
+    }
+
+    void amongVeryManyThatAreAlikeNothingIsGuessedByCaption_data() {
+        QTest::addColumn<int>("rows");
+        QTest::addColumn<int>("guesses");
+        QTest::newRow("most") << 200 << 200;
+        QTest::newRow("too many") << 201 << 0;
+    }
+
+    void amongVeryManyThatAreAlikeNothingIsGuessedByCaption() {
+        QFETCH(int, rows);
+        QFETCH(int, guesses);
+        QStringList old;
+        QStringList fresh;
+        for (int i = 0; i < rows; ++i) {
+            old.append(QStringLiteral("Row %1").arg(i, 3, 10, QLatin1Char('0')));
+            fresh.append(QStringLiteral("Row_%1").arg(i, 3, 10, QLatin1Char('0')));
+        }
+        const auto runs = withoutCommonPlaces(old, fresh);
+        const Comparison comparison = compare(runs.first, runs.second);
+        QCOMPARE(comparison.removed().size(), rows);
+        QCOMPARE(comparison.renamed().size(), guesses);
     }
 
     void whatHasNothingInCommonIsNotGuessed() {

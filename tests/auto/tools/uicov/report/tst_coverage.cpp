@@ -117,6 +117,21 @@ private Q_SLOTS:
         QCOMPARE(m_uses.at(0).usedElements, used);
     }
 
+    void aTextIsMatchedAsRecordedAndAsACaption() {
+        for (const char* text : {"Open...\tCtrl+O", "Open", "Open*O"}) {
+            IgnoreRule rule;
+            rule.text = Pattern(QString::fromLatin1(text));
+            m_configuration.ignoreRules = {rule};
+            TestLib::RunMaker maker;
+            maker.addButton(maker.addWindow(QStringLiteral("W")),
+                            QStringLiteral("Open...\tCtrl+O"));
+            Coverage coverage(m_configuration);
+            coverage.add(maker.run);
+            coverage.finish();
+            QVERIFY2(coverage.ruleUses().at(0).elements == 1, text);
+        }
+    }
+
     void theFirstRuleThatFitsCounts() {
         IgnoreRule buttons;
         buttons.type = Pattern(QStringLiteral("Button"));

@@ -127,6 +127,23 @@ private Q_SLOTS:
         QVERIFY(QFile::remove(FileLock::lockFileOf(m_path)));
     }
 
+    void aLinkToADataFileHasTheLockOfTheFile() {
+        QFile file(m_path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        const QString link = m_folder.filePath(QStringLiteral("link.uicov"));
+        QVERIFY(QFile::link(m_path, link));
+        int release = -1;
+        const pid_t holder = holdElsewhere(release);
+        QVERIFY(holder > 0);
+        FileLock lock;
+        const auto problem = lock.acquire(link, m_terminal, 0);
+        QVERIFY(problem);
+        QCOMPARE(problem->message, Message::DataFileBusy);
+        ::close(release);
+        ::waitpid(holder, nullptr, 0);
+        QVERIFY(QFile::remove(link) && QFile::remove(m_path));
+    }
+
     void manyWritersNeverMeet() {
         constexpr int writers = 6;
         const QString busy = m_folder.filePath(QStringLiteral("busy"));

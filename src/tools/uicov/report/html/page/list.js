@@ -67,9 +67,22 @@ Page.list = (() => {
     function paint(list) {
         const first = Math.max(0, Math.floor(list.element.scrollTop / rowHeight) - spare);
         const last = Math.min(list.items.length, Math.ceil((list.element.scrollTop + (list.element.clientHeight || 600)) / rowHeight) + spare);
-        const rows = list.items.slice(first, last).map((item, offset) =>
-            item.node ? row(list, item, first + offset) : heading(item, first + offset));
-        list.space.replaceChildren(...rows);
+        for (const [index, element] of list.rows) {
+            if (index < first || index >= last) {
+                element.remove();
+                list.rows.delete(index);
+            }
+        }
+        // Rows that stay in sight stay the same: they may be in the middle of a click.
+        for (let index = first; index < last; ++index) {
+            if (!list.rows.has(index)) {
+                const item = list.items[index];
+                const element = item.node ? row(list, item, index) : heading(item, index);
+                list.rows.set(index, element);
+                const next = [...list.rows.keys()].filter((other) => other > index).sort((a, b) => a - b)[0];
+                list.space.insertBefore(element, list.rows.get(next) ?? null);
+            }
+        }
         mark(list);
     }
 
@@ -89,16 +102,24 @@ Page.list = (() => {
 
     /** groups: {title, note, nodes}; a group without a title has no heading. */
     function show(list, groups) {
-        list.nodes = groups.flatMap((group) => group.nodes);
-        list.count = list.nodes.length;
-        list.items = [];
+        const items = [];
         let position = 0;
         for (const group of groups) {
             if (group.title && group.nodes.length) {
-                list.items.push({title: group.title, note: group.note, size: group.nodes.length});
+                items.push({title: group.title, note: group.note, size: group.nodes.length});
             }
-            list.items.push(...group.nodes.map((node) => ({node, position: ++position})));
+            items.push(...group.nodes.map((node) => ({node, position: ++position})));
         }
+        const isSame = items.length === list.items.length && items.every((item, index) =>
+            item.node === list.items[index].node && item.title === list.items[index].title);
+        if (isSame && items.length) {
+            return;
+        }
+        list.items = items;
+        list.nodes = groups.flatMap((group) => group.nodes);
+        list.count = list.nodes.length;
+        list.rows.clear();
+        list.space.replaceChildren();
         list.space.style.height = `${list.items.length * rowHeight}px`;
         list.element.classList.toggle("empty", list.count === 0);
         paint(list);
@@ -145,7 +166,9 @@ Page.list = (() => {
     function create(id, label, on, showsWindows) {
         const space = el("div", {class: "space", role: "presentation"});
         const element = el("div", {class: "list", id, role: "listbox", tabindex: 0, "aria-label": label}, space);
-        const list = {id, element, space, on, showsWindows, items: [], nodes: [], count: 0, selected: null, hovered: null,
+        const list = {id, element, space, on, showsWindows, items: [], nodes: [], count: 0,
+            /** Those in the document, by their index. */
+            rows: new Map(), selected: null, hovered: null,
             /** Where the keyboard starts when nothing is selected. */
             isStart: () => true};
         const nodeAt = (event) => Page.model.data.nodes[event.target.closest(".row")?.dataset.node] ?? null;

@@ -2,7 +2,7 @@
 
 /** Holds what is looked at, and brings the page in step with it. */
 Page.main = (() => {
-    const {el, shown, glyph, number} = Page.text;
+    const {el, glyph, number} = Page.text;
     const themes = ["light", "dark"];
     let view = null;
     let current = null;
@@ -129,8 +129,8 @@ Page.main = (() => {
             }
         }
         const matches = new Set(matchedNodes().all.filter(isGap).map((node) => node.window));
-        const start = view.window < 0 && step < 0 ? windows.length : view.window;
-        for (let i = start + step; i >= 0 && i < windows.length; i += step) {
+        const origin = view.window < 0 && step < 0 ? windows.length : view.window;
+        for (let i = origin + step; i >= 0 && i < windows.length; i += step) {
             if (matches.has(i)) {
                 go({window: i}, true);
                 gap(step);

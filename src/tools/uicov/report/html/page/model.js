@@ -25,11 +25,11 @@ Page.model = (() => {
 
     /** The steps that lead to the node, its window first. */
     function steps(node) {
-        const path = [];
+        const found = [];
         for (let step = node; step; step = data.nodes[step.above]) {
-            path.unshift(step);
+            found.unshift(step);
         }
-        return path;
+        return found;
     }
 
     function key(node) {
@@ -38,14 +38,8 @@ Page.model = (() => {
 
     /** One step for people, as the command prints it. */
     function stepName(node) {
-        let name = node.kind;
-        if (node.label) {
-            name += ` "${node.label}"`;
-        }
-        if (node.of) {
-            name += ` (${node.of})`;
-        }
-        return node.ordinal ? `${name} #${node.ordinal}` : name;
+        return [node.kind, node.label && `"${node.label}"`, node.of && `(${node.of})`,
+                node.ordinal && `#${node.ordinal}`].filter(Boolean).join(" ");
     }
 
     /** What people call the element: its label, else what it is. */

@@ -101,7 +101,7 @@ Page.overview = (() => {
         const contexts = run.contexts.slice(0, 4).map((name) => el("a", {class: "chip", href: Page.main.linkTo({window: -1, filter: `c:"${name}"`})}, shown(name)));
         return el("tr", {}, el("th", {scope: "row"}, run.started ? shown(run.started.replace("T", " ").replace(/(\.\d+)?Z$/, " UTC")) : "unknown"), el("td", {}, shown(run.application)),
             el("td", {class: "chips"}, labels, contexts, run.contexts.length > 4 ? ` +${run.contexts.length - 4} contexts` : null),
-            el("td", {}, shown(`Qt ${run.qt}, ${run.platform}, ${run.locale}`)),
+            el("td", {}, shown([run.qt && `Qt ${run.qt}`, run.platform, run.locale].filter(Boolean).join(", "))),
             el("td", {class: run.complete ? "" : "partial"}, run.complete ? "complete" : ["partial: it ", shown(run.reason)]),
             el("td", {class: "number"}, Page.model.percent(run.totals.used, run.totals.elements)),
             el("td", {class: "number"}, `${number(run.totals.used)} of ${number(run.totals.elements)}`),

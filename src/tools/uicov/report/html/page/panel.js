@@ -44,8 +44,8 @@ Page.panel = (() => {
 
     function eventRow([name, count, counts, hits]) {
         const state = count > 0 ? "happened" : counts ? "never" : "uncounted";
-        const words = {happened: `${count}×`, never: "never", uncounted: "not counted by this version"};
-        return el("tr", {class: state}, el("th", {scope: "row"}, shown(name)), el("td", {}, words[state]),
+        const texts = {happened: `${count}×`, never: "never", uncounted: "not counted by this version"};
+        return el("tr", {class: state}, el("th", {scope: "row"}, shown(name)), el("td", {}, texts[state]),
                   el("td", {}, contexts(hits)));
     }
 

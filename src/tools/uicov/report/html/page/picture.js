@@ -22,14 +22,14 @@ Page.picture = (() => {
     /** The element alone: its own picture, or the part of its window's; null when there is neither. */
     function ofElement(node) {
         const {pictures, surfaces} = Page.model.data;
-        const label = {class: "own", role: "img", "aria-label": `Picture of ${plain(Page.model.name(node))}`};
+        const attributes = {class: "own", role: "img", "aria-label": `Picture of ${plain(Page.model.name(node))}`};
         if (node.picture !== undefined) {
             const {width, height} = pictures[node.picture];
-            return frame([0, 0, width, height], label, drawing(node.picture, [0, 0, width, height]));
+            return frame([0, 0, width, height], attributes, drawing(node.picture, [0, 0, width, height]));
         }
         const surface = surfaces[node.surface];
         return surface && surface.picture >= 0
-            ? frame(node.place, label, drawing(surface.picture, surface.bounds)) : null;
+            ? frame(node.place, attributes, drawing(surface.picture, surface.bounds)) : null;
     }
 
     function outline(node, isWhole) {

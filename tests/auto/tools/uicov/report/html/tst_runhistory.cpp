@@ -1,0 +1,96 @@
+#include "report/coveragecollector.h"
+#include "report/html/runhistory.h"
+#include "store/run.h"
+#include "testlib/testcase.h"
+
+#include <QTest>
+
+using Uicov::Report::CoverageCollector;
+using Uicov::Report::CoverageTree;
+using Uicov::Report::Html::RunHistory;
+using Uicov::Store::Run;
+using Uicov::Store::RunElement;
+
+namespace {
+
+/** A window with two buttons, of which those are clicked. */
+Run run(const QStringList& clicked) {
+    Run run;
+    run.contexts = QStringList{QString(), QStringLiteral("login")};
+    RunElement window;
+    window.type = QStringLiteral("Window");
+    window.className = QStringLiteral("QMainWindow");
+    window.text = QStringLiteral("Panel");
+    window.isWindowNode = true;
+    run.elements.push_back(window);
+    for (const char* text : {"OK", "Cancel"}) {
+        RunElement button;
+        button.type = QStringLiteral("Button");
+        button.text = QLatin1String(text);
+        button.events = QStringList{QStringLiteral("clicked")};
+        button.parent = 0;
+        if (clicked.contains(button.text)) {
+            button.hits.append({QStringLiteral("clicked"), 1, 1});
+        }
+        run.elements.front().children.append(static_cast<int>(run.elements.size()));
+        run.elements.push_back(button);
+    }
+    return run;
+}
+
+RunHistory historyOf(const QVector<Run>& runs) {
+    CoverageTree tree;
+    CoverageCollector collector(tree);
+    RunHistory history;
+    for (const Run& one : runs) {
+        collector.collect(one);
+        history.add(one, tree);
+    }
+    return history;
+}
+
+} // namespace
+
+class TestRunHistory : public TestLib::TestCase {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void nothing() {
+        QVERIFY(RunHistory().rows().isEmpty());
+        QCOMPARE(RunHistory().partialRuns(), 0);
+    }
+
+    void eachRunByItselfAndWhatItWasTheFirstToUse() {
+        const QString ok = QStringLiteral("OK");
+        const RunHistory history =
+            historyOf({run({ok}), run({ok}), run({}), run({ok, QStringLiteral("Cancel")})});
+        QVector<int> used;
+        QVector<int> first;
+        for (const RunHistory::Row& row : history.rows()) {
+            QCOMPARE(row.totals.elements, 2);
+            used.append(row.totals.used);
+            first.append(row.firstUsed);
+        }
+        QCOMPARE(used, (QVector<int>{1, 1, 0, 2}));
+        QCOMPARE(first, (QVector<int>{1, 0, 0, 1}));
+    }
+
+    void aPartialRunSaysWhy() {
+        Run killed = run({});
+        killed.isComplete = false;
+        killed.partialReason = QStringLiteral("ended abnormally");
+        const RunHistory history = historyOf({run({}), killed});
+        QCOMPARE(history.partialRuns(), 1);
+        QVERIFY(history.rows().at(0).isComplete);
+        QCOMPARE(history.rows().at(1).partialReason, QStringLiteral("ended abnormally"));
+    }
+
+    void onlyContextsWithANameAreListed() {
+        QCOMPARE(historyOf({run({})}).rows().first().contexts,
+                 QStringList(QStringLiteral("login")));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestRunHistory)
+
+#include "tst_runhistory.moc"
