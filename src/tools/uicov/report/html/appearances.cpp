@@ -55,21 +55,23 @@ std::optional<QRect> placeOf(const RunElement& element, const RunElement* above)
     return element.place->translated(above->place->topLeft());
 }
 
-std::vector<int> nodesOf(const Store::Run& run, const Places& places, CoverageTree& tree) {
+std::vector<int> nodesOf(const Store::Run& run, const Places& places, const CoverageTree& tree) {
     std::vector<int> nodes;
     nodes.reserve(places.size());
     for (const KeyWalk::Place& place : places) {
-        nodes.push_back(place.above < 0
-                            ? tree.window(place.step, run.application)
-                            : tree.child(nodes[static_cast<std::size_t>(place.above)], place.step));
+        nodes.push_back(
+            place.above < 0
+                ? tree.findWindow(place.step, run.application)
+                : tree.findChild(nodes[static_cast<std::size_t>(place.above)], place.step));
+        Q_ASSERT(nodes.back() >= 0);
     }
     return nodes;
 }
 
 } // namespace
 
-void Appearances::add(const Store::Run& run, CoverageTree& tree) {
-    const Places places = KeyWalk(run).places();
+void Appearances::add(const Store::Run& run, const CoverageTree& tree) {
+    const Places places = KeyWalk(run, m_labelRule).places();
     const std::vector<int> nodes = nodesOf(run, places, tree);
     // By the index of the place: the same window can be there several times in a run.
     QMap<int, Surface> surfaces;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "identity/keywalk.h"
 #include "report/coveragetree.h"
 
 #include <QByteArray>
@@ -39,8 +40,11 @@ public:
         bool hasPlace = false;
     };
 
-    /** @param tree has the run already; no node is added to it */
-    void add(const Store::Run& run, CoverageTree& tree);
+    /** The one with which runs are collected. */
+    void setLabelRule(const Identity::KeyWalk::LabelRule& rule) { m_labelRule = rule; }
+
+    /** @param tree has the run already */
+    void add(const Store::Run& run, const CoverageTree& tree);
 
     /** Of a window or menu; null when it was never met. */
     const Surface* surface(int node) const;
@@ -53,6 +57,7 @@ public:
 private:
     static void keep(int node, const Surface& candidate, QHash<int, Surface>& kept);
 
+    Identity::KeyWalk::LabelRule m_labelRule;
     QHash<int, Surface> m_surfaces;
     QHash<int, Element> m_elements;
 };

@@ -7,13 +7,18 @@ Page.overview = (() => {
         ["Window", "name", (window) => Page.model.windowName(window).toLowerCase()],
         ["Application", "application", (window) => window.application.toLowerCase()],
         ["Elements", "number", (window) => -window.totals.elements],
-        ["", "share", (window) => window.totals.used / window.totals.elements],
+        ["", "share", (window) => share(window)],
         ["Missed", "number", (window) => -window.totals.missed],
         ["Shown", "number", (window) => -window.totals.shown],
         ["Used", "number", (window) => -window.totals.used],
-        ["Cover", "number", (window) => window.totals.used / window.totals.elements]
+        ["Cover", "number", (window) => share(window)]
     ];
     const trendRuns = 60;
+
+    /** Windows with nothing that counts come after all others. */
+    function share({totals}) {
+        return totals.elements ? totals.used / totals.elements : Infinity;
+    }
 
     function figure(state, value, word) {
         return el("li", {class: state}, glyph(state), " ", el("strong", {}, number(value)), ` ${word}`);
@@ -22,7 +27,7 @@ Page.overview = (() => {
     function sum() {
         const {totals, windows, runs} = Page.model.data;
         return el("section", {class: "sum", "aria-label": "Totals"},
-            el("p", {class: "cover"}, el("strong", {}, Page.model.percent(totals.used, totals.elements)), " used"),
+            el("p", {class: "cover"}, el("strong", {}, totals.cover), " used"),
             el("div", {class: "shares"}, bar(totals),
                 el("ul", {}, figure("used", totals.used, "used"), figure("shown", totals.shown, "only shown"),
                    figure("missed", totals.missed, "missed"))),
@@ -41,7 +46,7 @@ Page.overview = (() => {
             el("td", {class: "number"}, number(totals.elements)), el("td", {class: "share"}, bar(totals)),
             ...["missed", "shown", "used"].map((state) =>
                 el("td", {class: `number ${totals[state] ? state : "none"}`}, number(totals[state]))),
-            el("td", {class: "number"}, Page.model.percent(totals.used, totals.elements)));
+            el("td", {class: "number"}, totals.cover));
         return {window, row, link};
     }
 
@@ -77,12 +82,12 @@ Page.overview = (() => {
         const latest = runs.slice(-trendRuns);
         const width = 14;
         const bars = latest.map((run, index) => {
-            const share = run.totals.elements ? run.totals.used / run.totals.elements : 0;
-            return svg("g", {}, svg("title", {}, `${run.started}: ${Page.model.percent(run.totals.used, run.totals.elements)} used, ${run.first} for the first time`),
+            const used = run.totals.elements ? run.totals.used / run.totals.elements : 0;
+            return svg("g", {}, svg("title", {}, `${run.started}: ${run.totals.cover} used, ${run.first} for the first time`),
                 svg("rect", {class: "ground", x: index * width, y: 0, width: width - 3, height: 60}),
-                svg("rect", {class: run.complete ? "used" : "shown", x: index * width, y: 60 - 60 * share, width: width - 3, height: 60 * share}));
+                svg("rect", {class: run.complete ? "used" : "shown", x: index * width, y: 60 - 60 * used, width: width - 3, height: 60 * used}));
         });
-        const [first, last] = [latest[0], latest.at(-1)].map((run) => Page.model.percent(run.totals.used, run.totals.elements));
+        const [first, last] = [latest[0], latest.at(-1)].map((run) => run.totals.cover);
         return el("figure", {class: "trend"}, el("figcaption", {}, shown(application), `: used by each of ${latest.length} runs, from ${first} to ${last}`),
                   svg("svg", {viewBox: `0 0 ${latest.length * width} 60`, width: latest.length * width, height: 60, role: "img",
                               "aria-label": `From ${first} in the first run to ${last} in the last`}, bars));
@@ -98,12 +103,14 @@ Page.overview = (() => {
 
     function runRow(run) {
         const labels = Object.entries(run.labels).map(([name, value]) => el("span", {class: "chip"}, shown(`${name}=${value}`)));
-        const contexts = run.contexts.slice(0, 4).map((name) => el("a", {class: "chip", href: Page.main.linkTo({window: -1, filter: `c:"${name}"`})}, shown(name)));
+        const contexts = run.contexts.slice(0, 4).map((name) => Page.model.data.contexts.includes(name)
+            ? el("a", {class: "chip", href: Page.main.linkTo({window: -1, filter: `c:"${name}"`})}, shown(name))
+            : el("span", {class: "chip uncounted", title: "not counted"}, shown(name)));
         return el("tr", {}, el("th", {scope: "row"}, run.started ? shown(run.started.replace("T", " ").replace(/(\.\d+)?Z$/, " UTC")) : "unknown"), el("td", {}, shown(run.application)),
             el("td", {class: "chips"}, labels, contexts, run.contexts.length > 4 ? ` +${run.contexts.length - 4} contexts` : null),
             el("td", {}, shown([run.qt && `Qt ${run.qt}`, run.platform, run.locale].filter(Boolean).join(", "))),
             el("td", {class: run.complete ? "" : "partial"}, run.complete ? "complete" : ["partial: it ", shown(run.reason)]),
-            el("td", {class: "number"}, Page.model.percent(run.totals.used, run.totals.elements)),
+            el("td", {class: "number"}, run.totals.cover),
             el("td", {class: "number"}, `${number(run.totals.used)} of ${number(run.totals.elements)}`),
             el("td", {class: "number"}, number(run.first)));
     }
@@ -115,6 +122,30 @@ Page.overview = (() => {
             el("div", {class: "wide", tabindex: 0, role: "region", "aria-label": "Table of runs"},
                 el("table", {}, el("thead", {}, el("tr", {}, heads.map((name, index) => el("th", {scope: "col", class: index > 4 ? "number" : ""}, name)))),
                    el("tbody", {}, runs.map(runRow)))));
+    }
+
+    function gates() {
+        const {gates: all} = Page.model.data;
+        return all.length === 0 ? null : el("section", {class: "gates", "aria-labelledby": "gates-title"},
+            el("h2", {id: "gates-title"}, "Gates"),
+            el("ul", {}, all.map(({name, finding, met}) => el("li", {class: met ? "met" : "unmet"},
+                glyph(met ? "used" : "missed"), el("strong", {}, met ? "met" : "not met"), " ",
+                el("code", {}, shown(name)), ": ", shown(finding)))));
+    }
+
+    function rules() {
+        const {rules: all} = Page.model.data;
+        if (!all.length) {
+            return null;
+        }
+        const link = (rule) => rule.elements ? el("a", {href: Page.main.linkTo({window: -1, filter: "s:ignored"})}, number(rule.elements)) : "0";
+        const heads = [["Rule", ""], ["Why", ""], ["Where", ""], ["Elements", "number"], ["Of them used", "number"]];
+        return el("section", {"aria-labelledby": "rules-title"}, el("h2", {id: "rules-title"}, "Left out by rules"),
+            el("div", {class: "wide", tabindex: 0, role: "region", "aria-label": "Table of rules"},
+                el("table", {class: "rules"}, el("thead", {}, el("tr", {}, heads.map(([name, type]) => el("th", {scope: "col", class: type}, name)))),
+                   el("tbody", {}, all.map((rule) => el("tr", {}, el("th", {scope: "row"}, el("code", {}, shown(rule.rule))),
+                      el("td", {}, shown(rule.why)), el("td", {}, shown(rule.where)), el("td", {class: "number"}, link(rule)),
+                      el("td", {class: "number"}, number(rule.used))))))));
     }
 
     function notes() {
@@ -140,8 +171,8 @@ Page.overview = (() => {
         const element = el("main", {class: "overview"},
             el("h1", {}, shown(Page.model.data.title)),
             Page.model.data.warnings.map((text) => el("p", {class: "warning", role: "note"}, shown(text))),
-            sum(), matches,
-            el("section", {}, windowsTitle, el("div", {class: "wide", tabindex: 0, role: "region", "aria-label": "Table of windows"}, table)), runsSection(), notes());
+            sum(), gates(), matches,
+            el("section", {}, windowsTitle, el("div", {class: "wide", tabindex: 0, role: "region", "aria-label": "Table of windows"}, table)), rules(), runsSection(), notes());
 
         function update(view, matched) {
             const isFiltered = view.filter.trim() !== "";
@@ -151,7 +182,8 @@ Page.overview = (() => {
                 link.setAttribute("href", Page.main.linkTo({window: window.index}));
             }
             matches.hidden = !isFiltered;
-            title.textContent = `Matches: ${count(matched.length, "element", "elements")}`;
+            const ignored = matched.filter((node) => node.isIgnored).length;
+            title.textContent = `Matches: ${count(matched.length - ignored, "element", "elements")}${ignored ? `, ${number(ignored)} left out by rules` : ""}`;
             windowsTitle.textContent = isFiltered ? `Windows with matches: ${perWindow.size}` : "Windows";
             list.show(isFiltered ? [{nodes: [...matched].sort(Page.list.orders[view.sort])}] : []);
         }

@@ -35,14 +35,15 @@ Page.picture = (() => {
     function outline(node, isWhole) {
         const [x, y, width, height] = node.place;
         const box = {x, y, width, height};
+        const state = Page.model.stateOf(node);
         const first = Page.model.data.nodes[node.index + 1];
         const isContainer = first?.above === node.index && first.surface === node.surface;
-        return svg("g", {class: `outline ${node.state}${isWhole ? " whole" : ""}`, "data-node": node.index},
-                   svg("title", {}, plain(`${Page.model.stepName(node)}: ${node.state}`)),
+        return svg("g", {class: `outline ${state}${isWhole ? " whole" : ""}`, "data-node": node.index},
+                   svg("title", {}, plain(`${Page.model.stepName(node)}: ${state}`)),
                    svg("rect", {class: "area", ...box,
-                                fill: node.state === "missed" && !isContainer ? "url(#hatch)" : "transparent"}),
+                                fill: state === "missed" && !isContainer ? "url(#hatch)" : "transparent"}),
                    svg("rect", {class: "halo", ...box}), svg("rect", {class: "line", ...box}),
-                   svg("use", {class: "badge", href: `#badge-${node.state}`, width: badge, height: badge}));
+                   svg("use", {class: "badge", href: `#badge-${state}`, width: badge, height: badge}));
     }
 
     /** What a surface without a picture looks like: names where the elements lay. */

@@ -42,7 +42,7 @@ Page.window = (() => {
             el("a", {class: "back", "data-window": -1}, "‹ Overview"),
             el("h1", {}, shown(Page.model.windowName(window))),
             Page.model.data.applications.length > 1 ? el("span", {class: "application"}, shown(window.application)) : null,
-            el("span", {class: "cover"}, el("strong", {}, Page.model.percent(totals.used, totals.elements)), " of ", count(totals.elements, "element", "elements"), " used"),
+            el("span", {class: "cover"}, el("strong", {}, totals.cover), " of ", count(totals.elements, "element", "elements"), " used"),
             bar(totals),
             el("span", {class: "steps"}, neighbour(-1, "Previous window", "↑"), neighbour(1, "Next window", "↓")));
     }
@@ -59,13 +59,14 @@ Page.window = (() => {
         const result = state.window.surfaces.map((index) => {
             const surface = surfaces[index];
             return {title: surfaceTitle(surface), note: surface.picture < 0 ? "no picture" : null,
-                    nodes: sorted.filter((node) => node.surface === index)};
+                    nodes: sorted.filter((node) => node.surface === index && !node.isIgnored)};
         });
         const apart = {unplaced: "place never told", elsewhere: "not there when pictured", empty: "no size",
                        outside: "outside of the picture", hidden: "hidden in the picture"};
         for (const [reason, words] of Object.entries(apart)) {
-            result.push({title: "Not outlined", note: words, nodes: sorted.filter((node) => node.apart === reason)});
+            result.push({title: "Not outlined", note: words, nodes: sorted.filter((node) => node.apart === reason && !node.isIgnored)});
         }
+        result.push({title: "Left out by rules", nodes: sorted.filter((node) => node.isIgnored)});
         result.push({title: "Never opened", note: "contents unknown", nodes: sorted.filter((node) => node.unopened)});
         const isOneGroup = result.filter((group) => group.nodes.length).length === 1 && result[0].nodes.length && !result[0].note;
         return isOneGroup ? [{nodes: result[0].nodes}] : result;
@@ -136,6 +137,13 @@ Page.window = (() => {
         return true;
     }
 
+    function statusText(state, inWindow) {
+        const counted = inWindow.filter((node) => node.counts).length;
+        const ignored = inWindow.filter((node) => node.isIgnored).length;
+        const total = state.window.totals.elements;
+        return `${counted === total ? "" : `${counted} of `}${count(total, "element", "elements")}${ignored ? `, ${ignored} left out` : ""}`;
+    }
+
     function update(state, view, matched) {
         const {nodes} = Page.model.data;
         const inWindow = state.all.filter((node) => matched.has(node));
@@ -147,9 +155,7 @@ Page.window = (() => {
         for (const link of state.element.querySelectorAll("[data-window]")) {
             link.setAttribute("href", Page.main.linkTo({window: Number(link.dataset.window)}));
         }
-        const counted = inWindow.filter((node) => node.counts).length;
-        const total = state.window.totals.elements;
-        state.status.textContent = counted === total ? count(total, "element", "elements") : `${counted} of ${count(total, "element", "elements")}`;
+        state.status.textContent = statusText(state, inWindow);
         state.list.show(groups(state, inWindow, Page.list.orders[view.sort]));
         for (const group of state.picture?.querySelectorAll(".outline") ?? []) {
             const node = nodes[group.dataset.node];

@@ -177,6 +177,19 @@ private Q_SLOTS:
         QCOMPARE(Appearances::surfaceOf(m_tree, nodeOf("File")), window());
     }
 
+    void labelsAreComparedAsTheyWereCollected() {
+        const auto rule = [](const QString& label) { return label.left(1); };
+        CoverageCollector collector(m_tree);
+        collector.setLabelRule(rule);
+        m_appearances.setLabelRule(rule);
+        const Run run = windowRun(png(QSize(40, 30), Qt::red));
+        collector.collect(run);
+        m_appearances.add(run, m_tree);
+        QCOMPARE(nodeOf("OK"), -1);
+        QCOMPARE(m_appearances.element(nodeOf("O")).text, QStringLiteral("OK"));
+        QCOMPARE(m_appearances.surface(window())->places.value(nodeOf("O")), QRect(1, 2, 8, 6));
+    }
+
     void anItemOfAMenuBarWithoutPlaceHasNone() {
         Run run;
         run.contexts = QStringList{QString()};
