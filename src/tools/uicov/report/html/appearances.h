@@ -8,6 +8,8 @@
 #include <QRect>
 #include <QString>
 
+#include <vector>
+
 namespace Uicov::Store {
 struct Run;
 }
@@ -51,15 +53,22 @@ public:
     /** Of any node; empty when it was never met. */
     Element element(int node) const { return m_elements.value(node); }
 
+    /** The window that the window belongs to, as a dialog does; -1 when it is one of its own. */
+    int owner(int window) const { return m_owners.value(window, -1); }
+
     /** The window or menu that the node is drawn on: the nearest at or above it. */
     static int surfaceOf(const CoverageTree& tree, int node);
 
 private:
+    void addOwners(const Store::Run& run, const std::vector<Identity::KeyWalk::Place>& places,
+                   const std::vector<int>& nodes);
     static void keep(int node, const Surface& candidate, QHash<int, Surface>& kept);
 
     Identity::KeyWalk::LabelRule m_labelRule;
     QHash<int, Surface> m_surfaces;
     QHash<int, Element> m_elements;
+    /** Windows by the windows that belong to them. */
+    QHash<int, int> m_owners;
 };
 
 } // namespace Uicov::Report::Html

@@ -155,6 +155,7 @@ QJsonObject windowObject(const PageModel::Window& window, int precision) {
     return {{QStringLiteral("application"), text(window.application)},
             {QStringLiteral("node"), window.node},
             {QStringLiteral("last"), window.lastNode},
+            {QStringLiteral("over"), window.over},
             {QStringLiteral("totals"), totalsObject(window.totals, precision)},
             {QStringLiteral("surfaces"), surfaces}};
 }

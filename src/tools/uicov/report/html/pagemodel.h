@@ -79,6 +79,8 @@ struct PageModel {
         int node = -1;
         int lastNode = -1;
         CoverageTree::Totals totals;
+        /** Index of the window that it belongs to, as a dialog does; -1 for none. */
+        int over = -1;
         /** Indices, the window itself first. */
         QVector<int> surfaces;
     };

@@ -59,6 +59,14 @@ void PageModelBuilder::build(PageModel& model) {
     for (const CountedWindow& window : windows) {
         addWindow(window.node, window.totals);
     }
+    QHash<int, int> indices;
+    for (std::size_t i = 0; i < windows.size(); ++i) {
+        indices.insert(windows[i].node, static_cast<int>(i));
+    }
+    for (int i = 0; i < model.windows.size(); ++i) {
+        const int owner = m_appearances.owner(windows[static_cast<std::size_t>(i)].node);
+        model.windows[i].over = indices.value(owner, -1);
+    }
 }
 
 bool PageModelBuilder::hasIgnored(int window) const {

@@ -37,9 +37,17 @@ QString numberCell(int number) {
 }
 
 QString headings(const QStringList& names) {
+    // Right-aligned, as what stands below them.
+    static const QStringList numbers{QStringLiteral("Elements"),       QStringLiteral("Used"),
+                                     QStringLiteral("Shown"),          QStringLiteral("Missed"),
+                                     QStringLiteral("Of them used"),   QStringLiteral("Cover"),
+                                     QStringLiteral("First used here")};
+    const QString numberClass = QStringLiteral(" class=\"number\"");
     QString row = QStringLiteral("<thead><tr>");
     for (const QString& name : names) {
-        row += QStringLiteral("<th scope=\"col\">") + name + QStringLiteral("</th>");
+        const bool isNumber = numbers.contains(name);
+        row += QStringLiteral("<th scope=\"col\"%1>").arg(isNumber ? numberClass : QString()) +
+               name + QStringLiteral("</th>");
     }
     return row + QStringLiteral("</tr></thead>\n");
 }
@@ -111,7 +119,8 @@ StaticPage::StaticPage(const PageModel& model, const PictureLinks& links)
     , m_links(links) {}
 
 QString StaticPage::toString() const {
-    QString html = QStringLiteral("<main class=\"static\">\n") + overview() + runs() + windows();
+    QString html = QStringLiteral("<main class=\"static\">\n") + overview() + windows() + rules() +
+                   runs() + paragraphs(m_model.notes, QStringLiteral("note"));
     for (int i = 0; i < m_model.windows.size(); ++i) {
         html += window(i);
     }
@@ -133,7 +142,7 @@ QString StaticPage::overview() const {
                .arg(all.events) +
            QStringLiteral("<p>Used: operated, or seen where there is nothing to operate. Shown: "
                           "only seen. Missed: neither.</p>\n") +
-           gates() + rules() + paragraphs(m_model.notes, QStringLiteral("note"));
+           gates();
 }
 
 QString StaticPage::gates() const {
@@ -181,15 +190,17 @@ QString StaticPage::runs() const {
         for (auto it = run.labels.cbegin(); it != run.labels.cend(); ++it) {
             labels.append(HtmlText::content(it.key() + QLatin1Char('=') + it.value()));
         }
-        html += QStringLiteral("<tr>") + cell(HtmlText::content(run.started)) +
-                cell(HtmlText::content(run.application)) + cell(labels.join(QStringLiteral(", "))) +
-                cell(HtmlText::content(run.contexts.join(QStringLiteral(", ")))) +
-                cell(HtmlText::content(run.qtVersion + QLatin1Char(' ') + run.platform)) +
-                cell(run.isComplete
-                         ? QStringLiteral("yes")
-                         : QStringLiteral("no: it ") + HtmlText::content(run.partialReason)) +
-                numberCell(run.totals.elements) + numberCell(run.totals.used) +
-                numberCell(run.firstUsed) + QStringLiteral("</tr>\n");
+        html +=
+            QStringLiteral("<tr><td class=\"date\">") + HtmlText::content(run.started) +
+            QStringLiteral("</td>") + cell(HtmlText::content(run.application)) +
+            cell(labels.join(QStringLiteral(", "))) + QStringLiteral("<td class=\"contexts\">") +
+            HtmlText::content(run.contexts.join(QStringLiteral(", "))) + QStringLiteral("</td>") +
+            cell(HtmlText::content(run.qtVersion + QLatin1Char(' ') + run.platform)) +
+            cell(run.isComplete
+                     ? QStringLiteral("yes")
+                     : QStringLiteral("no: it ") + HtmlText::content(run.partialReason)) +
+            numberCell(run.totals.elements) + numberCell(run.totals.used) +
+            numberCell(run.firstUsed) + QStringLiteral("</tr>\n");
     }
     return html + QStringLiteral("</tbody></table></div>\n");
 }
@@ -216,6 +227,10 @@ QString StaticPage::window(int index) const {
     QString html =
         QStringLiteral("<section id=\"window-%1\"><h2>").arg(index) +
         HtmlText::content(m_model.nodes.at(window.node).step.toString()) +
+        (window.application.isEmpty()
+             ? QString()
+             : QStringLiteral(" <small>of ") + HtmlText::content(window.application) +
+                   QStringLiteral("</small>")) +
         QStringLiteral("</h2>\n<p>%1 of %2 elements used, %3 only shown, %4 missed</p>\n")
             .arg(window.totals.used)
             .arg(window.totals.elements)

@@ -47,7 +47,7 @@ Page.list = (() => {
 
     function row(list, item, index) {
         const {node} = item;
-        const where = [...(list.showsWindows ? [Page.model.windowName(Page.model.data.windows[node.window])] : []),
+        const where = [...(list.showsWindows ? [Page.model.fullWindowName(Page.model.data.windows[node.window])] : []),
                        ...Page.model.path(node)];
         const state = Page.model.stateOf(node);
         const detail = node.unopened ? "never opened"

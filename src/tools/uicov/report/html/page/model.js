@@ -15,10 +15,14 @@ Page.model = (() => {
         });
         data.windows.forEach((window, index) => {
             window.index = index;
+            window.opened = [];
             for (let i = window.node; i <= window.last; ++i) {
                 data.nodes[i].window = index;
             }
         });
+        for (const window of data.windows) {
+            data.windows[window.over]?.opened.push(window);
+        }
         data.surfaces.forEach((surface, index) => { surface.index = index; });
         data.elements = data.nodes.filter((node) => node.counts);
         data.applications = [...new Set(data.windows.map((window) => window.application))];
@@ -80,11 +84,16 @@ Page.model = (() => {
         return stepName(data.nodes[window.node]);
     }
 
+    /** With the application, where there are several. */
+    function fullWindowName(window) {
+        return `${data.applications.length > 1 ? `${window.application}: ` : ""}${windowName(window)}`;
+    }
+
     /** What people call the state: those of elements that count, and of the others. */
     function stateOf(node) {
         return node.state ?? (node.isIgnored ? "ignored" : "unopened");
     }
 
-    return {states, load, steps, key, stepName, name, path, menuPath, elementsOf, windowName, stateOf,
+    return {states, load, steps, key, stepName, name, path, menuPath, elementsOf, windowName, fullWindowName, stateOf,
             get data() { return data; }};
 })();

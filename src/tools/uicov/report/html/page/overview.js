@@ -2,15 +2,15 @@
 
 /** The first page: what it comes to, window by window and run by run. */
 Page.overview = (() => {
-    const {el, svg, shown, glyph, number, count, bar} = Page.text;
+    const {el, svg, shown, plain, glyph, number, count, bar} = Page.text;
     const columns = [
         ["Window", "name", (window) => Page.model.windowName(window).toLowerCase()],
         ["Application", "application", (window) => window.application.toLowerCase()],
-        ["Elements", "number", (window) => -window.totals.elements],
+        ["Elements", "number spare", (window) => -window.totals.elements],
         ["", "share", (window) => share(window)],
         ["Missed", "number", (window) => -window.totals.missed],
         ["Shown", "number", (window) => -window.totals.shown],
-        ["Used", "number", (window) => -window.totals.used],
+        ["Used", "number spare", (window) => -window.totals.used],
         ["Cover", "number", (window) => share(window)]
     ];
     const trendRuns = 60;
@@ -43,9 +43,9 @@ Page.overview = (() => {
         const link = el("a", {href: Page.main.linkTo({window: window.index})}, shown(Page.model.windowName(window)));
         const row = el("tr", {}, el("th", {scope: "row"}, link, el("span", {class: "below"}, shown(window.application))),
             Page.model.data.applications.length > 1 ? el("td", {class: "application"}, shown(window.application)) : null,
-            el("td", {class: "number"}, number(totals.elements)), el("td", {class: "share"}, bar(totals)),
+            el("td", {class: "number spare"}, number(totals.elements)), el("td", {class: "share"}, bar(totals)),
             ...["missed", "shown", "used"].map((state) =>
-                el("td", {class: `number ${totals[state] ? state : "none"}`}, number(totals[state]))),
+                el("td", {class: `number ${totals[state] ? state : "none"}${state === "used" ? " spare" : ""}`}, number(totals[state]))),
             el("td", {class: "number"}, totals.cover));
         return {window, row, link};
     }
@@ -77,20 +77,30 @@ Page.overview = (() => {
         body.replaceChildren(...sorted.map(({row}) => row));
     }
 
-    /** One bar a run: how much of what it saw it used. */
+    /** One bar a run: how much it used of all that is known of the application by now. */
     function trend(application, runs) {
+        const known = Page.model.data.windows.filter((window) => window.application === application)
+            .reduce((elements, window) => elements + window.totals.elements, 0);
         const latest = runs.slice(-trendRuns);
-        const width = 14;
+        const width = latest.length > 20 ? 14 : 34;
+        const height = 70;
         const bars = latest.map((run, index) => {
-            const used = run.totals.elements ? run.totals.used / run.totals.elements : 0;
-            return svg("g", {}, svg("title", {}, `${run.started}: ${run.totals.cover} used, ${run.first} for the first time`),
-                svg("rect", {class: "ground", x: index * width, y: 0, width: width - 3, height: 60}),
-                svg("rect", {class: run.complete ? "used" : "shown", x: index * width, y: 60 - 60 * used, width: width - 3, height: 60 * used}));
+            const part = known ? Math.min(1, run.totals.used / known) * height : 0;
+            const box = {x: index * width, width: width - 4};
+            return svg("g", {}, svg("title", {}, plain(`${date(run)}: ${run.totals.used} of ${known} used, ${run.first} for the first time${run.complete ? "" : "; partial"}`)),
+                svg("rect", {class: "ground", ...box, y: 0, height}),
+                svg("rect", {class: run.complete ? "used" : "shown", ...box, y: height - part, height: part}),
+                width > 20 ? svg("text", {x: box.x + box.width / 2, y: height + 14, "text-anchor": "middle"}, number(run.totals.used)) : null);
         });
-        const [first, last] = [latest[0], latest.at(-1)].map((run) => run.totals.cover);
-        return el("figure", {class: "trend"}, el("figcaption", {}, shown(application), `: used by each of ${latest.length} runs, from ${first} to ${last}`),
-                  svg("svg", {viewBox: `0 0 ${latest.length * width} 60`, width: latest.length * width, height: 60, role: "img",
-                              "aria-label": `From ${first} in the first run to ${last} in the last`}, bars));
+        const [first, last] = [latest[0], latest.at(-1)].map((run) => number(run.totals.used));
+        const words = `of ${count(known, "element", "elements")} that are known now, the first of ${runs.length > trendRuns ? `the last ${trendRuns}` : runs.length} runs used ${first}, the last ${last}`;
+        return el("figure", {class: "trend"}, el("figcaption", {}, shown(application), `: ${words}`),
+                  svg("svg", {viewBox: `0 0 ${latest.length * width} ${height + 18}`, width: latest.length * width, height: height + 18, role: "img",
+                              "aria-label": `Bars: ${words}`}, bars));
+    }
+
+    function date(run) {
+        return run.started ? run.started.replace("T", " ").replace(/(\.\d+)?Z$/, " UTC") : "unknown";
     }
 
     function trends() {
@@ -106,7 +116,7 @@ Page.overview = (() => {
         const contexts = run.contexts.slice(0, 4).map((name) => Page.model.data.contexts.includes(name)
             ? el("a", {class: "chip", href: Page.main.linkTo({window: -1, filter: `c:"${name}"`})}, shown(name))
             : el("span", {class: "chip uncounted", title: "not counted"}, shown(name)));
-        return el("tr", {}, el("th", {scope: "row"}, run.started ? shown(run.started.replace("T", " ").replace(/(\.\d+)?Z$/, " UTC")) : "unknown"), el("td", {}, shown(run.application)),
+        return el("tr", {}, el("th", {scope: "row"}, shown(date(run))), el("td", {}, shown(run.application)),
             el("td", {class: "chips"}, labels, contexts, run.contexts.length > 4 ? ` +${run.contexts.length - 4} contexts` : null),
             el("td", {}, shown([run.qt && `Qt ${run.qt}`, run.platform, run.locale].filter(Boolean).join(", "))),
             el("td", {class: run.complete ? "" : "partial"}, run.complete ? "complete" : ["partial: it ", shown(run.reason)]),

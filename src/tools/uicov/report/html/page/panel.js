@@ -73,8 +73,11 @@ Page.panel = (() => {
     function eventRow([name, count, counts, hits], asked) {
         const state = count > 0 ? "happened" : counts ? "never" : "uncounted";
         const texts = {happened: `${count}×`, never: "never", uncounted: "not counted by this version"};
-        return el("tr", {class: state}, el("th", {scope: "row"}, shown(name), asked.includes(name) ? el("span", {class: "asked"}, "asked for") : null), el("td", {}, texts[state]),
-                  el("td", {}, contexts(hits)));
+        const where = contexts(hits);
+        return [el("tr", {class: `${state}${where ? " has-where" : ""}`},
+                   el("th", {scope: "row"}, shown(name), asked.includes(name) ? el("span", {class: "asked"}, "asked for") : null),
+                   el("td", {}, texts[state])),
+                where ? el("tr", {class: "where"}, el("td", {colspan: 2}, where)) : null];
     }
 
     function fact(name, value) {

@@ -265,6 +265,17 @@ private Q_SLOTS:
         QCOMPARE(model.surfaces.first().bounds, QRect(QPoint(10, 10), QPoint(99, 59)));
     }
 
+    void dialogsAreOverTheirWindows() {
+        RunMaker maker;
+        const int panel = maker.add(-1, "Window", "Panel");
+        maker.add(maker.add(panel, "Window", "Settings"), "Button", "OK");
+        const PageModel model = modelOf({maker.run});
+        QCOMPARE(model.windows.size(), 2);
+        QCOMPARE(model.nodes.at(model.windows.at(0).node).step.label, QStringLiteral("Settings"));
+        QCOMPARE(model.windows.at(0).over, 1);
+        QCOMPARE(model.windows.at(1).over, -1);
+    }
+
     void menusHangOnWhatOpensThem() {
         RunMaker maker;
         const int window = maker.add(-1, "Window", "Panel", QRect(0, 0, 100, 80));
