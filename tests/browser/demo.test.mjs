@@ -112,6 +112,37 @@ test("the panel has all that is known", async () => {
         assert.ok(text.includes(part), `${part} in ${text}`);
     }
     assert.equal(await page.locator(".portrait .own").count(), 1);
+    const dump = uicov("json", "--no-config", recording("panel-widgets"));
+    const element = JSON.parse(dump).windows.flatMap(({elements}) => elements).find(({key}) => key === `${panel} > CheckBox "Night setback"`);
+    for (const {name, contexts} of element.events) {
+        const row = page.locator(".events tr", {has: page.locator(`th:text-is("${name}"), th:has(bdi:text-is("${name}"))`)});
+        for (const [context, count] of Object.entries(contexts)) {
+            const where = (await row.locator("xpath=following-sibling::tr[1]").innerText()).replace(/\s+/g, " ");
+            assert.ok(where.includes(`${context} ${count}`), `${context} ${count} in ${where}`);
+        }
+    }
+    await close();
+});
+
+test("the focus goes from the top to the bottom, and everything that can be operated gets it", async () => {
+    const {page, close} = await open(browser, widgets({e: `${panel} > Button "Reset"`}));
+    const seen = [];
+    for (let i = 0; i < 40; ++i) {
+        await page.keyboard.press("Tab");
+        const name = await page.evaluate(() => {
+            const element = document.activeElement;
+            return element === document.body ? "" : element.id || element.getAttribute("aria-label") || element.textContent.trim();
+        });
+        if (name === "" || name === seen[0]) {
+            break;
+        }
+        seen.push(name);
+    }
+    const wanted = ["uicov", "filter", "missed0", "shown10", "used13", "Dark", "Help", "‹ Overview", "Previous window",
+                    "Next window", "Picture", "Window", "Menu File", "Menu File › Export", "Dialog \"Settings\" ↗", "order", "elements",
+                    "Selected", "Copy keyc", "Copy ignore rule", "Copy link"];
+    assert.deepEqual(seen.filter((name) => wanted.includes(name)), wanted.filter((name) => seen.includes(name)), "in that order");
+    assert.deepEqual(wanted.filter((name) => !seen.includes(name)), [], `among ${seen}`);
     await close();
 });
 
@@ -257,6 +288,20 @@ test("toggles, keys 1 to 3 and the text of the filter are one", async () => {
     await page.fill("#filter", "q:1");
     assert.match(await page.locator("#filter-status").innerText(), /there is no q:/);
     assert.equal(await page.getAttribute("#filter", "aria-invalid"), "true");
+    await close();
+});
+
+test("what was missed comes first unless another order is chosen", async () => {
+    const {page, close} = await open(browser, url);
+    const rank = ["missed", "shown", "used"];
+    await page.fill("#filter", "t:*");
+    const states = (await rowsOf(page)).map(({state}) => rank.indexOf(state));
+    assert.ok(new Set(states).size > 1, String(states));
+    assert.deepEqual(states, [...states].sort((a, b) => a - b));
+    await page.fill("#filter", "");
+    await page.goto(widgets());
+    const inWindow = (await rowsOf(page)).slice(0, 10).map(({state}) => rank.indexOf(state));
+    assert.deepEqual(inWindow, [...inWindow].sort((a, b) => a - b));
     await close();
 });
 

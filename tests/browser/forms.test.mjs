@@ -77,6 +77,15 @@ test("on paper the whole report is there, and nothing of it stays on the screen"
     await page.emulateMedia({media: "screen"});
     assert.equal(await page.locator("#print").count(), 0);
     assert.equal(await page.locator(".overview").isVisible(), true);
+    const a4 = 720; // pixels between margins of 1 cm
+    await page.setViewportSize({width: a4, height: 1000});
+    await page.evaluate(() => dispatchEvent(new Event("beforeprint")));
+    await page.emulateMedia({media: "print"});
+    const cut = await page.$$eval("#print *", (all, width) => all.filter((element) => element.getBoundingClientRect().right > width + 1)
+        .map((element) => element.outerHTML.slice(0, 100)), a4);
+    assert.deepEqual(cut, []);
+    await page.evaluate(() => dispatchEvent(new Event("afterprint")));
+    await page.emulateMedia({media: "screen"});
     const paper = await page.pdf({format: "A4"});
     const sheets = paper.toString("latin1").match(/\/Type\s*\/Page\b/g).length;
     assert.ok(sheets > data.windows.length, `${sheets} sheets`);

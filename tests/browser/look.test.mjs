@@ -23,7 +23,7 @@ after(async () => {
 /** The colours of the screen at those points, with nothing drawn over the picture. */
 async function coloursAt(page, points) {
     await page.evaluate(() => {
-        for (const group of document.querySelectorAll(".outline")) {
+        for (const group of document.querySelectorAll(".outline, .badge")) {
             group.style.visibility = "hidden";
         }
     });
@@ -90,7 +90,7 @@ test("states differ by line, fill and sign, not by colour alone", async () => {
         const line = getComputedStyle(group.querySelector(".line"));
         const state = ["missed", "shown", "used"].find((name) => group.classList.contains(name));
         return [state, {dashes: line.strokeDasharray, width: line.strokeWidth,
-                        sign: group.querySelector(".badge").getAttribute("href"),
+                        sign: document.querySelector(`.badge[data-node="${group.dataset.node}"]`)?.getAttribute("href"),
                         fill: group.querySelector(".area").getAttribute("fill")}];
     })));
     assert.equal(new Set(Object.values(looks).map(({sign}) => sign)).size, 3);
@@ -105,7 +105,7 @@ test("signs are on the picture and keep their size when it shrinks", async () =>
     for (const width of [1280, 340]) {
         const {page, close} = await open(browser, url + windowHash("Window \"Palette\""), {viewport: {width, height: 900}});
         const frame = await page.$eval(".stage .picture", (picture) => picture.getBoundingClientRect().toJSON());
-        const badges = await page.$$eval(".outline:not(.whole) .badge", (all) => all.map((badge) => badge.getBoundingClientRect().toJSON()));
+        const badges = await page.$$eval(".badge", (all) => all.map((badge) => badge.getBoundingClientRect().toJSON()));
         assert.ok(badges.length > 5);
         for (const badge of badges) {
             assert.ok(badge.width > 9 && badge.width < 18, `${badge.width} at ${width}`);

@@ -121,7 +121,7 @@ export function windowHash(key, values = {}) {
 export function rowsOf(page) {
     return page.$$eval(".row", (rows) => rows.map((row) => ({
         name: row.querySelector(".name bdi").textContent,
-        state: ["missed", "shown", "used", "unopened"].find((state) => row.classList.contains(state)),
+        state: ["missed", "shown", "used", "ignored", "unopened"].find((state) => row.classList.contains(state)),
         isSelected: row.getAttribute("aria-selected") === "true"
     })));
 }

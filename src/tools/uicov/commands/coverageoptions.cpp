@@ -149,9 +149,14 @@ std::unique_ptr<Coverage> CoverageOptions::read(const std::vector<std::string>& 
     }
     auto coverage = std::make_unique<Coverage>(m_configuration, contexts);
     m_inputs = std::make_unique<Store::Inputs>();
-    const bool isRead =
-        m_inputs->add(paths, terminal) &&
-        m_inputs->forEach([&](const Store::Run& run) { coverage->add(run); }, terminal);
+    m_inputs->setTakesPictures(m_visitor != nullptr);
+    const auto take = [&](const Store::Run& run) {
+        coverage->add(run);
+        if (m_visitor) {
+            m_visitor(run, *coverage);
+        }
+    };
+    const bool isRead = m_inputs->add(paths, terminal) && m_inputs->forEach(take, terminal);
     m_hasSkippedFiles = m_hasSkippedFiles || m_inputs->skippedFiles() > 0;
     if (!isRead) {
         return nullptr; // it has been told why

@@ -5,6 +5,7 @@
 #include "report/gatekeeper.h"
 #include "store/inputs.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -25,6 +26,9 @@ namespace Uicov::Commands {
  */
 class CoverageOptions {
 public:
+    /** Called with each run, its pictures too, when it was added to the coverage. */
+    using Visitor = std::function<void(const Store::Run&, const Report::Coverage&)>;
+
     /** Adds --config, --no-config, --contexts and --strict. */
     void declare(CLI::App& app);
     /** Adds --fail-under and the like. */
@@ -43,6 +47,8 @@ public:
     /** After readConfiguration(). */
     const Config::Configuration& configuration() const { return m_configuration; }
 
+    /** To be called before read(). */
+    void setVisitor(const Visitor& visitor) { m_visitor = visitor; }
     /**
      * Reads files, the data file of this folder when there are none, into a coverage.
      * @return null when nothing could be read or nothing in it counts, which has been told
@@ -75,6 +81,7 @@ private:
     std::vector<std::string> m_requiredWindows;
 
     Config::Configuration m_configuration;
+    Visitor m_visitor;
     std::unique_ptr<Store::Inputs> m_inputs;
     bool m_hasSkippedFiles = false;
 };

@@ -16,10 +16,16 @@ Coverage::Coverage(const Config::Configuration& configuration,
     , m_collector(m_tree) {
     m_tree.setCriteria(configuration.criteria);
     m_collector.setContexts(contexts);
-    if (!configuration.labelRules.isEmpty()) {
-        m_collector.setLabelRule(
-            [this](const QString& label) { return m_configuration.appliedTo(label); });
+    m_collector.setLabelRule(labelRule());
+}
+
+Identity::KeyWalk::LabelRule Coverage::labelRule() const {
+    if (m_configuration.labelRules.isEmpty()) {
+        return {};
     }
+    return [&configuration = m_configuration](const QString& label) {
+        return configuration.appliedTo(label);
+    };
 }
 
 void Coverage::add(const Store::Run& run) {

@@ -52,6 +52,8 @@ public:
 
     const CoverageTree& tree() const { return m_tree; }
     const Config::Configuration& configuration() const { return m_configuration; }
+    /** What becomes of labels before they are compared; nothing when there is no rule. */
+    Identity::KeyWalk::LabelRule labelRule() const;
     /** In the order in which they were added; without elements and pictures. */
     const std::vector<Store::Run>& runs() const { return m_runs; }
     int partialRuns() const;

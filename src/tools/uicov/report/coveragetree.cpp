@@ -29,26 +29,32 @@ int CoverageTree::context(const QString& name) {
 }
 
 int CoverageTree::window(const ElementKey::Step& step, const QString& application) {
-    const auto key = qMakePair(application, step);
-    const auto it = m_windows.constFind(key);
-    if (it != m_windows.cend()) {
-        return *it;
+    const int known = findWindow(step, application);
+    if (known >= 0) {
+        return known;
     }
     const int index = add(step, -1);
     m_nodes.back().application = application;
-    m_windows.insert(key, index);
+    m_windows.insert(qMakePair(application, step), index);
     return index;
 }
 
 int CoverageTree::child(int parent, const ElementKey::Step& step) {
-    const auto& children = node(parent).children;
-    const auto it = children.constFind(step);
-    if (it != children.cend()) {
-        return *it;
+    const int known = findChild(parent, step);
+    if (known >= 0) {
+        return known;
     }
     const int index = add(step, parent);
     m_nodes[static_cast<std::size_t>(parent)].children.insert(step, index);
     return index;
+}
+
+int CoverageTree::findWindow(const ElementKey::Step& step, const QString& application) const {
+    return m_windows.value(qMakePair(application, step), -1);
+}
+
+int CoverageTree::findChild(int parent, const ElementKey::Step& step) const {
+    return node(parent).children.value(step, -1);
 }
 
 int CoverageTree::add(const ElementKey::Step& step, int parent) {

@@ -72,6 +72,9 @@ public:
     int window(const ElementKey::Step& step, const QString& application = QString());
     /** The node below that one, made when it is not there yet. */
     int child(int parent, const ElementKey::Step& step);
+    /** The same, but -1 when it is not there. */
+    int findWindow(const ElementKey::Step& step, const QString& application) const;
+    int findChild(int parent, const ElementKey::Step& step) const;
     /** Makes the node countable and adds the events to those that it has. */
     void count(int node, const Events& events);
     /** Makes the node a menu; one that was opened once stays opened. */

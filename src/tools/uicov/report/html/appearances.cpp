@@ -6,6 +6,7 @@
 #include <QBuffer>
 #include <QImageReader>
 #include <QMap>
+#include <QSet>
 
 #include <optional>
 
@@ -55,22 +56,25 @@ std::optional<QRect> placeOf(const RunElement& element, const RunElement* above)
     return element.place->translated(above->place->topLeft());
 }
 
-std::vector<int> nodesOf(const Store::Run& run, const Places& places, CoverageTree& tree) {
+std::vector<int> nodesOf(const Store::Run& run, const Places& places, const CoverageTree& tree) {
     std::vector<int> nodes;
     nodes.reserve(places.size());
     for (const KeyWalk::Place& place : places) {
-        nodes.push_back(place.above < 0
-                            ? tree.window(place.step, run.application)
-                            : tree.child(nodes[static_cast<std::size_t>(place.above)], place.step));
+        nodes.push_back(
+            place.above < 0
+                ? tree.findWindow(place.step, run.application)
+                : tree.findChild(nodes[static_cast<std::size_t>(place.above)], place.step));
+        Q_ASSERT(nodes.back() >= 0);
     }
     return nodes;
 }
 
 } // namespace
 
-void Appearances::add(const Store::Run& run, CoverageTree& tree) {
-    const Places places = KeyWalk(run).places();
+void Appearances::add(const Store::Run& run, const CoverageTree& tree) {
+    const Places places = KeyWalk(run, m_labelRule).places();
     const std::vector<int> nodes = nodesOf(run, places, tree);
+    addOwners(run, places, nodes);
     // By the index of the place: the same window can be there several times in a run.
     QMap<int, Surface> surfaces;
     std::vector<int> surfaceOfPlace(places.size());
@@ -106,6 +110,32 @@ void Appearances::add(const Store::Run& run, CoverageTree& tree) {
             m_surfaces.insert(it.key(), *it);
         } else {
             keep(it.key(), *it, m_surfaces);
+        }
+    }
+}
+
+void Appearances::addOwners(const Store::Run& run, const Places& places,
+                            const std::vector<int>& nodes) {
+    // By index of the element: the node of its window.
+    QHash<int, int> windows;
+    int window = -1;
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        window = places[i].above < 0 ? nodes[i] : window;
+        windows.insert(places[i].element, window);
+    }
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        if (places[i].above >= 0) {
+            continue;
+        }
+        QSet<int> seen; // elements can stand below themselves
+        int above = run.element(places[i].element).parent;
+        while (above >= 0 && !windows.contains(above) && !seen.contains(above)) {
+            seen.insert(above);
+            above = run.element(above).parent;
+        }
+        const int owner = windows.value(above, -1);
+        if (owner >= 0 && owner != nodes[i]) {
+            m_owners.insert(nodes[i], owner);
         }
     }
 }

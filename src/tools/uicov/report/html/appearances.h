@@ -1,11 +1,14 @@
 #pragma once
 
+#include "identity/keywalk.h"
 #include "report/coveragetree.h"
 
 #include <QByteArray>
 #include <QHash>
 #include <QRect>
 #include <QString>
+
+#include <vector>
 
 namespace Uicov::Store {
 struct Run;
@@ -39,22 +42,33 @@ public:
         bool hasPlace = false;
     };
 
-    /** @param tree has the run already; no node is added to it */
-    void add(const Store::Run& run, CoverageTree& tree);
+    /** The one with which runs are collected. */
+    void setLabelRule(const Identity::KeyWalk::LabelRule& rule) { m_labelRule = rule; }
+
+    /** @param tree has the run already */
+    void add(const Store::Run& run, const CoverageTree& tree);
 
     /** Of a window or menu; null when it was never met. */
     const Surface* surface(int node) const;
     /** Of any node; empty when it was never met. */
     Element element(int node) const { return m_elements.value(node); }
 
+    /** The window that the window belongs to, as a dialog does; -1 when it is one of its own. */
+    int owner(int window) const { return m_owners.value(window, -1); }
+
     /** The window or menu that the node is drawn on: the nearest at or above it. */
     static int surfaceOf(const CoverageTree& tree, int node);
 
 private:
+    void addOwners(const Store::Run& run, const std::vector<Identity::KeyWalk::Place>& places,
+                   const std::vector<int>& nodes);
     static void keep(int node, const Surface& candidate, QHash<int, Surface>& kept);
 
+    Identity::KeyWalk::LabelRule m_labelRule;
     QHash<int, Surface> m_surfaces;
     QHash<int, Element> m_elements;
+    /** Windows by the windows that belong to them. */
+    QHash<int, int> m_owners;
 };
 
 } // namespace Uicov::Report::Html

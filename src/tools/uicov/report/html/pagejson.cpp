@@ -2,6 +2,7 @@
 
 #include "report/html/htmltext.h"
 #include "report/html/pagemodel.h"
+#include "report/percentage.h"
 
 #include <QJsonArray>
 
@@ -55,8 +56,9 @@ QJsonArray rectangle(const QRect& rect) {
     return {rect.x(), rect.y(), rect.width(), rect.height()};
 }
 
-QJsonObject totalsObject(const CoverageTree::Totals& totals) {
-    return {{QStringLiteral("elements"), totals.elements},
+QJsonObject totalsObject(const CoverageTree::Totals& totals, int precision) {
+    return {{QStringLiteral("cover"), Percentage::text(totals.used, totals.elements, precision)},
+            {QStringLiteral("elements"), totals.elements},
             {QStringLiteral("used"), totals.used},
             {QStringLiteral("shown"), totals.shown},
             {QStringLiteral("missed"), totals.missed},
@@ -78,8 +80,13 @@ QJsonArray eventsArray(const Events& events) {
     return array;
 }
 
-void addCounted(const PageModel::Node& node, QJsonObject& object) {
-    object.insert(QStringLiteral("state"), stateName(node.state));
+void addListed(const PageModel::Node& node, QJsonObject& object) {
+    if (node.isCountable) {
+        object.insert(QStringLiteral("state"), stateName(node.state));
+    } else {
+        object.insert(QStringLiteral("rule"), node.ignoredBy);
+        object.insert(QStringLiteral("otherwise"), stateName(node.state));
+    }
     object.insert(QStringLiteral("class"), text(node.className));
     if (!node.text.isEmpty()) {
         object.insert(QStringLiteral("text"), text(node.text));
@@ -115,13 +122,13 @@ QJsonObject nodeObject(const PageModel::Node& node) {
     if (node.opens >= 0) {
         object.insert(QStringLiteral("opens"), node.opens);
     }
-    if (node.isCountable) {
-        addCounted(node, object);
+    if (node.isListed()) {
+        addListed(node, object);
     }
     return object;
 }
 
-QJsonObject runObject(const RunHistory::Row& run) {
+QJsonObject runObject(const RunHistory::Row& run, int precision) {
     QJsonObject labels;
     for (auto it = run.labels.cbegin(); it != run.labels.cend(); ++it) {
         labels.insert(text(it.key()), text(it.value()));
@@ -136,11 +143,11 @@ QJsonObject runObject(const RunHistory::Row& run) {
             {QStringLiteral("contexts"), strings(run.contexts)},
             {QStringLiteral("complete"), run.isComplete},
             {QStringLiteral("reason"), text(run.partialReason)},
-            {QStringLiteral("totals"), totalsObject(run.totals)},
+            {QStringLiteral("totals"), totalsObject(run.totals, precision)},
             {QStringLiteral("first"), run.firstUsed}};
 }
 
-QJsonObject windowObject(const PageModel::Window& window) {
+QJsonObject windowObject(const PageModel::Window& window, int precision) {
     QJsonArray surfaces;
     for (const int surface : window.surfaces) {
         surfaces.append(surface);
@@ -148,7 +155,8 @@ QJsonObject windowObject(const PageModel::Window& window) {
     return {{QStringLiteral("application"), text(window.application)},
             {QStringLiteral("node"), window.node},
             {QStringLiteral("last"), window.lastNode},
-            {QStringLiteral("totals"), totalsObject(window.totals)},
+            {QStringLiteral("over"), window.over},
+            {QStringLiteral("totals"), totalsObject(window.totals, precision)},
             {QStringLiteral("surfaces"), surfaces}};
 }
 
@@ -166,6 +174,28 @@ QJsonObject pictureObject(const PageModel::Picture& picture) {
             {QStringLiteral("reduced"), picture.isReduced}};
 }
 
+QJsonObject gateObject(const GateResult& gate) {
+    return {{QStringLiteral("name"), text(gate.name)},
+            {QStringLiteral("finding"), text(gate.finding)},
+            {QStringLiteral("met"), gate.isMet}};
+}
+
+QJsonObject ruleObject(const PageModel::Rule& rule) {
+    return {{QStringLiteral("rule"), text(rule.text)},
+            {QStringLiteral("why"), text(rule.why)},
+            {QStringLiteral("where"), text(rule.where)},
+            {QStringLiteral("elements"), rule.elements},
+            {QStringLiteral("used"), rule.usedElements}};
+}
+
+QJsonObject criteriaObject(const QMap<QString, QStringList>& criteria) {
+    QJsonObject object;
+    for (auto it = criteria.cbegin(); it != criteria.cend(); ++it) {
+        object.insert(text(it.key()), strings(it.value()));
+    }
+    return object;
+}
+
 template <class Items, class Function>
 QJsonArray array(const Items& items, Function object) {
     QJsonArray result;
@@ -178,13 +208,20 @@ QJsonArray array(const Items& items, Function object) {
 } // namespace
 
 QJsonObject of(const PageModel& model) {
+    const auto run = [&](const RunHistory::Row& row) { return runObject(row, model.precision); };
+    const auto window = [&](const PageModel::Window& row) {
+        return windowObject(row, model.precision);
+    };
     return {{QStringLiteral("title"), text(model.title)},
-            {QStringLiteral("totals"), totalsObject(model.totals)},
+            {QStringLiteral("totals"), totalsObject(model.totals, model.precision)},
             {QStringLiteral("warnings"), strings(model.warnings)},
             {QStringLiteral("notes"), strings(model.notes)},
+            {QStringLiteral("gates"), array(model.gates, gateObject)},
+            {QStringLiteral("rules"), array(model.rules, ruleObject)},
+            {QStringLiteral("criteria"), criteriaObject(model.criteria)},
             {QStringLiteral("contexts"), strings(model.contexts)},
-            {QStringLiteral("runs"), array(model.runs, runObject)},
-            {QStringLiteral("windows"), array(model.windows, windowObject)},
+            {QStringLiteral("runs"), array(model.runs, run)},
+            {QStringLiteral("windows"), array(model.windows, window)},
             {QStringLiteral("surfaces"), array(model.surfaces, surfaceObject)},
             {QStringLiteral("nodes"), array(model.nodes, nodeObject)},
             {QStringLiteral("pictures"), array(model.pictures, pictureObject)}};

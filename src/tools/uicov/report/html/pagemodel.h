@@ -1,9 +1,11 @@
 #pragma once
 
 #include "report/coveragetree.h"
+#include "report/gatekeeper.h"
 #include "report/html/runhistory.h"
 
 #include <QByteArray>
+#include <QMap>
 #include <QRect>
 #include <QSize>
 #include <QString>
@@ -35,7 +37,13 @@ struct PageModel {
         /** Index of the node above; -1 for a window. */
         int above = -1;
         Identity::ElementKey::Step step;
+        /** Shown as an element, counted or not. */
+        bool isListed() const { return isCountable || ignoredBy >= 0; }
+
+        /** In the numbers. */
         bool isCountable = false;
+        /** Index of the rule that leaves it out of the numbers; -1 for none. */
+        int ignoredBy = -1;
         State state = State::Missed;
         bool isUnopenedMenu = false;
         QString className;
@@ -71,18 +79,37 @@ struct PageModel {
         int node = -1;
         int lastNode = -1;
         CoverageTree::Totals totals;
+        /** Index of the window that it belongs to, as a dialog does; -1 for none. */
+        int over = -1;
         /** Indices, the window itself first. */
         QVector<int> surfaces;
     };
 
+    /** A rule that leaves elements out of the numbers. */
+    struct Rule {
+        QString text;
+        QString why;
+        /** Name and line of the configuration file. */
+        QString where;
+        int elements = 0;
+        /** Those of them that were used. */
+        int usedElements = 0;
+    };
+
     QString title;
+    /** Digits behind the point of percentages. */
+    int precision = 0;
     CoverageTree::Totals totals;
     /** What has to be known before the numbers are believed. */
     QStringList warnings;
     QStringList notes;
+    QVector<GateResult> gates;
+    QVector<Rule> rules;
+    /** By standard type: the events that all have to happen for "used". */
+    QMap<QString, QStringList> criteria;
     QStringList contexts;
     QVector<RunHistory::Row> runs;
-    /** The one with the most that was missed first. */
+    /** The one with the most that was missed first; those with nothing that counts last. */
     QVector<Window> windows;
     QVector<Surface> surfaces;
     QVector<Node> nodes;

@@ -19,6 +19,9 @@ struct CountedWindow {
 };
 
 bool missesMore(const CountedWindow& a, const CountedWindow& b) {
+    if ((a.totals.elements == 0) != (b.totals.elements == 0)) {
+        return b.totals.elements == 0;
+    }
     return a.totals.missed != b.totals.missed ? a.totals.missed > b.totals.missed
                                               : a.totals.shown > b.totals.shown;
 }
@@ -48,7 +51,7 @@ void PageModelBuilder::build(PageModel& model) {
     for (const int window : all) {
         const CoverageTree::Totals totals = m_tree.totalsOf(window);
         model.totals += totals;
-        if (totals.elements > 0) {
+        if (totals.elements > 0 || hasIgnored(window)) {
             windows.push_back({window, totals});
         }
     }
@@ -56,6 +59,20 @@ void PageModelBuilder::build(PageModel& model) {
     for (const CountedWindow& window : windows) {
         addWindow(window.node, window.totals);
     }
+    QHash<int, int> indices;
+    for (std::size_t i = 0; i < windows.size(); ++i) {
+        indices.insert(windows[i].node, static_cast<int>(i));
+    }
+    for (int i = 0; i < model.windows.size(); ++i) {
+        const int owner = m_appearances.owner(windows[static_cast<std::size_t>(i)].node);
+        model.windows[i].over = indices.value(owner, -1);
+    }
+}
+
+bool PageModelBuilder::hasIgnored(int window) const {
+    const std::vector<int> nodes = m_tree.nodesOf(window);
+    return std::any_of(nodes.cbegin(), nodes.cend(),
+                       [this](int node) { return m_tree.node(node).ignoredBy >= 0; });
 }
 
 void PageModelBuilder::addWindow(int treeNode, const CoverageTree::Totals& totals) {
@@ -83,8 +100,9 @@ void PageModelBuilder::addNode(int treeNode, int window) {
     PageModel::Node node;
     node.above = source.parent < 0 ? -1 : m_numbers.value(source.parent);
     node.step = source.step;
-    node.isCountable = source.isCountable;
-    node.state = CoverageRules::stateOf(source.events);
+    node.isCountable = m_tree.counts(treeNode);
+    node.ignoredBy = source.isCountable ? source.ignoredBy : -1;
+    node.state = m_tree.stateOf(treeNode);
     node.isUnopenedMenu = source.isMenu && !source.isOpenedMenu;
     node.className = appearance.className;
     node.text = appearance.text;
@@ -124,7 +142,7 @@ void PageModelBuilder::linkMenus(const PageModel::Window& window) {
 
 void PageModelBuilder::placeNodes(const PageModel::Window& window) {
     for (int i = window.node; i <= window.lastNode; ++i) {
-        if (m_model->nodes.at(i).isCountable) {
+        if (m_model->nodes.at(i).isListed()) {
             place(m_model->nodes[i], m_treeNodes.at(i));
         }
     }

@@ -18,10 +18,11 @@ public:
     /** Both outlive this. */
     PageModelBuilder(const CoverageTree& tree, const Appearances& appearances);
 
-    /** @param model title, warnings, notes and runs stay as they are; the rest is filled in */
+    /** @param model what PageSummary fills in stays as it is */
     void build(PageModel& model);
 
 private:
+    bool hasIgnored(int window) const;
     void addWindow(int treeNode, const CoverageTree::Totals& totals);
     void addNode(int treeNode, int window);
     void addSurface(int treeNode, int window);

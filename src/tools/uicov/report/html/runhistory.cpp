@@ -1,13 +1,12 @@
 #include "report/html/runhistory.h"
 
-#include "report/coveragecollector.h"
 #include "store/run.h"
 
 #include <algorithm>
 
 namespace Uicov::Report::Html {
 
-void RunHistory::add(const Store::Run& run, const CoverageTree& tree) {
+void RunHistory::add(const Store::Run& run, const Coverage& coverage) {
     Row row;
     row.application = run.application;
     row.started = run.started;
@@ -21,28 +20,33 @@ void RunHistory::add(const Store::Run& run, const CoverageTree& tree) {
     row.isComplete = run.isComplete;
     row.partialReason = run.partialReason;
 
-    CoverageTree alone;
-    CoverageCollector(alone).collect(run);
-    const QList<int> ownWindows = alone.windows();
-    for (const int window : ownWindows) {
-        row.totals += alone.totalsOf(window);
-    }
+    Coverage alone(coverage.configuration(), coverage.contextPatterns());
+    alone.add(run);
+    alone.finish();
+    row.totals = alone.tree().totals();
+    const CoverageTree& tree = coverage.tree();
     const QList<int> windows = tree.windows();
     for (const int window : windows) {
         for (const int node : tree.nodesOf(window)) {
-            const CoverageTree::Node& element = tree.node(node);
             const auto index = static_cast<std::size_t>(node);
-            if (index >= m_isUsed.size()) {
-                m_isUsed.resize(index + 1, false);
+            if (index >= m_firstUse.size()) {
+                m_firstUse.resize(index + 1, -1);
             }
-            if (element.isCountable && !m_isUsed[index] &&
-                CoverageRules::stateOf(element.events) == State::Used) {
-                m_isUsed[index] = true;
-                ++row.firstUsed;
+            if (m_firstUse[index] < 0 && tree.node(node).isCountable &&
+                tree.stateOf(node) == State::Used) {
+                m_firstUse[index] = m_rows.size();
             }
         }
     }
     m_rows.append(row);
+}
+
+void RunHistory::finish(const Coverage& coverage) {
+    for (std::size_t node = 0; node < m_firstUse.size(); ++node) {
+        if (m_firstUse[node] >= 0 && coverage.tree().counts(static_cast<int>(node))) {
+            ++m_rows[m_firstUse[node]].firstUsed;
+        }
+    }
 }
 
 int RunHistory::partialRuns() const {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "report/coveragetree.h"
+#include "report/coverage.h"
 
 #include <QMap>
 #include <QString>
@@ -17,7 +17,8 @@ namespace Uicov::Report::Html {
 
 /**
  * The runs of a page one by one: what each is, what it used by itself, and what it was the first to
- * use. Runs are added in their order, each after it was collected into the tree.
+ * use, under the same rules as all of them together. Runs are added in their order, each after it
+ * was added to the coverage, which is finished before finish().
  */
 class RunHistory {
 public:
@@ -39,14 +40,17 @@ public:
         int firstUsed = 0;
     };
 
-    void add(const Store::Run& run, const CoverageTree& tree);
+    void add(const Store::Run& run, const Coverage& coverage);
+    /** Fills in what each run was the first to use: only now it is known what is left out. */
+    void finish(const Coverage& coverage);
 
     const QVector<Row>& rows() const { return m_rows; }
     int partialRuns() const;
 
 private:
     QVector<Row> m_rows;
-    std::vector<bool> m_isUsed;
+    /** By node: the row of the run that used it first; -1 for none. */
+    std::vector<int> m_firstUse;
 };
 
 } // namespace Uicov::Report::Html

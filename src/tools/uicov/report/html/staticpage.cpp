@@ -21,8 +21,8 @@ QString stateName(State state) {
                                    : QStringLiteral("missed");
 }
 
-QString stateCell(State state) {
-    const QString name = stateName(state);
+QString stateCell(const PageModel::Node& node) {
+    const QString name = node.isCountable ? stateName(node.state) : QStringLiteral("ignored");
     return QStringLiteral("<td class=\"state %1\"><svg class=\"glyph\" aria-hidden=\"true\"><use "
                           "href=\"#glyph-%1\"/></svg> %1</td>")
         .arg(name);
@@ -37,17 +37,25 @@ QString numberCell(int number) {
 }
 
 QString headings(const QStringList& names) {
+    // Right-aligned, as what stands below them.
+    static const QStringList numbers{QStringLiteral("Elements"),       QStringLiteral("Used"),
+                                     QStringLiteral("Shown"),          QStringLiteral("Missed"),
+                                     QStringLiteral("Of them used"),   QStringLiteral("Cover"),
+                                     QStringLiteral("First used here")};
+    const QString numberClass = QStringLiteral(" class=\"number\"");
     QString row = QStringLiteral("<thead><tr>");
     for (const QString& name : names) {
-        row += QStringLiteral("<th scope=\"col\">") + name + QStringLiteral("</th>");
+        const bool isNumber = numbers.contains(name);
+        row += QStringLiteral("<th scope=\"col\"%1>").arg(isNumber ? numberClass : QString()) +
+               name + QStringLiteral("</th>");
     }
     return row + QStringLiteral("</tr></thead>\n");
 }
 
-QString totalsCells(const CoverageTree::Totals& totals) {
+QString totalsCells(const CoverageTree::Totals& totals, int precision) {
     return numberCell(totals.elements) + numberCell(totals.used) + numberCell(totals.shown) +
            numberCell(totals.missed) + QStringLiteral("<td class=\"number\">") +
-           Percentage::text(totals.used, totals.elements) + QStringLiteral("</td>");
+           Percentage::text(totals.used, totals.elements, precision) + QStringLiteral("</td>");
 }
 
 QString eventsText(const Events& events, bool happened) {
@@ -86,8 +94,10 @@ QString why(PageModel::Apart apart) {
 }
 
 int rank(const PageModel::Node& node) {
-    constexpr int last = 3;
-    return !node.isCountable             ? last
+    constexpr int leftOut = 3;
+    constexpr int unopened = 4;
+    return node.ignoredBy >= 0           ? leftOut
+           : !node.isCountable           ? unopened
            : node.state == State::Missed ? 0
            : node.state == State::Shown  ? 1
                                          : 2;
@@ -109,7 +119,8 @@ StaticPage::StaticPage(const PageModel& model, const PictureLinks& links)
     , m_links(links) {}
 
 QString StaticPage::toString() const {
-    QString html = QStringLiteral("<main class=\"static\">\n") + overview() + runs() + windows();
+    QString html = QStringLiteral("<main class=\"static\">\n") + overview() + windows() + rules() +
+                   runs() + paragraphs(m_model.notes, QStringLiteral("note"));
     for (int i = 0; i < m_model.windows.size(); ++i) {
         html += window(i);
     }
@@ -122,7 +133,7 @@ QString StaticPage::overview() const {
            paragraphs(m_model.warnings, QStringLiteral("warning")) +
            QStringLiteral("<p class=\"sum\"><strong>%1</strong> of %2 elements were used: %3 used, "
                           "%4 only shown, %5 missed. %6 of %7 events happened.</p>\n")
-               .arg(Percentage::text(all.used, all.elements))
+               .arg(Percentage::text(all.used, all.elements, m_model.precision))
                .arg(all.elements)
                .arg(all.used)
                .arg(all.shown)
@@ -131,7 +142,39 @@ QString StaticPage::overview() const {
                .arg(all.events) +
            QStringLiteral("<p>Used: operated, or seen where there is nothing to operate. Shown: "
                           "only seen. Missed: neither.</p>\n") +
-           paragraphs(m_model.notes, QStringLiteral("note"));
+           gates();
+}
+
+QString StaticPage::gates() const {
+    if (m_model.gates.isEmpty()) {
+        return {};
+    }
+    QString html = QStringLiteral("<h2>Gates</h2>\n<ul class=\"gates\">\n");
+    for (const GateResult& gate : m_model.gates) {
+        html += QStringLiteral("<li class=\"%1\"><strong>%2</strong> ")
+                    .arg(gate.isMet ? QStringLiteral("met") : QStringLiteral("unmet"),
+                         gate.isMet ? QStringLiteral("met:") : QStringLiteral("not met:")) +
+                HtmlText::content(gate.name) + QStringLiteral(": ") +
+                HtmlText::content(gate.finding) + QStringLiteral("</li>\n");
+    }
+    return html + QStringLiteral("</ul>\n");
+}
+
+QString StaticPage::rules() const {
+    if (m_model.rules.isEmpty()) {
+        return {};
+    }
+    QString html = QStringLiteral("<h2>Left out by rules</h2>\n<div class=\"wide\"><table>") +
+                   headings({QStringLiteral("Rule"), QStringLiteral("Why"), QStringLiteral("Where"),
+                             QStringLiteral("Elements"), QStringLiteral("Of them used")}) +
+                   QStringLiteral("<tbody>\n");
+    for (const PageModel::Rule& rule : m_model.rules) {
+        html += QStringLiteral("<tr>") + cell(HtmlText::content(rule.text)) +
+                cell(HtmlText::content(rule.why)) + cell(HtmlText::content(rule.where)) +
+                numberCell(rule.elements) + numberCell(rule.usedElements) +
+                QStringLiteral("</tr>\n");
+    }
+    return html + QStringLiteral("</tbody></table></div>\n");
 }
 
 QString StaticPage::runs() const {
@@ -147,15 +190,17 @@ QString StaticPage::runs() const {
         for (auto it = run.labels.cbegin(); it != run.labels.cend(); ++it) {
             labels.append(HtmlText::content(it.key() + QLatin1Char('=') + it.value()));
         }
-        html += QStringLiteral("<tr>") + cell(HtmlText::content(run.started)) +
-                cell(HtmlText::content(run.application)) + cell(labels.join(QStringLiteral(", "))) +
-                cell(HtmlText::content(run.contexts.join(QStringLiteral(", ")))) +
-                cell(HtmlText::content(run.qtVersion + QLatin1Char(' ') + run.platform)) +
-                cell(run.isComplete
-                         ? QStringLiteral("yes")
-                         : QStringLiteral("no: it ") + HtmlText::content(run.partialReason)) +
-                numberCell(run.totals.elements) + numberCell(run.totals.used) +
-                numberCell(run.firstUsed) + QStringLiteral("</tr>\n");
+        html +=
+            QStringLiteral("<tr><td class=\"date\">") + HtmlText::content(run.started) +
+            QStringLiteral("</td>") + cell(HtmlText::content(run.application)) +
+            cell(labels.join(QStringLiteral(", "))) + QStringLiteral("<td class=\"contexts\">") +
+            HtmlText::content(run.contexts.join(QStringLiteral(", "))) + QStringLiteral("</td>") +
+            cell(HtmlText::content(run.qtVersion + QLatin1Char(' ') + run.platform)) +
+            cell(run.isComplete
+                     ? QStringLiteral("yes")
+                     : QStringLiteral("no: it ") + HtmlText::content(run.partialReason)) +
+            numberCell(run.totals.elements) + numberCell(run.totals.used) +
+            numberCell(run.firstUsed) + QStringLiteral("</tr>\n");
     }
     return html + QStringLiteral("</tbody></table></div>\n");
 }
@@ -172,7 +217,7 @@ QString StaticPage::windows() const {
         html += QStringLiteral("<tr><td><a href=\"#window-%1\">").arg(i) +
                 HtmlText::content(m_model.nodes.at(window.node).step.toString()) +
                 QStringLiteral("</a></td>") + cell(HtmlText::content(window.application)) +
-                totalsCells(window.totals) + QStringLiteral("</tr>\n");
+                totalsCells(window.totals, m_model.precision) + QStringLiteral("</tr>\n");
     }
     return html + QStringLiteral("</tbody></table></div>\n");
 }
@@ -182,6 +227,10 @@ QString StaticPage::window(int index) const {
     QString html =
         QStringLiteral("<section id=\"window-%1\"><h2>").arg(index) +
         HtmlText::content(m_model.nodes.at(window.node).step.toString()) +
+        (window.application.isEmpty()
+             ? QString()
+             : QStringLiteral(" <small>of ") + HtmlText::content(window.application) +
+                   QStringLiteral("</small>")) +
         QStringLiteral("</h2>\n<p>%1 of %2 elements used, %3 only shown, %4 missed</p>\n")
             .arg(window.totals.used)
             .arg(window.totals.elements)
@@ -227,26 +276,41 @@ QString StaticPage::figure(int index) const {
 
 QString StaticPage::outline(const PageModel::Node& node) const {
     const QRect place = node.place.value_or(QRect());
+    const QString state = node.isCountable ? stateName(node.state) : QStringLiteral("ignored");
     const QString box = QStringLiteral("x=\"%1\" y=\"%2\" width=\"%3\" height=\"%4\"")
                             .arg(place.x())
                             .arg(place.y())
                             .arg(place.width())
                             .arg(place.height());
-    return QStringLiteral("<g class=\"outline %1\"><rect %2 fill=\"%6\"/><rect class=\"halo\" "
-                          "%2/><rect class=\"line\" "
-                          "%2/><use href=\"#badge-%1\" x=\"%3\" y=\"%4\" width=\"%5\" "
-                          "height=\"%5\"/></g>")
-        .arg(stateName(node.state), box)
-        .arg(place.x() + place.width() - badgeSize)
-        .arg(place.y())
-        .arg(badgeSize)
-        .arg(node.state == State::Missed ? QStringLiteral("url(#hatch)") : QStringLiteral("none"));
+    const QString badge = QStringLiteral("<use href=\"#badge-%1\" x=\"%2\" y=\"%3\" "
+                                         "width=\"%4\" height=\"%4\"/>")
+                              .arg(state)
+                              .arg(place.x() + place.width() - badgeSize)
+                              .arg(place.y())
+                              .arg(badgeSize);
+    const bool isHatched = node.isCountable && node.state == State::Missed;
+    return QStringLiteral("<g class=\"outline %1\"><rect %2 fill=\"%3\"/><rect class=\"halo\" "
+                          "%2/><rect class=\"line\" %2/>%4</g>")
+        .arg(state, box, isHatched ? QStringLiteral("url(#hatch)") : QStringLiteral("none"), badge);
+}
+
+/** Why the element is in none of the numbers. */
+QString StaticPage::ruleText(const PageModel::Node& node) const {
+    if (node.ignoredBy < 0) {
+        return {};
+    }
+    const PageModel::Rule& rule = m_model.rules.at(node.ignoredBy);
+    return QStringLiteral("<span class=\"why\">left out by ") + HtmlText::content(rule.where) +
+           QStringLiteral(": ") + HtmlText::content(rule.text) +
+           (rule.why.isEmpty() ? QString()
+                               : QStringLiteral(", because: ") + HtmlText::content(rule.why)) +
+           QStringLiteral("</span>");
 }
 
 QVector<const PageModel::Node*> StaticPage::sortedNodes(const PageModel::Window& window) const {
     QVector<const PageModel::Node*> nodes;
     for (int i = window.node; i <= window.lastNode; ++i) {
-        if (m_model.nodes.at(i).isCountable || m_model.nodes.at(i).isUnopenedMenu) {
+        if (m_model.nodes.at(i).isListed() || m_model.nodes.at(i).isUnopenedMenu) {
             nodes.append(&m_model.nodes.at(i));
         }
     }
@@ -270,11 +334,12 @@ QString StaticPage::elements(const PageModel::Window& window) const {
 }
 
 QString StaticPage::elementRow(const PageModel::Node& node) const {
-    if (!node.isCountable) {
+    if (!node.isListed()) {
         return QStringLiteral("<tr><td>unopened</td>") + cell(name(node)) +
                QStringLiteral("<td></td><td></td><td>opened; what is in it is unknown</td></tr>\n");
     }
-    return QStringLiteral("<tr>") + stateCell(node.state) + cell(name(node) + why(node.apart)) +
+    return QStringLiteral("<tr>") + stateCell(node) +
+           cell(name(node) + ruleText(node) + why(node.apart)) +
            cell(HtmlText::content(node.className)) + cell(eventsText(node.events, true)) +
            cell(eventsText(node.events, false)) + QStringLiteral("</tr>\n");
 }

@@ -20,6 +20,8 @@ public:
 
 private:
     QString overview() const;
+    QString gates() const;
+    QString rules() const;
     QString runs() const;
     QString windows() const;
     QString window(int index) const;
@@ -27,6 +29,7 @@ private:
     QString outline(const PageModel::Node& node) const;
     QString elements(const PageModel::Window& window) const;
     QString elementRow(const PageModel::Node& node) const;
+    QString ruleText(const PageModel::Node& node) const;
     QString name(const PageModel::Node& node) const;
     QVector<const PageModel::Node*> sortedNodes(const PageModel::Window& window) const;
 

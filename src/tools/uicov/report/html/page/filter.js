@@ -4,6 +4,7 @@
 Page.filter = (() => {
     const fields = {s: "state", t: "type or class", w: "window", e: "event that happened",
                     never: "event that never happened", c: "context", k: "key"};
+    const known = [...Page.model.states, "ignored"];
     const token = /!?(?<open>[a-z]+):(?=\s|$)|(?<not>!?)(?:(?<field>[a-z]+):)?(?:"(?<quoted>[^"]*)"?|(?<word>\S+))/gi;
 
     /** {terms, problems}; a term is {field, values, isNegated}. */
@@ -28,11 +29,11 @@ Page.filter = (() => {
 
     function addStates(raw, isNegated, terms, problems) {
         const values = raw.toLowerCase().split(",").filter(Boolean);
-        const known = values.map((value) => Page.model.states.find((state) => state.startsWith(value)));
-        if (known.includes(undefined)) {
-            problems.push(`s: takes ${Page.model.states.join(", ")}`);
+        const meant = values.map((value) => known.find((state) => state.startsWith(value)));
+        if (meant.includes(undefined)) {
+            problems.push(`s: takes ${known.join(", ")}`);
         } else {
-            terms.push({field: "s", values: known, isNegated});
+            terms.push({field: "s", values: meant, isNegated});
         }
     }
 
@@ -59,7 +60,7 @@ Page.filter = (() => {
     }
 
     const tests = {
-        s: (node, state) => node.state === state,
+        s: (node, state) => Page.model.stateOf(node) === state,
         t: (node, matches) => matches(node.kind) || matches(node.class ?? ""),
         w: (node, matches) => {
             const window = Page.model.data.nodes[Page.model.data.windows[node.window].node];

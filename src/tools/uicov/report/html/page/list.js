@@ -5,7 +5,7 @@ Page.list = (() => {
     const {el, glyph, shown} = Page.text;
     const rowHeight = 50;
     const spare = 6;
-    const rank = {missed: 0, shown: 1, used: 2};
+    const rank = {missed: 0, shown: 1, used: 2, ignored: 3, unopened: 4};
 
     const byPlace = (a, b) => {
         const [x, y] = a.place ?? [Infinity, Infinity];
@@ -17,7 +17,7 @@ Page.list = (() => {
         return text < other ? -1 : text > other ? 1 : a.index - b.index;
     };
     const orders = {
-        state: (a, b) => (rank[a.state] ?? 3) - (rank[b.state] ?? 3) || byPlace(a, b),
+        state: (a, b) => rank[Page.model.stateOf(a)] - rank[Page.model.stateOf(b)] || byPlace(a, b),
         place: byPlace,
         name: byText((node) => Page.model.name(node).toLowerCase()),
         type: byText((node) => node.kind)
@@ -32,6 +32,12 @@ Page.list = (() => {
             .filter(Boolean).join(" · ");
     }
 
+    /** Why the rule leaves it out, or else what the rule is. */
+    function why(node) {
+        const rule = Page.model.data.rules[node.rule];
+        return `left out: ${rule.why || rule.rule}`;
+    }
+
     /** What tells more than the name: what it is, or, where that is the name, what is written in it. */
     function beside(node, name) {
         const text = node.label || !node.text ? "" : `“${node.text}”`;
@@ -41,15 +47,17 @@ Page.list = (() => {
 
     function row(list, item, index) {
         const {node} = item;
-        const where = [...(list.showsWindows ? [Page.model.windowName(Page.model.data.windows[node.window])] : []),
+        const where = [...(list.showsWindows ? [Page.model.fullWindowName(Page.model.data.windows[node.window])] : []),
                        ...Page.model.path(node)];
-        const detail = node.unopened ? "never opened" : happened(node) || "seen";
+        const state = Page.model.stateOf(node);
+        const detail = node.unopened ? "never opened"
+            : node.isIgnored ? why(node) : happened(node) || "seen";
         const name = Page.model.name(node);
-        const element = el("div", {class: `row ${node.state ?? "unopened"}`, role: "option", id: `${list.id}-${node.index}`,
+        const element = el("div", {class: `row ${state}`, role: "option", id: `${list.id}-${node.index}`,
             "aria-selected": String(list.selected === node), "aria-setsize": list.count, "aria-posinset": item.position,
             "data-node": node.index},
-            node.unopened ? el("span", {class: "glyph unopened", "aria-hidden": "true"}, "▸") : glyph(node.state),
-            node.unopened ? null : el("span", {class: "offscreen"}, `${node.state}: `),
+            node.unopened ? el("span", {class: "glyph unopened", "aria-hidden": "true"}, "▸") : glyph(state),
+            node.unopened ? null : el("span", {class: "offscreen"}, `${state}: `),
             el("span", {class: "name"}, shown(name), beside(node, name)),
             el("span", {class: "detail"}, where.length ? [shown(where.join(" › ")), " — "] : null, shown(detail)));
         element.style.top = `${index * rowHeight}px`;

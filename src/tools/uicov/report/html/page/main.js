@@ -39,7 +39,7 @@ Page.main = (() => {
     function matchedNodes() {
         const {terms, problems} = Page.filter.parse(view.filter);
         const matches = Page.filter.matcher(terms);
-        return {all: Page.model.data.nodes.filter((node) => (node.counts || node.unopened) && matches(node)), problems};
+        return {all: Page.model.data.nodes.filter((node) => node.isListed && matches(node)), problems};
     }
 
     function render() {
@@ -53,15 +53,16 @@ Page.main = (() => {
                 : `${Page.text.plain(Page.model.windowName(Page.model.data.windows[view.window]))} – ${Page.model.data.title}`;
             scrollTo(0, 0);
         }
-        const counted = all.filter((node) => node.counts);
-        current.update(view, view.window < 0 ? counted : new Set(all));
+        const counted = all.filter((node) => node.counts).length;
+        const ignored = all.filter((node) => node.isIgnored).length;
+        current.update(view, view.window < 0 ? all.filter((node) => !node.unopened) : new Set(all));
         if (input.value !== view.filter) {
             input.value = view.filter;
         }
         updateToggles();
         input.setAttribute("aria-invalid", String(problems.length > 0));
         status.textContent = problems.length ? problems[0]
-            : view.filter.trim() ? `${number(counted.length)} of ${number(Page.model.data.elements.length)}` : "";
+            : view.filter.trim() ? `${number(counted)} of ${number(Page.model.data.elements.length)}${ignored ? `, ${number(ignored)} left out` : ""}` : "";
         status.classList.toggle("problem", problems.length > 0);
     }
 

@@ -10,13 +10,19 @@ Page.model = (() => {
         data.nodes.forEach((node, index) => {
             node.index = index;
             node.counts = node.state !== undefined;
+            node.isIgnored = node.rule !== undefined;
+            node.isListed = node.counts || node.isIgnored || Boolean(node.unopened);
         });
         data.windows.forEach((window, index) => {
             window.index = index;
+            window.opened = [];
             for (let i = window.node; i <= window.last; ++i) {
                 data.nodes[i].window = index;
             }
         });
+        for (const window of data.windows) {
+            data.windows[window.over]?.opened.push(window);
+        }
         data.surfaces.forEach((surface, index) => { surface.index = index; });
         data.elements = data.nodes.filter((node) => node.counts);
         data.applications = [...new Set(data.windows.map((window) => window.application))];
@@ -67,7 +73,7 @@ Page.model = (() => {
     function elementsOf(window) {
         const found = [];
         for (let i = window.node; i <= window.last; ++i) {
-            if (data.nodes[i].counts || data.nodes[i].unopened) {
+            if (data.nodes[i].isListed) {
                 found.push(data.nodes[i]);
             }
         }
@@ -78,14 +84,16 @@ Page.model = (() => {
         return stepName(data.nodes[window.node]);
     }
 
-    function percent(part, whole) {
-        if (!whole) {
-            return "–";
-        }
-        const rounded = Math.round(100 * part / whole);
-        return `${part && !rounded ? 1 : part < whole && rounded === 100 ? 99 : rounded}%`;
+    /** With the application, where there are several. */
+    function fullWindowName(window) {
+        return `${data.applications.length > 1 ? `${window.application}: ` : ""}${windowName(window)}`;
     }
 
-    return {states, load, steps, key, stepName, name, path, menuPath, elementsOf, windowName, percent,
+    /** What people call the state: those of elements that count, and of the others. */
+    function stateOf(node) {
+        return node.state ?? (node.isIgnored ? "ignored" : "unopened");
+    }
+
+    return {states, load, steps, key, stepName, name, path, menuPath, elementsOf, windowName, fullWindowName, stateOf,
             get data() { return data; }};
 })();

@@ -2,18 +2,23 @@
 
 /** The first page: what it comes to, window by window and run by run. */
 Page.overview = (() => {
-    const {el, svg, shown, glyph, number, count, bar} = Page.text;
+    const {el, svg, shown, plain, glyph, number, count, bar} = Page.text;
     const columns = [
         ["Window", "name", (window) => Page.model.windowName(window).toLowerCase()],
         ["Application", "application", (window) => window.application.toLowerCase()],
-        ["Elements", "number", (window) => -window.totals.elements],
-        ["", "share", (window) => window.totals.used / window.totals.elements],
+        ["Elements", "number spare", (window) => -window.totals.elements],
+        ["", "share", (window) => share(window)],
         ["Missed", "number", (window) => -window.totals.missed],
         ["Shown", "number", (window) => -window.totals.shown],
-        ["Used", "number", (window) => -window.totals.used],
-        ["Cover", "number", (window) => window.totals.used / window.totals.elements]
+        ["Used", "number spare", (window) => -window.totals.used],
+        ["Cover", "number", (window) => share(window)]
     ];
     const trendRuns = 60;
+
+    /** Windows with nothing that counts come after all others. */
+    function share({totals}) {
+        return totals.elements ? totals.used / totals.elements : Infinity;
+    }
 
     function figure(state, value, word) {
         return el("li", {class: state}, glyph(state), " ", el("strong", {}, number(value)), ` ${word}`);
@@ -22,7 +27,7 @@ Page.overview = (() => {
     function sum() {
         const {totals, windows, runs} = Page.model.data;
         return el("section", {class: "sum", "aria-label": "Totals"},
-            el("p", {class: "cover"}, el("strong", {}, Page.model.percent(totals.used, totals.elements)), " used"),
+            el("p", {class: "cover"}, el("strong", {}, totals.cover), " used"),
             el("div", {class: "shares"}, bar(totals),
                 el("ul", {}, figure("used", totals.used, "used"), figure("shown", totals.shown, "only shown"),
                    figure("missed", totals.missed, "missed"))),
@@ -38,10 +43,10 @@ Page.overview = (() => {
         const link = el("a", {href: Page.main.linkTo({window: window.index})}, shown(Page.model.windowName(window)));
         const row = el("tr", {}, el("th", {scope: "row"}, link, el("span", {class: "below"}, shown(window.application))),
             Page.model.data.applications.length > 1 ? el("td", {class: "application"}, shown(window.application)) : null,
-            el("td", {class: "number"}, number(totals.elements)), el("td", {class: "share"}, bar(totals)),
+            el("td", {class: "number spare"}, number(totals.elements)), el("td", {class: "share"}, bar(totals)),
             ...["missed", "shown", "used"].map((state) =>
-                el("td", {class: `number ${totals[state] ? state : "none"}`}, number(totals[state]))),
-            el("td", {class: "number"}, Page.model.percent(totals.used, totals.elements)));
+                el("td", {class: `number ${totals[state] ? state : "none"}${state === "used" ? " spare" : ""}`}, number(totals[state]))),
+            el("td", {class: "number"}, totals.cover));
         return {window, row, link};
     }
 
@@ -72,20 +77,30 @@ Page.overview = (() => {
         body.replaceChildren(...sorted.map(({row}) => row));
     }
 
-    /** One bar a run: how much of what it saw it used. */
+    /** One bar a run: how much it used of all that is known of the application by now. */
     function trend(application, runs) {
+        const known = Page.model.data.windows.filter((window) => window.application === application)
+            .reduce((elements, window) => elements + window.totals.elements, 0);
         const latest = runs.slice(-trendRuns);
-        const width = 14;
+        const width = latest.length > 20 ? 14 : 34;
+        const height = 70;
         const bars = latest.map((run, index) => {
-            const share = run.totals.elements ? run.totals.used / run.totals.elements : 0;
-            return svg("g", {}, svg("title", {}, `${run.started}: ${Page.model.percent(run.totals.used, run.totals.elements)} used, ${run.first} for the first time`),
-                svg("rect", {class: "ground", x: index * width, y: 0, width: width - 3, height: 60}),
-                svg("rect", {class: run.complete ? "used" : "shown", x: index * width, y: 60 - 60 * share, width: width - 3, height: 60 * share}));
+            const part = known ? Math.min(1, run.totals.used / known) * height : 0;
+            const box = {x: index * width, width: width - 4};
+            return svg("g", {}, svg("title", {}, plain(`${date(run)}: ${run.totals.used} of ${known} used, ${run.first} for the first time${run.complete ? "" : "; partial"}`)),
+                svg("rect", {class: "ground", ...box, y: 0, height}),
+                svg("rect", {class: run.complete ? "used" : "shown", ...box, y: height - part, height: part}),
+                width > 20 ? svg("text", {x: box.x + box.width / 2, y: height + 14, "text-anchor": "middle"}, number(run.totals.used)) : null);
         });
-        const [first, last] = [latest[0], latest.at(-1)].map((run) => Page.model.percent(run.totals.used, run.totals.elements));
-        return el("figure", {class: "trend"}, el("figcaption", {}, shown(application), `: used by each of ${latest.length} runs, from ${first} to ${last}`),
-                  svg("svg", {viewBox: `0 0 ${latest.length * width} 60`, width: latest.length * width, height: 60, role: "img",
-                              "aria-label": `From ${first} in the first run to ${last} in the last`}, bars));
+        const [first, last] = [latest[0], latest.at(-1)].map((run) => number(run.totals.used));
+        const words = `of ${count(known, "element", "elements")} that are known now, the first of ${runs.length > trendRuns ? `the last ${trendRuns}` : runs.length} runs used ${first}, the last ${last}`;
+        return el("figure", {class: "trend"}, el("figcaption", {}, shown(application), `: ${words}`),
+                  svg("svg", {viewBox: `0 0 ${latest.length * width} ${height + 18}`, width: latest.length * width, height: height + 18, role: "img",
+                              "aria-label": `Bars: ${words}`}, bars));
+    }
+
+    function date(run) {
+        return run.started ? run.started.replace("T", " ").replace(/(\.\d+)?Z$/, " UTC") : "unknown";
     }
 
     function trends() {
@@ -98,12 +113,14 @@ Page.overview = (() => {
 
     function runRow(run) {
         const labels = Object.entries(run.labels).map(([name, value]) => el("span", {class: "chip"}, shown(`${name}=${value}`)));
-        const contexts = run.contexts.slice(0, 4).map((name) => el("a", {class: "chip", href: Page.main.linkTo({window: -1, filter: `c:"${name}"`})}, shown(name)));
-        return el("tr", {}, el("th", {scope: "row"}, run.started ? shown(run.started.replace("T", " ").replace(/(\.\d+)?Z$/, " UTC")) : "unknown"), el("td", {}, shown(run.application)),
+        const contexts = run.contexts.slice(0, 4).map((name) => Page.model.data.contexts.includes(name)
+            ? el("a", {class: "chip", href: Page.main.linkTo({window: -1, filter: `c:"${name}"`})}, shown(name))
+            : el("span", {class: "chip uncounted", title: "not counted"}, shown(name)));
+        return el("tr", {}, el("th", {scope: "row"}, shown(date(run))), el("td", {}, shown(run.application)),
             el("td", {class: "chips"}, labels, contexts, run.contexts.length > 4 ? ` +${run.contexts.length - 4} contexts` : null),
             el("td", {}, shown([run.qt && `Qt ${run.qt}`, run.platform, run.locale].filter(Boolean).join(", "))),
             el("td", {class: run.complete ? "" : "partial"}, run.complete ? "complete" : ["partial: it ", shown(run.reason)]),
-            el("td", {class: "number"}, Page.model.percent(run.totals.used, run.totals.elements)),
+            el("td", {class: "number"}, run.totals.cover),
             el("td", {class: "number"}, `${number(run.totals.used)} of ${number(run.totals.elements)}`),
             el("td", {class: "number"}, number(run.first)));
     }
@@ -115,6 +132,30 @@ Page.overview = (() => {
             el("div", {class: "wide", tabindex: 0, role: "region", "aria-label": "Table of runs"},
                 el("table", {}, el("thead", {}, el("tr", {}, heads.map((name, index) => el("th", {scope: "col", class: index > 4 ? "number" : ""}, name)))),
                    el("tbody", {}, runs.map(runRow)))));
+    }
+
+    function gates() {
+        const {gates: all} = Page.model.data;
+        return all.length === 0 ? null : el("section", {class: "gates", "aria-labelledby": "gates-title"},
+            el("h2", {id: "gates-title"}, "Gates"),
+            el("ul", {}, all.map(({name, finding, met}) => el("li", {class: met ? "met" : "unmet"},
+                glyph(met ? "used" : "missed"), el("strong", {}, met ? "met" : "not met"), " ",
+                el("code", {}, shown(name)), ": ", shown(finding)))));
+    }
+
+    function rules() {
+        const {rules: all} = Page.model.data;
+        if (!all.length) {
+            return null;
+        }
+        const link = (rule) => rule.elements ? el("a", {href: Page.main.linkTo({window: -1, filter: "s:ignored"})}, number(rule.elements)) : "0";
+        const heads = [["Rule", ""], ["Why", ""], ["Where", ""], ["Elements", "number"], ["Of them used", "number"]];
+        return el("section", {"aria-labelledby": "rules-title"}, el("h2", {id: "rules-title"}, "Left out by rules"),
+            el("div", {class: "wide", tabindex: 0, role: "region", "aria-label": "Table of rules"},
+                el("table", {class: "rules"}, el("thead", {}, el("tr", {}, heads.map(([name, type]) => el("th", {scope: "col", class: type}, name)))),
+                   el("tbody", {}, all.map((rule) => el("tr", {}, el("th", {scope: "row"}, el("code", {}, shown(rule.rule))),
+                      el("td", {}, shown(rule.why)), el("td", {}, shown(rule.where)), el("td", {class: "number"}, link(rule)),
+                      el("td", {class: "number"}, number(rule.used))))))));
     }
 
     function notes() {
@@ -140,8 +181,8 @@ Page.overview = (() => {
         const element = el("main", {class: "overview"},
             el("h1", {}, shown(Page.model.data.title)),
             Page.model.data.warnings.map((text) => el("p", {class: "warning", role: "note"}, shown(text))),
-            sum(), matches,
-            el("section", {}, windowsTitle, el("div", {class: "wide", tabindex: 0, role: "region", "aria-label": "Table of windows"}, table)), runsSection(), notes());
+            sum(), gates(), matches,
+            el("section", {}, windowsTitle, el("div", {class: "wide", tabindex: 0, role: "region", "aria-label": "Table of windows"}, table)), rules(), runsSection(), notes());
 
         function update(view, matched) {
             const isFiltered = view.filter.trim() !== "";
@@ -151,7 +192,8 @@ Page.overview = (() => {
                 link.setAttribute("href", Page.main.linkTo({window: window.index}));
             }
             matches.hidden = !isFiltered;
-            title.textContent = `Matches: ${count(matched.length, "element", "elements")}`;
+            const ignored = matched.filter((node) => node.isIgnored).length;
+            title.textContent = `Matches: ${count(matched.length - ignored, "element", "elements")}${ignored ? `, ${number(ignored)} left out by rules` : ""}`;
             windowsTitle.textContent = isFiltered ? `Windows with matches: ${perWindow.size}` : "Windows";
             list.show(isFiltered ? [{nodes: [...matched].sort(Page.list.orders[view.sort])}] : []);
         }

@@ -17,6 +17,34 @@ Page.panel = (() => {
     };
     const contextsShown = 6;
 
+    /** What the state means, also where certain events are asked for. */
+    function verdict(node) {
+        const asked = askedOf(node);
+        if (!asked.length) {
+            return words[node.state];
+        }
+        const all = asked.join(", ");
+        return {used: `Used: all that is asked of a ${node.kind} happened (${all}).`,
+                shown: `Only shown: something happened, but not all that is asked of a ${node.kind} (${all}).`,
+                missed: words.missed}[node.state];
+    }
+
+    /** The events that the configuration asks for, as far as the element has them. */
+    function askedOf(node) {
+        const criteria = Page.model.data.criteria;
+        const names = Object.hasOwn(criteria, node.kind) ? criteria[node.kind] : [];
+        return names.filter((name) => node.events.some(([event, , counts]) => event === name && counts));
+    }
+
+    /** Of an element that a rule leaves out of every number. */
+    function leftOut(node) {
+        const rule = Page.model.data.rules[node.rule];
+        return [el("p", {class: "verdict ignored"}, glyph("ignored"), "Left out of every number by a rule."),
+                el("dl", {}, fact("Rule", el("code", {}, shown(rule.rule))),
+                   fact("Why", rule.why ? shown(rule.why) : "the rule does not say"),
+                   fact("Where", shown(rule.where)), fact("Without it", node.otherwise))];
+    }
+
     /** The key as a pattern that only it fits, in the form of the configuration file. */
     function ignoreRule(node) {
         const pattern = Page.model.key(node).replace(/[*?[]/g, "[$&]");
@@ -42,11 +70,14 @@ Page.panel = (() => {
         return items.length ? el("ul", {class: "contexts"}, items) : null;
     }
 
-    function eventRow([name, count, counts, hits]) {
+    function eventRow([name, count, counts, hits], asked) {
         const state = count > 0 ? "happened" : counts ? "never" : "uncounted";
         const texts = {happened: `${count}×`, never: "never", uncounted: "not counted by this version"};
-        return el("tr", {class: state}, el("th", {scope: "row"}, shown(name)), el("td", {}, texts[state]),
-                  el("td", {}, contexts(hits)));
+        const where = contexts(hits);
+        return [el("tr", {class: `${state}${where ? " has-where" : ""}`},
+                   el("th", {scope: "row"}, shown(name), asked.includes(name) ? el("span", {class: "asked"}, "asked for") : null),
+                   el("td", {}, texts[state])),
+                where ? el("tr", {class: "where"}, el("td", {colspan: 2}, where)) : null];
     }
 
     function fact(name, value) {
@@ -64,7 +95,7 @@ Page.panel = (() => {
             node.opens !== undefined
                 ? button(`Show its menu (${on.countOn(surfaces[node.opens])})`, () => on.open(node), "Enter") : null,
             button("Copy key", () => copy(Page.model.key(node)), "c"),
-            button("Copy ignore rule", () => copy(ignoreRule(node))),
+            node.isIgnored ? null : button("Copy ignore rule", () => copy(ignoreRule(node))),
             button("Copy link", () => copy(location.href)));
     }
 
@@ -79,11 +110,12 @@ Page.panel = (() => {
         const place = node.place ? `${node.place[2]} × ${node.place[3]} at ${node.place[0]}, ${node.place[1]}` : null;
         return [
             el("h2", {id: "panel-title"}, shown(Page.model.name(node))),
-            el("p", {class: `verdict ${node.state}`}, glyph(node.state), words[node.state]),
+            node.isIgnored ? leftOut(node)
+                : el("p", {class: `verdict ${node.state}`}, glyph(node.state), verdict(node)),
             node.apart ? el("p", {class: "apart"}, reasons[node.apart]) : null,
             picture ? el("div", {class: "portrait"}, picture) : null,
             actions(node, on),
-            el("table", {class: "events"}, el("caption", {}, "Events"), el("tbody", {}, node.events.map(eventRow))),
+            el("table", {class: "events"}, el("caption", {}, "Events"), el("tbody", {}, node.events.map((event) => eventRow(event, askedOf(node))))),
             el("dl", {},
                 fact("Type", shown(node.kind)), fact("Class", shown(node.class)),
                 fact("Text", node.text && node.text !== node.label ? shown(node.text) : null),

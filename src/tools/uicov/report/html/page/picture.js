@@ -35,14 +35,19 @@ Page.picture = (() => {
     function outline(node, isWhole) {
         const [x, y, width, height] = node.place;
         const box = {x, y, width, height};
+        const state = Page.model.stateOf(node);
         const first = Page.model.data.nodes[node.index + 1];
         const isContainer = first?.above === node.index && first.surface === node.surface;
-        return svg("g", {class: `outline ${node.state}${isWhole ? " whole" : ""}`, "data-node": node.index},
-                   svg("title", {}, plain(`${Page.model.stepName(node)}: ${node.state}`)),
+        return svg("g", {class: `outline ${state}${isWhole ? " whole" : ""}`, "data-node": node.index},
+                   svg("title", {}, plain(`${Page.model.stepName(node)}: ${state}`)),
                    svg("rect", {class: "area", ...box,
-                                fill: node.state === "missed" && !isContainer ? "url(#hatch)" : "transparent"}),
-                   svg("rect", {class: "halo", ...box}), svg("rect", {class: "line", ...box}),
-                   svg("use", {class: "badge", href: `#badge-${node.state}`, width: badge, height: badge}));
+                                fill: state === "missed" && !isContainer ? "url(#hatch)" : "transparent"}),
+                   svg("rect", {class: "ring", ...box}), svg("rect", {class: "halo", ...box}), svg("rect", {class: "line", ...box}));
+    }
+
+    /** The sign of the state; above all outlines, so that no neighbour covers it. */
+    function sign(node) {
+        return svg("use", {class: "badge", "data-node": node.index, href: `#badge-${Page.model.stateOf(node)}`, width: badge, height: badge});
     }
 
     /** What a surface without a picture looks like: names where the elements lay. */
@@ -60,14 +65,13 @@ Page.picture = (() => {
         if (!scale) {
             return;
         }
-        for (const group of picture.querySelectorAll(".outline")) {
-            const [x, y, width, height] = Page.model.data.nodes[group.dataset.node].place;
+        for (const use of picture.querySelectorAll(".badge")) {
+            const [x, y, width, height] = Page.model.data.nodes[use.dataset.node].place;
             const [left, top, all] = surface.bounds;
             const isSmall = Math.min(width, height) * scale < 2 * badge;
             const factor = (isSmall ? 0.75 : 1) / scale;
             const size = badge * factor;
             const inset = size * (isSmall ? 0.4 : 0.75);
-            const use = group.querySelector(".badge");
             use.setAttribute("transform",
                 `translate(${Math.min(x + width - inset, left + all - size)} ${Math.max(y - size + inset, top)}) scale(${factor})`);
         }
@@ -84,7 +88,8 @@ Page.picture = (() => {
             class: `picture${isSketch ? " sketch" : ""}`, role: "img",
             "aria-label": `${isSketch ? "Places" : "Picture"} of ${plain(Page.model.stepName(Page.model.data.nodes[surface.node]))} with ${Page.text.count(nodes.length, "outlined element", "outlined elements")}; the list has the same elements`
         }, isSketch ? nodes.filter((node) => node.index !== surface.node).map(label)
-                    : drawing(surface.picture, surface.bounds), parts);
+                    : drawing(surface.picture, surface.bounds), parts,
+        svg("g", {class: "badges"}, nodes.filter((node) => node.index !== surface.node).map(sign)));
         const nodeAt = (event) => {
             const group = event.target.closest(".outline");
             return group ? Page.model.data.nodes[group.dataset.node] : null;

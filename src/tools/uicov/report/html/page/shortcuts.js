@@ -18,7 +18,7 @@ Page.shortcuts = (() => {
     ];
     const examples = [
         ["reset", "reset in the label, text, type or class"],
-        ["s:missed", "missed; s:missed,shown for both"],
+        ["s:missed", "missed; s:missed,shown for both; s:ignored: left out by a rule"],
         ["t:button", "a type or class"],
         ["w:\"Settings*\"", "in a window; * and ? stand for anything, then for the whole text"],
         ["e:clicked", "an event that happened"],

@@ -3,6 +3,8 @@
 /** One window: its picture with the elements outlined, its list, and the selected element. */
 Page.window = (() => {
     const {el, shown, bar, count} = Page.text;
+    /** Windows over this one, before they are folded. */
+    const openedShown = 8;
 
     function create(window) {
         const {data} = Page.model;
@@ -17,7 +19,7 @@ Page.window = (() => {
         state.on = on;
         state.list = Page.list.create("elements", "Elements", on, false);
         state.stage = el("div", {class: "stage"});
-        state.crumbs = el("nav", {class: "surfaces", "aria-label": "Window and menus"});
+        state.crumbs = el("nav", {class: "surfaces", "aria-label": "Window, menus, and windows over it"});
         state.panel = el("div", {class: "detail-column", tabindex: 0, role: "region", "aria-label": "Selected"});
         state.order = el("select", {id: "order", onchange: (event) => Page.main.go({sort: event.target.value})},
             Object.entries(Page.list.orderNames).map(([name, words]) => el("option", {value: name}, words)));
@@ -42,8 +44,9 @@ Page.window = (() => {
             el("a", {class: "back", "data-window": -1}, "‹ Overview"),
             el("h1", {}, shown(Page.model.windowName(window))),
             Page.model.data.applications.length > 1 ? el("span", {class: "application"}, shown(window.application)) : null,
-            el("span", {class: "cover"}, el("strong", {}, Page.model.percent(totals.used, totals.elements)), " of ", count(totals.elements, "element", "elements"), " used"),
+            el("span", {class: "cover"}, el("strong", {}, totals.cover), " of ", count(totals.elements, "element", "elements"), " used"),
             bar(totals),
+            window.over >= 0 ? el("a", {class: "over", "data-window": window.over}, "over ", shown(Page.model.windowName(Page.model.data.windows[window.over]))) : null,
             el("span", {class: "steps"}, neighbour(-1, "Previous window", "↑"), neighbour(1, "Next window", "↓")));
     }
 
@@ -59,13 +62,14 @@ Page.window = (() => {
         const result = state.window.surfaces.map((index) => {
             const surface = surfaces[index];
             return {title: surfaceTitle(surface), note: surface.picture < 0 ? "no picture" : null,
-                    nodes: sorted.filter((node) => node.surface === index)};
+                    nodes: sorted.filter((node) => node.surface === index && !node.isIgnored)};
         });
         const apart = {unplaced: "place never told", elsewhere: "not there when pictured", empty: "no size",
                        outside: "outside of the picture", hidden: "hidden in the picture"};
         for (const [reason, words] of Object.entries(apart)) {
-            result.push({title: "Not outlined", note: words, nodes: sorted.filter((node) => node.apart === reason)});
+            result.push({title: "Not outlined", note: words, nodes: sorted.filter((node) => node.apart === reason && !node.isIgnored)});
         }
+        result.push({title: "Left out by rules", nodes: sorted.filter((node) => node.isIgnored)});
         result.push({title: "Never opened", note: "contents unknown", nodes: sorted.filter((node) => node.unopened)});
         const isOneGroup = result.filter((group) => group.nodes.length).length === 1 && result[0].nodes.length && !result[0].note;
         return isOneGroup ? [{nodes: result[0].nodes}] : result;
@@ -87,23 +91,27 @@ Page.window = (() => {
         state.picture = isEmpty ? null : Page.picture.ofSurface(surface, nodes, state.on);
         const reduced = surface.picture >= 0 && Page.model.data.pictures[surface.picture].reduced;
         state.stage.replaceChildren(...[
-            state.picture ?? el("p", {class: "note"}, "Neither a picture nor a place of this window was recorded."),
             surface.picture < 0 && state.picture ? el("p", {class: "note"}, "No picture was recorded, so this is drawn from the places alone. Record with --screenshots to see the real one.") : null,
-            reduced ? el("p", {class: "note"}, "This picture is smaller than it was recorded, to bound the size of the page. ", el("code", {}, "uicov html --split DIR"), " keeps full ones.") : null
+            reduced ? el("p", {class: "note"}, "This picture is smaller than it was recorded, to bound the size of the page. ", el("code", {}, "uicov html --split DIR"), " keeps full ones.") : null,
+            state.picture ?? el("p", {class: "note"}, "Neither a picture nor a place of this window was recorded.")
         ].filter(Boolean));
         drawCrumbs(state);
     }
 
     function drawCrumbs(state) {
         const {surfaces} = Page.model.data;
-        if (state.window.surfaces.length === 1) {
+        const {opened} = state.window;
+        if (state.window.surfaces.length === 1 && !opened.length) {
             state.crumbs.hidden = true;
             return;
         }
+        const links = opened.map((window) => el("a", {"data-window": window.index}, shown(Page.model.windowName(window)), " ↗"));
         state.crumbs.replaceChildren(...state.window.surfaces.map((index) =>
             el("button", {type: "button", "aria-pressed": String(index === state.surface),
                           onclick: () => { Page.main.go({element: -1, surface: index}); }},
-               shown(surfaceTitle(surfaces[index])))));
+               shown(surfaceTitle(surfaces[index])))),
+            ...links.slice(0, openedShown),
+            ...(links.length > openedShown ? [el("details", {}, el("summary", {}, `${links.length - openedShown} more`), links.slice(openedShown))] : []));
     }
 
     function hover(state, node) {
@@ -112,7 +120,7 @@ Page.window = (() => {
             group.classList.remove("hovered");
         }
         if (node && node.surface === state.surface) {
-            state.picture?.querySelector(`[data-node="${node.index}"]`)?.classList.add("hovered");
+            state.picture?.querySelector(`.outline[data-node="${node.index}"]`)?.classList.add("hovered");
         }
     }
 
@@ -136,6 +144,13 @@ Page.window = (() => {
         return true;
     }
 
+    function statusText(state, inWindow) {
+        const counted = inWindow.filter((node) => node.counts).length;
+        const ignored = inWindow.filter((node) => node.isIgnored).length;
+        const total = state.window.totals.elements;
+        return `${counted === total ? "" : `${counted} of `}${count(total, "element", "elements")}${ignored ? `, ${ignored} left out` : ""}`;
+    }
+
     function update(state, view, matched) {
         const {nodes} = Page.model.data;
         const inWindow = state.all.filter((node) => matched.has(node));
@@ -147,11 +162,9 @@ Page.window = (() => {
         for (const link of state.element.querySelectorAll("[data-window]")) {
             link.setAttribute("href", Page.main.linkTo({window: Number(link.dataset.window)}));
         }
-        const counted = inWindow.filter((node) => node.counts).length;
-        const total = state.window.totals.elements;
-        state.status.textContent = counted === total ? count(total, "element", "elements") : `${counted} of ${count(total, "element", "elements")}`;
+        state.status.textContent = statusText(state, inWindow);
         state.list.show(groups(state, inWindow, Page.list.orders[view.sort]));
-        for (const group of state.picture?.querySelectorAll(".outline") ?? []) {
+        for (const group of state.picture?.querySelectorAll("[data-node]") ?? []) {
             const node = nodes[group.dataset.node];
             group.classList.toggle("faded", !matched.has(node));
             group.classList.toggle("selected", node === selected);

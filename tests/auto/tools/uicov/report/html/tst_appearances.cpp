@@ -177,6 +177,39 @@ private Q_SLOTS:
         QCOMPARE(Appearances::surfaceOf(m_tree, nodeOf("File")), window());
     }
 
+    void labelsAreComparedAsTheyWereCollected() {
+        const auto rule = [](const QString& label) { return label.left(1); };
+        CoverageCollector collector(m_tree);
+        collector.setLabelRule(rule);
+        m_appearances.setLabelRule(rule);
+        const Run run = windowRun(png(QSize(40, 30), Qt::red));
+        collector.collect(run);
+        m_appearances.add(run, m_tree);
+        QCOMPARE(nodeOf("OK"), -1);
+        QCOMPARE(m_appearances.element(nodeOf("O")).text, QStringLiteral("OK"));
+        QCOMPARE(m_appearances.surface(window())->places.value(nodeOf("O")), QRect(1, 2, 8, 6));
+    }
+
+    void aDialogBelongsToTheWindowThatItIsIn() {
+        Run run = windowRun(QByteArray());
+        const int overlay = add(run, 0, "", "");
+        run.elements[static_cast<std::size_t>(overlay)].isTransparentNode = true;
+        const int dialog = add(run, overlay, "Window", "Settings");
+        const int own = add(run, -1, "Window", "About");
+        // Two that stand below one another, as cycles of items can.
+        run.elements[static_cast<std::size_t>(own)].parent = own;
+        take(run);
+        QHash<QString, int> windows;
+        for (const int node : m_tree.windows()) {
+            windows.insert(m_tree.node(node).step.label, node);
+        }
+        QVERIFY(dialog > 0);
+        QCOMPARE(m_appearances.owner(windows.value(QStringLiteral("Settings"))),
+                 windows.value(QStringLiteral("Panel")));
+        QCOMPARE(m_appearances.owner(windows.value(QStringLiteral("Panel"))), -1);
+        QCOMPARE(m_appearances.owner(windows.value(QStringLiteral("About"))), -1);
+    }
+
     void anItemOfAMenuBarWithoutPlaceHasNone() {
         Run run;
         run.contexts = QStringList{QString()};

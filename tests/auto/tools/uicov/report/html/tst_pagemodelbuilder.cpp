@@ -1,4 +1,4 @@
-#include "report/coveragecollector.h"
+#include "report/coverage.h"
 #include "report/html/appearances.h"
 #include "report/html/pagemodelbuilder.h"
 #include "store/run.h"
@@ -9,8 +9,10 @@
 #include <QPainter>
 #include <QTest>
 
-using Uicov::Report::CoverageCollector;
-using Uicov::Report::CoverageTree;
+using Uicov::Config::Configuration;
+using Uicov::Config::IgnoreRule;
+using Uicov::Config::Pattern;
+using Uicov::Report::Coverage;
 using Uicov::Report::State;
 using Uicov::Report::Html::Appearances;
 using Uicov::Report::Html::PageModel;
@@ -76,16 +78,16 @@ struct RunMaker {
     }
 };
 
-PageModel modelOf(const QVector<Run>& runs) {
-    CoverageTree tree;
-    CoverageCollector collector(tree);
+PageModel modelOf(const QVector<Run>& runs, const Configuration& configuration = {}) {
+    Coverage coverage(configuration);
     Appearances appearances;
     for (const Run& run : runs) {
-        collector.collect(run);
-        appearances.add(run, tree);
+        coverage.add(run);
+        appearances.add(run, coverage.tree());
     }
+    coverage.finish();
     PageModel model;
-    PageModelBuilder(tree, appearances).build(model);
+    PageModelBuilder(coverage.tree(), appearances).build(model);
     return model;
 }
 
@@ -131,6 +133,45 @@ private Q_SLOTS:
                  (QStringList{QStringLiteral("B"), QStringLiteral("A"), QStringLiteral("C")}));
         QCOMPARE(model.totals.missed, 5);
         QCOMPARE(model.windows.first().lastNode - model.windows.first().node, 3);
+    }
+
+    void whatRulesLeaveOutIsShownAndNotCounted() {
+        RunMaker maker;
+        const int panel = maker.add(-1, "Window", "Panel", QRect(0, 0, 100, 80));
+        maker.add(panel, "Button", "Stop", QRect(10, 10, 40, 20));
+        maker.add(panel, "Button", "OK", QRect(60, 10, 40, 20));
+        maker.add(-1, "Window", "About", QRect(0, 0, 100, 80));
+        Configuration configuration;
+        IgnoreRule rule;
+        rule.window = Pattern(QStringLiteral("About"));
+        configuration.ignoreRules.append(rule);
+        rule.window = Pattern();
+        rule.text = Pattern(QStringLiteral("Stop"));
+        configuration.ignoreRules.append(rule);
+        const PageModel model = modelOf({maker.run}, configuration);
+        QCOMPARE(model.totals.elements, 2);
+        const PageModel::Node stop = nodeOf(model, "Stop");
+        QVERIFY(stop.isListed() && !stop.isCountable);
+        QCOMPARE(stop.ignoredBy, 1);
+        QCOMPARE(stop.place, std::make_optional(QRect(10, 10, 40, 20)));
+        QCOMPARE(nodeOf(model, "OK").ignoredBy, -1);
+        // A window with nothing but that is there, behind all others.
+        QCOMPARE(model.windows.size(), 2);
+        QCOMPARE(model.windows.last().totals.elements, 0);
+        QCOMPARE(nodeOf(model, "About").ignoredBy, 0);
+    }
+
+    void statesAreThoseThatTheCriteriaAskFor() {
+        RunMaker maker;
+        const int panel = maker.add(-1, "Window", "Panel");
+        const int button = maker.add(panel, "Button", "OK");
+        maker.run.elements[static_cast<std::size_t>(button)].events.append(
+            QStringLiteral("pressed"));
+        maker.click(button);
+        Configuration configuration;
+        configuration.criteria.insert(QStringLiteral("Button"), {QStringLiteral("pressed")});
+        QCOMPARE(nodeOf(modelOf({maker.run}), "OK").state, State::Used);
+        QCOMPARE(nodeOf(modelOf({maker.run}, configuration), "OK").state, State::Shown);
     }
 
     void whyAnElementIsNotOutlined_data() {
@@ -222,6 +263,17 @@ private Q_SLOTS:
         maker.add(window, "Button", "Cancel", QRect(60, 40, 40, 20));
         const PageModel model = modelOf({maker.run});
         QCOMPARE(model.surfaces.first().bounds, QRect(QPoint(10, 10), QPoint(99, 59)));
+    }
+
+    void dialogsAreOverTheirWindows() {
+        RunMaker maker;
+        const int panel = maker.add(-1, "Window", "Panel");
+        maker.add(maker.add(panel, "Window", "Settings"), "Button", "OK");
+        const PageModel model = modelOf({maker.run});
+        QCOMPARE(model.windows.size(), 2);
+        QCOMPARE(model.nodes.at(model.windows.at(0).node).step.label, QStringLiteral("Settings"));
+        QCOMPARE(model.windows.at(0).over, 1);
+        QCOMPARE(model.windows.at(1).over, -1);
     }
 
     void menusHangOnWhatOpensThem() {

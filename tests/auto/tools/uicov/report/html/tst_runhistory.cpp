@@ -1,12 +1,13 @@
-#include "report/coveragecollector.h"
 #include "report/html/runhistory.h"
 #include "store/run.h"
 #include "testlib/testcase.h"
 
 #include <QTest>
 
-using Uicov::Report::CoverageCollector;
-using Uicov::Report::CoverageTree;
+using Uicov::Config::Configuration;
+using Uicov::Config::IgnoreRule;
+using Uicov::Config::Pattern;
+using Uicov::Report::Coverage;
 using Uicov::Report::Html::RunHistory;
 using Uicov::Store::Run;
 using Uicov::Store::RunElement;
@@ -38,14 +39,16 @@ Run run(const QStringList& clicked) {
     return run;
 }
 
-RunHistory historyOf(const QVector<Run>& runs) {
-    CoverageTree tree;
-    CoverageCollector collector(tree);
+RunHistory historyOf(const QVector<Run>& runs, const Configuration& configuration = {},
+                     const QVector<Pattern>& contexts = {}) {
+    Coverage coverage(configuration, contexts);
     RunHistory history;
     for (const Run& one : runs) {
-        collector.collect(one);
-        history.add(one, tree);
+        coverage.add(one);
+        history.add(one, coverage);
     }
+    coverage.finish();
+    history.finish(coverage);
     return history;
 }
 
@@ -73,6 +76,43 @@ private Q_SLOTS:
         }
         QCOMPARE(used, (QVector<int>{1, 1, 0, 2}));
         QCOMPARE(first, (QVector<int>{1, 0, 0, 1}));
+    }
+
+    void whatIsLeftOutCountsForNoRun() {
+        Configuration configuration;
+        IgnoreRule rule;
+        rule.text = Pattern(QStringLiteral("OK"));
+        configuration.ignoreRules.append(rule);
+        const RunHistory history =
+            historyOf({run({QStringLiteral("OK"), QStringLiteral("Cancel")})}, configuration);
+        QCOMPARE(history.rows().first().totals.elements, 1);
+        QCOMPARE(history.rows().first().totals.used, 1);
+        QCOMPARE(history.rows().first().firstUsed, 1);
+    }
+
+    void criteriaHoldForEachRun() {
+        Configuration configuration;
+        configuration.criteria.insert(QStringLiteral("Button"),
+                                      {QStringLiteral("clicked"), QStringLiteral("pressed")});
+        Run half = run({QStringLiteral("OK")});
+        for (RunElement& element : half.elements) {
+            element.events.append(QStringLiteral("pressed"));
+        }
+        Run other = half;
+        other.elements[1].hits = {{QStringLiteral("pressed"), 0, 1}};
+        const RunHistory history = historyOf({half, other}, configuration);
+        QCOMPARE(history.rows().at(0).totals.used, 0);
+        QCOMPARE(history.rows().at(1).totals.used, 0);
+        QCOMPARE(history.rows().at(0).firstUsed, 0);
+        QCOMPARE(history.rows().at(1).firstUsed, 1); // together they did all that is asked
+    }
+
+    void onlyWhatHappenedInContextsThatCountIsUsed() {
+        const Run login = run({QStringLiteral("OK")});
+        const QVector<Pattern> others{Pattern(QStringLiteral("logout"))};
+        QCOMPARE(historyOf({login}, {}, others).rows().first().totals.used, 0);
+        const QVector<Pattern> same{Pattern(QStringLiteral("log?n"))};
+        QCOMPARE(historyOf({login}, {}, same).rows().first().totals.used, 1);
     }
 
     void aPartialRunSaysWhy() {
