@@ -79,9 +79,10 @@ function(uicov_add_test)
     if(NOT ARG_TIMEOUT)
         set(ARG_TIMEOUT 120)
     endif()
-    set(command $<TARGET_FILE:${ARG_NAME}>)
+    set(command ${ARG_NAME}) # a target, so that an emulator comes before it where one is needed
     if(ARG_ON_DISPLAY)
-        set(command xvfb-run -a -s "-screen 0 1280x1024x24" ${command})
+        set(command xvfb-run -a -s "-screen 0 1280x1024x24"
+            ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:${ARG_NAME}>)
         # The X libraries hand strndup() bytes that have no end, as they may.
         list(APPEND ARG_ENVIRONMENT QT_QPA_PLATFORM=xcb QT_XCB_GL_INTEGRATION=none
             "ASAN_OPTIONS=detect_leaks=1:strict_string_checks=0:detect_stack_use_after_return=1")
@@ -100,6 +101,11 @@ function(uicov_register_test)
     add_test(NAME ${ARG_NAME} COMMAND ${ARG_COMMAND})
     if(NOT ARG_TIMEOUT)
         set(ARG_TIMEOUT 120)
+    endif()
+    if(CMAKE_CROSSCOMPILING)
+        math(EXPR ARG_TIMEOUT "${ARG_TIMEOUT} * 5")
+        # Where programs find their libraries when the kernel hands them to the emulator.
+        list(APPEND ARG_ENVIRONMENT QEMU_LD_PREFIX=${CMAKE_SYSROOT})
     endif()
     set(environment
         QT_QPA_PLATFORM=offscreen QT_QUICK_BACKEND=software LC_ALL=C.UTF-8 QT_LOGGING_RULES=
@@ -123,7 +129,11 @@ endfunction()
 
 function(uicov_print_summary)
     message(STATUS "uicov ${PROJECT_VERSION}: ${CMAKE_BUILD_TYPE}, Qt ${Qt5_VERSION}")
+    if(CMAKE_CROSSCOMPILING)
+        message(STATUS "  for ${CMAKE_SYSTEM_PROCESSOR}, tests run by ${CMAKE_CROSSCOMPILING_EMULATOR}")
+    endif()
     message(STATUS "  UICOV_BUILD_TESTS        ${UICOV_BUILD_TESTS}")
+    message(STATUS "  UICOV_BUILD_COMMAND      ${UICOV_BUILD_COMMAND}")
     message(STATUS "  UICOV_BUILD_BENCHMARKS   ${UICOV_BUILD_BENCHMARKS}")
     message(STATUS "  UICOV_WARNINGS_AS_ERRORS ${UICOV_WARNINGS_AS_ERRORS}")
     message(STATUS "  UICOV_SANITIZE           ${UICOV_SANITIZE}")
