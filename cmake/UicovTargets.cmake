@@ -40,8 +40,11 @@ function(uicov_add_library)
     cmake_parse_arguments(ARG "PCH" "NAME;TYPE;VERSION_SCRIPT;OUTPUT_SUBDIR" "SOURCES;LINK;LINK_PRIVATE;INCLUDE" ${ARGN})
     _uicov_reject_unknown(uicov_add_library)
     add_library(${ARG_NAME} ${ARG_TYPE} ${ARG_SOURCES})
+    # Where it is installed, headers lie elsewhere and our flags are nobody's business.
+    list(TRANSFORM ARG_INCLUDE REPLACE "(.+)" "$<BUILD_INTERFACE:\\1>")
     target_include_directories(${ARG_NAME} PUBLIC ${ARG_INCLUDE})
-    target_link_libraries(${ARG_NAME} PUBLIC ${ARG_LINK} PRIVATE uicov_flags ${ARG_LINK_PRIVATE})
+    target_link_libraries(${ARG_NAME} PUBLIC ${ARG_LINK}
+        PRIVATE $<BUILD_INTERFACE:uicov_flags> ${ARG_LINK_PRIVATE})
     if(ARG_PCH)
         target_precompile_headers(${ARG_NAME} REUSE_FROM uicov_pch)
     endif()
