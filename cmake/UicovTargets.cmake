@@ -6,6 +6,10 @@ add_library(uicov_flags INTERFACE)
 target_compile_definitions(uicov_flags INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH QT_STRICT_ITERATORS
     QT_NO_URL_CAST_FROM_STRING QT_DEPRECATED_WARNINGS)
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+    # Recordings grow beyond 2 GiB, and the number of a file in its file system beyond 32 bit at any size.
+    target_compile_definitions(uicov_flags INTERFACE _FILE_OFFSET_BITS=64)
+endif()
 target_compile_options(uicov_flags INTERFACE
     -Wall -Wextra -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual
     $<$<BOOL:${UICOV_WARNINGS_AS_ERRORS}>:-Werror>)
