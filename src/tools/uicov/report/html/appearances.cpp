@@ -40,7 +40,7 @@ QRect boundsOf(const RunElement& element, const QByteArray& png) {
     if (size.isEmpty() || shows(size, place)) {
         return place;
     }
-    return QRect(place.topLeft(), size);
+    return {place.topLeft(), size};
 }
 
 /** In the coordinates of its surface. */

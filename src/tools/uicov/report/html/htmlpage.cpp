@@ -18,7 +18,7 @@ namespace Uicov::Report::Html {
 
 namespace {
 
-constexpr char mark[] = "<meta name=\"generator\" content=\"uicov html\">";
+constexpr char mark[] = R"(<meta name="generator" content="uicov html">)";
 
 /** In the order in which they need one another. */
 constexpr const char* scripts[] = {"namespace.js", "model.js",   "text.js",      "filter.js",
@@ -96,7 +96,7 @@ QByteArray HtmlPage::singleFile() const {
          {"title", HtmlText::escaped(m_model.title).toUtf8()},
          {"style", "<style>" + style + "</style>"},
          {"static", StaticPage(m_model, links).toString().toUtf8()},
-         {"data", "<script type=\"application/json\" id=\"data\">" + data(links) + "</script>"},
+         {"data", R"(<script type="application/json" id="data">)" + data(links) + "</script>"},
          {"script", "<script>" + code + "</script>"},
          {"pictures", PictureLinks::library(m_model)}});
 }
@@ -105,7 +105,7 @@ QByteArray HtmlPage::indexFile(const PictureLinks& links) const {
     return fill({{"mark", mark},
                  {"policy", policy("'self'", "'self'", "'self'")},
                  {"title", HtmlText::escaped(m_model.title).toUtf8()},
-                 {"style", "<link rel=\"stylesheet\" href=\"page.css\">"},
+                 {"style", R"(<link rel="stylesheet" href="page.css">)"},
                  {"static", StaticPage(m_model, links).toString().toUtf8()},
                  {"data", "<script src=\"data.js\"></script>"},
                  {"script", "<script src=\"page.js\"></script>"}});
