@@ -3,10 +3,15 @@
 option(UICOV_BUILD_TESTS "Build the tests" ON)
 option(UICOV_BUILD_COMMAND "Build the command uicov; a device that only records needs none" ON)
 option(UICOV_BUILD_BENCHMARKS "Build the benchmarks" OFF)
+option(UICOV_BUILD_FUZZERS "Build the fuzz targets with libFuzzer in place of the tests (clang only)" OFF)
 option(UICOV_WARNINGS_AS_ERRORS "Treat compiler warnings as errors" OFF)
 set(UICOV_SANITIZE "" CACHE STRING "Sanitizers to build with, as in -fsanitize= (list)")
 set(UICOV_HOST_DIR "" CACHE PATH
     "Folder with include/vorsk and lib of a real test-tool host, used in place of the stand-in under host/")
+
+if(UICOV_BUILD_FUZZERS AND UICOV_BUILD_TESTS)
+    message(FATAL_ERROR "UICOV_BUILD_FUZZERS needs UICOV_BUILD_TESTS=OFF; use the preset fuzz")
+endif()
 
 if(NOT CMAKE_BUILD_TYPE)
     set(CMAKE_BUILD_TYPE RelWithDebInfo CACHE STRING "Build type" FORCE)
