@@ -4,6 +4,8 @@
 
 #include <vorsk/hook.h>
 
+#include <QVariant>
+
 #include <utility>
 
 namespace Vorsk {
@@ -16,8 +18,23 @@ using UIAbstraction::StandardType;
 using UIAbstraction::UIElement;
 using UIAbstraction::UIEvent;
 
+namespace {
+
+// A variant that has the type already takes a value at a third of the cost of becoming another one.
+
+void setInteger(QVariant& variant, int value) {
+    *static_cast<int*>(variant.data()) = value;
+}
+
+void setBytes(QVariant& variant, const QByteArray& value) {
+    *static_cast<QByteArray*>(variant.data()) = value;
+}
+
+} // namespace
+
 StreamUIElementExporter::StreamUIElementExporter()
-    : m_messageName(QLatin1String(UIAbstraction::coverageMessageName)) {}
+    : m_messageName(QLatin1String(UIAbstraction::coverageMessageName))
+    , m_arguments{0, 1, 0, QByteArray()} {}
 
 StreamUIElementExporter::~StreamUIElementExporter() = default;
 
@@ -99,17 +116,19 @@ void StreamUIElementExporter::deliver(Record&& record) {
 }
 
 void StreamUIElementExporter::send(Hook& hook, const Record& record) {
-    // Taken while it is in use: what the host does with a message may lead to the next one.
-    ArgumentList arguments = std::exchange(m_arguments, ArgumentList());
-    if (arguments.isEmpty()) {
-        arguments = ArgumentList{0, 1, 0, QByteArray()};
+    const auto kind = static_cast<int>(record.kind);
+    if (m_isSending) {
+        // What the host does with a message has led to another one.
+        hook.send(hook.channel, m_messageName, {hook.appId(), 1, kind, record.payload});
+        return;
     }
-    arguments[0] = hook.appId();
-    arguments[2] = static_cast<int>(record.kind);
-    arguments[3] = record.payload;
-    hook.send(hook.channel, m_messageName, arguments);
-    arguments[3] = QByteArray();
-    m_arguments = std::move(arguments);
+    m_isSending = true;
+    setInteger(m_arguments[0], hook.appId());
+    setInteger(m_arguments[2], kind);
+    setBytes(m_arguments[3], record.payload);
+    hook.send(hook.channel, m_messageName, m_arguments);
+    setBytes(m_arguments[3], QByteArray());
+    m_isSending = false;
 }
 
 } // namespace UICoverage

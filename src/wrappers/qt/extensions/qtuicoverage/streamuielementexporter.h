@@ -65,6 +65,7 @@ private:
     QString m_messageName;
     /** Used for one message after the other, so that each does not need a list of its own. */
     ArgumentList m_arguments;
+    bool m_isSending = false;
 };
 
 } // namespace UICoverage
