@@ -4,12 +4,23 @@
 
 #include <QFile>
 
+#include <uiabstraction/recordkind.h>
+
 namespace VorskHost {
 
 namespace {
 
 /** Bytes of log lines that are worth a write of their own. */
 constexpr int logFlushSize = 64 * 1024;
+
+/** Whether the message carries nothing but an element's picture. */
+bool isPicture(const QString& name, const Vorsk::ArgumentList& args) {
+    using namespace Vorsk::UIAbstraction;
+    constexpr int kindPlace = 2;
+    return args.size() > kindPlace &&
+           args.at(kindPlace) == QVariant(static_cast<int>(RecordKind::ImageChanged)) &&
+           name == QLatin1String(coverageMessageName);
+}
 
 } // namespace
 
@@ -39,8 +50,9 @@ bool RecordingWriter::open(const QString& path, const ProcessInfo& info) {
 }
 
 void RecordingWriter::mark(const QString& name) {
-    if (m_file.isOpen()) {
-        write(FrameBuilder::markFrame(elapsed(), name));
+    const QByteArray frame = FrameBuilder::markFrame(elapsed(), name);
+    if (m_file.isOpen() && m_limit.hasRoom(m_file.size(), frame.size())) {
+        write(frame);
     }
 }
 
@@ -65,6 +77,11 @@ bool RecordingWriter::appendMessage(int channel, const QString& name,
         }
         return false;
     }
+    const bool carriesPicture = isPicture(name, args);
+    if (!m_limit.admits(m_file.size(), m_waitingLogs.size() + frame.size(), carriesPicture)) {
+        noteLoss(carriesPicture);
+        return false;
+    }
     if (!write(m_waitingLogs.isEmpty() ? frame : m_waitingLogs + frame)) {
         return false;
     }
@@ -79,7 +96,9 @@ void RecordingWriter::appendLog(RecordingFormat::Severity severity, const QStrin
     }
     m_waitingLogs += FrameBuilder::logFrame(elapsed(), severity, text);
     if (m_waitingLogs.size() >= logFlushSize) {
-        write(m_waitingLogs);
+        if (m_limit.hasRoom(m_file.size(), m_waitingLogs.size())) {
+            write(m_waitingLogs);
+        }
         m_waitingLogs.clear();
     }
 }
@@ -87,6 +106,12 @@ void RecordingWriter::appendLog(RecordingFormat::Severity severity, const QStrin
 void RecordingWriter::close() {
     if (!m_file.isOpen()) {
         return;
+    }
+    if (!m_limit.hasRoom(m_file.size(), m_waitingLogs.size())) {
+        m_waitingLogs.clear();
+    }
+    if (m_limit.pictures() + m_limit.others() > 0) {
+        m_waitingLogs += FrameBuilder::lossFrame(elapsed(), m_limit.pictures(), m_limit.others());
     }
     if (write(m_waitingLogs + FrameBuilder::endFrame(elapsed(), m_messages))) {
         m_waitingLogs.clear();
@@ -106,6 +131,21 @@ quint64 RecordingWriter::elapsed() const {
     const auto time = std::chrono::steady_clock::now() - m_start;
     return static_cast<quint64>(
         std::chrono::duration_cast<std::chrono::microseconds>(time).count());
+}
+
+/** At the first of each sort, so that a recording without an end says it too; all at close(). */
+void RecordingWriter::noteLoss(bool isPicture) {
+    if ((isPicture ? m_limit.pictures() : m_limit.others()) > 1) {
+        return;
+    }
+    write(FrameBuilder::lossFrame(elapsed(), m_limit.pictures(), m_limit.others()));
+    if (!isPicture) {
+        m_waitingLogs.clear();
+        reportProblem(QStringLiteral("recording-full: the recording %1 has reached its size limit; "
+                                     "nothing more is recorded and the application goes on, raise "
+                                     "the limit or take no screenshots")
+                          .arg(m_file.path()));
+    }
 }
 
 bool RecordingWriter::write(const QByteArray& bytes) {

@@ -23,6 +23,8 @@ QString messageName(Message message) {
         return QStringLiteral("no-elements");
     case Message::EndedAbnormally:
         return QStringLiteral("ended-abnormally");
+    case Message::RecordingFull:
+        return QStringLiteral("recording-full");
     case Message::RecordingTorn:
         return QStringLiteral("recording-torn");
     case Message::RecordingDamaged:
