@@ -40,7 +40,8 @@ void startWrapper() {
 } // namespace
 
 QObject* VorskStarterPlugin::create(const QString&, const QString&) {
-    if (!qEnvironmentVariableIsEmpty("VORSK_OPTIONS_FILE")) {
+    if (!qEnvironmentVariableIsEmpty("VORSK_OPTIONS_FILE") ||
+        !qEnvironmentVariableIsEmpty("VORSK_RECORDING_DIR")) {
         startWrapper();
     }
     // Qt owns it, but in an application that exits without destroying its application object Qt

@@ -204,6 +204,13 @@ QByteArray endFrame(quint64 time, quint64 messages) {
     return endedFrame(std::move(frame));
 }
 
+QByteArray lossFrame(quint64 time, quint64 pictures, quint64 others) {
+    QByteArray frame = beginFrame(FrameType::Loss, time, 2 * sizeof(quint64));
+    appendInteger(frame, pictures);
+    appendInteger(frame, others);
+    return endedFrame(frame);
+}
+
 } // namespace FrameBuilder
 
 } // namespace VorskHost

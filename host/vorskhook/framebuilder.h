@@ -33,6 +33,8 @@ VORSK_HOST_EXPORT QByteArray logFrame(quint64 time, RecordingFormat::Severity se
                                       const QString& text);
 VORSK_HOST_EXPORT QByteArray markFrame(quint64 time, const QString& name);
 VORSK_HOST_EXPORT QByteArray endFrame(quint64 time, quint64 messages);
+/** What was left out so far. */
+VORSK_HOST_EXPORT QByteArray lossFrame(quint64 time, quint64 pictures, quint64 others);
 
 } // namespace FrameBuilder
 

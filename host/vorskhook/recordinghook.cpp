@@ -15,11 +15,13 @@ RecordingHook::RecordingHook() {
     channel = onlyChannel;
 }
 
-RecordingHook* RecordingHook::start(const QString& path, const ProcessInfo& info) {
+RecordingHook* RecordingHook::start(const QString& path, const ProcessInfo& info,
+                                    qint64 maximumSize) {
     if (theHook != nullptr) {
         return theHook;
     }
     auto* created = new RecordingHook;
+    created->m_writer.setMaximumSize(maximumSize);
     if (!created->m_writer.open(path, info)) {
         delete created;
         return nullptr;

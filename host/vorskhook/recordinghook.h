@@ -13,10 +13,12 @@ namespace VorskHost {
 class VORSK_HOST_EXPORT RecordingHook final : public Vorsk::Hook {
 public:
     /**
-     * Opens the recording and puts the hook where extensions find it (Vorsk::Hook::hook). Null when
-     * the recording cannot be made. A second call gives the hook of the first.
+     * Opens the recording, of no more than that many bytes unless they are 0, and puts the hook
+     * where extensions find it (Vorsk::Hook::hook). Null when the recording cannot be made. A
+     * second call gives the hook of the first.
      */
-    static RecordingHook* start(const QString& path, const ProcessInfo& info);
+    static RecordingHook* start(const QString& path, const ProcessInfo& info,
+                                qint64 maximumSize = 0);
 
     /** The hook that start() made; null before. */
     static RecordingHook* instance();

@@ -4,6 +4,8 @@
 
 #include <QFile>
 
+#include <uiabstraction/recordkind.h>
+
 namespace VorskHost {
 
 namespace {
@@ -13,6 +15,15 @@ constexpr int logFlushSize = 64 * 1024;
 
 /** Memory that is kept from one message to the next. */
 constexpr int keptMemory = 4096;
+
+/** Whether the message carries nothing but an element's picture. */
+bool isPicture(const QString& name, const Vorsk::ArgumentList& args) {
+    using namespace Vorsk::UIAbstraction;
+    constexpr int kindPlace = 2;
+    return args.size() > kindPlace &&
+           args.at(kindPlace) == QVariant(static_cast<int>(RecordKind::ImageChanged)) &&
+           name == QLatin1String(coverageMessageName);
+}
 
 } // namespace
 
@@ -43,8 +54,9 @@ bool RecordingWriter::open(const QString& path, const ProcessInfo& info) {
 }
 
 void RecordingWriter::mark(const QString& name) {
-    if (m_file.isOpen()) {
-        write(FrameBuilder::markFrame(elapsed(), name));
+    const QByteArray frame = FrameBuilder::markFrame(elapsed(), name);
+    if (m_file.isOpen() && m_limit.hasRoom(m_file.size(), frame.size())) {
+        write(frame);
     }
 }
 
@@ -57,6 +69,7 @@ bool RecordingWriter::appendMessage(int channel, const QString& name,
         // Also before a message that is refused.
         m_waiting += FrameBuilder::markFrame(elapsed(), m_testFunction.name());
     }
+    const int before = m_waiting.size();
     if (!FrameBuilder::appendMessageFrame(m_waiting, elapsed(), channel, name, args)) {
         if (!m_refusalReported) {
             m_refusalReported = true;
@@ -65,6 +78,13 @@ bool RecordingWriter::appendMessage(int channel, const QString& name,
                                          "screenshots of contents of that size")
                               .arg(name));
         }
+        return false;
+    }
+    // Only a recording of limited size asks what it carries.
+    const bool carriesPicture = m_limit.isSet() && isPicture(name, args);
+    if (!m_limit.admits(m_file.size(), m_waiting.size(), carriesPicture)) {
+        m_waiting.resize(before);
+        noteLoss(carriesPicture);
         return false;
     }
     if (!write(m_waiting)) {
@@ -81,7 +101,9 @@ void RecordingWriter::appendLog(RecordingFormat::Severity severity, const QStrin
     }
     m_waiting += FrameBuilder::logFrame(elapsed(), severity, text);
     if (m_waiting.size() >= logFlushSize) {
-        write(m_waiting);
+        if (m_limit.hasRoom(m_file.size(), m_waiting.size())) {
+            write(m_waiting);
+        }
         forgetWaiting();
     }
 }
@@ -89,6 +111,12 @@ void RecordingWriter::appendLog(RecordingFormat::Severity severity, const QStrin
 void RecordingWriter::close() {
     if (!m_file.isOpen()) {
         return;
+    }
+    if (!m_limit.hasRoom(m_file.size(), m_waiting.size())) {
+        m_waiting.clear();
+    }
+    if (m_limit.pictures() + m_limit.others() > 0) {
+        m_waiting += FrameBuilder::lossFrame(elapsed(), m_limit.pictures(), m_limit.others());
     }
     if (write(m_waiting + FrameBuilder::endFrame(elapsed(), m_messages))) {
         m_waiting.clear();
@@ -117,6 +145,21 @@ quint64 RecordingWriter::elapsed() const {
     const auto time = std::chrono::steady_clock::now() - m_start;
     return static_cast<quint64>(
         std::chrono::duration_cast<std::chrono::microseconds>(time).count());
+}
+
+/** At the first of each sort, so that a recording without an end says it too; all at close(). */
+void RecordingWriter::noteLoss(bool isPicture) {
+    if ((isPicture ? m_limit.pictures() : m_limit.others()) > 1) {
+        return;
+    }
+    write(FrameBuilder::lossFrame(elapsed(), m_limit.pictures(), m_limit.others()));
+    if (!isPicture) {
+        m_waiting.clear();
+        reportProblem(QStringLiteral("recording-full: the recording %1 has reached its size limit; "
+                                     "nothing more is recorded and the application goes on, raise "
+                                     "the limit or take no screenshots")
+                          .arg(m_file.path()));
+    }
 }
 
 bool RecordingWriter::write(const QByteArray& bytes) {

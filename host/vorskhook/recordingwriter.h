@@ -2,6 +2,7 @@
 
 #include "vorskhook/framebuilder.h"
 #include "vorskhook/recordingfile.h"
+#include "vorskhook/sizelimit.h"
 #include "vorskhook/testfunction.h"
 
 #include <chrono>
@@ -27,6 +28,13 @@ public:
      * the header and the Process frame. False with a warning when that fails.
      */
     bool open(const QString& path, const ProcessInfo& info);
+
+    /**
+     * The file does not become larger than that by what is written here; zero means without limit.
+     * To be called before open(). What is given up for it, pictures first, the recording says
+     * itself.
+     */
+    void setMaximumSize(qint64 bytes) { m_limit.setMaximum(bytes); }
 
     /** Begins a context; an empty name ends it. */
     void mark(const QString& name);
@@ -62,8 +70,10 @@ private:
     quint64 elapsed() const;
     bool write(const QByteArray& bytes);
     void forgetWaiting();
+    void noteLoss(bool isPicture);
 
     RecordingFile m_file;
+    SizeLimit m_limit;
     TestFunction m_testFunction;
     /** Frames that have still to be written, those of log lines above all. */
     QByteArray m_waiting;

@@ -1,5 +1,8 @@
 #include "vorskqtwrapper/hostconfiguration.h"
 
+#include "vorskhook/sizelimit.h"
+
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QSettings>
@@ -112,8 +115,52 @@ const QString consequence = QStringLiteral("; nothing is recorded, ");
 
 } // namespace
 
-QString HostConfiguration::fileFromEnvironment() {
-    return qEnvironmentVariable("VORSK_OPTIONS_FILE");
+std::optional<HostConfiguration> HostConfiguration::fromEnvironment(const QString& libraryFolder) {
+    HostConfiguration result;
+    if (!qEnvironmentVariableIsEmpty("VORSK_OPTIONS_FILE")) {
+        result = read(qEnvironmentVariable("VORSK_OPTIONS_FILE"));
+    } else if (!qEnvironmentVariableIsEmpty("VORSK_RECORDING_DIR")) {
+        result = forFolder(qEnvironmentVariable("VORSK_RECORDING_DIR"), libraryFolder);
+    } else {
+        return std::nullopt;
+    }
+    if (result.isValid()) {
+        result.takeMaximumSize();
+    }
+    return result;
+}
+
+HostConfiguration HostConfiguration::forFolder(const QString& folder,
+                                               const QString& libraryFolder) {
+    HostConfiguration result;
+    const QDir recordings(QDir::current().absoluteFilePath(folder));
+    // What comes of a folder that cannot be made is said when the recording cannot be.
+    recordings.mkpath(QStringLiteral("."));
+    result.m_recording = recordings.filePath(
+        QFileInfo(QCoreApplication::applicationFilePath()).fileName() + QStringLiteral(".uirec"));
+    result.m_extensions.append(QDir(libraryFolder).filePath(QStringLiteral("libqtuicoverage.so")));
+    result.m_context = qEnvironmentVariable("VORSK_RECORDING_CONTEXT");
+    for (const char* option : {"enabled", "qtwidgets", "qtquick"}) {
+        result.m_options[option] = {"1"};
+    }
+    const bool takesScreenshots = qEnvironmentVariableIntValue("VORSK_RECORDING_SCREENSHOTS") != 0;
+    result.m_options["takeScreenshotsOfElements"] = {takesScreenshots ? "1" : "0"};
+    return result;
+}
+
+void HostConfiguration::takeMaximumSize() {
+    const QString value = qEnvironmentVariable("VORSK_RECORDING_MAX_BYTES");
+    if (value.isEmpty()) {
+        return;
+    }
+    bool isNumber = false;
+    m_maximumSize = value.toLongLong(&isNumber);
+    if (!isNumber || m_maximumSize < SizeLimit::smallest) {
+        m_error =
+            QStringLiteral("options-malformed: VORSK_RECORDING_MAX_BYTES is \"%1\"%2give a number "
+                           "of bytes, %3 or more")
+                .arg(value, consequence, QString::number(SizeLimit::smallest));
+    }
 }
 
 HostConfiguration HostConfiguration::read(const QString& file) {
@@ -137,6 +184,9 @@ HostConfiguration HostConfiguration::read(const QString& file) {
 }
 
 QString HostConfiguration::currentMark() const {
+    if (m_file.isEmpty()) {
+        return {};
+    }
     QSettings settings(m_file, QSettings::IniFormat);
     settings.setIniCodec("UTF-8");
     return valuesOf(settings, hostSection + QLatin1Char('/') + markKey).value(0);

@@ -6,14 +6,15 @@
 #include <QVector>
 
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace VorskHost {
 
 /**
- * What the INI file named by the environment variable VORSK_OPTIONS_FILE says. A value; read once,
- * when the wrapper starts.
+ * What to record and how: from the INI file named by the environment variable VORSK_OPTIONS_FILE,
+ * or from the environment alone. A value; read once, when the wrapper starts.
  *
  *   [host]     extension (paths), recording (path), and optional: session (text), context (text:
  *              of the run as a whole), mark (text: the context that is current when the process
@@ -26,8 +27,13 @@ class HostConfiguration {
 public:
     using Options = std::map<std::string, std::vector<std::string>>;
 
-    /** The file that the environment names; empty when it names none. */
-    static QString fileFromEnvironment();
+    /**
+     * What the environment asks for: the file that VORSK_OPTIONS_FILE names or, without one, a
+     * recording of this program in the folder VORSK_RECORDING_DIR by the extension that lies beside
+     * the host. VORSK_RECORDING_MAX_BYTES limits either. Nothing when it names neither.
+     * @param libraryFolder where the host's libraries are
+     */
+    static std::optional<HostConfiguration> fromEnvironment(const QString& libraryFolder);
 
     /** Reads a file. What is wrong with it is in errorString() of the result. */
     static HostConfiguration read(const QString& file);
@@ -41,6 +47,8 @@ public:
     QStringList extensions() const { return m_extensions; }
     /** Absolute path. */
     QString recording() const { return m_recording; }
+    /** Bytes that the recording may have; 0 without a limit. */
+    qint64 maximumSize() const { return m_maximumSize; }
     /** Null when none is given. */
     QString session() const { return m_session; }
     /** Of the run as a whole; null when none is given. */
@@ -58,11 +66,14 @@ public:
 private:
     void take(const QString& section, const QString& key, const QStringList& values);
     void check(const QString& file);
+    static HostConfiguration forFolder(const QString& folder, const QString& libraryFolder);
+    void takeMaximumSize();
 
     QString m_file;
     QString m_error;
     QStringList m_extensions;
     QString m_recording;
+    qint64 m_maximumSize = 0;
     QString m_session;
     QString m_context;
     QVector<QPair<QString, QString>> m_labels;

@@ -16,6 +16,8 @@
 
 #include <cstdlib>
 
+#include <dlfcn.h>
+
 namespace VorskHost {
 
 namespace {
@@ -76,6 +78,13 @@ void enterContext(const HostConfiguration& configuration, RecordingWriter& write
     }
 }
 
+/** Where this library lies, and the extension beside it. */
+QString libraryFolder() {
+    Dl_info self{};
+    dladdr(reinterpret_cast<void*>(&libraryFolder), &self);
+    return QFileInfo(QFile::decodeName(self.dli_fname)).absolutePath();
+}
+
 /** Calls the function while the process exits, however it exits in order. */
 void callAtExit(void (*function)()) {
     // Fails only when there is no memory left; the recording then lacks its end, which readers say.
@@ -95,17 +104,16 @@ void Wrapper::start() {
         EventTap::instance().watch();
         return;
     }
-    const QString file = HostConfiguration::fileFromEnvironment();
-    if (file.isEmpty()) {
+    const auto configuration = HostConfiguration::fromEnvironment(libraryFolder());
+    if (!configuration) {
         return;
     }
     isStarted = true;
-    const HostConfiguration configuration = HostConfiguration::read(file);
-    if (!configuration.isValid()) {
-        reportProblem(configuration.errorString());
+    if (!configuration->isValid()) {
+        reportProblem(configuration->errorString());
         return;
     }
-    startConfigured(configuration);
+    startConfigured(*configuration);
 }
 
 void Wrapper::startConfigured(const HostConfiguration& configuration) {
@@ -114,8 +122,8 @@ void Wrapper::startConfigured(const HostConfiguration& configuration) {
     if (libraries.empty()) {
         return;
     }
-    RecordingHook* hook =
-        RecordingHook::start(configuration.recording(), processInfo(configuration));
+    RecordingHook* hook = RecordingHook::start(
+        configuration.recording(), processInfo(configuration), configuration.maximumSize());
     if (hook == nullptr) {
         return;
     }

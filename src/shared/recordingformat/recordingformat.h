@@ -20,14 +20,17 @@
  *   body of a Log frame      = severity (quint8), text
  *   body of a Mark frame     = text (name of the context that begins here)
  *   body of an End frame     = number of Message frames written (quint64)
+ *   body of a Loss frame     = messages with pictures (quint64) and other messages (quint64) that
+ * were left out so far for the recording's size limit
  *
  *   text      = length in bytes (quint32), UTF-8
  *   argument  = tag (quint8), then for Integer: qint32; for Bytes: length (quint32), bytes;
  *               for Variant: length (quint32), a QVariant in QDataStream version 12 form
  *
- * The first frame is the Process frame, the last frame of a recording that ended in order is the
- * End frame; only Mark frames may stand behind it. Whoever knows the file may append Mark frames
- * while it grows, each whole with one write(2) to a descriptor opened with O_APPEND.
+ * The last Loss frame counts. The first frame is the Process frame, the last frame of a recording
+ * that ended in order is the End frame; only Mark frames may stand behind it. Whoever knows the
+ * file may append Mark frames while it grows, each whole with one write(2) to a descriptor opened
+ * with O_APPEND.
  */
 namespace RecordingFormat {
 
@@ -40,7 +43,7 @@ constexpr int payloadHeaderSize = 9;
 /** No sound frame is longer; a larger length is damage. */
 constexpr quint32 maximumPayloadSize = 512U * 1024 * 1024;
 
-enum class FrameType : quint8 { Process = 1, Message = 2, Log = 3, Mark = 4, End = 5 };
+enum class FrameType : quint8 { Process = 1, Message = 2, Log = 3, Mark = 4, End = 5, Loss = 6 };
 
 enum class ArgumentTag : quint8 { Integer = 1, Bytes = 2, Variant = 3 };
 

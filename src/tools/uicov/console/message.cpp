@@ -23,6 +23,7 @@ constexpr std::array<Entry, messageCount> entries{{
     {Message::InputTorn, "input-torn"},
     {Message::NoElements, "no-elements"},
     {Message::EndedAbnormally, "ended-abnormally"},
+    {Message::RecordingFull, "recording-full"},
     {Message::RecordingTorn, "recording-torn"},
     {Message::RecordingDamaged, "recording-damaged"},
     {Message::RecordsDamaged, "records-damaged"},

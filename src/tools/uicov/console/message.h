@@ -18,6 +18,7 @@ enum class Message {
     InputTorn,
     NoElements,
     EndedAbnormally,
+    RecordingFull,
     RecordingTorn,
     RecordingDamaged,
     RecordsDamaged,

@@ -75,4 +75,12 @@ std::optional<quint64> end(const QByteArray& body) {
     return cursor.isAtSoundEnd() ? std::make_optional(count) : std::nullopt;
 }
 
+std::optional<Loss> loss(const QByteArray& body) {
+    ByteCursor cursor(body);
+    Loss loss;
+    loss.pictures = cursor.readUInt64();
+    loss.others = cursor.readUInt64();
+    return cursor.isAtSoundEnd() ? std::make_optional(loss) : std::nullopt;
+}
+
 } // namespace Uicov::Recording::FrameDecoder

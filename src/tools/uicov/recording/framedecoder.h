@@ -19,6 +19,8 @@ std::optional<LogLine> log(const QByteArray& body);
 std::optional<QString> mark(const QByteArray& body);
 /** The number of messages that were written. */
 std::optional<quint64> end(const QByteArray& body);
+/** What was left out so far. */
+std::optional<Loss> loss(const QByteArray& body);
 
 } // namespace FrameDecoder
 

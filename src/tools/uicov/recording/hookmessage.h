@@ -18,6 +18,13 @@ struct LogLine {
     QString text;
 };
 
+/** How many messages a recording left out for its size limit. */
+struct Loss {
+    /** Those that carry nothing but a picture. */
+    quint64 pictures = 0;
+    quint64 others = 0;
+};
+
 /** One argument of a message; which member counts is told by the tag. */
 struct HookArgument {
     RecordingFormat::ArgumentTag tag = RecordingFormat::ArgumentTag::Integer;

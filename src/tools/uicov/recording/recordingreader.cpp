@@ -21,7 +21,7 @@ constexpr qint64 readStep = 1024LL * 1024;
 
 bool isKnown(quint8 type) {
     return type >= static_cast<quint8>(FrameType::Process) &&
-           type <= static_cast<quint8>(FrameType::End);
+           type <= static_cast<quint8>(FrameType::Loss);
 }
 
 bool beginsLikeMagic(const QByteArray& bytes) {

@@ -196,6 +196,13 @@ bool addEnd(const QByteArray& body, QJsonObject& object) {
     return count.has_value();
 }
 
+bool addLoss(const QByteArray& body, QJsonObject& object) {
+    const auto loss = Recording::FrameDecoder::loss(body);
+    object.insert(key("pictures"), static_cast<qint64>(loss ? loss->pictures : 0));
+    object.insert(key("others"), static_cast<qint64>(loss ? loss->others : 0));
+    return loss.has_value();
+}
+
 bool addBody(const Frame& frame, QJsonObject& object) {
     switch (frame.type) {
     case FrameType::Process:
@@ -213,6 +220,9 @@ bool addBody(const Frame& frame, QJsonObject& object) {
     case FrameType::End:
         object.insert(key("frame"), key("end"));
         return addEnd(frame.body, object);
+    case FrameType::Loss:
+        object.insert(key("frame"), key("loss"));
+        return addLoss(frame.body, object);
     }
     return false;
 }

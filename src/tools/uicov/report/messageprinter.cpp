@@ -148,6 +148,13 @@ QString MessagePrinter::printBody(const Frame& frame) {
             return QStringLiteral("end messages=%1").arg(*count);
         }
         return QStringLiteral("end damaged");
+    case FrameType::Loss:
+        if (const auto loss = Recording::FrameDecoder::loss(frame.body)) {
+            return QStringLiteral("loss pictures=%1 others=%2")
+                .arg(loss->pictures)
+                .arg(loss->others);
+        }
+        return QStringLiteral("loss damaged");
     }
     return {};
 }

@@ -15,6 +15,7 @@ namespace Uicov::Store {
 
 using Recording::Ending;
 using Recording::Frame;
+using Recording::Loss;
 using Recording::Record;
 using Recording::FrameDecoder::log;
 using Recording::FrameDecoder::mark;
@@ -46,8 +47,11 @@ QString contextName(const QString& ofRun, const QString& dynamicName) {
     return ofRun + QLatin1Char('|') + dynamicName;
 }
 
-QString reasonOf(const Ending& ending, qint64 unusable, qint64 records) {
+QString reasonOf(const Ending& ending, const Loss& loss, qint64 unusable, qint64 records) {
     QStringList reasons;
+    if (loss.others > 0) {
+        reasons.append(QStringLiteral("reached its size limit"));
+    }
     if (!ending.isComplete()) {
         reasons.append(ending.toString());
     }
@@ -78,6 +82,9 @@ void RunBuilder::add(const Frame& frame) {
         if (const auto name = mark(frame.body)) {
             enterContext(*name);
         }
+        break;
+    case FrameType::Loss:
+        m_loss = Recording::FrameDecoder::loss(frame.body).value_or(m_loss);
         break;
     case FrameType::End:
         break;
@@ -202,10 +209,15 @@ Run RunBuilder::build(const Ending& ending) const {
     run.messages = static_cast<qint64>(m_records);
     run.messagesLost =
         static_cast<qint64>(m_damagedRecords + m_unknownRecords + recordsWithoutElement());
-    run.isComplete = ending.isComplete() && run.messagesLost == 0;
-    run.partialReason = reasonOf(ending, run.messagesLost, run.messages);
+    run.isComplete = ending.isComplete() && m_loss.others == 0 && run.messagesLost == 0;
+    run.partialReason = reasonOf(ending, m_loss, run.messagesLost, run.messages);
     run.contexts = m_contexts;
     run.warnings = m_warnings;
+    if (m_loss.pictures > 0) {
+        run.warnings.insert(
+            QStringLiteral("Picture left out: the recording reached its size limit"),
+            static_cast<qint64>(m_loss.pictures));
+    }
     fillElements(run);
     return run;
 }

@@ -39,6 +39,8 @@ public:
     quint64 records() const { return m_records; }
     quint64 damagedRecords() const { return m_damagedRecords; }
     quint64 unknownRecords() const { return m_unknownRecords; }
+    /** What the recording says that it left out. */
+    const Recording::Loss& loss() const { return m_loss; }
     quint64 recordsWithoutElement() const { return m_replay.recordsWithoutElement(); }
 
 private:
@@ -73,6 +75,7 @@ private:
     QStringList m_contexts{QString()};
     QHash<QString, int> m_contextIndex{{QString(), 0}};
     int m_context = 0;
+    Recording::Loss m_loss;
     quint64 m_records = 0;
     quint64 m_damagedRecords = 0;
     quint64 m_unknownRecords = 0;

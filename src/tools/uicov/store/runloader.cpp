@@ -60,6 +60,13 @@ QVector<Problem> RunLoader::problems() const {
         problems.append({isTorn ? Message::RecordingTorn : Message::RecordingDamaged,
                          start + m_ending.toString() + QStringLiteral("; all before it is used")});
     }
+    if (m_builder.loss().others > 0) {
+        problems.append(
+            {Message::RecordingFull,
+             start + QStringLiteral("reached its size limit and left out all that came then, %1 "
+                                    "messages or more; raise VORSK_RECORDING_MAX_BYTES")
+                         .arg(m_builder.loss().others)});
+    }
     const quint64 unusable =
         m_builder.damagedRecords() + m_builder.unknownRecords() + m_builder.recordsWithoutElement();
     if (unusable > 0) {

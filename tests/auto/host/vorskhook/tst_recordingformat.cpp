@@ -79,6 +79,7 @@ void tst_RecordingFormat::numbersInTheDocument_data() {
     row("Log", Format::FrameType::Log);
     row("Mark", Format::FrameType::Mark);
     row("End", Format::FrameType::End);
+    row("Loss", Format::FrameType::Loss);
     row("Integer", Format::ArgumentTag::Integer);
     row("Bytes", Format::ArgumentTag::Bytes);
     row("Variant", Format::ArgumentTag::Variant);

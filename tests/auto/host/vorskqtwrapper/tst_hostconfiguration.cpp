@@ -25,7 +25,6 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
-    void fileFromEnvironment();
     void everyKey();
     void onlyWhatIsNeeded();
     void optionValues_data();
@@ -66,16 +65,6 @@ void tst_HostConfiguration::init() {
 void tst_HostConfiguration::cleanup() {
     m_dir.reset();
     TestCase::cleanup();
-}
-
-void tst_HostConfiguration::fileFromEnvironment() {
-    qunsetenv("VORSK_OPTIONS_FILE");
-    QVERIFY(HostConfiguration::fileFromEnvironment().isEmpty());
-    qputenv("VORSK_OPTIONS_FILE", "");
-    QVERIFY(HostConfiguration::fileFromEnvironment().isEmpty());
-    qputenv("VORSK_OPTIONS_FILE", "/some/file.ini");
-    QCOMPARE(HostConfiguration::fileFromEnvironment(), QStringLiteral("/some/file.ini"));
-    qunsetenv("VORSK_OPTIONS_FILE");
 }
 
 void tst_HostConfiguration::everyKey() {

@@ -44,6 +44,11 @@ private Q_SLOTS:
                  QStringLiteral("a"));
         QCOMPARE(FrameDecoder::end(QByteArray::fromHex("0000000000000102")).value(),
                  quint64{0x102});
+        const auto loss =
+            FrameDecoder::loss(QByteArray::fromHex("0000000000000102 0000000000000003"));
+        QVERIFY(loss);
+        QCOMPARE(loss->pictures, quint64{0x102});
+        QCOMPARE(loss->others, quint64{3});
     }
 
     void anUnknownSeverityIsAWarning() {
@@ -59,6 +64,7 @@ private Q_SLOTS:
         const QByteArray log = QByteArray::fromHex("02 00000002 6f6b");
         const QByteArray mark = QByteArray::fromHex("00000001 61");
         const QByteArray end = QByteArray::fromHex("0000000000000001");
+        const QByteArray loss = QByteArray(16, '\1');
         for (int size = 0; size <= message.size() + 1; ++size) {
             const auto cut = [size](const QByteArray& whole) {
                 return (whole + QByteArray(1, '\0')).left(qMin(size, whole.size() + 1));
@@ -69,6 +75,7 @@ private Q_SLOTS:
             QCOMPARE(FrameDecoder::log(cut(log)).has_value(), isWhole(log));
             QCOMPARE(FrameDecoder::mark(cut(mark)).has_value(), isWhole(mark));
             QCOMPARE(FrameDecoder::end(cut(end)).has_value(), isWhole(end));
+            QCOMPARE(FrameDecoder::loss(cut(loss)).has_value(), isWhole(loss));
         }
     }
 

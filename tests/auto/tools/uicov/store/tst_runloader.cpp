@@ -2,6 +2,7 @@
 #include "testlib/samplerecording.h"
 #include "testlib/testcase.h"
 
+#include <QDataStream>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -57,6 +58,44 @@ private Q_SLOTS:
         RunLoader loader(m_path);
         QVERIFY(!loader.load());
         QCOMPARE(problemsOf(loader), QList<Message>{Message::EndedAbnormally});
+    }
+
+    void whatWasLeftOutForTheSizeLimitIsTold_data() {
+        QTest::addColumn<quint64>("pictures");
+        QTest::addColumn<quint64>("others");
+        QTest::newRow("pictures") << quint64{3} << quint64{0};
+        QTest::newRow("all") << quint64{0} << quint64{4};
+        QTest::newRow("both") << quint64{3} << quint64{4};
+    }
+
+    void whatWasLeftOutForTheSizeLimitIsTold() {
+        QFETCH(quint64, pictures);
+        QFETCH(quint64, others);
+        const auto loss = [](quint64 first, quint64 second) {
+            QByteArray body;
+            QDataStream stream(&body, QIODevice::WriteOnly);
+            stream << first << second;
+            return body;
+        };
+        RecordingBuilder recording;
+        recording.addFrame(6, loss(1, 0)); // an earlier one says less
+        TestLib::fillSampleRecording(recording, false);
+        recording.addFrame(6, loss(pictures, others));
+        recording.addEnd();
+        QVERIFY(recording.write(m_path));
+        RunLoader loader(m_path);
+        QVERIFY(!loader.load());
+        const Run run = loader.run();
+        QCOMPARE(run.warnings.value(
+                     QStringLiteral("Picture left out: the recording reached its size limit")),
+                 static_cast<qint64>(pictures));
+        QCOMPARE(run.isComplete, others == 0);
+        QCOMPARE(run.partialReason,
+                 others == 0 ? QString() : QStringLiteral("reached its size limit"));
+        QCOMPARE(problemsOf(loader),
+                 others == 0 ? QList<Message>() : QList<Message>{Message::RecordingFull});
+        QVERIFY(others == 0 || loader.problems().first().text.contains(
+                                   QStringLiteral("4 messages or more; raise VORSK_RECORDING")));
     }
 
     void damagedAndUnknownRecordsAreCountedAndPassedOver() {
