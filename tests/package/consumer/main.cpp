@@ -1,12 +1,13 @@
-#include <recordingformat/recordingformat.h>
-#include <uiabstraction/elementstream.h>
-#include <uiabstraction/uielement.h>
 #include <vorsk/extension.h>
 
 #include <QBuffer>
 #include <QDataStream>
 
 #include <cstdio>
+
+#include <recordingformat/recordingformat.h>
+#include <uiabstraction/elementstream.h>
+#include <uiabstraction/uielement.h>
 
 using Vorsk::UIAbstraction::StandardType;
 using Vorsk::UIAbstraction::UIElement;

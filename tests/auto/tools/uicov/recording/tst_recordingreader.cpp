@@ -169,7 +169,7 @@ private Q_SLOTS:
     void framesOfUnknownTypesArePassedOver() {
         RecordingBuilder recording;
         recording.addFrame(0, QByteArray("?"));
-        recording.addFrame(6, QByteArray("?"));
+        recording.addFrame(7, QByteArray("?"));
         recording.addFrame(255, QByteArray());
         recording.addEnd();
         const Outcome outcome = read(recording.bytes());
