@@ -77,6 +77,10 @@ function(uicov_add_test)
     _uicov_reject_unknown(uicov_add_test)
     add_executable(${ARG_NAME} ${ARG_SOURCES})
     target_link_libraries(${ARG_NAME} PRIVATE ${ARG_LINK} Qt5::Test uicov_flags)
+    if(CMAKE_CROSSCOMPILING)
+        target_sources(${ARG_NAME} PRIVATE ${PROJECT_SOURCE_DIR}/tests/testlib/emulatedfork.cpp)
+        target_link_libraries(${ARG_NAME} PRIVATE ${CMAKE_DL_LIBS})
+    endif()
     target_compile_definitions(${ARG_NAME} PRIVATE ${ARG_DEFINITIONS})
     set_target_properties(${ARG_NAME} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
     if(NOT ARG_NO_PCH)
@@ -112,7 +116,10 @@ function(uicov_register_test)
     if(CMAKE_CROSSCOMPILING)
         math(EXPR ARG_TIMEOUT "${ARG_TIMEOUT} * 5")
         # Where programs find their libraries when the kernel hands them to the emulator.
-        list(APPEND ARG_ENVIRONMENT QEMU_LD_PREFIX=${CMAKE_SYSROOT})
+        # Qt looks for its own plugins by a call that the emulator does not redirect everywhere.
+        set(qt_folder ${CMAKE_SYSROOT}/usr/lib/${CMAKE_LIBRARY_ARCHITECTURE}/qt5)
+        list(APPEND ARG_ENVIRONMENT QEMU_LD_PREFIX=${CMAKE_SYSROOT} QT_PLUGIN_PATH=${qt_folder}/plugins
+            QML2_IMPORT_PATH=${qt_folder}/qml)
     endif()
     set(environment
         QT_QPA_PLATFORM=offscreen QT_QUICK_BACKEND=software LC_ALL=C.UTF-8 QT_LOGGING_RULES=

@@ -30,6 +30,11 @@ QStringList knownKeys(const QString& section) {
             QStringLiteral("takeScreenshotsOfElements")};
 }
 
+/** As qEnvironmentVariable, which came with Qt 5.10. */
+QString fromEnvironmentVariable(const char* name) {
+    return QString::fromLocal8Bit(qgetenv(name));
+}
+
 /** Insertions, removals and replacements that make one text of the other, ignoring case. */
 int editDistance(const QString& written, const QString& known) {
     std::vector<int> row(static_cast<size_t>(known.size()) + 1);
@@ -118,9 +123,9 @@ const QString consequence = QStringLiteral("; nothing is recorded, ");
 std::optional<HostConfiguration> HostConfiguration::fromEnvironment(const QString& libraryFolder) {
     HostConfiguration result;
     if (!qEnvironmentVariableIsEmpty("VORSK_OPTIONS_FILE")) {
-        result = read(qEnvironmentVariable("VORSK_OPTIONS_FILE"));
+        result = read(fromEnvironmentVariable("VORSK_OPTIONS_FILE"));
     } else if (!qEnvironmentVariableIsEmpty("VORSK_RECORDING_DIR")) {
-        result = forFolder(qEnvironmentVariable("VORSK_RECORDING_DIR"), libraryFolder);
+        result = forFolder(fromEnvironmentVariable("VORSK_RECORDING_DIR"), libraryFolder);
     } else {
         return std::nullopt;
     }
@@ -139,7 +144,7 @@ HostConfiguration HostConfiguration::forFolder(const QString& folder,
     result.m_recording = recordings.filePath(
         QFileInfo(QCoreApplication::applicationFilePath()).fileName() + QStringLiteral(".uirec"));
     result.m_extensions.append(QDir(libraryFolder).filePath(QStringLiteral("libqtuicoverage.so")));
-    result.m_context = qEnvironmentVariable("VORSK_RECORDING_CONTEXT");
+    result.m_context = fromEnvironmentVariable("VORSK_RECORDING_CONTEXT");
     for (const char* option : {"enabled", "qtwidgets", "qtquick"}) {
         result.m_options[option] = {"1"};
     }
@@ -149,7 +154,7 @@ HostConfiguration HostConfiguration::forFolder(const QString& folder,
 }
 
 void HostConfiguration::takeMaximumSize() {
-    const QString value = qEnvironmentVariable("VORSK_RECORDING_MAX_BYTES");
+    const QString value = fromEnvironmentVariable("VORSK_RECORDING_MAX_BYTES");
     if (value.isEmpty()) {
         return;
     }

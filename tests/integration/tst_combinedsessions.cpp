@@ -27,7 +27,7 @@ using Uicov::Store::RunElement;
 
 namespace {
 
-constexpr char examples[] = "/usr/lib/" UICOV_MULTIARCH "/qt5/examples/widgets/";
+constexpr char examples[] = UICOV_EXAMPLES "/widgets/";
 
 const QString shown = QStringLiteral("shown");
 const QString clicked = QStringLiteral("clicked");

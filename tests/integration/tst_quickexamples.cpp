@@ -12,7 +12,7 @@ using Vorsk::UIAbstraction::UIEvent;
 
 namespace {
 
-constexpr char examples[] = "/usr/lib/" UICOV_MULTIARCH "/qt5/examples/";
+constexpr char examples[] = UICOV_EXAMPLES "/";
 
 /** Until then a slow and busy machine has done what was asked of it. */
 constexpr int patience = 120000;

@@ -11,7 +11,7 @@ using Name = GuiSession::Name;
 
 namespace {
 
-constexpr char examples[] = "/usr/lib/" UICOV_MULTIARCH "/qt5/examples/widgets/";
+constexpr char examples[] = UICOV_EXAMPLES "/widgets/";
 
 QString example(const char* path) {
     return QLatin1String(examples) + QLatin1String(path);
