@@ -2,7 +2,10 @@
 PRESET ?= dev
 BUILD := build/$(PRESET)
 
-.PHONY: all bootstrap configure demo test lint format bench clean
+# The ARM architecture of build-arm and test-arm: armhf or arm64.
+ARCH ?= armhf
+
+.PHONY: all bootstrap configure demo test build-arm test-arm lint format bench clean
 
 all: configure
 	cmake --build --preset $(PRESET)
@@ -19,6 +22,15 @@ demo: configure
 
 test: all
 	ctest --preset $(PRESET)
+
+build-arm: bootstrap
+	scripts/bootstrap --arm
+	scripts/sysroot $(ARCH)
+	cmake --preset $(ARCH)
+	cmake --build --preset $(ARCH)
+
+test-arm:
+	scripts/test-arm armhf arm64
 
 format:
 	scripts/format

@@ -41,11 +41,11 @@ QWidget* makeControl(int number) {
 /** A window full of controls, as it is grabbed. */
 QImage grabWindow(QSize size) {
     QGroupBox window(QStringLiteral("Everything"));
-    auto* const layout = new QGridLayout(&window);
+    QGridLayout layout(&window);
     const int columns = std::max(1, size.width() / 130);
     const int rows = std::max(1, size.height() / 35);
     for (int i = 0; i < columns * rows; ++i) {
-        layout->addWidget(makeControl(i), i / columns, i % columns);
+        layout.addWidget(makeControl(i), i / columns, i % columns);
     }
     window.resize(size);
     return window.grab(QRect(QPoint(), size)).toImage();
@@ -54,6 +54,7 @@ QImage grabWindow(QSize size) {
 double medianMilliseconds(const std::function<void()>& work) {
     constexpr int rounds = 9;
     std::vector<double> times;
+    times.reserve(rounds);
     for (int i = 0; i < rounds; ++i) {
         times.push_back(static_cast<double>(nanoseconds(work)) / 1e6);
     }

@@ -6,6 +6,10 @@ add_library(uicov_flags INTERFACE)
 target_compile_definitions(uicov_flags INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH QT_STRICT_ITERATORS
     QT_NO_URL_CAST_FROM_STRING QT_DEPRECATED_WARNINGS)
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+    # Recordings grow beyond 2 GiB, and the number of a file in its file system beyond 32 bit at any size.
+    target_compile_definitions(uicov_flags INTERFACE _FILE_OFFSET_BITS=64)
+endif()
 target_compile_options(uicov_flags INTERFACE
     -Wall -Wextra -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual
     $<$<BOOL:${UICOV_WARNINGS_AS_ERRORS}>:-Werror>)
@@ -40,8 +44,11 @@ function(uicov_add_library)
     cmake_parse_arguments(ARG "PCH" "NAME;TYPE;VERSION_SCRIPT;OUTPUT_SUBDIR" "SOURCES;LINK;LINK_PRIVATE;INCLUDE" ${ARGN})
     _uicov_reject_unknown(uicov_add_library)
     add_library(${ARG_NAME} ${ARG_TYPE} ${ARG_SOURCES})
+    # Where it is installed, headers lie elsewhere and our flags are nobody's business.
+    list(TRANSFORM ARG_INCLUDE REPLACE "(.+)" "$<BUILD_INTERFACE:\\1>")
     target_include_directories(${ARG_NAME} PUBLIC ${ARG_INCLUDE})
-    target_link_libraries(${ARG_NAME} PUBLIC ${ARG_LINK} PRIVATE uicov_flags ${ARG_LINK_PRIVATE})
+    target_link_libraries(${ARG_NAME} PUBLIC ${ARG_LINK}
+        PRIVATE $<BUILD_INTERFACE:uicov_flags> ${ARG_LINK_PRIVATE})
     if(ARG_PCH)
         target_precompile_headers(${ARG_NAME} REUSE_FROM uicov_pch)
     endif()
@@ -79,9 +86,10 @@ function(uicov_add_test)
     if(NOT ARG_TIMEOUT)
         set(ARG_TIMEOUT 120)
     endif()
-    set(command $<TARGET_FILE:${ARG_NAME}>)
+    set(command ${ARG_NAME}) # a target, so that an emulator comes before it where one is needed
     if(ARG_ON_DISPLAY)
-        set(command xvfb-run -a -s "-screen 0 1280x1024x24" ${command})
+        set(command xvfb-run -a -s "-screen 0 1280x1024x24"
+            ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:${ARG_NAME}>)
         # The X libraries hand strndup() bytes that have no end, as they may.
         list(APPEND ARG_ENVIRONMENT QT_QPA_PLATFORM=xcb QT_XCB_GL_INTEGRATION=none
             "ASAN_OPTIONS=detect_leaks=1:strict_string_checks=0:detect_stack_use_after_return=1")
@@ -100,6 +108,11 @@ function(uicov_register_test)
     add_test(NAME ${ARG_NAME} COMMAND ${ARG_COMMAND})
     if(NOT ARG_TIMEOUT)
         set(ARG_TIMEOUT 120)
+    endif()
+    if(CMAKE_CROSSCOMPILING)
+        math(EXPR ARG_TIMEOUT "${ARG_TIMEOUT} * 5")
+        # Where programs find their libraries when the kernel hands them to the emulator.
+        list(APPEND ARG_ENVIRONMENT QEMU_LD_PREFIX=${CMAKE_SYSROOT})
     endif()
     set(environment
         QT_QPA_PLATFORM=offscreen QT_QUICK_BACKEND=software LC_ALL=C.UTF-8 QT_LOGGING_RULES=
@@ -123,7 +136,11 @@ endfunction()
 
 function(uicov_print_summary)
     message(STATUS "uicov ${PROJECT_VERSION}: ${CMAKE_BUILD_TYPE}, Qt ${Qt5_VERSION}")
+    if(CMAKE_CROSSCOMPILING)
+        message(STATUS "  for ${CMAKE_SYSTEM_PROCESSOR}, tests run by ${CMAKE_CROSSCOMPILING_EMULATOR}")
+    endif()
     message(STATUS "  UICOV_BUILD_TESTS        ${UICOV_BUILD_TESTS}")
+    message(STATUS "  UICOV_BUILD_COMMAND      ${UICOV_BUILD_COMMAND}")
     message(STATUS "  UICOV_BUILD_BENCHMARKS   ${UICOV_BUILD_BENCHMARKS}")
     message(STATUS "  UICOV_WARNINGS_AS_ERRORS ${UICOV_WARNINGS_AS_ERRORS}")
     message(STATUS "  UICOV_SANITIZE           ${UICOV_SANITIZE}")

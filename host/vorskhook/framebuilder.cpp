@@ -4,7 +4,9 @@
 #include <QVariant>
 #include <QtEndian>
 
+#include <cstring>
 #include <limits>
+#include <utility>
 
 #include <zlib.h>
 
@@ -30,25 +32,84 @@ void appendText(QByteArray& bytes, const QString& text) {
     appendBytes(bytes, text.toUtf8());
 }
 
-void appendArgument(QByteArray& bytes, const QVariant& argument) {
-    switch (argument.userType()) {
-    case QMetaType::Int:
-        appendInteger(bytes, static_cast<quint8>(ArgumentTag::Integer));
-        appendInteger(bytes, static_cast<qint32>(argument.toInt()));
-        return;
-    case QMetaType::QByteArray:
-        appendInteger(bytes, static_cast<quint8>(ArgumentTag::Bytes));
-        appendBytes(bytes, argument.toByteArray());
-        return;
-    default:
-        break;
-    }
+/** In the form that arguments of no tag of their own have. */
+QByteArray streamed(const QVariant& argument) {
     QByteArray encoded;
     QDataStream stream(&encoded, QIODevice::WriteOnly);
     stream.setVersion(QDataStream::Qt_4_6);
     stream << argument;
-    appendInteger(bytes, static_cast<quint8>(ArgumentTag::Variant));
-    appendBytes(bytes, encoded);
+    return encoded;
+}
+
+/** The bytes themselves: a variant gives them away only as a copy. */
+const QByteArray& bytesOf(const QVariant& argument) {
+    return *static_cast<const QByteArray*>(argument.constData());
+}
+
+/** How many bytes a Message frame takes for the argument. */
+qint64 encodedSize(const QVariant& argument) {
+    constexpr qint64 tagAndLength = sizeof(quint8) + sizeof(quint32);
+    switch (argument.userType()) {
+    case QMetaType::Int:
+        return sizeof(quint8) + sizeof(qint32);
+    case QMetaType::QByteArray:
+        return tagAndLength + bytesOf(argument).size();
+    default:
+        return tagAndLength + streamed(argument).size();
+    }
+}
+
+/** Where so many new bytes begin behind those that are there. Not inlined: compilers take the
+ * memory for QByteArray's own header and warn. */
+Q_NEVER_INLINE char* extend(QByteArray& bytes, int count) {
+    const int start = bytes.size();
+    bytes.resize(start + count);
+    return bytes.data() + start;
+}
+
+/** Fills memory that is large enough, from its start on. */
+class Filler {
+public:
+    explicit Filler(char* target)
+        : m_target(target) {}
+
+    template <typename Integer>
+    void add(Integer value) {
+        qToBigEndian(value, m_target);
+        m_target += sizeof value;
+    }
+
+    void add(const QByteArray& bytes) {
+        add(static_cast<quint32>(bytes.size()));
+        std::memcpy(m_target, bytes.constData(), static_cast<size_t>(bytes.size()));
+        m_target += bytes.size();
+    }
+
+    void add(const QVariant& argument) {
+        switch (argument.userType()) {
+        case QMetaType::Int:
+            add(static_cast<quint8>(ArgumentTag::Integer));
+            add(*static_cast<const qint32*>(argument.constData()));
+            break;
+        case QMetaType::QByteArray:
+            add(static_cast<quint8>(ArgumentTag::Bytes));
+            add(bytesOf(argument));
+            break;
+        default:
+            add(static_cast<quint8>(ArgumentTag::Variant));
+            add(streamed(argument));
+        }
+    }
+
+private:
+    char* m_target;
+};
+
+/** Fills in length and checksum of a frame whose payload is there. */
+void seal(char* frame, quint32 length) {
+    const auto* payload = reinterpret_cast<const Bytef*>(frame + frameHeaderSize);
+    qToBigEndian(length, frame);
+    qToBigEndian(static_cast<quint32>(crc32(0, payload, length)), frame + sizeof length);
 }
 
 /** A frame with room for its length and checksum; the caller appends the body. */
@@ -67,19 +128,8 @@ QByteArray endedFrame(QByteArray frame) {
     if (length > maximumPayloadSize) {
         return {};
     }
-    char* start = frame.data();
-    const auto* payload = reinterpret_cast<const Bytef*>(start + frameHeaderSize);
-    qToBigEndian(length, start);
-    qToBigEndian(static_cast<quint32>(crc32(0, payload, length)), start + sizeof length);
+    seal(frame.data(), length);
     return frame;
-}
-
-/** Bytes of an argument, near enough for reserving and exact for what can be large. */
-qint64 estimatedSize(const QVariant& argument) {
-    constexpr int overhead = 16;
-    return argument.userType() == QMetaType::QByteArray
-               ? overhead + static_cast<qint64>(argument.toByteArray().size())
-               : overhead;
 }
 
 } // namespace
@@ -99,46 +149,59 @@ QByteArray processFrame(quint64 time, const ProcessInfo& info) {
         appendText(frame, entry.first);
         appendText(frame, entry.second);
     }
-    return endedFrame(frame);
+    return endedFrame(std::move(frame));
 }
 
 QByteArray messageFrame(quint64 time, int channel, const QString& name,
                         const Vorsk::ArgumentList& args) {
-    qint64 bodySize = name.size() + 16;
+    QByteArray frame;
+    appendMessageFrame(frame, time, channel, name, args);
+    return frame;
+}
+
+bool appendMessageFrame(QByteArray& bytes, quint64 time, int channel, const QString& name,
+                        const Vorsk::ArgumentList& args) {
+    const QByteArray encodedName = name.toUtf8();
+    qint64 length = payloadHeaderSize + qint64{sizeof(qint32) + sizeof(quint32) + sizeof(quint8)} +
+                    encodedName.size();
     for (const QVariant& argument : args) {
-        bodySize += estimatedSize(argument);
+        length += encodedSize(argument);
     }
     if (args.size() > std::numeric_limits<quint8>::max() ||
-        bodySize > static_cast<qint64>(maximumPayloadSize)) {
-        return {};
+        length > static_cast<qint64>(maximumPayloadSize)) {
+        return false;
     }
-    QByteArray frame = beginFrame(FrameType::Message, time, static_cast<int>(bodySize));
-    appendInteger(frame, static_cast<qint32>(channel));
-    appendText(frame, name);
-    appendInteger(frame, static_cast<quint8>(args.size()));
+    char* const frame = extend(bytes, frameHeaderSize + static_cast<int>(length));
+    Filler filler(frame + frameHeaderSize);
+    filler.add(static_cast<quint8>(FrameType::Message));
+    filler.add(time);
+    filler.add(static_cast<qint32>(channel));
+    filler.add(encodedName);
+    filler.add(static_cast<quint8>(args.size()));
     for (const QVariant& argument : args) {
-        appendArgument(frame, argument);
+        filler.add(argument);
     }
-    return endedFrame(frame);
+    seal(frame, static_cast<quint32>(length));
+    return true;
 }
 
 QByteArray logFrame(quint64 time, Severity severity, const QString& text) {
     QByteArray frame = beginFrame(FrameType::Log, time, text.size() + 8);
     appendInteger(frame, static_cast<quint8>(severity));
     appendText(frame, text);
-    return endedFrame(frame);
+    return endedFrame(std::move(frame));
 }
 
 QByteArray markFrame(quint64 time, const QString& name) {
     QByteArray frame = beginFrame(FrameType::Mark, time, name.size() + 4);
     appendText(frame, name);
-    return endedFrame(frame);
+    return endedFrame(std::move(frame));
 }
 
 QByteArray endFrame(quint64 time, quint64 messages) {
     QByteArray frame = beginFrame(FrameType::End, time, sizeof messages);
     appendInteger(frame, messages);
-    return endedFrame(frame);
+    return endedFrame(std::move(frame));
 }
 
 } // namespace FrameBuilder

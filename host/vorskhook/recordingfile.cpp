@@ -104,7 +104,7 @@ bool RecordingFile::create(const QString& path) {
             return false;
         }
     }
-    m_owner = ::getpid();
+    m_owner.claim();
     struct stat status {};
     ::fstat(m_descriptor, &status);
     m_device = status.st_dev;
@@ -151,7 +151,7 @@ void RecordingFile::close() {
 }
 
 bool RecordingFile::isOpen() const {
-    return m_descriptor >= 0 && m_owner == ::getpid();
+    return m_descriptor >= 0 && m_owner.isThis();
 }
 
 bool RecordingFile::isStillOurs() const {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "vorskhook/owningprocess.h"
+
 #include <vorsk/global.h>
 
 #include <QByteArray>
@@ -55,7 +57,7 @@ private:
     bool cutBack(off_t length);
 
     int m_descriptor = -1;
-    pid_t m_owner = 0;
+    OwningProcess m_owner;
     dev_t m_device = 0;
     ino_t m_inode = 0;
     qint64 m_size = 0;

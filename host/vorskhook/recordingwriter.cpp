@@ -11,10 +11,14 @@ namespace {
 /** Bytes of log lines that are worth a write of their own. */
 constexpr int logFlushSize = 64 * 1024;
 
+/** Memory that is kept from one message to the next. */
+constexpr int keptMemory = 4096;
+
 } // namespace
 
 bool RecordingWriter::open(const QString& path, const ProcessInfo& info) {
-    m_waitingLogs.clear();
+    m_waiting.clear();
+    m_waiting.reserve(keptMemory);
     m_messages = 0;
     m_refusalReported = false;
     m_start = std::chrono::steady_clock::now();
@@ -49,13 +53,11 @@ bool RecordingWriter::appendMessage(int channel, const QString& name,
     if (!m_file.isOpen()) {
         return false;
     }
-    QByteArray mark;
     if (m_testFunction.hasChanged()) {
-        mark = FrameBuilder::markFrame(elapsed(), m_testFunction.name());
+        // Also before a message that is refused.
+        m_waiting += FrameBuilder::markFrame(elapsed(), m_testFunction.name());
     }
-    const QByteArray frame = FrameBuilder::messageFrame(elapsed(), channel, name, args);
-    m_waitingLogs += mark; // also before a message that is refused
-    if (frame.isNull()) {
+    if (!FrameBuilder::appendMessageFrame(m_waiting, elapsed(), channel, name, args)) {
         if (!m_refusalReported) {
             m_refusalReported = true;
             reportProblem(QStringLiteral("message-refused: a message named %1 is larger than a "
@@ -65,10 +67,10 @@ bool RecordingWriter::appendMessage(int channel, const QString& name,
         }
         return false;
     }
-    if (!write(m_waitingLogs.isEmpty() ? frame : m_waitingLogs + frame)) {
+    if (!write(m_waiting)) {
         return false;
     }
-    m_waitingLogs.clear();
+    forgetWaiting();
     ++m_messages;
     return true;
 }
@@ -77,10 +79,10 @@ void RecordingWriter::appendLog(RecordingFormat::Severity severity, const QStrin
     if (!m_file.isOpen()) {
         return;
     }
-    m_waitingLogs += FrameBuilder::logFrame(elapsed(), severity, text);
-    if (m_waitingLogs.size() >= logFlushSize) {
-        write(m_waitingLogs);
-        m_waitingLogs.clear();
+    m_waiting += FrameBuilder::logFrame(elapsed(), severity, text);
+    if (m_waiting.size() >= logFlushSize) {
+        write(m_waiting);
+        forgetWaiting();
     }
 }
 
@@ -88,8 +90,8 @@ void RecordingWriter::close() {
     if (!m_file.isOpen()) {
         return;
     }
-    if (write(m_waitingLogs + FrameBuilder::endFrame(elapsed(), m_messages))) {
-        m_waitingLogs.clear();
+    if (write(m_waiting + FrameBuilder::endFrame(elapsed(), m_messages))) {
+        m_waiting.clear();
         m_file.close();
     }
 }
@@ -102,6 +104,15 @@ void RecordingWriter::setWriteFunction(RecordingFile::WriteFunction function) {
     m_file.setWriteFunction(function);
 }
 
+void RecordingWriter::forgetWaiting() {
+    if (m_waiting.capacity() > 2 * logFlushSize) {
+        m_waiting.clear(); // held a picture
+        m_waiting.reserve(keptMemory);
+    } else {
+        m_waiting.resize(0);
+    }
+}
+
 quint64 RecordingWriter::elapsed() const {
     const auto time = std::chrono::steady_clock::now() - m_start;
     return static_cast<quint64>(
@@ -112,7 +123,7 @@ bool RecordingWriter::write(const QByteArray& bytes) {
     if (m_file.append(bytes)) {
         return true;
     }
-    m_waitingLogs.clear();
+    m_waiting.clear();
     reportProblem(QStringLiteral("recording-ended: cannot write to the recording %1: %2; it ends "
                                  "here and the application goes on, make room or choose another "
                                  "place")

@@ -61,10 +61,12 @@ public:
 private:
     quint64 elapsed() const;
     bool write(const QByteArray& bytes);
+    void forgetWaiting();
 
     RecordingFile m_file;
     TestFunction m_testFunction;
-    QByteArray m_waitingLogs;
+    /** Frames that have still to be written, those of log lines above all. */
+    QByteArray m_waiting;
     std::chrono::steady_clock::time_point m_start;
     quint64 m_messages = 0;
     bool m_refusalReported = false;

@@ -119,12 +119,13 @@ test("what rules leave out is listed with rule and reason, in the overview and i
         "window = \"Settings\" uicov.toml:6 6 3",
         "text = \"Lampshade\" uicov.toml:9 0 0"]);
     await shownPage.locator(".rules a").first().click();
-    assert.equal(await shownPage.inputValue("#filter"), "s:ignored");
+    await shownPage.waitForFunction(() => document.querySelector("#filter").value === "s:ignored");
     assert.equal(await shownPage.locator("#matches-title").innerText(), "Matches: 0 elements, 7 left out by rules");
     assert.equal((await rowsOf(shownPage)).length, 7);
     assert.ok((await rowsOf(shownPage)).every(({state}) => state === "ignored"));
 
     await shownPage.goto(url + windowHash(panel));
+    await shownPage.waitForFunction(() => document.querySelector("#elements .row"));
     assert.match(await shownPage.locator(".status").innerText(), /^22 elements, 1 left out$/);
     const outline = (await outlinesOf(shownPage)).find(({name}) => name === "Button \"Reset\": ignored");
     assert.ok(outline.screen.width > 50);

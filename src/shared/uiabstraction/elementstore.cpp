@@ -85,7 +85,9 @@ void ElementStore::removeFirstEntry(UIElement* element) {
     ++m_removedEntries;
     const auto further = m_furtherPositions.find(element);
     if (further == m_furtherPositions.end()) {
-        m_firstPosition.erase(first);
+        // By the key: erasing at a place looks for the next one, which is far in a table that
+        // empties.
+        m_firstPosition.remove(element);
     } else {
         *first = further->front();
         further->erase(further->begin());

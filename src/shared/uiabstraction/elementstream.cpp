@@ -1,8 +1,7 @@
 #include "uiabstraction/elementstream.h"
 
-#include "uiabstraction/elementwalk.h"
+#include "uiabstraction/payloadwriter.h"
 #include "uiabstraction/pngreader.h"
-#include "uiabstraction/pngwriter.h"
 #include "uiabstraction/recordkind.h"
 #include "uiabstraction/uielement.h"
 
@@ -17,21 +16,6 @@ namespace Vorsk {
 namespace UIAbstraction {
 
 namespace {
-
-void writeFields(QDataStream& stream, const UIElement& element) {
-    stream << element.id() << element.standardType() << element.concreteType()
-           << element.extraString3() << element.extraString4() << element.extraStrings()
-           << element.isTransparentNode() << element.isSubgraphTransparent()
-           << element.isWindowNode() << element.text() << element.geometry();
-    writeImage(stream, element.image());
-    stream << element.extraString1() << element.extraString2() << element.extraAttributes1()
-           << element.extraAttributes2();
-    const QMap<UIEvent, int> usage = element.usage();
-    stream << static_cast<qint32>(usage.size());
-    for (auto it = usage.cbegin(); it != usage.cend(); ++it) {
-        stream << it.key() << static_cast<qint32>(it.value());
-    }
-}
 
 bool isSound(const QDataStream& stream) {
     return stream.status() == QDataStream::Ok;
@@ -132,11 +116,10 @@ private:
 };
 
 QDataStream& operator<<(QDataStream& stream, const UIElement& element) {
-    ElementWalk walk(&element);
-    while (const UIElement* next = walk.next()) {
-        writeFields(stream, *next);
-        stream << static_cast<qint32>(walk.childCount());
-    }
+    PayloadWriter writer;
+    writer << element;
+    const QByteArray bytes = writer.payload();
+    stream.writeRawData(bytes.constData(), bytes.size());
     return stream;
 }
 

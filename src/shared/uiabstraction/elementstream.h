@@ -18,7 +18,7 @@ class UIElement;
 /**
  * Writes the element with all below it: id, types, extras, flags, text, geometry, image, usage,
  * then the number of children and each child in the same form. An element that stands below itself
- * is left out there, and in the number.
+ * is left out there, and in the number. In the model's version, whatever the stream's.
  */
 QDataStream& operator<<(QDataStream& stream, const UIElement& element);
 

@@ -38,10 +38,12 @@ private:
     };
 
     const UIElement* enter(const UIElement* element);
+    bool isOnPath(const UIElement* element) const;
 
     const UIElement* m_root;
     std::vector<Level> m_path;
-    QSet<const UIElement*> m_onPath;
+    /** What is on the path below the levels that are looked through. */
+    QSet<const UIElement*> m_deepOnPath;
     int m_depth = 0;
     int m_childCount = 0;
 };

@@ -80,6 +80,7 @@ void CombineCommand::setArguments(const std::vector<std::string>& unread,
 }
 
 int CombineCommand::run(Console::Terminal& terminal) {
+    terminal.setShowsProgress(!m_isQuiet);
     if (m_files.empty()) {
         terminal.error({Message::WrongUse,
                         QStringLiteral("combine takes data files, recordings or folders with "

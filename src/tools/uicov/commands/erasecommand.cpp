@@ -84,6 +84,7 @@ void EraseCommand::setArguments(const std::vector<std::string>& unread,
 }
 
 int EraseCommand::run(Console::Terminal& terminal) {
+    terminal.setShowsProgress(!m_isQuiet);
     if (m_files.size() > 1) {
         terminal.error({Message::WrongUse, QStringLiteral("erase takes one data file at a time; "
                                                           "see uicov erase --help")});

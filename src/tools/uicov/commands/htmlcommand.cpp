@@ -91,6 +91,7 @@ void HtmlCommand::setArguments(const std::vector<std::string>& unread,
 }
 
 int HtmlCommand::run(Console::Terminal& terminal) {
+    terminal.setShowsProgress(!m_isQuiet);
     if (!m_options.readConfiguration(terminal)) {
         return Failed;
     }

@@ -114,6 +114,7 @@ void RunCommand::setArguments(const std::vector<std::string>& unread,
 }
 
 int RunCommand::run(Console::Terminal& terminal) {
+    terminal.setShowsProgress(!m_isQuiet);
     if (m_arguments.empty()) {
         terminal.error({Message::WrongUse, QStringLiteral("run takes the application to start; see "
                                                           "uicov run --help")});

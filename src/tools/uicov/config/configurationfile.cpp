@@ -118,7 +118,7 @@ public:
     }
 
     QString choice(const toml::node& node, const QStringList& choices) {
-        const QString value = text(node);
+        QString value = text(node);
         if (!m_problem && !choices.contains(value)) {
             fail(node.source(), QStringLiteral("\"%1\" is none of %2; the nearest one is \"%3\"")
                                     .arg(value, choices.join(QStringLiteral(", ")),

@@ -62,6 +62,13 @@ QVector<uint> codePoints(const QString& text) {
     return result;
 }
 
+bool isPlain(QChar character) {
+    constexpr ushort firstPrintable = 0x20;
+    constexpr ushort lastPrintable = 0x7e;
+    const ushort code = character.unicode();
+    return code >= firstPrintable && code <= lastPrintable && code != '\\';
+}
+
 struct Range {
     uint first;
     uint last;
@@ -91,6 +98,9 @@ int columnsOf(uint codePoint) {
 } // namespace
 
 QString escaped(const QString& text) {
+    if (std::all_of(text.cbegin(), text.cend(), isPlain)) {
+        return text; // as nearly all are
+    }
     QString result;
     result.reserve(text.size());
     const QVector<uint> points = codePoints(text);

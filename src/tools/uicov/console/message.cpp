@@ -1,90 +1,75 @@
 #include "console/message.h"
 
+#include <array>
+#include <cstddef>
+
 namespace Uicov::Console {
 
-QString messageName(Message message) {
-    // No default: a message without a name is a compiler warning.
-    switch (message) {
-    case Message::WrongUse:
-        return QStringLiteral("wrong-use");
-    case Message::InputMissing:
-        return QStringLiteral("input-missing");
-    case Message::InputUnreadable:
-        return QStringLiteral("input-unreadable");
-    case Message::InputEmpty:
-        return QStringLiteral("input-empty");
-    case Message::InputForeign:
-        return QStringLiteral("input-foreign");
-    case Message::InputNewer:
-        return QStringLiteral("input-newer");
-    case Message::InputTorn:
-        return QStringLiteral("input-torn");
-    case Message::NoElements:
-        return QStringLiteral("no-elements");
-    case Message::EndedAbnormally:
-        return QStringLiteral("ended-abnormally");
-    case Message::RecordingTorn:
-        return QStringLiteral("recording-torn");
-    case Message::RecordingDamaged:
-        return QStringLiteral("recording-damaged");
-    case Message::RecordsDamaged:
-        return QStringLiteral("records-damaged");
-    case Message::OutputNotWritable:
-        return QStringLiteral("output-not-writable");
-    case Message::OutputNotARecording:
-        return QStringLiteral("output-not-a-recording");
-    case Message::ApplicationMissing:
-        return QStringLiteral("application-missing");
-    case Message::ApplicationNotExecutable:
-        return QStringLiteral("application-not-executable");
-    case Message::ApplicationNotStarted:
-        return QStringLiteral("application-not-started");
-    case Message::WrongArchitecture:
-        return QStringLiteral("wrong-architecture");
-    case Message::WrongQtVersion:
-        return QStringLiteral("wrong-qt-version");
-    case Message::StaticExecutable:
-        return QStringLiteral("static-executable");
-    case Message::StaticQt:
-        return QStringLiteral("static-qt");
-    case Message::LibrariesMissing:
-        return QStringLiteral("libraries-missing");
-    case Message::LibraryUnusable:
-        return QStringLiteral("library-unusable");
-    case Message::SetupFailed:
-        return QStringLiteral("setup-failed");
-    case Message::NothingRecorded:
-        return QStringLiteral("nothing-recorded");
-    case Message::RecordingUnreadable:
-        return QStringLiteral("recording-unreadable");
-    case Message::DataFileBusy:
-        return QStringLiteral("data-file-busy");
-    case Message::DataFileDamaged:
-        return QStringLiteral("data-file-damaged");
-    case Message::OutputForeign:
-        return QStringLiteral("output-foreign");
-    case Message::NoSuchRun:
-        return QStringLiteral("no-such-run");
-    case Message::NoRunGoing:
-        return QStringLiteral("no-run-going");
-    case Message::ConfigurationUnreadable:
-        return QStringLiteral("configuration-unreadable");
-    case Message::ConfigurationWrong:
-        return QStringLiteral("configuration-wrong");
-    case Message::IgnoreRuleUnused:
-        return QStringLiteral("ignore-rule-unused");
-    case Message::IgnoreRuleHidesUse:
-        return QStringLiteral("ignore-rule-hides-use");
-    case Message::CriterionUnused:
-        return QStringLiteral("criterion-unused");
-    case Message::GateNotMet:
-        return QStringLiteral("gate-not-met");
-    case Message::NoSuchElement:
-        return QStringLiteral("no-such-element");
-    case Message::PageTooLarge:
-        return QStringLiteral("page-too-large");
+namespace {
+
+struct Entry {
+    Message message;
+    const char* name;
+};
+
+/** In the order of the enumeration. */
+constexpr std::array<Entry, messageCount> entries{{
+    {Message::WrongUse, "wrong-use"},
+    {Message::InputMissing, "input-missing"},
+    {Message::InputUnreadable, "input-unreadable"},
+    {Message::InputEmpty, "input-empty"},
+    {Message::InputForeign, "input-foreign"},
+    {Message::InputNewer, "input-newer"},
+    {Message::InputTorn, "input-torn"},
+    {Message::NoElements, "no-elements"},
+    {Message::EndedAbnormally, "ended-abnormally"},
+    {Message::RecordingTorn, "recording-torn"},
+    {Message::RecordingDamaged, "recording-damaged"},
+    {Message::RecordsDamaged, "records-damaged"},
+    {Message::OutputNotWritable, "output-not-writable"},
+    {Message::OutputNotARecording, "output-not-a-recording"},
+    {Message::ApplicationMissing, "application-missing"},
+    {Message::ApplicationNotExecutable, "application-not-executable"},
+    {Message::ApplicationNotStarted, "application-not-started"},
+    {Message::WrongArchitecture, "wrong-architecture"},
+    {Message::WrongQtVersion, "wrong-qt-version"},
+    {Message::StaticExecutable, "static-executable"},
+    {Message::StaticQt, "static-qt"},
+    {Message::LibrariesMissing, "libraries-missing"},
+    {Message::LibraryUnusable, "library-unusable"},
+    {Message::SetupFailed, "setup-failed"},
+    {Message::NothingRecorded, "nothing-recorded"},
+    {Message::RecordingUnreadable, "recording-unreadable"},
+    {Message::DataFileBusy, "data-file-busy"},
+    {Message::DataFileDamaged, "data-file-damaged"},
+    {Message::OutputForeign, "output-foreign"},
+    {Message::NoSuchRun, "no-such-run"},
+    {Message::NoRunGoing, "no-run-going"},
+    {Message::ConfigurationUnreadable, "configuration-unreadable"},
+    {Message::ConfigurationWrong, "configuration-wrong"},
+    {Message::IgnoreRuleUnused, "ignore-rule-unused"},
+    {Message::IgnoreRuleHidesUse, "ignore-rule-hides-use"},
+    {Message::CriterionUnused, "criterion-unused"},
+    {Message::GateNotMet, "gate-not-met"},
+    {Message::NoSuchElement, "no-such-element"},
+    {Message::PageTooLarge, "page-too-large"},
+}};
+
+constexpr bool isComplete() {
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        if (entries[i].name == nullptr || static_cast<std::size_t>(entries[i].message) != i) {
+            return false;
+        }
     }
-    return {};
+    return true;
+}
+
+static_assert(isComplete(), "a message has no name, or not in its place");
+
+} // namespace
+
+QString messageName(Message message) {
+    return QString::fromLatin1(entries[static_cast<std::size_t>(message)].name);
 }
 
 } // namespace Uicov::Console

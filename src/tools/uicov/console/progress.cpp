@@ -28,7 +28,7 @@ Progress::~Progress() {
 void Progress::advance(qint64 steps) {
     m_done += steps;
     const qint64 now = m_clock();
-    if (now >= m_nextTime) {
+    if (now >= m_nextTime && m_terminal.showsProgress()) {
         show(now);
     }
 }

@@ -37,6 +37,9 @@ public:
     /** Takes that line away, if there is one. */
     void clearStatus();
     virtual bool isErrorTerminal() const;
+    /** Whether Progress may say something here; it may unless a command was told to be quiet. */
+    bool showsProgress() const { return m_showsProgress; }
+    void setShowsProgress(bool shows) { m_showsProgress = shows; }
 
     /** Writes data; false when not all of it could be written. */
     bool write(const QString& text);
@@ -62,6 +65,7 @@ private:
     void writeLine(const QString& line);
 
     bool m_showsStatus = false;
+    bool m_showsProgress = true;
 };
 
 } // namespace Uicov::Console

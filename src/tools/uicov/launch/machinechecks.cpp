@@ -95,8 +95,8 @@ Finding MachineChecks::fileSizeLimit() {
         return {Result::Ok, check, QStringLiteral("files may become as large as they like"),
                 QString()};
     }
-    constexpr rlim_t largest = static_cast<rlim_t>(scarceSpace) * mebibyte;
-    const auto bytes = static_cast<qint64>(qMin(limit.rlim_cur, largest));
+    constexpr auto largest = static_cast<quint64>(scarceSpace) * mebibyte;
+    const auto bytes = static_cast<qint64>(qMin<quint64>(limit.rlim_cur, largest));
     const Result result = resultFor(bytes);
     return {result, check, QStringLiteral("no file may become larger than ") + sizeText(bytes),
             result == Result::Ok ? QString() : QStringLiteral("raise the limit with ulimit -f")};

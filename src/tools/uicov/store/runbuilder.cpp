@@ -93,10 +93,13 @@ void RunBuilder::takeProcess(const QByteArray& body) {
         return; // who the process is, the first one has told
     }
     m_process = Recording::FrameDecoder::process(body).value_or(Recording::ProcessInfo());
+    // Marks in front of it, where nobody writes them, have begun contexts that are counted in.
     const QString name = StoredText::of(m_process.value(QLatin1String(Key::context)));
-    m_contexts = QStringList{name};
-    m_contextIndex = {{name, 0}};
-    m_context = 0;
+    m_contextIndex.clear();
+    for (QString& context : m_contexts) {
+        context = contextName(name, context);
+        m_contextIndex.insert(context, m_contextIndex.size());
+    }
 }
 
 void RunBuilder::enterContext(const QString& dynamicName) {

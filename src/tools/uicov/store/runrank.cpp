@@ -11,20 +11,35 @@ namespace Uicov::Store {
 
 namespace {
 
-/** Hashes what is written to it. */
+/** Hashes what is written to it; collected first, since a hash of a few bytes costs as one of many.
+ */
 class HashDevice : public QIODevice {
 public:
     HashDevice() { open(QIODevice::WriteOnly); }
-    QByteArray result() const { return m_hash.result(); }
+
+    QByteArray result() {
+        hash();
+        return m_hash.result();
+    }
 
 protected:
     qint64 readData(char* /*data*/, qint64 /*maximum*/) override { return -1; }
     qint64 writeData(const char* data, qint64 size) override {
-        m_hash.addData(data, static_cast<int>(size));
+        constexpr int enough = 65536;
+        m_bytes.append(data, static_cast<int>(size));
+        if (m_bytes.size() >= enough) {
+            hash();
+        }
         return size;
     }
 
 private:
+    void hash() {
+        m_hash.addData(m_bytes);
+        m_bytes.resize(0); // keeps its memory
+    }
+
+    QByteArray m_bytes;
     QCryptographicHash m_hash{QCryptographicHash::Sha256};
 };
 

@@ -197,13 +197,18 @@ void tst_ElementWalk::deepChainIsWalked() {
 }
 
 void tst_ElementWalk::behavesAsRecursion_data() {
+    // So far below the top: a walk remembers the levels near it in another way than deep ones.
+    QTest::addColumn<int>("depth");
     QTest::addColumn<quint32>("seed");
-    for (quint32 seed = 1; seed <= 60; ++seed) {
-        QTest::addRow("seed %u", seed) << seed;
+    for (const int depth : {0, 29, 40}) {
+        for (quint32 seed = 1; seed <= 60; ++seed) {
+            QTest::addRow("depth %d, seed %u", depth, seed) << depth << seed;
+        }
     }
 }
 
 void tst_ElementWalk::behavesAsRecursion() {
+    QFETCH(int, depth);
     QFETCH(quint32, seed);
     constexpr std::size_t count = 8;
     std::mt19937 random(seed);
@@ -218,13 +223,24 @@ void tst_ElementWalk::behavesAsRecursion() {
     for (int i = 0; i < 6; ++i) {
         elements[random() % count]->addChild(elements[random() % count]);
     }
-    for (const UIElement* root : elements) {
+    UIElement* top = elements.front();
+    for (int i = 0; i < depth; ++i) {
+        UIElement* const above = newElement("above");
+        above->addChild(top);
+        // Ways back to every level.
+        elements[random() % count]->addChild(above);
+        top = above;
+    }
+    // From the top alone all ways back lead to what is being walked: no others, or there are too
+    // many ways.
+    const std::vector<UIElement*> roots = depth == 0 ? elements : std::vector<UIElement*>{top};
+    for (const UIElement* root : roots) {
         QList<const UIElement*> path;
         QStringList steps;
         walkPlainly(root, path, steps);
         QCOMPARE(walked(root), steps.join(QLatin1Char(' ')));
     }
-    delete elements.front();
+    delete top;
 }
 
 QTEST_GUILESS_MAIN(tst_ElementWalk)

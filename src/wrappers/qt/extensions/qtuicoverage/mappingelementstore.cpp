@@ -52,7 +52,8 @@ void MappingElementStore::objectDestroyed(QObject* object) {
         return;
     }
     UIElement* const element = it->element;
-    m_mapping.erase(it);
+    // By the key: erasing at a place looks for the next one, which is far in a table that empties.
+    m_mapping.remove(object);
     m_objects.remove(element, object);
     removeFirstEntry(element);
 }

@@ -15,7 +15,11 @@ namespace {
  * Deletes each observer of the list once. The list is a copy: each deletion comes back through
  * observerDestroyed(), which edits the pool's tables.
  */
-void deleteObservers(const QList<QtObjectObserver*>& observers) {
+void deleteObservers(const std::vector<QtObjectObserver*>& observers) {
+    if (observers.size() == 1) {
+        delete observers.front();
+        return;
+    }
     QSet<const QtObjectObserver*> deleted;
     for (QtObjectObserver* observer : observers) {
         if (!deleted.contains(observer)) {
@@ -30,14 +34,14 @@ void deleteObservers(const QList<QtObjectObserver*>& observers) {
 ObserverPool::ObserverPool() = default;
 
 ObserverPool::~ObserverPool() {
-    deleteObservers(m_observersByElement.values());
+    deleteObservers({m_observersByElement.cbegin(), m_observersByElement.cend()});
 }
 
 void ObserverPool::addObserver(UIElement* element, QtObjectObserver* observer) {
     QObject* const object = observer->observedObject();
     deleteDeadObservers(object);
     m_observersByElement.insert(element, observer);
-    m_observersByObject[object].append(observer);
+    m_observersByObject[object].push_back(observer);
     m_places.insert(observer, {element, object});
     connect(object, SIGNAL(destroyed(QObject*)), this, SLOT(observedObjectDestroyed(QObject*)));
     connect(observer, SIGNAL(destroyed(QObject*)), this, SLOT(observerDestroyed(QObject*)));
@@ -61,31 +65,31 @@ void ObserverPool::observedObjectDestroyed(QObject* object) {
 }
 
 void ObserverPool::observerDestroyed(QObject* object) {
-    const QList<Place> places = m_places.values(object);
+    for (auto place = m_places.constFind(object);
+         place != m_places.constEnd() && place.key() == object; ++place) {
+        forgetPlace(object, *place);
+    }
     m_places.remove(object);
-    for (const Place& place : places) {
-        const auto byElement = m_observersByElement.constFind(place.element);
-        if (byElement != m_observersByElement.constEnd() && byElement.value() == object) {
-            m_observersByElement.erase(byElement);
-        }
-        const auto byObject = m_observersByObject.find(place.object);
-        if (byObject == m_observersByObject.end()) {
-            continue;
-        }
-        // The dying observer is compared by its address only.
-        const auto isDying = [object](const QtObjectObserver* observer) {
-            return observer == object;
-        };
-        byObject->erase(std::remove_if(byObject->begin(), byObject->end(), isDying),
-                        byObject->end());
-        if (byObject->isEmpty()) {
-            m_observersByObject.erase(byObject);
-        }
+}
+
+void ObserverPool::forgetPlace(const QObject* observer, const Place& place) {
+    // Entries are removed by their key: erasing at a place looks for the next one, which is far in
+    // a table that empties. The dying observer is compared by its address only.
+    if (m_observersByElement.value(place.element) == observer) {
+        m_observersByElement.remove(place.element);
+    }
+    const auto watched = m_observersByObject.find(place.object);
+    if (watched == m_observersByObject.end()) {
+        return;
+    }
+    watched->erase(std::remove(watched->begin(), watched->end(), observer), watched->end());
+    if (watched->empty()) {
+        m_observersByObject.remove(place.object);
     }
 }
 
 void ObserverPool::deleteDeadObservers(QObject* object) {
-    QList<QtObjectObserver*> observers = m_observersByObject.value(object);
+    std::vector<QtObjectObserver*> observers = m_observersByObject.value(object);
     const auto isAlive = [](const QtObjectObserver* observer) {
         return observer->observedObject() != nullptr;
     };

@@ -3,8 +3,9 @@
 #include "qtobjectobserver.h"
 
 #include <QHash>
-#include <QList>
 #include <QObject>
+
+#include <vector>
 
 namespace Vorsk {
 namespace UICoverage {
@@ -44,9 +45,10 @@ private:
     };
 
     void deleteDeadObservers(QObject* object);
+    void forgetPlace(const QObject* observer, const Place& place);
 
     QHash<UIAbstraction::UIElement*, QtObjectObserver*> m_observersByElement;
-    QHash<QObject*, QList<QtObjectObserver*>> m_observersByObject;
+    QHash<QObject*, std::vector<QtObjectObserver*>> m_observersByObject;
     /** Found by the dying observer's address, so that nothing has to be searched. */
     QMultiHash<const QObject*, Place> m_places;
 };

@@ -41,13 +41,7 @@ QtQuickCoverageTracker::~QtQuickCoverageTracker() = default;
 
 void QtQuickCoverageTracker::handleEvent(QObject* object, QEvent* event) {
     // The type alone decides about nearly every event, so it is looked at before anything else.
-    switch (event->type()) {
-    case QEvent::MouseButtonPress:
-    case QEvent::KeyPress:
-    case QEvent::FocusIn:
-    case QEvent::Show:
-        break;
-    default:
+    if (!isOfInterest(event->type())) {
         return;
     }
     if (auto* const window = qobject_cast<QQuickWindow*>(object)) {

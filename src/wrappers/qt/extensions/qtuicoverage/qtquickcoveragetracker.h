@@ -3,11 +3,11 @@
 #include "observerpool.h"
 #include "uicoveragetracker.h"
 
+#include <QEvent>
 #include <QList>
 #include <QObject>
 
 QT_BEGIN_NAMESPACE
-class QEvent;
 class QImage;
 class QMouseEvent;
 class QQuickItem;
@@ -34,6 +34,12 @@ public:
     explicit QtQuickCoverageTracker(AbstractUIElementExporter* exporter);
     /** Deletes every observer; elements stay. */
     ~QtQuickCoverageTracker() override;
+
+    /** Whether handleEvent() does anything at all with events of that type. */
+    static constexpr bool isOfInterest(QEvent::Type type) {
+        return type == QEvent::MouseButtonPress || type == QEvent::KeyPress ||
+               type == QEvent::FocusIn || type == QEvent::Show;
+    }
 
     /** Entry point for every event; what is not of interest costs a look at its type. Consumes
      * none. */

@@ -68,6 +68,11 @@ bool QtUiCoverageExtension::isOptionEnabled(const std::string& key) const {
 }
 
 void QtUiCoverageExtension::eventCallback(QObject* object, QEvent* event) {
+    // Nearly all events end here, so this comes first.
+    if (!UICoverage::QtWidgetsCoverageTracker::isOfInterest(event->type()) &&
+        !UICoverage::QtQuickCoverageTracker::isOfInterest(event->type())) {
+        return;
+    }
     const QtUiCoverageExtension* const extension = activeExtension;
     if (extension == nullptr) {
         return;

@@ -3,11 +3,11 @@
 #include "observerpool.h"
 #include "uicoveragetracker.h"
 
+#include <QEvent>
 #include <QObject>
 #include <QPointer>
 
 QT_BEGIN_NAMESPACE
-class QEvent;
 class QMouseEvent;
 class QWidget;
 QT_END_NAMESPACE
@@ -28,6 +28,11 @@ public:
     explicit QtWidgetsCoverageTracker(AbstractUIElementExporter* exporter);
     /** Deletes every observer; elements stay. */
     ~QtWidgetsCoverageTracker() override;
+
+    /** Whether handleEvent() does anything at all with events of that type. */
+    static constexpr bool isOfInterest(QEvent::Type type) {
+        return type == QEvent::MouseButtonPress || type == QEvent::Show;
+    }
 
     /** Entry point for every event; what is not of interest costs a look at its type. Consumes
      * none. */

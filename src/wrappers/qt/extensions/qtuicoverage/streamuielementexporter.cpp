@@ -1,17 +1,18 @@
 #include "streamuielementexporter.h"
 
-#include "uiabstraction/elementstream.h"
-#include "uiabstraction/pngwriter.h"
+#include "uiabstraction/payloadwriter.h"
 
 #include <vorsk/hook.h>
 
-#include <QDataStream>
-#include <QIODevice>
+#include <QVariant>
+
+#include <utility>
 
 namespace Vorsk {
 namespace UICoverage {
 
 using UIAbstraction::ElementStore;
+using UIAbstraction::PayloadWriter;
 using UIAbstraction::RecordKind;
 using UIAbstraction::StandardType;
 using UIAbstraction::UIElement;
@@ -19,19 +20,21 @@ using UIAbstraction::UIEvent;
 
 namespace {
 
-/** An image that is written with the fast PNG. */
-struct Picture {
-    const QImage& image;
-};
+// A variant that has the type already takes a value at a third of the cost of becoming another one.
 
-QDataStream& operator<<(QDataStream& stream, const Picture& picture) {
-    UIAbstraction::writeImage(stream, picture.image);
-    return stream;
+void setInteger(QVariant& variant, int value) {
+    *static_cast<int*>(variant.data()) = value;
+}
+
+void setBytes(QVariant& variant, const QByteArray& value) {
+    *static_cast<QByteArray*>(variant.data()) = value;
 }
 
 } // namespace
 
-StreamUIElementExporter::StreamUIElementExporter() = default;
+StreamUIElementExporter::StreamUIElementExporter()
+    : m_messageName(QLatin1String(UIAbstraction::coverageMessageName))
+    , m_arguments{0, 1, 0, QByteArray()} {}
 
 StreamUIElementExporter::~StreamUIElementExporter() = default;
 
@@ -60,7 +63,7 @@ void StreamUIElementExporter::onGeometryChanged(const UIElement* element, QRect 
 }
 
 void StreamUIElementExporter::onImageChanged(const UIElement* element, QImage image) {
-    exportRecord(RecordKind::ImageChanged, element, Picture{image});
+    exportRecord(RecordKind::ImageChanged, element, image);
 }
 
 void StreamUIElementExporter::onStandardTypeChanged(const UIElement* element,
@@ -93,26 +96,39 @@ void StreamUIElementExporter::onWindowNodeChanged(const UIElement* element, bool
 template <class... Items>
 void StreamUIElementExporter::exportRecord(RecordKind kind, const UIElement* element,
                                            const Items&... items) {
-    Record record{kind, QByteArray()};
-    {
-        QDataStream stream(&record.payload, QIODevice::WriteOnly);
-        stream.setVersion(UIAbstraction::streamVersion);
-        stream << element->id();
-        (stream << ... << items);
-    }
-    deliver(record);
+    PayloadWriter writer;
+    writer << element->id();
+    (writer << ... << items);
+    deliver({kind, writer.payload()});
 }
 
-void StreamUIElementExporter::deliver(const Record& record) {
-    m_pending.enqueue(record);
+void StreamUIElementExporter::deliver(Record&& record) {
     // The hook is looked at anew for every message: the host may make it, or take it away, at any
     // time.
-    while (Hook::hook != nullptr && !m_pending.isEmpty()) {
-        const Record next = m_pending.dequeue();
-        Hook* const hook = Hook::hook;
-        hook->send(hook->channel, QLatin1String(UIAbstraction::coverageMessageName),
-                   ArgumentList{hook->appId(), 1, static_cast<int>(next.kind), next.payload});
+    if (Hook::hook != nullptr && m_pending.isEmpty()) {
+        send(*Hook::hook, record);
+        return;
     }
+    m_pending.enqueue(std::move(record));
+    while (Hook::hook != nullptr && !m_pending.isEmpty()) {
+        send(*Hook::hook, m_pending.dequeue());
+    }
+}
+
+void StreamUIElementExporter::send(Hook& hook, const Record& record) {
+    const auto kind = static_cast<int>(record.kind);
+    if (m_isSending) {
+        // What the host does with a message has led to another one.
+        hook.send(hook.channel, m_messageName, {hook.appId(), 1, kind, record.payload});
+        return;
+    }
+    m_isSending = true;
+    setInteger(m_arguments[0], hook.appId());
+    setInteger(m_arguments[2], kind);
+    setBytes(m_arguments[3], record.payload);
+    hook.send(hook.channel, m_messageName, m_arguments);
+    setBytes(m_arguments[3], QByteArray());
+    m_isSending = false;
 }
 
 } // namespace UICoverage

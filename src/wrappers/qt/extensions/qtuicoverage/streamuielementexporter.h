@@ -3,10 +3,16 @@
 #include "abstractuielementexporter.h"
 #include "uiabstraction/recordkind.h"
 
+#include <vorsk/argumentlist.h>
+
 #include <QByteArray>
 #include <QQueue>
+#include <QString>
 
 namespace Vorsk {
+
+class Hook;
+
 namespace UICoverage {
 
 /**
@@ -52,9 +58,14 @@ private:
     template <class... Items>
     void exportRecord(UIAbstraction::RecordKind kind, const UIAbstraction::UIElement* element,
                       const Items&... items);
-    void deliver(const Record& record);
+    void deliver(Record&& record);
+    void send(Hook& hook, const Record& record);
 
     QQueue<Record> m_pending;
+    QString m_messageName;
+    /** Used for one message after the other, so that each does not need a list of its own. */
+    ArgumentList m_arguments;
+    bool m_isSending = false;
 };
 
 } // namespace UICoverage

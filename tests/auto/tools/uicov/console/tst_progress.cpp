@@ -45,6 +45,19 @@ private Q_SLOTS:
         m_now = anyMoment;
     }
 
+    void whatIsToBeQuietSaysNothing() {
+        KeptTerminal terminal(false);
+        terminal.setShowsProgress(false);
+        Progress progress(terminal, QStringLiteral("combining"), QStringLiteral("runs"), 3,
+                          m_clock);
+        m_now += Progress::quietTime;
+        progress.advance();
+        QCOMPARE(terminal.take(), QByteArray());
+        terminal.setShowsProgress(true);
+        progress.advance();
+        QCOMPARE(terminal.take(), QByteArray("uicov: combining: 2 of 3 runs (66%)\n"));
+    }
+
     void quickWorkSaysNothing_data() {
         QTest::addColumn<bool>("isTerminal");
         QTest::newRow("terminal") << true;

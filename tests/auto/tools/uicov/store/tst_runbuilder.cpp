@@ -117,6 +117,19 @@ private Q_SLOTS:
         QCOMPARE(hitsOf(read.element(0), read), QStringLiteral("clicked@ci=2 clicked@ci|login=3"));
     }
 
+    void aProcessFrameBehindMarksNamesTheirContextsToo() {
+        UIElement* const button = addButton(nullptr, {QStringLiteral("clicked")});
+        m_recording->addMark(QStringLiteral("login"));
+        click(button);
+        m_recording->addProcess({{QStringLiteral("context"), QStringLiteral("ci")}});
+        click(button);
+        m_recording->addMark(QString());
+        click(button);
+        const Run read = run();
+        QCOMPARE(read.contexts, QStringList({QStringLiteral("ci"), QStringLiteral("ci|login")}));
+        QCOMPARE(hitsOf(read.element(0), read), QStringLiteral("clicked@ci=1 clicked@ci|login=2"));
+    }
+
     void withoutAContextOfTheRunTheMarkAloneIsTheName() {
         UIElement* const button = addButton(nullptr, {QStringLiteral("clicked")});
         m_recording->addMark(QStringLiteral("login"));

@@ -1,0 +1,59 @@
+// How long each operation takes, by Google Benchmark. The size stands behind the name; the time is
+// that of all items, items_per_second that of one.
+#include "discardinghook.h"
+#include "operations.h"
+
+#include <QApplication>
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include <benchmark/benchmark.h>
+
+namespace {
+
+void measure(benchmark::State& state, const Operation& operation) {
+    const auto items = static_cast<int>(state.range(0));
+    while (state.KeepRunning()) {
+        state.PauseTiming();
+        Operation::Work work = operation.prepare(items);
+        state.ResumeTiming();
+        work();
+        state.PauseTiming();
+        work = nullptr;
+        state.ResumeTiming();
+    }
+    state.SetItemsProcessed(state.iterations() * items);
+}
+
+/** "--json FILE", as all benchmarks here take it, in Google Benchmark's own words. */
+std::vector<std::string> translated(int argc, char* argv[]) {
+    std::vector<std::string> arguments(argv, argv + argc);
+    for (std::size_t i = 1; i + 1 < arguments.size(); ++i) {
+        if (arguments[i] == "--json") {
+            arguments[i] = "--benchmark_out=" + arguments[i + 1];
+            arguments[i + 1] = "--benchmark_out_format=json";
+        }
+    }
+    return arguments;
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    const QApplication application(argc, argv);
+    const DiscardingHook hook;
+    for (const Operation& operation : operations()) {
+        benchmark::RegisterBenchmark(operation.name, measure, operation)->Arg(1000)->Arg(8000);
+    }
+    std::vector<std::string> arguments = translated(argc, argv);
+    std::vector<char*> pointers;
+    for (std::string& argument : arguments) {
+        pointers.push_back(argument.data());
+    }
+    auto count = static_cast<int>(pointers.size());
+    benchmark::Initialize(&count, pointers.data());
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -1,0 +1,102 @@
+#include "quicksubject.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QMouseEvent>
+#include <QQmlComponent>
+#include <QQmlContext>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+
+namespace {
+
+constexpr char source[] = R"(
+import QtQuick 2.9
+import QtQuick.Controls 2.2
+import QtQuick.Window 2.2
+
+Window {
+    width: 1280
+    height: 800
+    Grid {
+        objectName: "grid"
+        columns: 40
+        Repeater {
+            model: leaves
+            Button { text: "Control " + index }
+        }
+    }
+}
+)";
+
+} // namespace
+
+QuickSubject::QuickSubject() = default;
+
+QuickSubject::~QuickSubject() = default;
+
+void QuickSubject::buildAndShow(int leaves) {
+    m_engine = std::make_unique<QQmlEngine>();
+    m_engine->rootContext()->setContextProperty(QStringLiteral("leaves"), leaves);
+    QQmlComponent component(m_engine.get());
+    component.setData(source, QUrl());
+    m_window.reset(qobject_cast<QQuickWindow*>(component.create()));
+    if (!m_window) {
+        qFatal("the window cannot be made: %s", qPrintable(component.errorString()));
+    }
+    const auto* const grid = m_window->findChild<QQuickItem*>(QStringLiteral("grid"));
+    const QList<QQuickItem*> items = grid->childItems();
+    for (QQuickItem* item : items) {
+        if (item->inherits("QQuickAbstractButton")) {
+            m_leaves.append(item);
+            connect(item, SIGNAL(clicked()), this, SLOT(countClick()));
+        }
+    }
+    bool isPainted = false;
+    const auto painted = connect(m_window.get(), &QQuickWindow::frameSwapped, this,
+                                 [&isPainted] { isPainted = true; });
+    m_window->show();
+    while (!isPainted) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    disconnect(painted);
+    QCoreApplication::processEvents();
+}
+
+void QuickSubject::sendEvents(int count) {
+    QEvent event(QEvent::User);
+    for (int i = 0; i < count; ++i) {
+        QCoreApplication::sendEvent(m_leaves.at(i % m_leaves.size()), &event);
+    }
+}
+
+void QuickSubject::disturb(int count) {
+    for (int i = 0; i < count; ++i) {
+        QQuickItem* const leaf = m_leaves.at(i % m_leaves.size());
+        leaf->setX(leaf->x() + 1);
+    }
+}
+
+void QuickSubject::sendMouse(QEvent::Type type, const QPointF& place, Qt::MouseButtons buttons) {
+    QMouseEvent event(type, place, place, place, Qt::LeftButton, buttons, Qt::NoModifier);
+    QCoreApplication::sendEvent(m_window.get(), &event);
+}
+
+void QuickSubject::click(int count) {
+    for (int i = 0; i < count; ++i) {
+        const QQuickItem* const leaf = m_leaves.at(i % m_leaves.size());
+        const QPointF centre = leaf->mapToScene(leaf->boundingRect().center());
+        sendMouse(QEvent::MouseButtonPress, centre, Qt::LeftButton);
+        sendMouse(QEvent::MouseButtonRelease, centre, Qt::NoButton);
+    }
+}
+
+void QuickSubject::destroy() {
+    m_window.reset();
+    m_engine.reset();
+}
+
+void QuickSubject::countClick() {
+    ++m_clicks;
+}

@@ -1,0 +1,134 @@
+#include "uiabstraction/payloadwriter.h"
+
+#include "uiabstraction/elementwalk.h"
+#include "uiabstraction/pngwriter.h"
+#include "uiabstraction/recordkind.h"
+#include "uiabstraction/uielement.h"
+
+#include <QDataStream>
+#include <QIODevice>
+#include <QRect>
+
+#include <cstring>
+
+namespace Vorsk {
+namespace UIAbstraction {
+
+namespace {
+
+/** What stands for a null text in place of its length in bytes. */
+constexpr quint32 nullText = 0xffffffff;
+
+void writeFields(PayloadWriter& writer, const UIElement& element) {
+    writer << element.id() << element.standardType() << element.concreteType()
+           << element.extraString3() << element.extraString4();
+    const QStringList extraStrings = element.extraStrings();
+    writer << static_cast<qint32>(extraStrings.size());
+    for (const QString& text : extraStrings) {
+        writer << text;
+    }
+    writer << element.isTransparentNode() << element.isSubgraphTransparent()
+           << element.isWindowNode() << element.text() << element.geometry() << element.image()
+           << element.extraString1() << element.extraString2() << element.extraAttributes1()
+           << element.extraAttributes2();
+    const QMap<UIEvent, int> usage = element.usage();
+    writer << static_cast<qint32>(usage.size());
+    for (auto it = usage.cbegin(); it != usage.cend(); ++it) {
+        writer << it.key() << static_cast<qint32>(it.value());
+    }
+}
+
+} // namespace
+
+char* PayloadWriter::extend(int bytes) {
+    const int size = m_bytes.size();
+    if (size + bytes > m_bytes.capacity()) {
+        m_bytes.reserve(qMax(2 * m_bytes.capacity(), size + bytes));
+    }
+    m_bytes.resize(size + bytes);
+    return m_bytes.data() + size;
+}
+
+void PayloadWriter::append(const QByteArray& bytes) {
+    std::memcpy(extend(bytes.size()), bytes.constData(), static_cast<std::size_t>(bytes.size()));
+}
+
+PayloadWriter& PayloadWriter::operator<<(bool value) {
+    *extend(1) = value ? 1 : 0;
+    return *this;
+}
+
+PayloadWriter& PayloadWriter::operator<<(qint32 value) {
+    qToBigEndian(value, extend(sizeof value));
+    return *this;
+}
+
+PayloadWriter& PayloadWriter::operator<<(const QString& text) {
+    if (text.isNull()) {
+        qToBigEndian(nullText, extend(sizeof nullText));
+        return *this;
+    }
+    const int units = text.size();
+    const auto length = static_cast<quint32>(units) * quint32{sizeof(QChar)};
+    char* target = extend(static_cast<int>(sizeof length + length));
+    qToBigEndian(length, target);
+    target += sizeof length;
+    const ushort* const source = text.utf16();
+    for (int i = 0; i < units; ++i) {
+        qToBigEndian(source[i], target + static_cast<std::size_t>(i) * sizeof(QChar));
+    }
+    return *this;
+}
+
+PayloadWriter& PayloadWriter::operator<<(const QRect& rectangle) {
+    return *this << rectangle.left() << rectangle.top() << rectangle.right() << rectangle.bottom();
+}
+
+PayloadWriter& PayloadWriter::operator<<(const QImage& image) {
+    if (image.isNull()) {
+        return *this << qint32{0};
+    }
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream.setVersion(streamVersion);
+    writeImage(stream, image);
+    append(bytes);
+    return *this;
+}
+
+PayloadWriter& PayloadWriter::operator<<(const QHash<QString, QString>& attributes) {
+    if (attributes.isEmpty()) {
+        return *this << qint32{0};
+    }
+    // The order of the entries is Qt's own business.
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream.setVersion(streamVersion);
+    stream << attributes;
+    append(bytes);
+    return *this;
+}
+
+PayloadWriter& PayloadWriter::operator<<(const UIEvent& event) {
+    return *this << event.name();
+}
+
+PayloadWriter& PayloadWriter::operator<<(const StandardType& type) {
+    return *this << type.name();
+}
+
+PayloadWriter& PayloadWriter::operator<<(const ElementGeometry& geometry) {
+    return *this << geometry.rect() << geometry.isValid();
+}
+
+PayloadWriter& PayloadWriter::operator<<(const UIElement& element) {
+    ElementWalk walk(&element);
+    while (const UIElement* next = walk.next()) {
+        writeFields(*this, *next);
+        *this << static_cast<qint32>(walk.childCount());
+    }
+    return *this;
+}
+
+} // namespace UIAbstraction
+} // namespace Vorsk

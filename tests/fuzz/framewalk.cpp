@@ -1,0 +1,50 @@
+#include "framewalk.h"
+
+#include "recordingformat/recordingformat.h"
+
+#include <QtEndian>
+
+#include <algorithm>
+
+#include <zlib.h>
+
+namespace Fuzz {
+
+using RecordingFormat::frameHeaderSize;
+
+FrameWalk::FrameWalk(std::uint8_t* data, std::size_t size)
+    : m_frame(data + std::min<std::size_t>(size, RecordingFormat::headerSize))
+    , m_end(data + size) {}
+
+bool FrameWalk::next() {
+    if (!m_isFirst) {
+        m_frame += frameHeaderSize + m_size;
+    }
+    m_isFirst = false;
+    if (m_end - m_frame < frameHeaderSize) {
+        m_frame = m_end;
+        m_size = 0;
+        m_isFirst = true; // stays at the end
+        return false;
+    }
+    const auto length = qFromBigEndian<quint32>(m_frame);
+    if (length > static_cast<std::size_t>(m_end - m_frame - frameHeaderSize)) {
+        m_frame = m_end;
+        m_size = 0;
+        m_isFirst = true;
+        return false;
+    }
+    m_size = length;
+    return true;
+}
+
+std::uint8_t* FrameWalk::payload() const {
+    return m_frame + frameHeaderSize;
+}
+
+void FrameWalk::repairChecksum() {
+    const uLong checksum = crc32(0, payload(), static_cast<uInt>(m_size));
+    qToBigEndian(static_cast<quint32>(checksum), m_frame + sizeof(quint32));
+}
+
+} // namespace Fuzz

@@ -1,0 +1,93 @@
+// Any file as a recording: what is read is a prefix that is sound, and the rest is counted as lost.
+
+#include "acceptance.h"
+#include "framewalk.h"
+#include "fuzzcheck.h"
+#include "recording/framedecoder.h"
+#include "recording/recordingreader.h"
+#include "scratchfile.h"
+
+#include <cstring>
+
+using Uicov::Recording::Ending;
+using Uicov::Recording::Frame;
+using Uicov::Recording::RecordingReader;
+
+namespace {
+
+struct Outcome {
+    bool isOpen = false;
+    quint64 frames = 0;
+    Ending ending;
+};
+
+void decodeBody(const Frame& frame) {
+    namespace FrameDecoder = Uicov::Recording::FrameDecoder;
+    FrameDecoder::process(frame.body);
+    FrameDecoder::message(frame.body);
+    FrameDecoder::log(frame.body);
+    FrameDecoder::mark(frame.body);
+    FrameDecoder::end(frame.body);
+}
+
+Outcome read(const QString& path) {
+    Outcome outcome;
+    RecordingReader reader(path);
+    const auto problem = reader.open();
+    outcome.isOpen = !problem;
+    if (problem) {
+        FUZZ_CHECK(problem->text.startsWith(path));
+        return outcome;
+    }
+    Frame frame;
+    while (reader.next(frame)) {
+        decodeBody(frame);
+        ++outcome.frames;
+    }
+    FUZZ_CHECK(!reader.next(frame));
+    outcome.ending = reader.ending();
+    return outcome;
+}
+
+} // namespace
+
+#ifdef UICOV_BUILD_FUZZERS
+extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size,
+                                        std::size_t maximumSize);
+
+/** Every other change keeps the frames' checksums right, or none would be seen behind them. */
+extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size,
+                                               std::size_t maximumSize, unsigned seed) {
+    const std::size_t newSize = LLVMFuzzerMutate(data, size, maximumSize);
+    if (seed % 2 == 0) {
+        Fuzz::FrameWalk walk(data, newSize);
+        while (walk.next()) {
+            walk.repairChecksum();
+        }
+    }
+    return newSize;
+}
+#endif
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static Fuzz::ScratchFile file;
+    file.setContents(data, size);
+    const Outcome whole = read(file.path());
+    if (!whole.isOpen) {
+        return 0;
+    }
+    Fuzz::Acceptance::note();
+    const Ending& ending = whole.ending;
+    FUZZ_CHECK(ending.soundBytes >= 0 && ending.lostBytes >= 0);
+    FUZZ_CHECK(ending.soundBytes + ending.lostBytes == static_cast<qint64>(size));
+    FUZZ_CHECK(!ending.isComplete() || ending.lostBytes == 0);
+    FUZZ_CHECK(ending.kind != Ending::Kind::Torn || ending.lostBytes > 0);
+
+    // What is said to be sound is: alone, it reads as it did, with nothing lost.
+    file.setContents(data, static_cast<std::size_t>(ending.soundBytes));
+    const Outcome sound = read(file.path());
+    FUZZ_CHECK(sound.isOpen);
+    FUZZ_CHECK(sound.frames == whole.frames);
+    FUZZ_CHECK(sound.ending.lostBytes == 0);
+    return 0;
+}
