@@ -25,7 +25,7 @@ private:
     QString runs() const;
     QString windows() const;
     QString window(int index) const;
-    QString figure(int surface) const;
+    QString figure(int index) const;
     QString outline(const PageModel::Node& node) const;
     QString elements(const PageModel::Window& window) const;
     QString elementRow(const PageModel::Node& node) const;
