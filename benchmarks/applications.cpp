@@ -4,7 +4,7 @@
 //   applications [--quick] [--json FILE]        all modes beside the bare program
 //   applications --compare A B [...]            recording with the builds A and B (build folders)
 //
-// --rounds N, --programs KIND:LEAVES,... choose otherwise.
+// --rounds N, --programs KIND:LEAVES,... and --modes NAME,... choose otherwise.
 #include "launcher.h"
 #include "statistics.h"
 
@@ -17,6 +17,7 @@
 #include <QJsonObject>
 #include <QVector>
 
+#include <algorithm>
 #include <cstdio>
 #include <vector>
 
@@ -186,7 +187,8 @@ Options parse(const QCoreApplication& application) {
                        {QStringLiteral("compare"), QStringLiteral("two build folders follow")},
                        {QStringLiteral("json"), QString(), QStringLiteral("file")},
                        {QStringLiteral("rounds"), QString(), QStringLiteral("n")},
-                       {QStringLiteral("programs"), QString(), QStringLiteral("list")}});
+                       {QStringLiteral("programs"), QString(), QStringLiteral("list")},
+                       {QStringLiteral("modes"), QString(), QStringLiteral("list")}});
     parser.addHelpOption();
     parser.process(application);
     Options options;
@@ -216,6 +218,12 @@ Options parse(const QCoreApplication& application) {
         list = parser.value(QStringLiteral("programs"));
     }
     options.programs = programs(list);
+    if (parser.isSet(QStringLiteral("modes"))) {
+        const QStringList chosen = parser.value(QStringLiteral("modes")).split(QLatin1Char(','));
+        const auto isLeftOut = [&chosen](const Mode& mode) { return !chosen.contains(mode.name); };
+        options.modes.erase(std::remove_if(options.modes.begin(), options.modes.end(), isLeftOut),
+                            options.modes.end());
+    }
     return options;
 }
 

@@ -1,5 +1,7 @@
 #include "mappingelementstore.h"
 
+#include "metamethods.h"
+
 namespace Vorsk {
 namespace UICoverage {
 
@@ -18,7 +20,8 @@ void MappingElementStore::addMapping(QObject* object, UIElement* element) {
     mapping = {element, object};
     m_objects.insert(element, object);
     // Made anew on every call, also for an object that is mapped already.
-    connect(object, SIGNAL(destroyed(QObject*)), this, SLOT(objectDestroyed(QObject*)));
+    static const int slot = methodNumber(staticMetaObject, "objectDestroyed(QObject*)");
+    connectDestroyed(object, this, slot);
     // Receivers of the announcement can look the object up already.
     addElement(element);
 }

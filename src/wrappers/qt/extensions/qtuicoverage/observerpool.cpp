@@ -1,5 +1,7 @@
 #include "observerpool.h"
 
+#include "metamethods.h"
+
 #include <QSet>
 
 #include <algorithm>
@@ -43,8 +45,11 @@ void ObserverPool::addObserver(UIElement* element, QtObjectObserver* observer) {
     m_observersByElement.insert(element, observer);
     m_observersByObject[object].push_back(observer);
     m_places.insert(observer, {element, object});
-    connect(object, SIGNAL(destroyed(QObject*)), this, SLOT(observedObjectDestroyed(QObject*)));
-    connect(observer, SIGNAL(destroyed(QObject*)), this, SLOT(observerDestroyed(QObject*)));
+    static const int objectSlot =
+        methodNumber(staticMetaObject, "observedObjectDestroyed(QObject*)");
+    static const int observerSlot = methodNumber(staticMetaObject, "observerDestroyed(QObject*)");
+    connectDestroyed(object, this, objectSlot);
+    connectDestroyed(observer, this, observerSlot);
 }
 
 bool ObserverPool::hasObserver(UIElement* element) {

@@ -1,5 +1,7 @@
 #include "qtobjectobserver.h"
 
+#include "metamethods.h"
+
 namespace Vorsk {
 namespace UICoverage {
 
@@ -8,7 +10,8 @@ QtObjectObserver::QtObjectObserver(QObject* observedObject, UIAbstraction::UIEle
     : m_observedObject(observedObject)
     , m_element(element)
     , m_tracker(tracker) {
-    connect(observedObject, SIGNAL(destroyed()), this, SLOT(objectDestroyed()));
+    static const int slot = methodNumber(staticMetaObject, "objectDestroyed()");
+    connectDestroyed(observedObject, this, slot);
 }
 
 QtObjectObserver::~QtObjectObserver() = default;
