@@ -2,7 +2,7 @@
 PRESET ?= dev
 BUILD := build/$(PRESET)
 
-.PHONY: all bootstrap configure demo test lint format bench clean
+.PHONY: all bootstrap configure demo test lint format bench soak clean
 
 all: configure
 	cmake --build --preset $(PRESET)
@@ -19,6 +19,9 @@ demo: configure
 
 test: all
 	ctest --preset $(PRESET)
+
+soak: all
+	scripts/soak $(BUILD)
 
 format:
 	scripts/format
