@@ -65,6 +65,7 @@ QProcessEnvironment MonkeyRun::environment() const {
     }
     set("QT_QPA_PLATFORM", QStringLiteral("offscreen"));
     set("QT_QUICK_BACKEND", QStringLiteral("software"));
+    set("QT_MESSAGE_PATTERN", QStringLiteral("%{type}|%{category}|%{message}"));
     set("QT_HASH_SEED", QStringLiteral("0"));
     set("QT_PLUGIN_PATH", QStringLiteral(MONKEY_PLUGIN_PATH));
     set("QT_QPA_GENERIC_PLUGINS", QStringLiteral("uicovmonkey"));
@@ -96,7 +97,8 @@ MonkeyRun::Outcome MonkeyRun::run(const QStringList& command) {
     for (QString line : lines) {
         if (line == QLatin1String("monkey: done")) {
             outcome.isDone = true;
-        } else {
+        } else if (!line.startsWith(QLatin1String("debug|")) &&
+                   !line.startsWith(QLatin1String("info|"))) {
             outcome.lines.insert(line.replace(numbers, QStringLiteral("N")));
         }
     }

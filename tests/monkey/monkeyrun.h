@@ -17,7 +17,8 @@ public:
         QString end;
         /** The monkey came to its end; otherwise the program ended by itself. */
         bool isDone = false;
-        /** What the program printed, with numbers taken out. */
+        /** What the program printed, with numbers taken out, but for what only tells what it does:
+         * that is another thing at each turn that it takes. */
         QSet<QString> lines;
         /** What is wrong with the recording; empty when nothing is, or when there is none. */
         QString recordingProblem;
