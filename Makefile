@@ -5,7 +5,7 @@ BUILD := build/$(PRESET)
 # The ARM architecture of build-arm and test-arm: armhf or arm64.
 ARCH ?= armhf
 
-.PHONY: all bootstrap configure demo test build-arm test-arm lint format bench clean
+.PHONY: all bootstrap configure demo test build-arm test-arm lint format bench instructions soak clean
 
 all: configure
 	cmake --build --preset $(PRESET)
@@ -32,6 +32,9 @@ build-arm: bootstrap
 test-arm:
 	scripts/test-arm armhf arm64
 
+soak: all
+	scripts/soak $(BUILD)
+
 format:
 	scripts/format
 
@@ -40,6 +43,12 @@ lint: bootstrap
 
 bench: bootstrap
 	scripts/bench
+
+# Fails when something that happens often takes more instructions than it may.
+instructions: bootstrap
+	cmake --preset release -DUICOV_BUILD_BENCHMARKS=ON
+	cmake --build --preset release --target instructions
+	ctest --preset release -R '^instructions$$'
 
 clean:
 	rm -rf build

@@ -1,0 +1,109 @@
+#include "store/runloader.h"
+#include "testlib/testcase.h"
+
+#include <QDir>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <sys/mount.h>
+
+using Uicov::Console::Message;
+
+namespace {
+
+/** A slow and busy machine with sanitizers takes its time. */
+constexpr int patience = 120000;
+
+} // namespace
+
+/** An application whose recording cannot be written to its end. */
+class TestBrokenSink : public TestLib::TestCase {
+    Q_OBJECT
+
+    struct Outcome {
+        int exitCode = -1;
+        QString output;
+    };
+
+    /** The demo's session, started by a shell that does this first. */
+    Outcome run(const QString& before) const {
+        QProcess process;
+        process.setProcessChannelMode(
+            QProcess::MergedChannels); // Qt Test takes warnings as its own
+        process.start(QStringLiteral(UICOV_PROGRAM),
+                      {QStringLiteral("run"), QStringLiteral("-o"),
+                       m_folder.filePath(QStringLiteral("panel.uicov")),
+                       QStringLiteral("--recording"), recordingPath(), QStringLiteral("--"),
+                       QStringLiteral("sh"), QStringLiteral("-c"),
+                       before + QStringLiteral("\"$0\""), QStringLiteral(DEMO_SESSION)});
+        Outcome outcome;
+        if (process.waitForFinished(patience)) {
+            outcome.exitCode = process.exitCode();
+            outcome.output = QString::fromLocal8Bit(process.readAll());
+        }
+        return outcome;
+    }
+
+    QString sinkPath() const { return m_folder.filePath(QStringLiteral("sink")); }
+    QString recordingPath() const { return sinkPath() + QStringLiteral("/panel.uirec"); }
+
+    /** Ended early with a word about it, and what stands in it is sound. */
+    void checkPrefix(const Outcome& outcome) const {
+        QCOMPARE(outcome.output.count(QStringLiteral("recording-ended: ")), 1);
+        Uicov::Store::RunLoader loader(recordingPath());
+        QVERIFY(!loader.load());
+        QCOMPARE(loader.problems().size(), 1);
+        QCOMPARE(loader.problems().first().message, Message::EndedAbnormally);
+        QVERIFY(!loader.run().isComplete);
+        QVERIFY(!loader.run().elements.empty());
+    }
+
+    QTemporaryDir m_folder;
+    bool m_isMounted = false;
+
+private Q_SLOTS:
+    void init() {
+        TestLib::TestCase::init();
+        QVERIFY(QDir().mkpath(sinkPath()));
+    }
+
+    void cleanup() {
+        if (m_isMounted) {
+            m_isMounted = false;
+            QCOMPARE(::umount(qPrintable(sinkPath())), 0);
+        }
+        QVERIFY(QDir(sinkPath()).removeRecursively());
+        TestLib::TestCase::cleanup();
+    }
+
+    void theApplicationGoesOn() {
+        const Outcome outcome = run(QStringLiteral("ulimit -f 64; "));
+        QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.output));
+        checkPrefix(outcome);
+    }
+
+    void theApplicationGoesOnWhenTheDiskIsFull() {
+        if (::mount("tmpfs", qPrintable(sinkPath()), "tmpfs", 0, "size=64k") != 0) {
+            QSKIP("only root can make a small disk");
+        }
+        m_isMounted = true;
+        const Outcome outcome = run(QString());
+        QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.output));
+        checkPrefix(outcome);
+    }
+
+    void theApplicationGoesOnWhenTheFolderIsRemoved() {
+        const Outcome outcome = run(QStringLiteral("(until [ -s %1 ]; do :; done; rm -r %2) & ")
+                                        .arg(recordingPath(), sinkPath()));
+        QVERIFY2(outcome.output.contains(QStringLiteral(" 0 failed, ")),
+                 qPrintable(outcome.output));
+        QVERIFY(!QFile::exists(recordingPath()));
+        // Nothing is claimed to be recorded that nobody can find any more.
+        QVERIFY2(outcome.output.contains(QStringLiteral("[nothing-recorded]")),
+                 qPrintable(outcome.output));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestBrokenSink)
+#include "tst_brokensink.moc"
