@@ -32,8 +32,8 @@ set(CPACK_DEBIAN_DEVICE_PACKAGE_DEPENDS
     "${runtime}, ${gui}, libqt5widgets5 (>= ${qt_release}), libqt5quick5 (>= ${qt_release}) | libqt5quick5-gles (>= ${qt_release})")
 set(CPACK_COMPONENT_DEVICE_DESCRIPTION
     "records how the user interface of Qt 5 applications is used
- An application is started with a few environment variables set and writes a
- recording; uicov on a workstation says what was used and what was not.")
+An application is started with a few environment variables set and writes a
+recording; uicov on a workstation says what was used and what was not.")
 
 set(CPACK_DEBIAN_WORKSTATION_PACKAGE_NAME uicov)
 set(CPACK_DEBIAN_WORKSTATION_PACKAGE_DEPENDS
@@ -42,14 +42,14 @@ set(CPACK_DEBIAN_WORKSTATION_PACKAGE_RECOMMENDS "uicov-device (= ${PROJECT_VERSI
 set(CPACK_DEBIAN_WORKSTATION_PACKAGE_SUGGESTS "xvfb, xauth")
 set(CPACK_COMPONENT_WORKSTATION_DESCRIPTION
     "GUI coverage for Qt 5 applications
- Says which windows, menus, buttons and inputs of an application its tests
- used, and which they never touched: as a table, a web page or a file that a
- CI job can judge. With uicov-device it records on the workstation as well.")
+Says which windows, menus, buttons and inputs of an application its tests
+used, and which they never touched: as a table, a web page or a file that a
+CI job can judge. With uicov-device it records on the workstation as well.")
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME uicov-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "qtbase5-dev")
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
     "element model and host interface of uicov, for programs of your own
- Headers, a static library and a CMake package configuration.")
+Headers, a static library and a CMake package configuration.")
 
 include(CPack)
