@@ -1,5 +1,7 @@
 #include "xserver.h"
 
+#include <QCoreApplication>
+#include <QDir>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -111,7 +113,9 @@ void XServer::focusNothing() const {
     xdotool({QStringLiteral("windowfocus"), root.trimmed()});
 }
 
-void XServer::saveScreen(const QString& path) const {
+void XServer::saveScreen(const QString& name) const {
+    // Beside the test program: the working folder may be somebody's checkout.
+    const QString path = QDir(QCoreApplication::applicationDirPath()).filePath(name);
     QProcess::execute(QStringLiteral("sh"),
                       {QStringLiteral("-c"),
                        QStringLiteral("xwd -root -silent -display \"$0\" >\"$1\""), m_display,
