@@ -46,7 +46,8 @@ public:
     void focus(const Window& window) const;
     /** Takes the keyboard away from every window. */
     void focusNothing() const;
-    /** For a person to look at when a test has failed: a file of that name beside the test program. */
+    /** For a person to look at when a test has failed: a file of that name beside the test program.
+     */
     void saveScreen(const QString& name) const;
 
 private:
