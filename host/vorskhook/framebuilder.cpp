@@ -136,9 +136,14 @@ QByteArray endedFrame(QByteArray frame) {
 
 namespace FrameBuilder {
 
-QByteArray header() {
+QByteArray header(quint32 version) {
     QByteArray bytes(magic, sizeof magic);
     appendInteger(bytes, version);
+    if (version == sharedVersion) {
+        appendInteger(bytes, quint32{0});
+        appendInteger(bytes, quint64{sharedHeaderSize});
+        bytes.append(sharedHeaderSize - bytes.size(), '\0'); // no place is held
+    }
     return bytes;
 }
 

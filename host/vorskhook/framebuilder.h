@@ -21,7 +21,8 @@ using ProcessInfo = QVector<QPair<QString, QString>>;
  */
 namespace FrameBuilder {
 
-VORSK_HOST_EXPORT QByteArray header();
+/** Of plainVersion or of sharedVersion; nothing is behind it yet. */
+VORSK_HOST_EXPORT QByteArray header(quint32 version = RecordingFormat::plainVersion);
 VORSK_HOST_EXPORT QByteArray processFrame(quint64 time, const ProcessInfo& info);
 /** Null when there are more than 255 arguments or when the frame would be too long. */
 VORSK_HOST_EXPORT QByteArray messageFrame(quint64 time, int channel, const QString& name,

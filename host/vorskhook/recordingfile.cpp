@@ -21,7 +21,7 @@ int createExclusively(const QString& path) {
     int descriptor = -1;
     do {
         descriptor = ::open(QFile::encodeName(path).constData(),
-                            O_WRONLY | O_CREAT | O_EXCL | O_APPEND | O_CLOEXEC | O_NOFOLLOW, 0600);
+                            O_RDWR | O_CREAT | O_EXCL | O_APPEND | O_CLOEXEC | O_NOFOLLOW, 0600);
     } while (descriptor < 0 && errno == EINTR);
     return descriptor;
 }
@@ -141,6 +141,27 @@ bool RecordingFile::append(const QByteArray& bytes) {
 bool RecordingFile::cutBack(off_t length) {
     const off_t end = ::lseek(m_descriptor, 0, SEEK_END);
     return end >= length && ::ftruncate(m_descriptor, end - length) == 0;
+}
+
+bool RecordingFile::allocate(qint64 size) {
+    const FileSizeSignalGuard guard;
+    int result = 0;
+    do {
+        result = ::fallocate(m_descriptor, 0, 0, static_cast<off_t>(size));
+    } while (result != 0 && errno == EINTR);
+    if (result != 0) {
+        m_error = qt_error_string(errno);
+    }
+    return result == 0;
+}
+
+void RecordingFile::truncate(qint64 size) {
+    struct stat status {};
+    if (isOpen() && isStillOurs() && ::fstat(m_descriptor, &status) == 0 &&
+        status.st_size > static_cast<off_t>(size)) {
+        // Zeros that stay at the end do no harm.
+        static_cast<void>(::ftruncate(m_descriptor, static_cast<off_t>(size)));
+    }
 }
 
 void RecordingFile::close() {

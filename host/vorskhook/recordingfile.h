@@ -13,7 +13,8 @@ namespace VorskHost {
 
 /**
  * The file under a recording: made new and private, appended to, never overwritten. It belongs to
- * the process that made it; a child made by fork() can neither write to it nor end it.
+ * the process that made it; a child made by fork() can neither write to it nor end it. Appends with
+ * write(2); RecordingMapping appends without.
  *
  * A foreign program may close our descriptor and open a file of its own under the same number.
  * Before each write the descriptor is therefore checked to be still the file that was made here.
@@ -38,6 +39,20 @@ public:
      */
     bool append(const QByteArray& bytes);
 
+    /**
+     * Makes the file at least that long, with zeros at its end that have their place on the disk
+     * already. False when there is no room, and errorString() says why; the file stays open.
+     */
+    bool allocate(qint64 size);
+    /** Cuts a longer file to that length, unless the application has closed it. */
+    void truncate(qint64 size);
+    /** False when the application has closed our descriptor. */
+    bool isStillOurs() const;
+    /** Does without the descriptor, which somebody else has by now. */
+    void abandon() { m_descriptor = -1; }
+    /** -1 when the file is closed. */
+    int descriptor() const { return m_descriptor; }
+
     void close();
 
     /** True in the process that made the file, until the file is closed. */
@@ -52,7 +67,6 @@ public:
     void setWriteFunction(WriteFunction function) { m_write = function; }
 
 private:
-    bool isStillOurs() const;
     int writeAll(const char* data, size_t length, size_t& done);
     bool cutBack(off_t length);
 

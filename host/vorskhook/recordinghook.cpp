@@ -16,12 +16,13 @@ RecordingHook::RecordingHook() {
 }
 
 RecordingHook* RecordingHook::start(const QString& path, const ProcessInfo& info,
-                                    qint64 maximumSize) {
+                                    qint64 maximumSize, bool isShared) {
     if (theHook != nullptr) {
         return theHook;
     }
     auto* created = new RecordingHook;
     created->m_writer.setMaximumSize(maximumSize);
+    created->m_writer.setShared(isShared);
     if (!created->m_writer.open(path, info)) {
         delete created;
         return nullptr;

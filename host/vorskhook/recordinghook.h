@@ -16,9 +16,10 @@ public:
      * Opens the recording, of no more than that many bytes unless they are 0, and puts the hook
      * where extensions find it (Vorsk::Hook::hook). Null when the recording cannot be made. A
      * second call gives the hook of the first.
+     * @param isShared see RecordingWriter::setShared()
      */
     static RecordingHook* start(const QString& path, const ProcessInfo& info,
-                                qint64 maximumSize = 0);
+                                qint64 maximumSize = 0, bool isShared = true);
 
     /** The hook that start() made; null before. */
     static RecordingHook* instance();

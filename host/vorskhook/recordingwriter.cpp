@@ -46,16 +46,25 @@ bool RecordingWriter::open(const QString& path, const ProcessInfo& info) {
                               QString::number(std::chrono::duration_cast<std::chrono::microseconds>(
                                                   m_start.time_since_epoch())
                                                   .count())));
-    if (!write(FrameBuilder::header() + FrameBuilder::processFrame(0, complete))) {
+    QByteArray start = FrameBuilder::processFrame(0, complete);
+    if (!m_isShared || !m_mapping.open(m_file, m_maximumSize)) {
+        start.prepend(FrameBuilder::header());
+    }
+    if (!write(start)) {
         QFile::remove(m_file.path());
         return false;
     }
     return true;
 }
 
+void RecordingWriter::setMaximumSize(qint64 bytes) {
+    m_maximumSize = bytes;
+    m_limit.setMaximum(bytes);
+}
+
 void RecordingWriter::mark(const QString& name) {
     const QByteArray frame = FrameBuilder::markFrame(elapsed(), name);
-    if (m_file.isOpen() && m_limit.hasRoom(m_file.size(), frame.size())) {
+    if (m_file.isOpen() && m_limit.hasRoom(bytesWritten(), frame.size())) {
         write(frame);
     }
 }
@@ -82,7 +91,7 @@ bool RecordingWriter::appendMessage(int channel, const QString& name,
     }
     // Only a recording of limited size asks what it carries.
     const bool carriesPicture = m_limit.isSet() && isPicture(name, args);
-    if (!m_limit.admits(m_file.size(), m_waiting.size(), carriesPicture)) {
+    if (!m_limit.admits(bytesWritten(), m_waiting.size(), carriesPicture)) {
         m_waiting.resize(before);
         noteLoss(carriesPicture);
         return false;
@@ -101,7 +110,7 @@ void RecordingWriter::appendLog(RecordingFormat::Severity severity, const QStrin
     }
     m_waiting += FrameBuilder::logFrame(elapsed(), severity, text);
     if (m_waiting.size() >= logFlushSize) {
-        if (m_limit.hasRoom(m_file.size(), m_waiting.size())) {
+        if (m_limit.hasRoom(bytesWritten(), m_waiting.size())) {
             write(m_waiting);
         }
         forgetWaiting();
@@ -112,7 +121,7 @@ void RecordingWriter::close() {
     if (!m_file.isOpen()) {
         return;
     }
-    if (!m_limit.hasRoom(m_file.size(), m_waiting.size())) {
+    if (!m_limit.hasRoom(bytesWritten(), m_waiting.size())) {
         m_waiting.clear();
     }
     if (m_limit.pictures() + m_limit.others() > 0) {
@@ -120,6 +129,7 @@ void RecordingWriter::close() {
     }
     if (write(m_waiting + FrameBuilder::endFrame(elapsed(), m_messages))) {
         m_waiting.clear();
+        m_mapping.close();
         m_file.close();
     }
 }
@@ -129,6 +139,7 @@ void RecordingWriter::setTestFunction(const TestFunction& function) {
 }
 
 void RecordingWriter::setWriteFunction(RecordingFile::WriteFunction function) {
+    m_isShared = false;
     m_file.setWriteFunction(function);
 }
 
@@ -163,14 +174,16 @@ void RecordingWriter::noteLoss(bool isPicture) {
 }
 
 bool RecordingWriter::write(const QByteArray& bytes) {
-    if (m_file.append(bytes)) {
+    const bool isShared = m_mapping.isOpen();
+    if (isShared ? m_mapping.append(bytes) : m_file.append(bytes)) {
         return true;
     }
     m_waiting.clear();
-    reportProblem(QStringLiteral("recording-ended: cannot write to the recording %1: %2; it ends "
-                                 "here and the application goes on, make room or choose another "
-                                 "place")
-                      .arg(m_file.path(), m_file.errorString()));
+    reportProblem(
+        QStringLiteral("recording-ended: cannot write to the recording %1: %2; it ends "
+                       "here and the application goes on, make room or choose another "
+                       "place")
+            .arg(m_file.path(), isShared ? m_mapping.errorString() : m_file.errorString()));
     return false;
 }
 

@@ -2,6 +2,7 @@
 
 #include "vorskhook/framebuilder.h"
 #include "vorskhook/recordingfile.h"
+#include "vorskhook/recordingmapping.h"
 #include "vorskhook/sizelimit.h"
 #include "vorskhook/testfunction.h"
 
@@ -34,21 +35,27 @@ public:
      * To be called before open(). What is given up for it, pictures first, the recording says
      * itself.
      */
-    void setMaximumSize(qint64 bytes) { m_limit.setMaximum(bytes); }
+    void setMaximumSize(qint64 bytes);
+
+    /**
+     * Whether to append through memory that is shared with the file, where its file system allows
+     * it, as is usual; else with one write(2) each. To be called before open().
+     */
+    void setShared(bool isShared) { m_isShared = isShared; }
 
     /** Begins a context; an empty name ends it. */
     void mark(const QString& name);
 
     /**
-     * Appends one message with a single write(2), so that it outlives the process whatever happens
-     * to it. In a Qt Test program a Mark frame goes before it, in the same write, when another test
-     * function has begun. False when it is not in the recording.
+     * Appends one message, whole or not at all, so that it outlives the process whatever happens to
+     * it. In a Qt Test program a Mark frame goes before it when another test function has begun.
+     * False when it is not in the recording.
      */
     bool appendMessage(int channel, const QString& name, const Vorsk::ArgumentList& args);
 
     /**
      * Takes one log line. It is written together with the next message, at close(), or when many
-     * lines have gathered: log lines come in floods and are not worth a write each.
+     * lines have gathered: log lines come in floods and are not worth an append each.
      */
     void appendLog(RecordingFormat::Severity severity, const QString& text);
 
@@ -57,13 +64,13 @@ public:
 
     bool isOpen() const { return m_file.isOpen(); }
     QString path() const { return m_file.path(); }
-    /** Bytes in the file, without log lines that still wait. */
-    qint64 bytesWritten() const { return m_file.size(); }
+    /** Bytes in the recording, without log lines that still wait. */
+    qint64 bytesWritten() const { return qMax(m_mapping.size(), m_file.size()); }
     quint64 messagesWritten() const { return m_messages; }
 
     /** For tests: who is asked which test function runs. */
     void setTestFunction(const TestFunction& function);
-    /** For tests: what is called in place of write(2). */
+    /** For tests: what is called in place of write(2), for each append. */
     void setWriteFunction(RecordingFile::WriteFunction function);
 
 private:
@@ -73,12 +80,15 @@ private:
     void noteLoss(bool isPicture);
 
     RecordingFile m_file;
+    RecordingMapping m_mapping;
     SizeLimit m_limit;
     TestFunction m_testFunction;
     /** Frames that have still to be written, those of log lines above all. */
     QByteArray m_waiting;
     std::chrono::steady_clock::time_point m_start;
     quint64 m_messages = 0;
+    qint64 m_maximumSize = 0;
+    bool m_isShared = true;
     bool m_refusalReported = false;
 };
 

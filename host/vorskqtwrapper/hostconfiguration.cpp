@@ -132,6 +132,9 @@ std::optional<HostConfiguration> HostConfiguration::fromEnvironment(const QStrin
     if (result.isValid()) {
         result.takeMaximumSize();
     }
+    if (result.isValid()) {
+        result.takeWayOfAppending();
+    }
     return result;
 }
 
@@ -165,6 +168,16 @@ void HostConfiguration::takeMaximumSize() {
             QStringLiteral("options-malformed: VORSK_RECORDING_MAX_BYTES is \"%1\"%2give a number "
                            "of bytes, %3 or more")
                 .arg(value, consequence, QString::number(SizeLimit::smallest));
+    }
+}
+
+void HostConfiguration::takeWayOfAppending() {
+    const QString value = fromEnvironmentVariable("VORSK_RECORDING_APPEND");
+    m_isShared = value != QLatin1String("write");
+    if (m_isShared && !value.isEmpty() && value != QLatin1String("map")) {
+        m_error = QStringLiteral("options-malformed: VORSK_RECORDING_APPEND is \"%1\"%2give map or "
+                                 "write")
+                      .arg(value, consequence);
     }
 }
 

@@ -30,7 +30,8 @@ public:
     /**
      * What the environment asks for: the file that VORSK_OPTIONS_FILE names or, without one, a
      * recording of this program in the folder VORSK_RECORDING_DIR by the extension that lies beside
-     * the host. VORSK_RECORDING_MAX_BYTES limits either. Nothing when it names neither.
+     * the host. VORSK_RECORDING_MAX_BYTES limits either, and VORSK_RECORDING_APPEND says how either
+     * is appended to. Nothing when it names neither.
      * @param libraryFolder where the host's libraries are
      */
     static std::optional<HostConfiguration> fromEnvironment(const QString& libraryFolder);
@@ -49,6 +50,8 @@ public:
     QString recording() const { return m_recording; }
     /** Bytes that the recording may have; 0 without a limit. */
     qint64 maximumSize() const { return m_maximumSize; }
+    /** Whether the recording may be written through shared memory. */
+    bool isShared() const { return m_isShared; }
     /** Null when none is given. */
     QString session() const { return m_session; }
     /** Of the run as a whole; null when none is given. */
@@ -68,12 +71,14 @@ private:
     void check(const QString& file);
     static HostConfiguration forFolder(const QString& folder, const QString& libraryFolder);
     void takeMaximumSize();
+    void takeWayOfAppending();
 
     QString m_file;
     QString m_error;
     QStringList m_extensions;
     QString m_recording;
     qint64 m_maximumSize = 0;
+    bool m_isShared = true;
     QString m_session;
     QString m_context;
     QVector<QPair<QString, QString>> m_labels;

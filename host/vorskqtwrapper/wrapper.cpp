@@ -122,8 +122,9 @@ void Wrapper::startConfigured(const HostConfiguration& configuration) {
     if (libraries.empty()) {
         return;
     }
-    RecordingHook* hook = RecordingHook::start(
-        configuration.recording(), processInfo(configuration), configuration.maximumSize());
+    RecordingHook* hook =
+        RecordingHook::start(configuration.recording(), processInfo(configuration),
+                             configuration.maximumSize(), configuration.isShared());
     if (hook == nullptr) {
         return;
     }

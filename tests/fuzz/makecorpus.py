@@ -12,7 +12,7 @@ import struct
 import sys
 import zlib
 
-HEADER_SIZE = 12
+HEADER_SIZES = {1: 12, 2: 40}  # by the version
 PROCESS, MESSAGE, LOG, MARK, END = range(1, 6)
 ADDED, CHILD_ADDED = 1, 2
 LARGEST_PAYLOAD = 2000
@@ -32,8 +32,21 @@ def frame(kind, time, body):
     return struct.pack(">II", len(payload), zlib.crc32(payload)) + payload
 
 
+def header_size(data):
+    version, = struct.unpack_from(">I", data, 8)
+    return HEADER_SIZES[version]
+
+
+def header(data, content):
+    """The header of what the recording is cut down to."""
+    kept = data[:header_size(data)]
+    if len(kept) > HEADER_SIZES[1]:
+        kept = kept[:16] + struct.pack(">QQQ", len(kept) + len(content), 0, 0)
+    return kept
+
+
 def frames(data):
-    position = HEADER_SIZE
+    position = header_size(data)
     while position < len(data):
         length, checksum = struct.unpack_from(">II", data, position)
         payload = data[position + 8:position + 8 + length]
@@ -80,7 +93,7 @@ def main():
     records_of_a_kind = int(sys.argv[2])
     for path in map(pathlib.Path, sys.argv[3:]):
         data = path.read_bytes()
-        out, kept, messages, announced = data[:HEADER_SIZE], {}, 0, b""
+        out, kept, messages, announced = b"", {}, 0, b""
         for number, (kind, body) in enumerate(frames(data)):
             if kind == PROCESS:
                 out += frame(kind, number, process(body))
@@ -104,7 +117,7 @@ def main():
                 kept[-kind] = kept.get(-kind, 0) + 1
                 out += frame(kind, number, body)
         out += frame(END, 1000, struct.pack(">Q", messages))
-        (folder / "recordings" / path.stem).write_bytes(out)
+        (folder / "recordings" / path.stem).write_bytes(header(data, out) + out)
 
 
 if __name__ == "__main__":

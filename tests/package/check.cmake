@@ -34,7 +34,7 @@ set(package -Duicov_ROOT=${WORK}/moved -DCMAKE_FIND_ROOT_PATH=${WORK}/moved)
 run(${configure} -B ${WORK}/build ${package} -DWANTED=${VERSION})
 run(${CMAKE_COMMAND} --build ${WORK}/build)
 run(${CMAKE_COMMAND} --build ${WORK}/build --target check)
-if(NOT output MATCHES "an element of [0-9]+ bytes came back; recordings have version 1")
+if(NOT output MATCHES "an element of [0-9]+ bytes came back; recordings have version 2")
     message(FATAL_ERROR "the consumer said: ${output}")
 endif()
 

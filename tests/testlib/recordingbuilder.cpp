@@ -37,7 +37,7 @@ QByteArray integerArgument(qint32 value) {
 
 RecordingBuilder::RecordingBuilder()
     : m_bytes(QByteArray(RecordingFormat::magic, sizeof RecordingFormat::magic) +
-              bigEndian(RecordingFormat::version)) {}
+              bigEndian(RecordingFormat::plainVersion)) {}
 
 RecordingBuilder::~RecordingBuilder() {
     for (const QPointer<UIElement>& element : m_elements) {

@@ -7,7 +7,8 @@
  * agree on. All integers are big-endian; nothing is aligned; nothing depends on the architecture.
  *
  *   file      = header frame*
- *   header    = magic (8 bytes), version (quint32)
+ *   header    = magic (8 bytes), version (quint32), in version 2 then:
+ *               zero (quint32), end (quint64), held place (quint64), held length (quint64)
  *   frame     = length (quint32), checksum (quint32), payload (length bytes)
  *   payload   = type (quint8), time (quint64, microseconds since the recording was opened), body
  *
@@ -28,15 +29,33 @@
  *               for Variant: length (quint32), a QVariant in QDataStream version 12 form
  *
  * The last Loss frame counts. The first frame is the Process frame, the last frame of a recording
- * that ended in order is the End frame; only Mark frames may stand behind it. Whoever knows the
- * file may append Mark frames while it grows, each whole with one write(2) to a descriptor opened
- * with O_APPEND.
+ * that ended in order is the End frame; only Mark frames may stand behind it.
+ *
+ * Whoever knows the file may append Mark frames while it grows. In version 1 each whole with one
+ * write(2) to a descriptor opened with O_APPEND. In version 2 the file is longer than what is in it
+ * while it grows, with zeros behind, and is written through shared memory: who appends moves `end`
+ * on by the frame's length with one atomic operation, which gives the frame's place, then writes
+ * the frame there, its length (the first four bytes) last. A length of zero is therefore a frame
+ * that is not there yet. Another process than the application's holds an exclusive flock(2) on the
+ * file meanwhile and enters the place that it is going to take as the held one first, so that a
+ * reader can step over it when that process was killed on the way.
  */
 namespace RecordingFormat {
 
 constexpr char magic[8] = {'U', 'I', 'R', 'E', 'C', '\r', '\n', '\x1a'};
-constexpr quint32 version = 1;
+/** The highest that there is. */
+constexpr quint32 version = 2;
+/** Of a recording that is written with write(2) alone. */
+constexpr quint32 plainVersion = 1;
+/** Of a recording that is written through shared memory. */
+constexpr quint32 sharedVersion = 2;
+/** Bytes of the header in version 1, and with which that of version 2 begins. */
 constexpr int headerSize = 12;
+constexpr int sharedHeaderSize = 40;
+/** Places in the header of version 2; multiples of eight, as atomic operations need. */
+constexpr int endOffset = 16;
+constexpr int heldPlaceOffset = 24;
+constexpr int heldLengthOffset = 32;
 constexpr int frameHeaderSize = 8;
 /** Bytes of a payload before its body. */
 constexpr int payloadHeaderSize = 9;

@@ -3,6 +3,8 @@
 #include "recording/bytecursor.h"
 
 #include <QFileInfo>
+#include <QThread>
+#include <QtEndian>
 
 #include <cstring>
 
@@ -22,6 +24,13 @@ constexpr qint64 readStep = 1024LL * 1024;
 bool isKnown(quint8 type) {
     return type >= static_cast<quint8>(FrameType::Process) &&
            type <= static_cast<quint8>(FrameType::Loss);
+}
+
+/** No frame has a length of zero; where a recording may be longer than its content, all has. */
+bool isUnwritten(const QByteArray& frameHeader) {
+    const auto lengthSize = static_cast<int>(sizeof(quint32));
+    const QByteArray length = frameHeader.left(lengthSize);
+    return length.count('\0') == length.size();
 }
 
 bool beginsLikeMagic(const QByteArray& bytes) {
@@ -83,7 +92,29 @@ std::optional<Problem> RecordingReader::open() {
                            QStringLiteral(": has format version 0, which never existed; the file "
                                           "is damaged")};
     }
+    m_version = version;
+    if (version == RecordingFormat::sharedVersion && !readSharedHeader()) {
+        return Problem{Message::InputTorn,
+                       name + QStringLiteral(": ends after %1 bytes, inside its header; nothing in "
+                                             "it can be used")
+                                  .arg(m_position)};
+    }
     return std::nullopt;
+}
+
+bool RecordingReader::readSharedHeader() {
+    QByteArray rest;
+    if (read(RecordingFormat::sharedHeaderSize - RecordingFormat::headerSize, rest) !=
+        Read::Whole) {
+        return false;
+    }
+    const auto number = [&rest](int offset) {
+        return qFromBigEndian<qint64>(rest.constData() + offset - RecordingFormat::headerSize);
+    };
+    m_end = qMax<qint64>(number(RecordingFormat::endOffset), RecordingFormat::sharedHeaderSize);
+    m_heldPlace = number(RecordingFormat::heldPlaceOffset);
+    m_heldLength = number(RecordingFormat::heldLengthOffset);
+    return true;
 }
 
 bool RecordingReader::next(Frame& frame) {
@@ -129,9 +160,19 @@ RecordingReader::Read RecordingReader::read(qint64 size, QByteArray& bytes) {
 }
 
 bool RecordingReader::readPayload(QByteArray& payload) {
-    m_frameStart = m_position;
     QByteArray header;
-    const Read result = read(RecordingFormat::frameHeaderSize, header);
+    Read result = readFrameHeader(header);
+    while (m_end > 0 && isUnwritten(header)) {
+        if (skipHeld()) {
+            result = readFrameHeader(header);
+        } else if (m_frameStart >= m_end) {
+            endByLastFrame();
+            return false;
+        } else if (!rereadFrameHeader(header)) {
+            end(Ending::Kind::Torn);
+            return false;
+        }
+    }
     if (result == Read::AtEnd) {
         endByLastFrame();
         return false;
@@ -161,16 +202,53 @@ bool RecordingReader::readPayload(QByteArray& payload) {
     return true;
 }
 
+RecordingReader::Read RecordingReader::readFrameHeader(QByteArray& header) {
+    m_frameStart = m_position;
+    return read(RecordingFormat::frameHeaderSize, header);
+}
+
+/** Steps over room that a process took and did not fill before it was killed. */
+bool RecordingReader::skipHeld() {
+    constexpr qint64 longest =
+        RecordingFormat::frameHeaderSize + RecordingFormat::maximumPayloadSize;
+    if (m_frameStart != m_heldPlace || m_heldLength < RecordingFormat::frameHeaderSize ||
+        m_heldLength > longest || m_frameStart + m_heldLength > m_end) {
+        return false;
+    }
+    m_heldPlace = 0;
+    QByteArray rest;
+    read(m_heldLength - (m_position - m_frameStart), rest);
+    return true;
+}
+
+/** Whether a frame that was being written a moment ago is there by now. */
+bool RecordingReader::rereadFrameHeader(QByteArray& header) {
+    constexpr int attempts = 5;
+    constexpr unsigned long pause = 1; // ms
+    for (int attempt = 0; attempt < attempts && !m_file.isSequential(); ++attempt) {
+        QThread::msleep(pause);
+        m_file.seek(0); // what the file object has read ahead is old
+        m_file.seek(m_frameStart);
+        m_position = m_frameStart;
+        if (readFrameHeader(header) == Read::Whole && !isUnwritten(header)) {
+            return true;
+        }
+    }
+    return false;
+}
+
 void RecordingReader::end(Ending::Kind kind) {
     m_hasEnded = true;
     m_ending.kind = kind;
     m_ending.soundBytes = m_frameStart;
-    m_ending.lostBytes = m_position - m_frameStart + drain();
+    // Behind what was in a recording there may be room for more.
+    m_ending.lostBytes =
+        m_end > m_frameStart ? m_end - m_frameStart : m_position - m_frameStart + drain();
 }
 
 void RecordingReader::endByLastFrame() {
     m_hasEnded = true;
-    m_ending.soundBytes = m_position;
+    m_ending.soundBytes = m_frameStart;
     if (!m_countedMessages) {
         m_ending.kind = Ending::Kind::NoEndFrame;
     } else {

@@ -30,6 +30,8 @@ public:
     const Ending& ending() const { return m_ending; }
 
     QString path() const { return m_file.fileName(); }
+    /** Of the format; 0 before open(). */
+    quint32 version() const { return m_version; }
     /** Frames of types that this version does not know, passed over. */
     quint64 skippedFrames() const { return m_skippedFrames; }
 
@@ -40,13 +42,24 @@ private:
     enum class Read { Whole, AtEnd, Partial };
 
     Read read(qint64 size, QByteArray& bytes);
+    bool readSharedHeader();
     bool readPayload(QByteArray& payload);
+    /** Begins a frame: its length and checksum. */
+    Read readFrameHeader(QByteArray& header);
+    bool skipHeld();
+    bool rereadFrameHeader(QByteArray& header);
     void end(Ending::Kind kind);
     void endByLastFrame();
     qint64 drain();
 
     QFile m_file;
     Ending m_ending;
+    quint32 m_version = 0;
+    /** How much was in a recording of version 2 when it was opened; 0 where nobody says. */
+    qint64 m_end = 0;
+    /** Room that another process took in it and perhaps did not fill. */
+    qint64 m_heldPlace = 0;
+    qint64 m_heldLength = 0;
     qint64 m_frameStart = 0;
     qint64 m_position = 0;
     quint64 m_messages = 0;

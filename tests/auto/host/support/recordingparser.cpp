@@ -85,12 +85,23 @@ RecordingParser RecordingParser::parse(const QByteArray& bytes) {
         return result;
     }
     Cursor cursor(bytes.mid(8));
-    if (cursor.number(4) != 1) {
+    const quint64 version = cursor.number(4);
+    if (version == 2) {
+        cursor.take(4);
+        result.end = static_cast<qint64>(cursor.number(8));
+        cursor.take(16);
+    } else if (version != 1) {
         result.error = QStringLiteral("wrong version");
         return result;
     }
+    int place = version == 2 ? 40 : 12;
     while (!cursor.isAtEnd()) {
+        if (version == 2 && place == result.end &&
+            bytes.mid(place).count('\0') == bytes.size() - place) {
+            return result; // room for what comes next
+        }
         const auto length = static_cast<int>(cursor.number(4));
+        place += 8 + length;
         const auto expected = static_cast<quint32>(cursor.number(4));
         const QByteArray payload = cursor.take(length);
         if (!cursor.isGood() || length < 9 || checksum(payload) != expected) {

@@ -30,6 +30,8 @@ public:
     /** Empty when every byte of the recording is sound; else where and what is not. */
     QString error;
     QList<Frame> frames;
+    /** How much is in it according to its header; 0 in version 1. */
+    qint64 end = 0;
 
     QVector<QPair<QString, QString>> processInfo() const;
     QString processValue(const QString& key) const;

@@ -70,7 +70,13 @@ void tst_RecordingFormat::numbersInTheDocument_data() {
         QTest::newRow(name) << static_cast<qint64>(value);
     };
     row("version", Format::version);
+    row("version written with `write`", Format::plainVersion);
+    row("version written through shared memory", Format::sharedVersion);
     row("bytes of the header", Format::headerSize);
+    row("bytes of the longer header", Format::sharedHeaderSize);
+    row("place of the end", Format::endOffset);
+    row("place of the held place", Format::heldPlaceOffset);
+    row("place of the held length", Format::heldLengthOffset);
     row("bytes before a payload", Format::frameHeaderSize);
     row("bytes before a body", Format::payloadHeaderSize);
     row("longest payload", Format::maximumPayloadSize);

@@ -83,6 +83,7 @@ private Q_SLOTS:
 
     void emptyRecording();
     void messagesAndLogs();
+    void messageIsInTheFileWhenAppendReturns_data();
     void messageIsInTheFileWhenAppendReturns();
     void oneWritePerMessage();
     void logsWaitForTheNextMessage();
@@ -169,13 +170,23 @@ void tst_RecordingWriter::messagesAndLogs() {
     QCOMPARE(writer.messagesWritten(), quint64(2));
 }
 
+void tst_RecordingWriter::messageIsInTheFileWhenAppendReturns_data() {
+    QTest::addColumn<bool>("isShared");
+    QTest::newRow("shared memory") << true;
+    QTest::newRow("write") << false;
+}
+
 void tst_RecordingWriter::messageIsInTheFileWhenAppendReturns() {
+    QFETCH(bool, isShared);
     QuietWriter writer;
+    writer.setShared(isShared);
     QVERIFY(writer.open(m_path, m_info));
     for (int i = 1; i <= 5; ++i) {
         QVERIFY(send(writer, QByteArray::number(i)));
-        QCOMPARE(RecordingParser::parseFile(m_path).messages().size(), i);
-        QCOMPARE(writer.bytesWritten(), QFileInfo(m_path).size());
+        const RecordingParser parsed = RecordingParser::parseFile(m_path);
+        QCOMPARE(parsed.error, QString());
+        QCOMPARE(parsed.messages().size(), i);
+        QCOMPARE(writer.bytesWritten(), parsed.end > 0 ? parsed.end : QFileInfo(m_path).size());
     }
 }
 
@@ -336,6 +347,7 @@ void tst_RecordingWriter::headerThatCannotBeWritten() {
 
 void tst_RecordingWriter::descriptorThatTheApplicationClosed() {
     QuietWriter writer;
+    writer.setShared(false);
     QVERIFY(writer.open(m_path, m_info));
     const QByteArray before = contents(m_path);
     ::close(descriptorOf(m_path));

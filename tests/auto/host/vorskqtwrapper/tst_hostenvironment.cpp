@@ -105,6 +105,21 @@ private Q_SLOTS:
         QVERIFY(configuration->errorString().startsWith(QStringLiteral("options-unreadable: ")));
     }
 
+    void theWayOfAppending() {
+        qputenv("VORSK_RECORDING_DIR", QFile::encodeName(m_dir->path()));
+        QVERIFY(HostConfiguration::fromEnvironment(libraries)->isShared());
+        qputenv("VORSK_RECORDING_APPEND", "map");
+        QVERIFY(HostConfiguration::fromEnvironment(libraries)->isShared());
+        qputenv("VORSK_RECORDING_APPEND", "write");
+        const auto configuration = HostConfiguration::fromEnvironment(libraries);
+        QVERIFY(configuration->isValid());
+        QVERIFY(!configuration->isShared());
+        qputenv("VORSK_RECORDING_APPEND", "mmap");
+        QCOMPARE(HostConfiguration::fromEnvironment(libraries)->errorString(),
+                 QStringLiteral("options-malformed: VORSK_RECORDING_APPEND is \"mmap\"; nothing is "
+                                "recorded, give map or write"));
+    }
+
     void limitsThatAreNone_data() {
         QTest::addColumn<QByteArray>("value");
         for (const char* value : {"many", "65535", "0", "-100000", "1e9", "64M"}) {

@@ -29,6 +29,15 @@ class TestMarkWriter : public TestLib::TestCase {
             writer.open(m_path, {qMakePair(QStringLiteral("pid"), QString::number(::getpid()))}));
     }
 
+    /** Writes a number into the recording's header. */
+    bool put(int offset, qint64 value) const {
+        QFile file(m_path);
+        QByteArray bytes(8, '\0');
+        qToBigEndian(value, bytes.data());
+        return file.open(QIODevice::ReadWrite | QIODevice::Unbuffered) && file.seek(offset) &&
+               file.write(bytes) == bytes.size();
+    }
+
     static bool send(RecordingWriter& writer, int number) {
         return writer.appendMessage(1, QString::number(number), Vorsk::ArgumentList());
     }
@@ -81,10 +90,18 @@ private Q_SLOTS:
         QCOMPARE(frames(), expected << QStringLiteral("50") << QStringLiteral("complete"));
     }
 
+    void framesStayWholeUnderManyWriters_data() {
+        QTest::addColumn<bool>("isShared");
+        QTest::newRow("shared memory") << true;
+        QTest::newRow("write") << false;
+    }
+
     void framesStayWholeUnderManyWriters() {
+        QFETCH(bool, isShared);
         constexpr int markers = 2;
         constexpr int marks = 300;
         RecordingWriter writer;
+        writer.setShared(isShared);
         open(writer);
         QVector<pid_t> children;
         for (int marker = 0; marker < markers; ++marker) {
@@ -130,6 +147,44 @@ private Q_SLOTS:
         QCOMPARE(frames().last(), QStringLiteral("complete"));
     }
 
+    void whatAKilledMarkerLeftIsClosed() {
+        RecordingWriter writer;
+        open(writer);
+        QVERIFY(send(writer, 1));
+        constexpr qint64 length = 40;
+        const qint64 place = writer.bytesWritten();
+        QVERIFY(put(RecordingFormat::heldPlaceOffset, place));
+        QVERIFY(put(RecordingFormat::heldLengthOffset, length));
+        QVERIFY(put(RecordingFormat::endOffset, place + length));
+        if (writer.bytesWritten() != place + length) {
+            QSKIP("the file system of the temporary folder does not keep room that was allocated");
+        }
+        QVERIFY(send(writer, 2));
+        const QString open =
+            QStringLiteral("ended abnormally: the application was killed, crashed or still runs");
+        QCOMPARE(frames(), QStringList({QStringLiteral("1"), QStringLiteral("2"), open}));
+        QVERIFY(MarkWriter::append(m_path, QStringLiteral("a")));
+        QVERIFY(MarkWriter::append(m_path, QStringLiteral("b")));
+        writer.close();
+        QCOMPARE(frames(),
+                 QStringList({QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("[a]"),
+                              QStringLiteral("[b]"), QStringLiteral("complete")}));
+    }
+
+    void aMarkerThatWasKilledBeforeItTookThePlaceLeavesNothing() {
+        RecordingWriter writer;
+        open(writer);
+        const qint64 place = writer.bytesWritten();
+        QVERIFY(put(RecordingFormat::heldPlaceOffset, place));
+        QVERIFY(put(RecordingFormat::heldLengthOffset, qint64{40}));
+        QVERIFY(send(writer, 1));
+        QVERIFY(MarkWriter::append(m_path, QStringLiteral("a")));
+        QVERIFY(send(writer, 2));
+        writer.close();
+        QCOMPARE(frames(), QStringList({QStringLiteral("1"), QStringLiteral("[a]"),
+                                        QStringLiteral("2"), QStringLiteral("complete")}));
+    }
+
     void onlyARecordingOfALivingProcessIsMarked() {
         const auto untouched = [this](const QByteArray& bytes) {
             QFile file(m_path);
@@ -163,6 +218,7 @@ private Q_SLOTS:
 
     void aFailedMessageIsCutOffAndMarksBeforeItStay() {
         RecordingWriter writer;
+        writer.setShared(false);
         open(writer);
         QVERIFY(send(writer, 1));
         QVERIFY(MarkWriter::append(m_path, QStringLiteral("a")));

@@ -22,7 +22,6 @@ using Kind = Uicov::Recording::Ending::Kind;
 namespace {
 
 using RecordingFormat::frameHeaderSize;
-using RecordingFormat::headerSize;
 
 QByteArray reportOf(const Run& run) {
     const Uicov::Config::Configuration configuration;
@@ -73,15 +72,31 @@ class TestDamagedRecording : public TestLib::TestCase {
     /** In memory: a disk would take minutes. */
     Fuzz::ScratchFile m_file;
     QByteArray m_golden;
+    int m_headerSize = 0;
+    /** Whether the header says how much was in the recording. */
+    bool m_saysItsEnd = false;
     /** Of each frame, then the end of the file. */
     QVector<int> m_starts;
     Outcome m_whole;
 
 private Q_SLOTS:
-    void initTestCase() {
-        QFile golden(QStringLiteral(UICOV_GOLD_DIR "/recordings/version-1"));
+    void initTestCase_data() {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<int>("headerSize");
+        QTest::newRow("written with write") << "version-1" << RecordingFormat::headerSize;
+        QTest::newRow("written through memory") << "version-2" << RecordingFormat::sharedHeaderSize;
+    }
+
+    void init() {
+        TestCase::init();
+        QFETCH_GLOBAL(QString, name);
+        QFETCH_GLOBAL(int, headerSize);
+        QFile golden(QStringLiteral(UICOV_GOLD_DIR "/recordings/") + name);
         QVERIFY(golden.open(QIODevice::ReadOnly));
         m_golden = golden.readAll();
+        m_headerSize = headerSize;
+        m_saysItsEnd = headerSize > RecordingFormat::headerSize;
+        m_starts.clear();
         for (int at = headerSize; at < m_golden.size();) {
             m_starts.append(at);
             at += frameHeaderSize +
@@ -104,28 +119,30 @@ private Q_SLOTS:
     }
 
     void cutOffInsideTheHeaderItIsRefused() {
-        for (int size = 0; size < headerSize; ++size) {
+        for (int size = 0; size < m_headerSize; ++size) {
             write(m_golden.left(size));
             QCOMPARE(*read().problem, size == 0 ? Message::InputEmpty : Message::InputTorn);
         }
     }
 
     void cutOffAtAnyByteThePrefixIsRead() {
-        for (int size = headerSize; size < m_golden.size(); ++size) {
+        for (int size = m_headerSize; size < m_golden.size(); ++size) {
             write(m_golden.left(size));
             const Outcome outcome = read();
             QVERIFY(!outcome.problem);
             const int frames = frameAt(size);
             QCOMPARE(outcome.bodies, m_whole.bodies.mid(0, frames));
             const int soundBytes = m_starts.at(frames);
-            QCOMPARE(outcome.ending.kind, size == soundBytes ? Kind::NoEndFrame : Kind::Torn);
+            QCOMPARE(outcome.ending.kind,
+                     size == soundBytes && !m_saysItsEnd ? Kind::NoEndFrame : Kind::Torn);
             QCOMPARE(outcome.ending.soundBytes, qint64{soundBytes});
-            QCOMPARE(outcome.ending.lostBytes, qint64{size - soundBytes});
+            QCOMPARE(outcome.ending.lostBytes,
+                     qint64{(m_saysItsEnd ? m_golden.size() : size) - soundBytes});
         }
     }
 
     void anyByteOfTheHeaderFlippedItIsRefused() {
-        for (int at = 0; at < headerSize; ++at) {
+        for (int at = 0; at < RecordingFormat::headerSize; ++at) {
             QByteArray damaged = m_golden;
             damaged[at] = static_cast<char>(~damaged.at(at));
             write(damaged);
@@ -134,8 +151,35 @@ private Q_SLOTS:
         }
     }
 
+    /** It is there for those who append, and for what ended on the way. */
+    void theRestOfALongerHeaderMattersToNoWholeRecording() {
+        for (int at = RecordingFormat::headerSize; at < m_headerSize; ++at) {
+            QByteArray damaged = m_golden;
+            damaged[at] = static_cast<char>(~damaged.at(at));
+            write(damaged);
+            const Outcome outcome = read();
+            QVERIFY(!outcome.problem);
+            QCOMPARE(outcome.bodies, m_whole.bodies);
+        }
+    }
+
+    /** As a disk leaves it that lost its power: whole blocks of zeros. */
+    void zerosInItAreDamage() {
+        for (int frame = 0; frame < m_starts.size() - 1; ++frame) {
+            QByteArray damaged = m_golden;
+            const int start = m_starts.at(frame);
+            const int length = m_starts.at(frame + 1) - start;
+            damaged.replace(start, length, QByteArray(length, '\0'));
+            write(damaged);
+            const Outcome outcome = read();
+            QCOMPARE(outcome.bodies, m_whole.bodies.mid(0, frame));
+            QVERIFY(outcome.ending.kind == Kind::Damaged || outcome.ending.kind == Kind::Torn);
+            QCOMPARE(outcome.ending.lostBytes, qint64{m_golden.size() - start});
+        }
+    }
+
     void anyByteFlippedThePrefixIsRead() {
-        for (int at = headerSize; at < m_golden.size(); ++at) {
+        for (int at = m_headerSize; at < m_golden.size(); ++at) {
             QByteArray damaged = m_golden;
             damaged[at] = static_cast<char>(~damaged.at(at));
             write(damaged);
@@ -155,7 +199,8 @@ private Q_SLOTS:
             RunLoader loader(m_file.path());
             QVERIFY(!loader.load());
             QCOMPARE(loader.problems().size(), 1);
-            QCOMPARE(loader.problems().first().message, Message::EndedAbnormally);
+            QCOMPARE(loader.problems().first().message,
+                     m_saysItsEnd ? Message::RecordingTorn : Message::EndedAbnormally);
             const Run run = loader.run();
             QVERIFY(!run.isComplete);
             QVERIFY(!run.partialReason.isEmpty());

@@ -62,6 +62,22 @@ private:
         return outcome;
     }
 
+    /** As it is while it is written through shared memory: these frames, and room for more. */
+    static QByteArray shared(const QByteArray& frames, qint64 end, int room, qint64 heldPlace = 0,
+                             qint64 heldLength = 0) {
+        const auto number = [](qint64 value) {
+            QByteArray bytes(8, '\0');
+            qToBigEndian(value, bytes.data());
+            return bytes;
+        };
+        const QByteArray magic(RecordingFormat::magic, sizeof RecordingFormat::magic);
+        return magic + bigEndian(2) + bigEndian(0) + number(end) + number(heldPlace) +
+               number(heldLength) + frames + QByteArray(room, '\0');
+    }
+    static QByteArray frames(const RecordingBuilder& recording) {
+        return recording.bytes().mid(RecordingFormat::headerSize);
+    }
+
     QTemporaryDir m_folder;
     QString m_text;
 
@@ -93,6 +109,66 @@ private Q_SLOTS:
         QCOMPARE(reader.ending().lostBytes, qint64{0});
     }
 
+    void roomBehindASharedRecordingIsNotPartOfIt() {
+        RecordingBuilder recording;
+        recording.addProcess({});
+        recording.addLog(RecordingFormat::Severity::Info, QStringLiteral("x"));
+        const int end = RecordingFormat::sharedHeaderSize + frames(recording).size();
+        for (const int room : {0, 1, 3, 7, 8, 100000}) {
+            const Outcome outcome = read(shared(frames(recording), end, room));
+            QCOMPARE(outcome.frames, 2);
+            QCOMPARE(outcome.ending.kind, Ending::Kind::NoEndFrame);
+            QCOMPARE(outcome.ending.soundBytes, qint64{end});
+            QCOMPARE(outcome.ending.lostBytes, qint64{0});
+        }
+        recording.addEnd();
+        const int whole = RecordingFormat::sharedHeaderSize + frames(recording).size();
+        QCOMPARE(read(shared(frames(recording), whole, 0)).ending.kind, Ending::Kind::Complete);
+        QCOMPARE(read(shared(frames(recording), whole, 500)).ending.kind, Ending::Kind::Complete);
+    }
+
+    void aFrameThatWasBegunAndNotEndedIsTorn() {
+        RecordingBuilder recording;
+        recording.addProcess({});
+        const int end = RecordingFormat::sharedHeaderSize + frames(recording).size();
+        const Outcome outcome = read(shared(frames(recording), end + 50, 100));
+        QCOMPARE(outcome.frames, 1);
+        QCOMPARE(outcome.ending.kind, Ending::Kind::Torn);
+        QCOMPARE(outcome.ending.soundBytes, qint64{end});
+        QCOMPARE(outcome.ending.lostBytes, qint64{50});
+    }
+
+    void aHoleWithOtherFramesBehindItIsTorn() {
+        RecordingBuilder before;
+        before.addProcess({});
+        RecordingBuilder behind;
+        behind.addMark(QStringLiteral("lost"));
+        const QByteArray all = frames(before) + QByteArray(30, '\0') + frames(behind);
+        const Outcome outcome =
+            read(shared(all, RecordingFormat::sharedHeaderSize + all.size(), 10));
+        QCOMPARE(outcome.frames, 1);
+        QCOMPARE(outcome.ending.kind, Ending::Kind::Torn);
+        QCOMPARE(outcome.ending.lostBytes, qint64{30 + frames(behind).size()});
+    }
+
+    void aHeldPlaceIsSteppedOver() {
+        RecordingBuilder before;
+        before.addProcess({});
+        RecordingBuilder behind;
+        behind.addLog(RecordingFormat::Severity::Info, QStringLiteral("x"));
+        const QByteArray all = frames(before) + QByteArray(30, '\0') + frames(behind);
+        const qint64 end = RecordingFormat::sharedHeaderSize + all.size();
+        const qint64 hole = RecordingFormat::sharedHeaderSize + frames(before).size();
+        const Outcome outcome = read(shared(all, end, 10, hole, 30));
+        QCOMPARE(outcome.frames, 2);
+        QCOMPARE(outcome.ending.kind, Ending::Kind::NoEndFrame);
+        // One that claims more than there is leads nowhere.
+        for (const qint64 length :
+             {qint64{0}, qint64{7}, end, std::numeric_limits<qint64>::max()}) {
+            QCOMPARE(read(shared(all, end, 10, hole, length)).frames, 1);
+        }
+    }
+
     void aFileThatCannotBeUsedSaysWhy_data() {
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<Message>("message");
@@ -107,8 +183,10 @@ private Q_SLOTS:
         QTest::newRow("no version") << magic << Message::InputTorn << "after 8 bytes";
         QTest::newRow("line ends changed") << QByteArray("UIREC\n\x1a\0\0\0\1", 12)
                                            << Message::InputForeign << "is not a recording";
-        QTest::newRow("newer") << magic + bigEndian(2) << Message::InputNewer
-                               << "version 2, and this uicov reads up to version 1";
+        QTest::newRow("newer") << magic + bigEndian(3) << Message::InputNewer
+                               << "version 3, and this uicov reads up to version 2";
+        QTest::newRow("shared, half a header") << magic + bigEndian(2) + QByteArray(27, '\0')
+                                               << Message::InputTorn << "after 39 bytes";
         QTest::newRow("version 0") << magic + bigEndian(0) << Message::InputForeign << "version 0";
     }
 

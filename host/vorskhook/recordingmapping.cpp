@@ -1,0 +1,243 @@
+#include "vorskhook/recordingmapping.h"
+
+#include "vorskhook/busguard.h"
+#include "vorskhook/framebuilder.h"
+
+#include <QtEndian>
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <cstring>
+
+#include <linux/magic.h>
+#include <recordingformat/recordingformat.h>
+#include <sys/mman.h>
+#include <sys/vfs.h>
+#include <unistd.h>
+
+namespace VorskHost {
+
+namespace {
+
+/** The least; one message may need more. */
+constexpr std::size_t usualWindow = 1024 * 1024;
+
+std::size_t pageSize() {
+    static const auto size = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+    return size;
+}
+
+std::size_t wholePages(std::size_t bytes) {
+    return (bytes + pageSize() - 1) / pageSize() * pageSize();
+}
+
+/**
+ * Where room that was allocated can be written to whatever happens on the rest of the disk. Not so
+ * where each write takes new room (btrfs), where the disk is elsewhere, or where nobody knows.
+ */
+bool keepsAllocatedRoom(int descriptor) {
+#ifndef XFS_SUPER_MAGIC
+    constexpr long XFS_SUPER_MAGIC = 0x58465342;
+#endif
+    constexpr std::array<unsigned long, 5> known = {
+        EXT4_SUPER_MAGIC, XFS_SUPER_MAGIC, F2FS_SUPER_MAGIC, TMPFS_MAGIC, OVERLAYFS_SUPER_MAGIC};
+    struct statfs status {};
+    return ::fstatfs(descriptor, &status) == 0 &&
+           std::find(known.begin(), known.end(),
+                     static_cast<unsigned long>(status.f_type) & 0xFFFFFFFFUL) != known.end();
+}
+
+/** The first four bytes last, and each before it is seen without them: by them a frame is there. */
+void place(char* target, const QByteArray& frames) {
+    constexpr std::size_t lengthSize = sizeof(quint32);
+    const auto size = static_cast<std::size_t>(frames.size());
+    std::memcpy(target + lengthSize, frames.constData() + lengthSize, size - lengthSize);
+    std::atomic_thread_fence(std::memory_order_release);
+    std::memcpy(target, frames.constData(), lengthSize);
+}
+
+} // namespace
+
+RecordingMapping::~RecordingMapping() {
+    release();
+}
+
+bool RecordingMapping::open(RecordingFile& file, qint64 maximumSize) {
+    release();
+    m_error.clear();
+    m_lastEnd = 0;
+    if (!__atomic_always_lock_free(sizeof(quint64), nullptr) ||
+        !keepsAllocatedRoom(file.descriptor())) {
+        return false;
+    }
+    m_file = &file;
+    m_maximumSize = maximumSize;
+    m_allocated = 0;
+    const QByteArray header = FrameBuilder::header(RecordingFormat::sharedVersion);
+    if (!allocate(header.size()) || !mapRegion(usualWindow, 0)) {
+        release();
+        file.truncate(0);
+        return false;
+    }
+    std::memcpy(m_region, header.constData(), static_cast<std::size_t>(header.size()));
+    m_lastEnd = static_cast<quint64>(header.size());
+    return true;
+}
+
+bool RecordingMapping::append(const QByteArray& frames) {
+    if (!isOpen() || !m_file->isOpen()) {
+        return false;
+    }
+    if (frames.isEmpty()) {
+        return true;
+    }
+    const auto length = static_cast<quint64>(frames.size());
+    quint64 start = 0;
+    if (!reserve(start, length)) {
+        return false;
+    }
+    place(m_region + pageSize() + (start - m_windowPlace), frames);
+    m_lastEnd = start + length;
+    if (BusGuard::wasHit()) {
+        fail(QStringLiteral("somebody cut it short, or its medium failed"));
+        return false;
+    }
+    return true;
+}
+
+void RecordingMapping::close() {
+    if (!isOpen()) {
+        return;
+    }
+    const qint64 end = size();
+    RecordingFile* const file = m_file;
+    const bool isSound = !BusGuard::wasHit();
+    release();
+    if (isSound) {
+        file->truncate(end);
+    }
+    file->close();
+}
+
+qint64 RecordingMapping::size() const {
+    return static_cast<qint64>(isOpen() ? std::max(loadEnd(), m_lastEnd) : m_lastEnd);
+}
+
+quint64* RecordingMapping::endField() const {
+    return reinterpret_cast<quint64*>(m_region + RecordingFormat::endOffset);
+}
+
+quint64 RecordingMapping::loadEnd() const {
+    return qFromBigEndian(__atomic_load_n(endField(), __ATOMIC_ACQUIRE));
+}
+
+/** Gives the place of so many bytes, with memory for them in the window. */
+bool RecordingMapping::reserve(quint64& place, quint64 length) {
+    for (;;) {
+        place = loadEnd();
+        if (BusGuard::wasHit() || place < m_lastEnd) {
+            fail(QStringLiteral("somebody changed it"));
+            return false;
+        }
+        if (!prepare(place, length)) {
+            return false;
+        }
+        quint64 expected = qToBigEndian(place);
+        if (__atomic_compare_exchange_n(endField(), &expected, qToBigEndian(place + length), false,
+                                        __ATOMIC_ACQ_REL, __ATOMIC_ACQUIRE)) {
+            return true;
+        }
+    }
+}
+
+bool RecordingMapping::prepare(quint64 place, quint64 length) {
+    const quint64 end = place + length;
+    const bool isAllocated = end <= static_cast<quint64>(m_allocated);
+    const bool isMapped = place >= m_windowPlace && end - m_windowPlace <= m_windowSize;
+    if (isAllocated && isMapped) {
+        return true;
+    }
+    if (!m_file->isStillOurs()) {
+        // The number may belong to a file of the application by now.
+        m_file->abandon();
+        fail(QStringLiteral("its file was closed by the application"));
+        return false;
+    }
+    if (!isAllocated && !allocate(static_cast<qint64>(end))) {
+        fail(m_file->errorString());
+        return false;
+    }
+    if (!isMapped && !mapWindow(place)) {
+        fail(qt_error_string(errno));
+        return false;
+    }
+    if (end - m_windowPlace > m_windowSize && !mapRegion(length + pageSize(), place)) {
+        fail(qt_error_string(errno));
+        return false;
+    }
+    return true;
+}
+
+/** A whole step where there is room for it, else ever less, down to what is needed. */
+bool RecordingMapping::allocate(qint64 needed) {
+    for (qint64 spare = step;; spare /= 2) {
+        qint64 size = needed + spare;
+        if (m_maximumSize > 0) {
+            size = std::max(needed, std::min(size, m_maximumSize));
+        }
+        if (m_file->allocate(size)) {
+            m_allocated = size;
+            return true;
+        }
+        if (spare == 0) {
+            return false;
+        }
+    }
+}
+
+/** Memory for the header and a window of at least that size. */
+bool RecordingMapping::mapRegion(std::size_t windowSize, quint64 windowPlace) {
+    if (m_region != nullptr) {
+        ::munmap(m_region, pageSize() + m_windowSize);
+        m_region = nullptr;
+    }
+    m_windowSize = wholePages(windowSize);
+    const std::size_t size = pageSize() + m_windowSize;
+    void* const region =
+        ::mmap(nullptr, size, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+    if (region == MAP_FAILED) {
+        return false;
+    }
+    m_region = static_cast<char*>(region);
+    BusGuard::watch(m_region, size);
+    return ::mmap(m_region, pageSize(), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_FIXED,
+                  m_file->descriptor(), 0) != MAP_FAILED &&
+           mapWindow(windowPlace);
+}
+
+/** The window begins with the page in which the place is. */
+bool RecordingMapping::mapWindow(quint64 place) {
+    m_windowPlace = place / pageSize() * pageSize();
+    return ::mmap(m_region + pageSize(), m_windowSize, PROT_READ | PROT_WRITE,
+                  MAP_SHARED | MAP_FIXED, m_file->descriptor(),
+                  static_cast<off_t>(m_windowPlace)) != MAP_FAILED;
+}
+
+/** What is there stays; the file, if it still is ours, gets no longer than that. */
+void RecordingMapping::fail(const QString& error) {
+    m_error = error;
+    close();
+}
+
+void RecordingMapping::release() {
+    if (m_region != nullptr) {
+        BusGuard::stopWatching();
+        ::munmap(m_region, pageSize() + m_windowSize);
+        m_region = nullptr;
+    }
+    m_file = nullptr;
+}
+
+} // namespace VorskHost

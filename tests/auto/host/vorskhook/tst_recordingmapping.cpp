@@ -1,0 +1,353 @@
+#include "host/support/recordingparser.h"
+#include "testlib/testcase.h"
+#include "vorskhook/framebuilder.h"
+#include "vorskhook/recordingmapping.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <csignal>
+#include <functional>
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace VorskHost;
+
+namespace {
+
+/** The number under which this process has a file open; -1 when it has not. */
+int descriptorOf(const QString& path) {
+    for (int descriptor = 0; descriptor < 1024; ++descriptor) {
+        if (QFile::symLinkTarget(QStringLiteral("/proc/self/fd/%1").arg(descriptor)) == path) {
+            return descriptor;
+        }
+    }
+    return -1;
+}
+
+QByteArray frame(const QByteArray& text) {
+    return FrameBuilder::messageFrame(0, 1, QString::fromLatin1(text), {});
+}
+
+/** What messages of the recording are called. */
+QStringList namesIn(const QString& path) {
+    const RecordingParser parsed = RecordingParser::parseFile(path);
+    QStringList names;
+    for (const auto& message : parsed.messages()) {
+        names.append(message.name);
+    }
+    return parsed.error.isEmpty() ? names : QStringList(parsed.error);
+}
+
+/** Runs it in a child process; what the child exited with, or minus the signal that ended it. */
+int inAChild(const std::function<int()>& body) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+        ::_exit(body());
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    return WIFSIGNALED(status) ? -WTERMSIG(status) : WEXITSTATUS(status);
+}
+
+void exitWithThree(int) {
+    ::_exit(3);
+}
+
+} // namespace
+
+class tst_RecordingMapping : public TestLib::TestCase {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void whatIsAppendedIsThereAtOnce();
+    void whatIsAppendedSurvivesAKill();
+    void theFileGrowsInStepsAndIsCutAtTheEnd();
+    void aFrameMayBeLargerThanAStep();
+    void manyFramesGoThroughManyWindows();
+    void theLimitHoldsWhileItGrows();
+    void aFileSizeLimitEndsItWithoutASignal();
+    void aForkedChildDoesNotAppend();
+    void aClosedDescriptorIsNoticedAtTheNextStep();
+    void whatSomebodyElseAppendsStays();
+    void anEndThatRunsBackwardsEndsIt();
+    void aFileThatIsCutShortDoesNotEndTheApplication();
+    void othersGetTheirOwnBusErrors();
+    void theFormerHandlerIsGivenBack();
+
+private:
+    bool open() { return m_file->create(m_path) && m_mapping->open(*m_file, m_maximumSize); }
+
+    QScopedPointer<QTemporaryDir> m_dir;
+    QScopedPointer<RecordingFile> m_file;
+    QScopedPointer<RecordingMapping> m_mapping;
+    qint64 m_maximumSize = 0;
+    QString m_path;
+};
+
+void tst_RecordingMapping::initTestCase() {
+    init();
+    const bool isPossible = open();
+    cleanup();
+    if (!isPossible) {
+        QSKIP("the file system of the temporary folder does not keep room that was allocated");
+    }
+}
+
+void tst_RecordingMapping::init() {
+    TestCase::init();
+    m_dir.reset(new QTemporaryDir);
+    m_file.reset(new RecordingFile);
+    m_mapping.reset(new RecordingMapping);
+    m_maximumSize = 0;
+    m_path = QDir(QFileInfo(m_dir->path()).canonicalFilePath())
+                 .absoluteFilePath(QStringLiteral("x.uirec"));
+}
+
+void tst_RecordingMapping::cleanup() {
+    m_mapping.reset();
+    m_file.reset();
+    m_dir.reset();
+    TestCase::cleanup();
+}
+
+void tst_RecordingMapping::whatIsAppendedIsThereAtOnce() {
+    QVERIFY(!m_mapping->append(frame("too early")));
+    QVERIFY(open());
+    QCOMPARE(namesIn(m_path), QStringList());
+    QVERIFY(m_mapping->append(frame("one")));
+    QVERIFY(m_mapping->append(QByteArray()));
+    QVERIFY(m_mapping->append(frame("two") + frame("three")));
+    const QStringList all = {QStringLiteral("one"), QStringLiteral("two"), QStringLiteral("three")};
+    QCOMPARE(namesIn(m_path), all);
+    QCOMPARE(RecordingParser::parseFile(m_path).end, m_mapping->size());
+    m_mapping->close();
+    QVERIFY(!m_mapping->isOpen());
+    QVERIFY(!m_file->isOpen());
+    QVERIFY(!m_mapping->append(frame("too late")));
+    QCOMPARE(namesIn(m_path), all);
+}
+
+void tst_RecordingMapping::whatIsAppendedSurvivesAKill() {
+    QCOMPARE(inAChild([this] {
+                 open();
+                 for (int i = 0; i < 1000; ++i) {
+                     m_mapping->append(frame(QByteArray::number(i)));
+                 }
+                 return ::raise(SIGKILL);
+             }),
+             -SIGKILL);
+    QCOMPARE(namesIn(m_path).size(), 1000);
+}
+
+void tst_RecordingMapping::theFileGrowsInStepsAndIsCutAtTheEnd() {
+    QVERIFY(open());
+    const qint64 allocated = QFileInfo(m_path).size();
+    QVERIFY(allocated >= RecordingMapping::step);
+    const QByteArray one = frame("x");
+    while (m_mapping->size() + one.size() <= allocated) {
+        QVERIFY(m_mapping->append(one));
+        QCOMPARE(QFileInfo(m_path).size(), allocated);
+    }
+    QVERIFY(m_mapping->append(one));
+    QVERIFY(QFileInfo(m_path).size() >= allocated + RecordingMapping::step);
+    const qint64 size = m_mapping->size();
+    m_mapping->close();
+    QCOMPARE(QFileInfo(m_path).size(), size);
+}
+
+void tst_RecordingMapping::aFrameMayBeLargerThanAStep() {
+    QVERIFY(open());
+    QStringList expected;
+    for (const int size : {10, 5000000, 20, 300000, 9000000}) {
+        const QByteArray name(size, 'n');
+        QVERIFY(m_mapping->append(frame(name)));
+        expected.append(QString::fromLatin1(name));
+        QVERIFY(namesIn(m_path) == expected);
+    }
+}
+
+void tst_RecordingMapping::manyFramesGoThroughManyWindows() {
+    constexpr int count = 60000;
+    QVERIFY(open());
+    QByteArray expected = FrameBuilder::header(RecordingFormat::sharedVersion);
+    for (int i = 0; i < count; ++i) {
+        const QByteArray one = frame(QByteArray::number(i) + QByteArray(i % 100, 'x'));
+        QVERIFY(m_mapping->append(one));
+        expected += one;
+    }
+    QVERIFY(expected.size() > 4 * 1024 * 1024);
+    m_mapping->close();
+    QFile file(m_path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(file.readAll().mid(RecordingFormat::sharedHeaderSize) ==
+            expected.mid(RecordingFormat::sharedHeaderSize));
+}
+
+void tst_RecordingMapping::theLimitHoldsWhileItGrows() {
+    m_maximumSize = RecordingMapping::step + 10000;
+    QVERIFY(open());
+    const QByteArray one = frame("x");
+    while (m_mapping->size() + one.size() <= m_maximumSize) {
+        QVERIFY(m_mapping->append(one));
+        QVERIFY(QFileInfo(m_path).size() <= m_maximumSize);
+    }
+}
+
+void tst_RecordingMapping::aFileSizeLimitEndsItWithoutASignal() {
+    constexpr rlim_t limit = RecordingMapping::step + 5000;
+    QCOMPARE(inAChild([this] {
+                 const rlimit size{limit, limit};
+                 if (!open() || ::setrlimit(RLIMIT_FSIZE, &size) != 0) {
+                     return 1;
+                 }
+                 int appended = 0;
+                 while (m_mapping->append(frame(QByteArray(100, 'x')))) {
+                     ++appended;
+                 }
+                 const bool isFull = m_mapping->size() + 200 > static_cast<qint64>(limit);
+                 return isFull && appended > 0 && !m_file->isOpen() &&
+                                m_mapping->errorString().contains(QStringLiteral("too large"))
+                            ? 0
+                            : 2;
+             }),
+             0);
+    QVERIFY(namesIn(m_path).size() > 1000);
+    QVERIFY(QFileInfo(m_path).size() <= static_cast<qint64>(limit));
+}
+
+void tst_RecordingMapping::aForkedChildDoesNotAppend() {
+    QVERIFY(open());
+    QCOMPARE(inAChild([this] {
+                 const bool isAppended = m_mapping->append(frame("child"));
+                 m_mapping->close();
+                 return isAppended ? 1 : 0;
+             }),
+             0);
+    QVERIFY(m_mapping->append(frame("parent")));
+    QCOMPARE(namesIn(m_path), QStringList(QStringLiteral("parent")));
+}
+
+void tst_RecordingMapping::aClosedDescriptorIsNoticedAtTheNextStep() {
+    QVERIFY(open());
+    const int descriptor = descriptorOf(m_path);
+    ::close(descriptor);
+    QFile theirs(m_dir->filePath(QStringLiteral("theirs")));
+    QVERIFY(theirs.open(QIODevice::ReadWrite));
+    QCOMPARE(theirs.handle(), descriptor);
+    int appended = 0;
+    while (m_mapping->append(frame(QByteArray(1000, 'x')))) {
+        ++appended;
+    }
+    QVERIFY(appended > 200);
+    QCOMPARE(m_mapping->errorString(), QStringLiteral("its file was closed by the application"));
+    QCOMPARE(theirs.size(), qint64(0));
+    QVERIFY(theirs.isOpen() && theirs.write("still mine") > 0 && theirs.flush());
+    QCOMPARE(namesIn(m_path).size(), appended);
+}
+
+void tst_RecordingMapping::whatSomebodyElseAppendsStays() {
+    QVERIFY(open());
+    QVERIFY(m_mapping->append(frame("ours")));
+    QFile other(m_path);
+    QVERIFY(other.open(QIODevice::ReadWrite | QIODevice::Unbuffered));
+    const QByteArray theirs = frame("theirs");
+    const qint64 place = m_mapping->size();
+    QVERIFY(other.seek(place) && other.write(theirs) == theirs.size());
+    QByteArray end(8, '\0');
+    qToBigEndian<qint64>(place + theirs.size(), end.data());
+    QVERIFY(other.seek(RecordingFormat::endOffset) && other.write(end) == end.size());
+    QCOMPARE(m_mapping->size(), place + theirs.size());
+    QVERIFY(m_mapping->append(frame("ours again")));
+    QCOMPARE(namesIn(m_path), QStringList({QStringLiteral("ours"), QStringLiteral("theirs"),
+                                           QStringLiteral("ours again")}));
+}
+
+void tst_RecordingMapping::anEndThatRunsBackwardsEndsIt() {
+    QVERIFY(open());
+    QVERIFY(m_mapping->append(frame("one")));
+    const qint64 size = m_mapping->size();
+    QFile other(m_path);
+    QVERIFY(other.open(QIODevice::ReadWrite | QIODevice::Unbuffered));
+    QVERIFY(other.seek(RecordingFormat::endOffset) && other.write(QByteArray(8, '\0')) == 8);
+    QVERIFY(!m_mapping->append(frame("two")));
+    QVERIFY(!m_mapping->errorString().isEmpty());
+    QCOMPARE(QFileInfo(m_path).size(), size);
+}
+
+void tst_RecordingMapping::aFileThatIsCutShortDoesNotEndTheApplication() {
+    QCOMPARE(inAChild([this] {
+                 if (!open() || !m_mapping->append(frame("one"))) {
+                     return 1;
+                 }
+                 if (::truncate(QFile::encodeName(m_path).constData(), 0) != 0) {
+                     return 2;
+                 }
+                 const bool isAppended = m_mapping->append(frame("two"));
+                 const bool isSaid = !m_mapping->errorString().isEmpty();
+                 return !isAppended && isSaid && !m_mapping->append(frame("three")) ? 0 : 3;
+             }),
+             0);
+}
+
+void tst_RecordingMapping::othersGetTheirOwnBusErrors() {
+    const auto fault = [this] {
+        QFile other(m_dir->filePath(QStringLiteral("other")));
+        if (!other.open(QIODevice::ReadWrite) || !other.resize(1)) {
+            return 1;
+        }
+        auto* const memory = reinterpret_cast<volatile uchar*>(other.map(0, 1));
+        other.resize(0);
+        return static_cast<int>(*memory) + 2;
+    };
+    const auto withoutHandler = [this] {
+        ::signal(SIGBUS, SIG_DFL); // Qt Test has one
+        return open();
+    };
+    QCOMPARE(inAChild([=] { return withoutHandler() ? fault() : 9; }), -SIGBUS);
+    QCOMPARE(inAChild([this, fault] {
+                 ::signal(SIGBUS, exitWithThree);
+                 return open() ? fault() : 9;
+             }),
+             3);
+    QCOMPARE(inAChild([=] { return withoutHandler() ? ::raise(SIGBUS) : 9; }), -SIGBUS);
+    QCOMPARE(inAChild([this] {
+                 ::signal(SIGBUS, SIG_IGN);
+                 return open() ? ::raise(SIGBUS) : 9;
+             }),
+             0);
+}
+
+void tst_RecordingMapping::theFormerHandlerIsGivenBack() {
+    QCOMPARE(inAChild([this] {
+                 ::signal(SIGBUS, exitWithThree);
+                 open();
+                 m_mapping->close();
+                 struct sigaction now {};
+                 ::sigaction(SIGBUS, nullptr, &now);
+                 return now.sa_handler == exitWithThree ? 0 : 1;
+             }),
+             0);
+    QCOMPARE(inAChild([this] {
+                 open();
+                 ::signal(SIGBUS, exitWithThree); // the application's own, installed later
+                 m_mapping->close();
+                 struct sigaction now {};
+                 ::sigaction(SIGBUS, nullptr, &now);
+                 return now.sa_handler == exitWithThree ? 0 : 1;
+             }),
+             0);
+}
+
+QTEST_GUILESS_MAIN(tst_RecordingMapping)
+#include "tst_recordingmapping.moc"
