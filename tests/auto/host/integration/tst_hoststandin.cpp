@@ -58,6 +58,7 @@ private Q_SLOTS:
     void extensionDeclines();
     void recordingCannotBeMade();
     void wrapperIsMissing();
+    void wrapperThatEverybodyCanReplace();
 
 private:
     void writeOptions(const QString& extension);
@@ -349,6 +350,22 @@ void tst_HostStandIn::wrapperIsMissing() {
     QVERIFY2(result.errors.contains(QStringLiteral("wrapper-not-loadable: cannot load ")),
              qPrintable(result.errors));
     QVERIFY(result.errors.contains(QStringLiteral("lib/libvorskqtwrapper.so: ")));
+    QCOMPARE(result.errors.count(QLatin1Char('\n')), 1);
+    QCOMPARE(result.output, QStringLiteral("clicks 1 deliveries yes\n"));
+    QCOMPARE(result.status, 3);
+}
+
+void tst_HostStandIn::wrapperThatEverybodyCanReplace() {
+    const QString folder = m_dir->filePath(QStringLiteral("lib/plugins/generic"));
+    QVERIFY(QDir().mkpath(folder));
+    QVERIFY(QFile::copy(QStringLiteral(STARTER), folder + QStringLiteral("/libvorskstarter.so")));
+    QFile wrapper(m_dir->filePath(QStringLiteral("lib/libvorskqtwrapper.so")));
+    QVERIFY(wrapper.open(QIODevice::WriteOnly));
+    QVERIFY(wrapper.setPermissions(QFile::Permissions(0x7777)));
+    m_environment.insert(QStringLiteral("QT_PLUGIN_PATH"),
+                         m_dir->filePath(QStringLiteral("lib/plugins")));
+    const Run result = run();
+    QVERIFY2(result.errors.contains(QStringLiteral("wrapper-unsafe: ")), qPrintable(result.errors));
     QCOMPARE(result.errors.count(QLatin1Char('\n')), 1);
     QCOMPARE(result.output, QStringLiteral("clicks 1 deliveries yes\n"));
     QCOMPARE(result.status, 3);
