@@ -103,6 +103,8 @@ private Q_SLOTS:
         // Nothing is claimed to be recorded that nobody can find any more.
         QVERIFY2(outcome.output.contains(QStringLiteral("[nothing-recorded]")),
                  qPrintable(outcome.output));
+        QVERIFY2(outcome.output.contains(QStringLiteral("was removed during the run; ")),
+                 qPrintable(outcome.output));
     }
 };
 
