@@ -47,6 +47,7 @@ private Q_SLOTS:
     void withoutConfigurationNothingHappens();
     void waysToEnd_data();
     void waysToEnd();
+    void killedApplication_data();
     void killedApplication();
     void childProcess();
     void forkedChild();
@@ -206,8 +207,16 @@ void tst_HostStandIn::waysToEnd() {
     }
 }
 
+void tst_HostStandIn::killedApplication_data() {
+    QTest::addColumn<QString>("way");
+    for (const char* way : {"kill", "terminate", "abort"}) {
+        QTest::newRow(way) << QString::fromLatin1(way);
+    }
+}
+
 void tst_HostStandIn::killedApplication() {
-    const Run result = run(QStringLiteral("kill"));
+    QFETCH(QString, way);
+    const Run result = run(way);
     QVERIFY(result.crashed);
     const RecordingParser parsed = recording();
     QCOMPARE(parsed.error, QString());
