@@ -260,6 +260,28 @@ private Q_SLOTS:
         QVERIFY(m_probe->element(&deadly.menu) != nullptr);
     }
 
+    void actionDeletedWhileItsMenuIsLaidOut() {
+        const TestLib::KeepFreed keepFreed;
+        DeadlyMenu deadly(true);
+        const QPointer<QAction> victim(new QAction(text("Victim"), &deadly.menu));
+        bool isDying = false; // its death has the menu laid out again
+        deadly.menu.insertAction(&deadly.action, victim); // the first whose place is asked for
+        deadly.show([&] {
+            deadly.asked->whenAsked = [&] {
+                if (!isDying) {
+                    isDying = true;
+                    delete victim;
+                }
+            };
+            m_probe->show(&deadly.menu);
+        });
+        QVERIFY(victim.isNull());
+        const QString tree = m_probe->tree(&deadly.menu);
+        QVERIFY2(!tree.contains(text("Victim")), qPrintable(tree));
+        QVERIFY2(tree.contains(text("Another")), qPrintable(tree));
+        QVERIFY(m_probe->takeRecords().filter(text("Victim")).isEmpty());
+    }
+
     void childDeletedWhileItsSiblingIsTracked() {
         const TestLib::KeepFreed keepFreed;
         DeadlyMenu deadly(false);

@@ -1,0 +1,83 @@
+#include "store/runloader.h"
+#include "testlib/testcase.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+constexpr int rounds = 20;
+constexpr int patience = 200000; // a slow and busy machine with a sanitizer
+
+} // namespace
+
+/**
+ * What other threads do is no concern of the host's and the extension's. Built with ThreadSanitizer
+ * ("make tsan") the program ends with 66 when two threads touch the same memory of ours.
+ */
+class TestThreads : public TestLib::TestCase {
+    Q_OBJECT
+
+    QTemporaryDir m_folder;
+
+private Q_SLOTS:
+    void eventsOfOtherThreadsDisturbNothing_data() {
+        QTest::addColumn<bool>("takesScreenshots");
+        QTest::newRow("without screenshots") << false;
+        QTest::newRow("with screenshots") << true;
+    }
+
+    void eventsOfOtherThreadsDisturbNothing() {
+        QFETCH(bool, takesScreenshots);
+        const QString options = m_folder.filePath(QStringLiteral("host.ini"));
+        const QString recording = m_folder.filePath(QStringLiteral("run.uirec"));
+        QFile file(options);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("[host]\nextension=" EXTENSION "\nrecording=" + QFile::encodeName(recording) +
+                   "\n[options]\nenabled=1\nqtwidgets=1\nqtquick=1\n" +
+                   (takesScreenshots ? "takeScreenshotsOfElements=1\n" : ""));
+        file.close();
+
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("QT_PLUGIN_PATH"), QStringLiteral(PLUGIN_PATH));
+        environment.insert(QStringLiteral("QT_QPA_GENERIC_PLUGINS"), QStringLiteral("vorsk"));
+        environment.insert(QStringLiteral("VORSK_OPTIONS_FILE"), options);
+        environment.insert(QStringLiteral("VORSK_GUI_COVERAGE"), QStringLiteral("1"));
+        environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_folder.path());
+        QProcess process;
+        process.setProcessEnvironment(environment);
+        process.start(QStringLiteral(THREADED_PROGRAM), QStringList());
+        QVERIFY(process.waitForFinished(patience));
+        const QByteArray errors = process.readAllStandardError();
+        QVERIFY2(process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0,
+                 errors.constData());
+        QCOMPARE(errors, QByteArray());
+        const QByteArray output = process.readAllStandardOutput();
+        QVERIFY2(output.startsWith("sent ") && output.mid(5).trimmed().toLong() >= 1000,
+                 output.constData());
+
+        Uicov::Store::RunLoader loader(recording);
+        QVERIFY(!loader.load());
+        QVERIFY(loader.problems().isEmpty());
+        QVERIFY(loader.run().isComplete);
+        int clicks = 0;
+        int checks = 0;
+        for (const Uicov::Store::RunElement& element : loader.run().elements) {
+            QVERIFY2(element.className != QLatin1String("Worker") &&
+                         element.className != QLatin1String("QObject"),
+                     "an object that is no widget");
+            for (const Uicov::Store::Hit& hit : element.hits) {
+                clicks += hit.event == QLatin1String("clicked") ? static_cast<int>(hit.count) : 0;
+                checks += hit.event == QLatin1String("checked") ? static_cast<int>(hit.count) : 0;
+            }
+        }
+        QCOMPARE(clicks, rounds);
+        QCOMPARE(checks, rounds);
+        QVERIFY(QFile::remove(recording));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestThreads)
+#include "tst_threads.moc"
