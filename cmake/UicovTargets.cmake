@@ -127,7 +127,7 @@ function(uicov_register_test)
         "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/testlib/lsan.supp:print_suppressions=0"
         "UBSAN_OPTIONS=print_stacktrace=1"
         # Qt is not built with it: what its code does and how its threads wait for one another is not seen.
-        "TSAN_OPTIONS=ignore_noninstrumented_modules=1:suppressions=${CMAKE_SOURCE_DIR}/tests/testlib/tsan.supp"
+        "TSAN_OPTIONS=ignore_noninstrumented_modules=1"
         ${ARG_ENVIRONMENT})
     set_tests_properties(${ARG_NAME} PROPERTIES TIMEOUT ${ARG_TIMEOUT} ENVIRONMENT "${environment}"
         LABELS "${ARG_LABELS}")

@@ -50,7 +50,9 @@ private Q_SLOTS:
         process.setProcessEnvironment(environment);
         process.start(QStringLiteral(THREADED_PROGRAM), QStringList());
         QVERIFY(process.waitForFinished(patience));
-        const QByteArray errors = process.readAllStandardError();
+        // Of the offscreen platform, about every window with a layout.
+        const QByteArray errors = process.readAllStandardError().replace(
+            "This plugin does not support propagateSizeHints()\n", "");
         QVERIFY2(process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0,
                  errors.constData());
         QCOMPARE(errors, QByteArray());
@@ -69,7 +71,10 @@ private Q_SLOTS:
                          element.className != QLatin1String("QObject"),
                      "an object that is no widget");
             for (const Uicov::Store::Hit& hit : element.hits) {
-                clicks += hit.event == QLatin1String("clicked") ? static_cast<int>(hit.count) : 0;
+                clicks += element.className == QLatin1String("QPushButton") &&
+                                  hit.event == QLatin1String("clicked")
+                              ? static_cast<int>(hit.count)
+                              : 0;
                 checks += hit.event == QLatin1String("checked") ? static_cast<int>(hit.count) : 0;
             }
         }

@@ -264,7 +264,7 @@ private Q_SLOTS:
         const TestLib::KeepFreed keepFreed;
         DeadlyMenu deadly(true);
         const QPointer<QAction> victim(new QAction(text("Victim"), &deadly.menu));
-        bool isDying = false; // its death has the menu laid out again
+        bool isDying = false;                             // its death has the menu laid out again
         deadly.menu.insertAction(&deadly.action, victim); // the first whose place is asked for
         deadly.show([&] {
             deadly.asked->whenAsked = [&] {
