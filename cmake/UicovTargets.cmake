@@ -126,8 +126,6 @@ function(uicov_register_test)
         "ASAN_OPTIONS=detect_leaks=1:strict_string_checks=1:detect_stack_use_after_return=1"
         "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/testlib/lsan.supp:print_suppressions=0"
         "UBSAN_OPTIONS=print_stacktrace=1"
-        # Qt is not built with it: what its code does and how its threads wait for one another is not seen.
-        "TSAN_OPTIONS=ignore_noninstrumented_modules=1"
         ${ARG_ENVIRONMENT})
     set_tests_properties(${ARG_NAME} PROPERTIES TIMEOUT ${ARG_TIMEOUT} ENVIRONMENT "${environment}"
         LABELS "${ARG_LABELS}")

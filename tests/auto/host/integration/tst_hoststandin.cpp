@@ -10,6 +10,12 @@
 #include <QTest>
 #include <QUuid>
 
+#include <csignal>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 /*
  * The whole stand-in: an application of its own, brought under the host by its environment alone.
  */
@@ -58,6 +64,8 @@ private Q_SLOTS:
     void oneOfTwoExtensionsIsFaulty();
     void extensionDeclines();
     void recordingCannotBeMade();
+    void aPipeThatNobodyReadsIsNoPlaceForTheRecording();
+    void nobodyReadsTheWarning();
     void wrapperIsMissing();
     void wrapperThatEverybodyCanReplace();
 
@@ -346,6 +354,48 @@ void tst_HostStandIn::recordingCannotBeMade() {
     QCOMPARE(result.errors.count(QLatin1Char('\n')), 1);
     QCOMPARE(result.output, QStringLiteral("clicks 1 deliveries yes\n"));
     QCOMPARE(result.status, 3);
+}
+
+/** Opening it would hang, and writing to it end the application or hang. */
+void tst_HostStandIn::aPipeThatNobodyReadsIsNoPlaceForTheRecording() {
+    QCOMPARE(::mkfifo(QFile::encodeName(m_recording).constData(), 0600), 0);
+    const Run result = run();
+    QCOMPARE(result.errors, QString());
+    QCOMPARE(result.status, 3);
+    const QStringList beside =
+        QDir(m_dir->path()).entryList({QStringLiteral("run-*.uirec")}, QDir::Files);
+    QCOMPARE(beside.size(), 1);
+    const RecordingParser parsed = RecordingParser::parseFile(m_dir->filePath(beside.first()));
+    QCOMPARE(parsed.error, QString());
+    QVERIFY(parsed.hasEnd());
+    QCOMPARE(namesOf(parsed).count(QStringLiteral("press")), 2);
+}
+
+/** The one line that is said must not end an application that would have said nothing. */
+void tst_HostStandIn::nobodyReadsTheWarning() {
+    m_recording = m_dir->filePath(QStringLiteral("none/run.uirec"));
+    writeOptions(QStringLiteral(TEST_EXTENSION));
+    int ends[2];
+    QCOMPARE(::pipe2(ends, O_CLOEXEC), 0);
+    ::close(ends[0]);
+    class Unread : public QProcess {
+    public:
+        int end = -1;
+
+    protected:
+        void setupChildProcess() override {
+            ::dup2(end, STDERR_FILENO);
+            ::signal(SIGPIPE, SIG_DFL);
+        }
+    } process;
+    process.end = ends[1];
+    process.setProcessEnvironment(m_environment);
+    process.start(QStringLiteral(PROBE), {QStringLiteral("return")});
+    QVERIFY(process.waitForFinished(60000));
+    ::close(ends[1]);
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process.exitCode(), 3);
+    QCOMPARE(process.readAllStandardOutput(), QByteArray("clicks 1 deliveries yes\n"));
 }
 
 void tst_HostStandIn::wrapperIsMissing() {
