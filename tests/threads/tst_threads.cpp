@@ -1,6 +1,8 @@
-#include "store/runloader.h"
+#include "host/support/recordingparser.h"
 #include "testlib/testcase.h"
+#include "uiabstraction/recordkind.h"
 
+#include <QDataStream>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -21,6 +23,14 @@ class TestThreads : public TestLib::TestCase {
     Q_OBJECT
 
     QTemporaryDir m_folder;
+
+    /** A whole text as it stands in a record. */
+    static QByteArray inStream(const char* text) {
+        QByteArray bytes;
+        QDataStream stream(&bytes, QIODevice::WriteOnly);
+        stream << QString::fromLatin1(text);
+        return bytes;
+    }
 
 private Q_SLOTS:
     void eventsOfOtherThreadsDisturbNothing_data() {
@@ -60,25 +70,22 @@ private Q_SLOTS:
         QVERIFY2(output.startsWith("sent ") && output.mid(5).trimmed().toLong() >= 1000,
                  output.constData());
 
-        Uicov::Store::RunLoader loader(recording);
-        QVERIFY(!loader.load());
-        QVERIFY(loader.problems().isEmpty());
-        QVERIFY(loader.run().isComplete);
+        const RecordingParser parsed = RecordingParser::parseFile(recording);
+        QCOMPARE(parsed.error, QString());
+        QVERIFY(parsed.hasEnd());
+        QCOMPARE(parsed.messagesAccordingToEnd(), qint64(parsed.messages().size()));
         int clicks = 0;
         int checks = 0;
-        for (const Uicov::Store::RunElement& element : loader.run().elements) {
-            QVERIFY2(element.className != QLatin1String("Worker") &&
-                         element.className != QLatin1String("QObject"),
-                     "an object that is no widget");
-            for (const Uicov::Store::Hit& hit : element.hits) {
-                clicks += element.className == QLatin1String("QPushButton") &&
-                                  hit.event == QLatin1String("clicked")
-                              ? static_cast<int>(hit.count)
-                              : 0;
-                checks += hit.event == QLatin1String("checked") ? static_cast<int>(hit.count) : 0;
-            }
+        const auto messages = parsed.messages();
+        for (const auto& message : messages) {
+            const QByteArray payload = message.arguments.at(3).toByteArray();
+            QVERIFY2(!payload.contains(inStream("Worker")), "an object that is no widget");
+            const bool isUse = message.arguments.at(2).toInt() ==
+                               static_cast<int>(Vorsk::UIAbstraction::RecordKind::UsageIncreased);
+            clicks += isUse && payload.contains(inStream("clicked")) ? 1 : 0;
+            checks += isUse && payload.contains(inStream("checked")) ? 1 : 0;
         }
-        QCOMPARE(clicks, rounds);
+        QCOMPARE(clicks, 2 * rounds); // the button and the check box
         QCOMPARE(checks, rounds);
         QVERIFY(QFile::remove(recording));
     }
