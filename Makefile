@@ -5,7 +5,7 @@ BUILD := build/$(PRESET)
 # The ARM architecture of build-arm and test-arm: armhf or arm64.
 ARCH ?= armhf
 
-.PHONY: all bootstrap configure demo test build-arm test-arm lint format bench instructions soak clean
+.PHONY: all bootstrap configure demo test build-arm test-arm lint format bench instructions soak tsan clean
 
 all: configure
 	cmake --build --preset $(PRESET)
@@ -34,6 +34,12 @@ test-arm:
 
 soak: all
 	scripts/soak $(BUILD)
+
+# Threads under ThreadSanitizer: builds no more than what has several.
+tsan: bootstrap
+	cmake --preset tsan
+	cmake --build --preset tsan --target tst_threads tst_qtuicoverageextension
+	ctest --preset tsan -R '^tst_(threads|qtuicoverageextension)$$'
 
 format:
 	scripts/format

@@ -1,5 +1,7 @@
 #include "vorskstarterplugin.h"
 
+#include "vorskqtwrapper/libraryplace.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -26,6 +28,13 @@ QString wrapperPath() {
 
 void startWrapper() {
     const QString path = QDir::cleanPath(wrapperPath());
+    const QString shared = LibraryPlace::sharedPart(path);
+    if (!shared.isEmpty()) {
+        qCWarning(starterLog).noquote().nospace()
+            << "wrapper-unsafe: " << path << " is not loaded, because everybody can write to "
+            << shared << "; nothing is recorded, take that right away (chmod o-w)";
+        return;
+    }
     void* handle = dlopen(QFile::encodeName(path).constData(), RTLD_NOW);
     void* entry = handle == nullptr ? nullptr : dlsym(handle, "vorsk_qtwrapper_start");
     if (entry == nullptr) {

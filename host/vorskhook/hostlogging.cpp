@@ -1,5 +1,7 @@
 #include "vorskhook/hostlogging.h"
 
+#include "vorskhook/brokenpipeguard.h"
+
 #include <QString>
 
 namespace VorskHost {
@@ -21,6 +23,8 @@ void reportProblem(const QString& line) {
             visible += character;
         }
     }
+    // An application that says nothing by itself would die of our line.
+    const BrokenPipeGuard guard;
     qCWarning(hostLog).noquote() << visible;
 }
 

@@ -1,5 +1,7 @@
 #include "vorskqtwrapper/extensionlibrary.h"
 
+#include "vorskqtwrapper/libraryplace.h"
+
 #include <QFile>
 
 #include <dlfcn.h>
@@ -13,6 +15,14 @@ ExtensionLibrary ExtensionLibrary::load(const QString& path) {
         result.m_error = QStringLiteral("extension-missing: there is no extension library %1; "
                                         "correct \"extension\" in the options file")
                              .arg(path);
+        return result;
+    }
+    const QString shared = LibraryPlace::sharedPart(path);
+    if (!shared.isEmpty()) {
+        result.m_error = QStringLiteral("extension-unsafe: the extension library %1 is not loaded, "
+                                        "because everybody can write to %2; take that right away "
+                                        "(chmod o-w) or install it elsewhere")
+                             .arg(path, shared);
         return result;
     }
     void* handle = dlopen(QFile::encodeName(path).constData(), RTLD_NOW | RTLD_NODELETE);

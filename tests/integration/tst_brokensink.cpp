@@ -2,6 +2,7 @@
 #include "testlib/testcase.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
@@ -27,16 +28,18 @@ class TestBrokenSink : public TestLib::TestCase {
     };
 
     /** The demo's session, started by a shell that does this first. */
-    Outcome run(const QString& before) const {
+    Outcome run(const QString& before, const QStringList& options = {}) const {
         QProcess process;
         process.setProcessChannelMode(
             QProcess::MergedChannels); // Qt Test takes warnings as its own
         process.start(QStringLiteral(UICOV_PROGRAM),
-                      {QStringLiteral("run"), QStringLiteral("-o"),
-                       m_folder.filePath(QStringLiteral("panel.uicov")),
-                       QStringLiteral("--recording"), recordingPath(), QStringLiteral("--"),
-                       QStringLiteral("sh"), QStringLiteral("-c"),
-                       before + QStringLiteral("\"$0\""), QStringLiteral(DEMO_SESSION)});
+                      QStringList{QStringLiteral("run"), QStringLiteral("-o"),
+                                  m_folder.filePath(QStringLiteral("panel.uicov")),
+                                  QStringLiteral("--recording"), recordingPath()} +
+                          options +
+                          QStringList{QStringLiteral("--"), QStringLiteral("sh"),
+                                      QStringLiteral("-c"), before + QStringLiteral("\"$0\""),
+                                      QStringLiteral(DEMO_SESSION)});
         Outcome outcome;
         if (process.waitForFinished(patience)) {
             outcome.exitCode = process.exitCode();
@@ -93,6 +96,57 @@ private Q_SLOTS:
         checkPrefix(outcome);
     }
 
+    /** With room for all events, and for some of the pictures. */
+    void picturesAreGivenUpBeforeEvents() {
+        const QStringList pictures{QStringLiteral("--screenshots")};
+        const auto countedIn = [this](int& withPicture) {
+            Uicov::Store::RunLoader loader(recordingPath());
+            loader.setTakesPictures(true);
+            loader.load();
+            qint64 counted = 0;
+            withPicture = 0;
+            for (const Uicov::Store::RunElement& element : loader.run().elements) {
+                withPicture += element.picture.isEmpty() ? 0 : 1;
+                for (const Uicov::Store::Hit& hit : element.hits) {
+                    counted += hit.count;
+                }
+            }
+            return counted;
+        };
+        int all = 0;
+        QCOMPARE(run(QString(), pictures).exitCode, 0);
+        const qint64 events = countedIn(all);
+        const qint64 size = QFileInfo(recordingPath()).size();
+        QVERIFY(QFile::remove(recordingPath()));
+
+        const Outcome outcome = run(
+            QStringLiteral("export VORSK_RECORDING_MAX_BYTES=%1; ").arg(size * 6 / 10), pictures);
+        QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.output));
+        int some = 0;
+        QCOMPARE(countedIn(some), events);
+        QVERIFY2(some > 0 && some < all, qPrintable(QStringLiteral("%1 of %2").arg(some).arg(all)));
+        Uicov::Store::RunLoader loader(recordingPath());
+        QVERIFY(!loader.load());
+        // Whole but for the pictures, as it says itself.
+        QVERIFY(loader.problems().isEmpty() && loader.run().isComplete);
+        const QStringList warnings = loader.run().warnings.keys();
+        QVERIFY2(!warnings.filter(QStringLiteral("Picture left out")).isEmpty(),
+                 qPrintable(warnings.join(QLatin1Char('\n'))));
+        QVERIFY(!outcome.output.contains(QStringLiteral("recording-full: ")));
+    }
+
+    /** No room for all events: one warning. */
+    void aFullRecordingIsToldOnce() {
+        const Outcome outcome = run(QStringLiteral("export VORSK_RECORDING_MAX_BYTES=65536; "),
+                                    {QStringLiteral("--screenshots")});
+        QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.output));
+        QCOMPARE(outcome.output.count(QStringLiteral("recording-full: ")), 1);
+        Uicov::Store::RunLoader loader(recordingPath());
+        QVERIFY(!loader.load());
+        QVERIFY(!loader.problems().isEmpty());
+        QVERIFY(!loader.run().elements.empty());
+    }
+
     void theApplicationGoesOnWhenTheFolderIsRemoved() {
         const Outcome outcome = run(
             QStringLiteral("(until [ -s %1 ] || ! kill -0 $$; do :; done 2>/dev/null; rm -r %2) & ")
@@ -102,6 +156,8 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(recordingPath()));
         // Nothing is claimed to be recorded that nobody can find any more.
         QVERIFY2(outcome.output.contains(QStringLiteral("[nothing-recorded]")),
+                 qPrintable(outcome.output));
+        QVERIFY2(outcome.output.contains(QStringLiteral("was removed during the run; ")),
                  qPrintable(outcome.output));
     }
 };

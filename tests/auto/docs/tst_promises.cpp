@@ -39,13 +39,39 @@ private Q_SLOTS:
         QVERIFY2(source.contains(declaration), "it has no such function");
     }
 
-    void everyChapterNamesATest() {
+    void everyPromiseNamesATest() {
         const QString page = contents(QStringLiteral(UICOV_SOURCE_DIR "/docs/promises.md"));
-        const QStringList chapters = page.split(QStringLiteral("\n## ")).mid(1);
-        QVERIFY(!chapters.isEmpty());
-        for (const QString& chapter : chapters) {
-            QVERIFY2(chapter.contains(QStringLiteral("`tst_")), qPrintable(chapter));
+        const QStringList promises = page.split(QStringLiteral("\n- ")).mid(1);
+        QVERIFY(promises.size() > 30);
+        static const QRegularExpression test(
+            QStringLiteral("`(tst_[a-z]+\\.[A-Za-z0-9]+|fuzz_[a-z]+|valgrind_example_[a-z]+)`"));
+        for (const QString& promise : promises) {
+            QVERIFY2(promise.section(QStringLiteral("\n\n"), 0, 0).contains(test),
+                     qPrintable(promise));
         }
+    }
+
+    void eachNamedProgramExists() {
+        const QString page = contents(QStringLiteral(UICOV_SOURCE_DIR "/docs/promises.md"));
+        static const QRegularExpression target(QStringLiteral("`(fuzz_[a-z]+)`"));
+        int targets = 0;
+        for (auto matches = target.globalMatch(page); matches.hasNext(); ++targets) {
+            const QString name = matches.next().captured(1);
+            QVERIFY2(QFile::exists(QStringLiteral(UICOV_SOURCE_DIR "/tests/fuzz/") + name +
+                                   QStringLiteral(".cpp")),
+                     qPrintable(name));
+        }
+        QVERIFY(targets > 0);
+        const QString integration =
+            contents(QStringLiteral(UICOV_SOURCE_DIR "/tests/integration/CMakeLists.txt"));
+        QVERIFY(integration.contains(QStringLiteral("valgrind_example_${kind}")));
+        static const QRegularExpression example(QStringLiteral("`valgrind_example_([a-z]+)`"));
+        int examples = 0;
+        for (auto matches = example.globalMatch(page); matches.hasNext(); ++examples) {
+            QVERIFY(integration.contains(QStringLiteral("program_") + matches.next().captured(1) +
+                                         QLatin1Char(' ')));
+        }
+        QVERIFY(examples > 0);
     }
 };
 

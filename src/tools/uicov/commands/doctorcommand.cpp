@@ -3,6 +3,7 @@
 #include "commands/exitcode.h"
 #include "commands/helpformatter.h"
 #include "console/displaytext.h"
+#include "console/jsontext.h"
 #include "console/terminal.h"
 #include "launch/application.h"
 #include "launch/doctor.h"
@@ -117,7 +118,7 @@ QString jsonOf(const QVector<Section>& sections) {
         {QStringLiteral("warnings"), count(sections, Result::Warning)},
         {QStringLiteral("checks"), checks},
     };
-    return QString::fromUtf8(QJsonDocument(document).toJson(QJsonDocument::Indented));
+    return QString::fromUtf8(Console::JsonText::of(QJsonDocument(document)));
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "commands/exitcode.h"
 #include "commands/helpformatter.h"
+#include "console/jsontext.h"
 #include "console/outputfile.h"
 #include "console/progress.h"
 #include "console/terminal.h"
@@ -35,7 +36,7 @@ Examples:
   uicov dump --format json | jq -c 'select(.hits[0])')";
 
 QString lineOf(const QJsonObject& object) {
-    return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)) +
+    return QString::fromUtf8(Console::JsonText::of(QJsonDocument(object), QJsonDocument::Compact)) +
            QLatin1Char('\n');
 }
 

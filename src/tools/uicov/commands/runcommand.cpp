@@ -230,7 +230,15 @@ void RunCommand::configure(RecordingSetup& setup) const {
     setup.setLabels(labels);
 }
 
-QString RunCommand::causeOfSilence(Launch::Application& application, int signal) const {
+QString RunCommand::causeOfSilence(Launch::Application& application, int signal,
+                                   const Launch::RecordingOutput& output) const {
+    // Before all else: an application that could not be recorded at all has the same recordings.
+    if (output.hasLostItsFolder()) {
+        return QStringLiteral("the folder %1, which its recording was to stand in, was removed "
+                              "during the run; let the run leave that folder alone, or record "
+                              "elsewhere with --recording")
+            .arg(QFileInfo(output.absolutePath()).absolutePath());
+    }
     const Launch::Installation installation(QFile::decodeName(m_libraryFolder.c_str()));
     const QStringList causes = Launch::Doctor(installation, Store::DataFilePath::of(m_output))
                                    .likelyCauses(application, signal);
@@ -260,10 +268,13 @@ int RunCommand::conclude(Launch::Application& application, const Launch::ChildPr
         return process.exitCode() == 0 ? Failed : process.exitCode();
     }
     if (keeper.records() == 0) {
-        terminal.error({Message::NothingRecorded,
-                        application.name() + QStringLiteral(" recorded nothing: ") +
-                            (recordings.isEmpty() ? causeOfSilence(application, process.signal())
-                                                  : causeOfEmptiness(keeper))});
+        terminal.error(
+            {Message::NothingRecorded,
+             application.name() + QStringLiteral(" recorded nothing: ") +
+                 (recordings.isEmpty()
+                      ? causeOfSilence(application, process.signal(),
+                                       Launch::RecordingOutput(recordingPath(application, folder)))
+                      : causeOfEmptiness(keeper))});
         return process.exitCode() == 0 ? Failed : process.exitCode();
     }
     if (!m_isQuiet) {

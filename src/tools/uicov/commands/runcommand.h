@@ -11,6 +11,7 @@
 namespace Uicov::Launch {
 class Application;
 class ChildProcess;
+class RecordingOutput;
 class RecordingSetup;
 class RunFolder;
 class RunKeeper;
@@ -36,7 +37,8 @@ private:
                  const QStringList& recordings, Launch::RunFolder& folder,
                  Console::Terminal& terminal) const;
     /** Why there is no recording at all, as the end of a sentence. */
-    QString causeOfSilence(Launch::Application& application, int signal) const;
+    QString causeOfSilence(Launch::Application& application, int signal,
+                           const Launch::RecordingOutput& output) const;
     /** Why there is nothing in the recording. */
     static QString causeOfEmptiness(const Launch::RunKeeper& keeper);
     static void tell(const Launch::RunKeeper& keeper, const Launch::ChildProcess& process,

@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include <csignal>
 #include <cstdio>
 
 namespace Uicov::Console {
@@ -33,7 +34,10 @@ std::optional<Problem> OutputFile::open() {
                        m_path + QStringLiteral(": is a recording or data file and is not "
                                                "overwritten; choose another name with -o")};
     } else if (info.exists() && !info.isFile()) {
-        // A device or pipe cannot be replaced by a finished file.
+        // A device or pipe cannot be replaced by a finished file. A reader of the pipe that stops
+        // is told as any other failure; only standard output ends in silence, as people expect
+        // there.
+        std::signal(SIGPIPE, SIG_IGN);
         m_file = std::make_unique<QFile>(m_path);
         isOpen = m_file->open(QIODevice::WriteOnly);
     } else {

@@ -72,6 +72,10 @@ std::optional<Problem> RecordingOutput::makeRoom() const {
     return std::nullopt;
 }
 
+bool RecordingOutput::hasLostItsFolder() const {
+    return !QFileInfo(QFileInfo(m_absolutePath).absolutePath()).isDir();
+}
+
 QStringList RecordingOutput::recordingsOf(const QString& session) const {
     static const QRegularExpression childName(QStringLiteral("-\\d+(-\\d+)?\\.uirec$"));
     QStringList paths;

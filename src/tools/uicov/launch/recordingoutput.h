@@ -23,6 +23,8 @@ public:
     std::optional<Console::Problem> makeRoom() const;
 
     QString absolutePath() const { return m_absolutePath; }
+    /** Whether the folder that the recording was to stand in is no longer there. */
+    bool hasLostItsFolder() const;
 
     /**
      * The recordings that processes of the run have written: the file itself first if it is there,

@@ -1,6 +1,7 @@
 #include "report/diffreport.h"
 
 #include "console/displaytext.h"
+#include "console/jsontext.h"
 #include "report/jsonreport.h"
 #include "report/markdownreport.h"
 #include "report/percentage.h"
@@ -139,7 +140,7 @@ QByteArray DiffReport::toJson() const {
                                    {QStringLiteral("why"), guess.why}});
     }
     object.insert(QStringLiteral("renamed_guesses"), guesses);
-    return QJsonDocument(object).toJson();
+    return Console::JsonText::of(QJsonDocument(object));
 }
 
 } // namespace Uicov::Report

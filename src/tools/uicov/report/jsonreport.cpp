@@ -1,5 +1,6 @@
 #include "report/jsonreport.h"
 
+#include "console/jsontext.h"
 #include "report/percentage.h"
 #include "report/textreport.h"
 
@@ -43,7 +44,7 @@ JsonReport::JsonReport(const Coverage& coverage, const QVector<GateResult>& gate
     , m_gates(gates) {}
 
 QByteArray JsonReport::toBytes() const {
-    return QJsonDocument(toObject()).toJson();
+    return Console::JsonText::of(QJsonDocument(toObject()));
 }
 
 QJsonObject JsonReport::toObject() const {

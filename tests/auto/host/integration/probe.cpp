@@ -99,6 +99,10 @@ int runOnce(int argc, char** argv, const char* way) {
     Ender ender;
     if (isWay(way, "kill")) {
         static_cast<void>(std::raise(SIGKILL));
+    } else if (isWay(way, "terminate")) {
+        static_cast<void>(std::raise(SIGTERM));
+    } else if (isWay(way, "abort")) {
+        std::abort();
     } else if (isWay(way, "exit-in-handler")) {
         ender.leavesAtOnce = true;
     } else if (isWay(way, "quick-exit")) {

@@ -10,6 +10,12 @@
 #include <QTest>
 #include <QUuid>
 
+#include <csignal>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 /*
  * The whole stand-in: an application of its own, brought under the host by its environment alone.
  */
@@ -47,6 +53,7 @@ private Q_SLOTS:
     void withoutConfigurationNothingHappens();
     void waysToEnd_data();
     void waysToEnd();
+    void killedApplication_data();
     void killedApplication();
     void childProcess();
     void forkedChild();
@@ -57,7 +64,10 @@ private Q_SLOTS:
     void oneOfTwoExtensionsIsFaulty();
     void extensionDeclines();
     void recordingCannotBeMade();
+    void aPipeThatNobodyReadsIsNoPlaceForTheRecording();
+    void nobodyReadsTheWarning();
     void wrapperIsMissing();
+    void wrapperThatEverybodyCanReplace();
 
 private:
     void writeOptions(const QString& extension);
@@ -205,8 +215,16 @@ void tst_HostStandIn::waysToEnd() {
     }
 }
 
+void tst_HostStandIn::killedApplication_data() {
+    QTest::addColumn<QString>("way");
+    for (const char* way : {"kill", "terminate", "abort"}) {
+        QTest::newRow(way) << QString::fromLatin1(way);
+    }
+}
+
 void tst_HostStandIn::killedApplication() {
-    const Run result = run(QStringLiteral("kill"));
+    QFETCH(QString, way);
+    const Run result = run(way);
     QVERIFY(result.crashed);
     const RecordingParser parsed = recording();
     QCOMPARE(parsed.error, QString());
@@ -338,6 +356,48 @@ void tst_HostStandIn::recordingCannotBeMade() {
     QCOMPARE(result.status, 3);
 }
 
+/** Opening it would hang, and writing to it end the application or hang. */
+void tst_HostStandIn::aPipeThatNobodyReadsIsNoPlaceForTheRecording() {
+    QCOMPARE(::mkfifo(QFile::encodeName(m_recording).constData(), 0600), 0);
+    const Run result = run();
+    QCOMPARE(result.errors, QString());
+    QCOMPARE(result.status, 3);
+    const QStringList beside =
+        QDir(m_dir->path()).entryList({QStringLiteral("run-*.uirec")}, QDir::Files);
+    QCOMPARE(beside.size(), 1);
+    const RecordingParser parsed = RecordingParser::parseFile(m_dir->filePath(beside.first()));
+    QCOMPARE(parsed.error, QString());
+    QVERIFY(parsed.hasEnd());
+    QCOMPARE(namesOf(parsed).count(QStringLiteral("press")), 2);
+}
+
+/** The one line that is said must not end an application that would have said nothing. */
+void tst_HostStandIn::nobodyReadsTheWarning() {
+    m_recording = m_dir->filePath(QStringLiteral("none/run.uirec"));
+    writeOptions(QStringLiteral(TEST_EXTENSION));
+    int ends[2];
+    QCOMPARE(::pipe2(ends, O_CLOEXEC), 0);
+    ::close(ends[0]);
+    class Unread : public QProcess {
+    public:
+        int end = -1;
+
+    protected:
+        void setupChildProcess() override {
+            ::dup2(end, STDERR_FILENO);
+            ::signal(SIGPIPE, SIG_DFL);
+        }
+    } process;
+    process.end = ends[1];
+    process.setProcessEnvironment(m_environment);
+    process.start(QStringLiteral(PROBE), {QStringLiteral("return")});
+    QVERIFY(process.waitForFinished(60000));
+    ::close(ends[1]);
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process.exitCode(), 3);
+    QCOMPARE(process.readAllStandardOutput(), QByteArray("clicks 1 deliveries yes\n"));
+}
+
 void tst_HostStandIn::wrapperIsMissing() {
     // The plugin alone, in a folder of its own.
     const QString folder = m_dir->filePath(QStringLiteral("lib/plugins/generic"));
@@ -349,6 +409,22 @@ void tst_HostStandIn::wrapperIsMissing() {
     QVERIFY2(result.errors.contains(QStringLiteral("wrapper-not-loadable: cannot load ")),
              qPrintable(result.errors));
     QVERIFY(result.errors.contains(QStringLiteral("lib/libvorskqtwrapper.so: ")));
+    QCOMPARE(result.errors.count(QLatin1Char('\n')), 1);
+    QCOMPARE(result.output, QStringLiteral("clicks 1 deliveries yes\n"));
+    QCOMPARE(result.status, 3);
+}
+
+void tst_HostStandIn::wrapperThatEverybodyCanReplace() {
+    const QString folder = m_dir->filePath(QStringLiteral("lib/plugins/generic"));
+    QVERIFY(QDir().mkpath(folder));
+    QVERIFY(QFile::copy(QStringLiteral(STARTER), folder + QStringLiteral("/libvorskstarter.so")));
+    QFile wrapper(m_dir->filePath(QStringLiteral("lib/libvorskqtwrapper.so")));
+    QVERIFY(wrapper.open(QIODevice::WriteOnly));
+    QVERIFY(wrapper.setPermissions(QFile::Permissions(0x7777)));
+    m_environment.insert(QStringLiteral("QT_PLUGIN_PATH"),
+                         m_dir->filePath(QStringLiteral("lib/plugins")));
+    const Run result = run();
+    QVERIFY2(result.errors.contains(QStringLiteral("wrapper-unsafe: ")), qPrintable(result.errors));
     QCOMPARE(result.errors.count(QLatin1Char('\n')), 1);
     QCOMPARE(result.output, QStringLiteral("clicks 1 deliveries yes\n"));
     QCOMPARE(result.status, 3);

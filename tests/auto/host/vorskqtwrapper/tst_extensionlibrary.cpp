@@ -4,6 +4,7 @@
 #include <vorsk/extension.h>
 #include <vorsk/extensionhost.h>
 
+#include <QTemporaryDir>
 #include <QTest>
 
 using VorskHost::ExtensionLibrary;
@@ -25,6 +26,7 @@ private Q_SLOTS:
     void soundLibrary();
     void faultyLibraries_data();
     void faultyLibraries();
+    void libraryThatEverybodyCanReplace();
 };
 
 /** The library that declines, so that nothing of it calls the host while this program exits. */
@@ -63,6 +65,17 @@ void tst_ExtensionLibrary::faultyLibraries() {
     QVERIFY(!library.isLoaded());
     QVERIFY2(library.errorString().contains(QRegularExpression(error)),
              qPrintable(library.errorString()));
+}
+
+void tst_ExtensionLibrary::libraryThatEverybodyCanReplace() {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("libx.so"));
+    QVERIFY(QFile::copy(QStringLiteral(TEST_EXTENSION), path));
+    QVERIFY(QFile::setPermissions(folder.path(), QFile::Permissions(0x7777)));
+    const ExtensionLibrary library = ExtensionLibrary::load(path);
+    QVERIFY(!library.isLoaded());
+    QVERIFY(library.errorString().startsWith(QLatin1String("extension-unsafe: ")));
+    QVERIFY(library.errorString().contains(QStringLiteral("can write to ") + folder.path()));
 }
 
 QTEST_GUILESS_MAIN(tst_ExtensionLibrary)

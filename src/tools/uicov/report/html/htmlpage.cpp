@@ -93,7 +93,7 @@ QByteArray HtmlPage::singleFile() const {
     return fill(
         {{"mark", mark},
          {"policy", policy(hashSource(code), hashSource(style), "data:")},
-         {"title", HtmlText::escaped(m_model.title).toUtf8()},
+         {"title", HtmlText::attribute(m_model.title).toUtf8()},
          {"style", "<style>" + style + "</style>"},
          {"static", StaticPage(m_model, links).toString().toUtf8()},
          {"data", R"(<script type="application/json" id="data">)" + data(links) + "</script>"},
@@ -104,7 +104,7 @@ QByteArray HtmlPage::singleFile() const {
 QByteArray HtmlPage::indexFile(const PictureLinks& links) const {
     return fill({{"mark", mark},
                  {"policy", policy("'self'", "'self'", "'self'")},
-                 {"title", HtmlText::escaped(m_model.title).toUtf8()},
+                 {"title", HtmlText::attribute(m_model.title).toUtf8()},
                  {"style", R"(<link rel="stylesheet" href="page.css">)"},
                  {"static", StaticPage(m_model, links).toString().toUtf8()},
                  {"data", "<script src=\"data.js\"></script>"},

@@ -1,6 +1,7 @@
 #include "report/html/htmltext.h"
 
 #include "console/displaytext.h"
+#include "console/jsontext.h"
 
 #include <QJsonDocument>
 
@@ -52,8 +53,7 @@ QString capped(const QString& text) {
 
 QByteArray json(const QJsonObject& object) {
     // Inside strings only, where these escapes mean the same; and "</script>" cannot be there.
-    return QJsonDocument(object)
-        .toJson(QJsonDocument::Compact)
+    return Console::JsonText::of(QJsonDocument(object), QJsonDocument::Compact)
         .replace('<', "\\u003c")
         .replace('>', "\\u003e")
         .replace("\xe2\x80\xa8", "\\u2028")

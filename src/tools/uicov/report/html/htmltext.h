@@ -15,7 +15,7 @@ namespace HtmlText {
 /** As the content of an element, kept apart from the direction of the text around it; what cannot
  * be seen stands as a marked escape. */
 QString content(const QString& text);
-/** As the value of an attribute in double quotes. */
+/** As the value of an attribute in double quotes, or the page's title. */
 QString attribute(const QString& text);
 /** Without markup of its own: no more than & < > and quotes are replaced. */
 QString escaped(const QString& text);

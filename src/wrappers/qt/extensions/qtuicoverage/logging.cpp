@@ -3,6 +3,7 @@
 #include <vorsk/extensionhost.h>
 #include <vorsk/hostlogger.h>
 
+#include <atomic>
 #include <cstdarg>
 #include <cstdio>
 #include <string>
@@ -12,7 +13,7 @@ namespace UICoverage {
 
 namespace {
 
-ExtensionHost* currentHost = nullptr;
+std::atomic<ExtensionHost*> currentHost{nullptr};
 
 /** Longest message in bytes, without the terminating zero. */
 constexpr std::size_t maximumLength = 1023;
@@ -28,7 +29,8 @@ std::string formatMessage(const char* format, va_list arguments) {
 
 /** Asked for anew with every message: the host may exchange its logger. */
 HostLogger* logger() {
-    return currentHost == nullptr ? nullptr : currentHost->logger();
+    ExtensionHost* const host = currentHost;
+    return host == nullptr ? nullptr : host->logger();
 }
 
 } // namespace

@@ -35,7 +35,11 @@ UIElement* makeElement(const QObject* object, const StandardType& standardType) 
 } // namespace
 
 QtQuickCoverageTracker::QtQuickCoverageTracker(AbstractUIElementExporter* exporter)
-    : UICoverageTracker(exporter) {}
+    : UICoverageTracker(exporter) {
+    // They go with the tracker when it moves to another thread.
+    m_observers.setParent(this);
+    elementStore().setParent(this);
+}
 
 QtQuickCoverageTracker::~QtQuickCoverageTracker() = default;
 

@@ -9,6 +9,10 @@
 #include <vorsk/optionset.h>
 #include <vorsk/wrappercontext.h>
 
+#include <QCoreApplication>
+#include <QThread>
+
+#include <atomic>
 #include <vector>
 
 namespace Vorsk {
@@ -18,7 +22,7 @@ namespace {
 
 /** Where events go; null before the first init_extension() and from the extension's destruction on.
  */
-QtUiCoverageExtension* activeExtension = nullptr;
+std::atomic<QtUiCoverageExtension*> activeExtension{nullptr};
 
 } // namespace
 
@@ -32,7 +36,15 @@ QtUiCoverageExtension* QtUiCoverageExtension::instance(ExtensionHost* host) {
 QtUiCoverageExtension::QtUiCoverageExtension()
     : m_exporter(new UICoverage::StreamUIElementExporter)
     , m_widgetsTracker(new UICoverage::QtWidgetsCoverageTracker(m_exporter))
-    , m_quickTracker(new UICoverage::QtQuickCoverageTracker(m_exporter)) {}
+    , m_quickTracker(new UICoverage::QtQuickCoverageTracker(m_exporter)) {
+    QCoreApplication* const application = QCoreApplication::instance();
+    QThread* const home = application == nullptr ? nullptr : application->thread();
+    for (QObject* part :
+         std::initializer_list<QObject*>{m_exporter, m_widgetsTracker, m_quickTracker}) {
+        part->moveToThread(home);
+    }
+    m_isSettled = home != nullptr;
+}
 
 QtUiCoverageExtension::~QtUiCoverageExtension() {
     // The exporter goes last, so that no element can announce anything to a dead one.
@@ -40,6 +52,23 @@ QtUiCoverageExtension::~QtUiCoverageExtension() {
     delete m_quickTracker;
     delete m_exporter;
     activeExtension = nullptr;
+}
+
+/**
+ * What was built before there was an application belongs to no thread until the GUI thread takes
+ * it. Where receivers live on any other, automatic connections are queued: records come late or
+ * never, and dead objects stay in the tables.
+ */
+void QtUiCoverageExtension::settle() {
+    QCoreApplication* const application = QCoreApplication::instance();
+    if (application == nullptr || application->thread() != QThread::currentThread()) {
+        return;
+    }
+    for (QObject* part :
+         std::initializer_list<QObject*>{m_exporter, m_widgetsTracker, m_quickTracker}) {
+        part->moveToThread(application->thread());
+    }
+    m_isSettled = true;
 }
 
 void QtUiCoverageExtension::initialize(WrapperContext* context) {
@@ -73,9 +102,12 @@ void QtUiCoverageExtension::eventCallback(QObject* object, QEvent* event) {
         !UICoverage::QtQuickCoverageTracker::isOfInterest(event->type())) {
         return;
     }
-    const QtUiCoverageExtension* const extension = activeExtension;
+    QtUiCoverageExtension* const extension = activeExtension;
     if (extension == nullptr) {
         return;
+    }
+    if (!extension->m_isSettled) {
+        extension->settle();
     }
     if (extension->m_qtWidgetsEnabled) {
         extension->m_widgetsTracker->handleEvent(object, event);

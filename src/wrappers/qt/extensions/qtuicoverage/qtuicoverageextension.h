@@ -2,6 +2,7 @@
 
 #include <vorsk/extension.h>
 
+#include <atomic>
 #include <string>
 
 QT_BEGIN_NAMESPACE
@@ -24,8 +25,8 @@ namespace QtWrapper {
 /**
  * What the host gets from this library: owns the exporter and both trackers, decides once, in
  * initialize(), whether coverage is on and for which toolkits, and hands every event to the
- * trackers. One for the process, built by the first init_extension() and destroyed at exit. GUI
- * thread only.
+ * trackers. One for the process, built by the first init_extension(), on whatever thread that comes
+ * and even before there is an application, and destroyed at exit. The rest on the GUI thread only.
  */
 class QtUiCoverageExtension : public Extension {
 public:
@@ -45,7 +46,9 @@ private:
 
     static void eventCallback(QObject* object, QEvent* event);
     bool isOptionEnabled(const std::string& key) const;
+    void settle();
 
+    std::atomic<bool> m_isSettled{false};
     bool m_qtWidgetsEnabled = false;
     bool m_qtQuickEnabled = false;
     UICoverage::StreamUIElementExporter* m_exporter;

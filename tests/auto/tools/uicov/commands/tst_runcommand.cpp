@@ -386,6 +386,35 @@ private Q_SLOTS:
                  qPrintable(m_runner->errors()));
     }
 
+    void aFolderThatTheRunRemovedIsTheCause() {
+        QVERIFY(QDir(m_folder->path()).mkdir(QStringLiteral("sink")));
+        QCOMPARE(run({QStringLiteral("--recording"), QStringLiteral("sink/app.uirec"),
+                      QStringLiteral("--"), QStringLiteral("sh"), QStringLiteral("-c"),
+                      QStringLiteral("rm -r sink")}),
+                 1);
+        QVERIFY2(m_runner->errors().contains(
+                     QStringLiteral("sh recorded nothing: the folder ") + path("sink") +
+                     QStringLiteral(", which its recording was to stand in, "
+                                    "was removed during the run; ")),
+                 qPrintable(m_runner->errors()));
+        QVERIFY(!m_runner->errors().contains(QStringLiteral("does not load Qt")));
+        QCOMPARE(m_runner->errors().count(QLatin1Char('\n')), 1);
+        // A folder that is still there is not the cause.
+        QVERIFY(QDir(m_folder->path()).mkdir(QStringLiteral("sink")));
+        QCOMPARE(run({QStringLiteral("--recording"), QStringLiteral("sink/app.uirec"),
+                      QStringLiteral("--"), QStringLiteral("true")}),
+                 1);
+        QVERIFY(m_runner->errors().contains(QStringLiteral("does not load Qt")));
+    }
+
+    void aFolderOfTheRunThatIsRemovedIsTheCause() {
+        QCOMPARE(run({QStringLiteral("--"), QStringLiteral("sh"), QStringLiteral("-c"),
+                      QStringLiteral("rm -r .uicov.run-*")}),
+                 1);
+        QVERIFY2(m_runner->errors().contains(QStringLiteral("was removed during the run; ")),
+                 qPrintable(m_runner->errors()));
+    }
+
     void whatTheDoctorFindsIsToldWhenThereIsNoRecording() {
         m_runner->setVariable(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
         m_runner->setVariable(QStringLiteral("DISPLAY"), QString());

@@ -7,6 +7,10 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 using Uicov::Console::Message;
 using Uicov::Console::OutputFile;
 
@@ -78,6 +82,21 @@ private Q_SLOTS:
         QCOMPARE(problem->message, Message::OutputNotWritable);
         QVERIFY2(problem->text.contains(QStringLiteral("No space left")),
                  qPrintable(problem->text));
+    }
+
+    void aReaderOfAPipeThatStopsIsTold() {
+        QCOMPARE(::mkfifo(QFile::encodeName(m_path).constData(), 0600), 0);
+        // Opened for both, so that neither end waits for the other.
+        const int reader = ::open(QFile::encodeName(m_path).constData(), O_RDWR | O_CLOEXEC);
+        QVERIFY(reader >= 0);
+        OutputFile output(m_path);
+        QVERIFY(!output.open());
+        ::close(reader);
+        output.write(QString(100000, QLatin1Char('x')));
+        const auto problem = output.close();
+        QVERIFY(problem);
+        QCOMPARE(problem->message, Message::OutputNotWritable);
+        QVERIFY2(problem->text.contains(QStringLiteral("Broken pipe")), qPrintable(problem->text));
     }
 
     void aDeviceCanBeWrittenTo() {

@@ -28,6 +28,7 @@ private Q_SLOTS:
     void itemMayDestroyItselfWhenItIsClicked();
     void itemMayBeDeletedBeforeItsClickIsCounted();
     void itemMayBeDeletedWhileItsStateIsRead();
+    void itemMayBeDeletedWhenItIsFirstReadFrom();
     void nothingIsReadOfAnItemThatIsBeingDestroyed();
 };
 
@@ -147,6 +148,30 @@ void tst_QtQuickItemObserverLife::itemMayBeDeletedWhileItsStateIsRead() {
     Q_EMIT item->checkedChanged();
     QVERIFY(item.isNull()); // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): its parent owns it
     QCOMPARE(usageText(element), QStringLiteral("checked=1"));
+}
+
+/** Deletes itself when the first of its properties is read. */
+class DeadAtFirstSight : public QQuickItem {
+    Q_OBJECT
+    Q_PROPERTY(bool partiallyCheckedEnabled READ isPartial CONSTANT)
+    Q_PROPERTY(bool checkable READ isCheckable CONSTANT)
+public:
+    using QQuickItem::QQuickItem;
+    bool isPartial() {
+        delete this;
+        return true;
+    }
+    bool isCheckable() const { return true; }
+};
+
+void tst_QtQuickItemObserverLife::itemMayBeDeletedWhenItIsFirstReadFrom() {
+    QuickProbe probe;
+    QQuickWindow window;
+    const QPointer<DeadAtFirstSight> item = new DeadAtFirstSight(window.contentItem());
+    QQuickItem sibling(window.contentItem());
+    probe.show(&window);
+    QVERIFY(item.isNull()); // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): its parent owns it
+    QVERIFY(probe.element(&sibling) != nullptr);
 }
 
 /** Knows how often it was looked into. */

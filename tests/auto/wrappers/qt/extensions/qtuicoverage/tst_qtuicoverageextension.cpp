@@ -38,7 +38,6 @@ class tst_QtUiCoverageExtension : public TestLib::TestCase {
 
 private Q_SLOTS:
     void initTestCase() {
-        // The first call builds it, here: what it consists of belongs to the thread that builds it.
         m_extension = QtUiCoverageExtension::instance(&m_host);
         Vorsk::Extension* other = nullptr;
         std::thread thread([&] { other = QtUiCoverageExtension::instance(&m_host); });
@@ -268,7 +267,35 @@ private Q_SLOTS:
         QVERIFY2(output.endsWith("done\n"), output.constData());
     }
 
+    void theFirstCallMayComeOnAnyThreadAndAtAnyTime_data() {
+        QTest::addColumn<QString>("how");
+        for (const char* how :
+             {"other-thread", "living-thread", "many-threads", "before-gui-thread",
+              "before-other-thread", "before-living-thread", "before-many-threads"}) {
+            QTest::newRow(how) << QString::fromLatin1(how);
+        }
+    }
+
+    void theFirstCallMayComeOnAnyThreadAndAtAnyTime() {
+        QFETCH(QString, how);
+        const QByteArray usual = outputOf(QStringLiteral("gui-thread"));
+        QVERIFY2(usual.startsWith("first: 1 ") && usual.contains("\nsecond: 1 "),
+                 usual.constData());
+        QVERIFY2(!usual.contains("late"), usual.constData());
+        QCOMPARE(outputOf(how), usual);
+    }
+
 private:
+    /** Of the program that builds the extension in this way; empty when it does not come to its
+     * end. */
+    static QByteArray outputOf(const QString& how) {
+        QProcess process;
+        process.start(QStringLiteral(UICOV_EXTENSION_THREADS), {how});
+        const bool ended = process.waitForFinished() &&
+                           process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
+        return ended ? process.readAllStandardOutput() : QByteArray();
+    }
+
     void set(const char* key, const Values& values) {
         m_options.options.erase(key);
         if (!values.empty()) {

@@ -8,6 +8,7 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QDialog>
+#include <QLibrary>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
@@ -17,6 +18,8 @@
 
 #include <functional>
 #include <memory>
+
+#include <dlfcn.h>
 
 using namespace Vorsk::UICoverage;
 using TestLib::WidgetsProbe;
@@ -257,6 +260,28 @@ private Q_SLOTS:
         QVERIFY(m_probe->element(&deadly.menu) != nullptr);
     }
 
+    void actionDeletedWhileItsMenuIsLaidOut() {
+        const TestLib::KeepFreed keepFreed;
+        DeadlyMenu deadly(true);
+        const QPointer<QAction> victim(new QAction(text("Victim"), &deadly.menu));
+        bool isDying = false;                             // its death has the menu laid out again
+        deadly.menu.insertAction(&deadly.action, victim); // the first whose place is asked for
+        deadly.show([&] {
+            deadly.asked->whenAsked = [&] {
+                if (!isDying) {
+                    isDying = true;
+                    delete victim;
+                }
+            };
+            m_probe->show(&deadly.menu);
+        });
+        QVERIFY(victim.isNull());
+        const QString tree = m_probe->tree(&deadly.menu);
+        QVERIFY2(!tree.contains(text("Victim")), qPrintable(tree));
+        QVERIFY2(tree.contains(text("Another")), qPrintable(tree));
+        QVERIFY(m_probe->takeRecords().filter(text("Victim")).isEmpty());
+    }
+
     void childDeletedWhileItsSiblingIsTracked() {
         const TestLib::KeepFreed keepFreed;
         DeadlyMenu deadly(false);
@@ -306,6 +331,76 @@ private Q_SLOTS:
         shared.hide();
         first->setMenu(nullptr);
         second->setMenu(nullptr);
+    }
+
+    void menuSharedByTwoMenuBarsIsCountedOnce() {
+        QMainWindow first;
+        QMainWindow second;
+        QMenu shared(text("Shared"));
+        first.menuBar()->addMenu(&shared);
+        second.menuBar()->addMenu(&shared);
+        shared.addAction(text("Item"));
+        m_probe->start();
+        first.show();
+        second.show();
+        shared.popup(QPoint(0, 0));
+        const UIElement* const element = m_probe->element(&shared);
+        QCOMPARE(TestLib::TreePrinter(TestLib::TreePrinter::Sizes::Hidden).print(*element),
+                 text("Menu/QMenu window (rect) {shown=1}\n"
+                      "  MenuItem/QAction \"Item\" (rect) {clicked=0, shown=1}\n"));
+        QCOMPARE(m_probe->tree(first.menuBar()).count(text("\"Item\"")), 1);
+        QCOMPARE(m_probe->tree(second.menuBar()).count(text("\"Item\"")), 1);
+        // Each of the trees deletes what it holds; the one that both hold must go once.
+        shared.hide();
+        const QPointer<UIElement> held(m_probe->element(&shared));
+        m_probe.reset();
+        QVERIFY(held.isNull());
+    }
+
+    void widgetMovedToAnotherWindowStaysWhereItWasFirst() {
+        QWidget first;
+        QWidget second;
+        auto* const button = new QPushButton(text("Move"), &first);
+        m_probe->start();
+        first.show();
+        second.show();
+        const UIElement* const element = m_probe->element(button);
+        QCOMPARE(element->parent(), m_probe->element(&first));
+        button->setParent(&second);
+        button->show();
+        QCOMPARE(m_probe->element(button), element);
+        QCOMPARE(element->parent(), m_probe->element(&first));
+        m_probe->takeRecords(11);
+        button->click();
+        QCOMPARE(m_probe->takeRecords(11).size(), 1); // by one observer, as before
+    }
+
+    /** Nothing of its code, its class or its texts is used any more. */
+    void widgetOfAPluginThatIsUnloaded() {
+        QLibrary library(text(PLUGIN_WIDGET));
+        const auto make =
+            reinterpret_cast<QPushButton* (*)(QWidget*)>(library.resolve("makePluginButton"));
+        QVERIFY2(make != nullptr, qPrintable(library.errorString()));
+        QDialog dialog;
+        m_probe->start();
+        dialog.show();
+        std::unique_ptr<QPushButton> button(make(&dialog));
+        button->show();
+        button->click();
+        const QPointer<UIElement> element(m_probe->element(button.get()));
+        QVERIFY(!element.isNull());
+        QVERIFY(m_probe->tree(&dialog).contains(text("PluginButton \"Plugged in\"")));
+        button.reset();
+        QVERIFY(library.unload());
+        QCOMPARE(dlopen(PLUGIN_WIDGET, RTLD_NOW | RTLD_NOLOAD), nullptr); // gone indeed
+        QVERIFY(!element.isNull());
+        QPushButton next(text("Next"), &dialog);
+        next.show();
+        dialog.hide();
+        dialog.show();
+        const QString tree = m_probe->tree(&dialog);
+        QVERIFY2(tree.contains(text("PluginButton \"Plugged in\"")), qPrintable(tree));
+        QVERIFY2(tree.contains(text("QPushButton \"Next\"")), qPrintable(tree));
     }
 
     void twoThousandLevelsOfWidgets() {
