@@ -5,7 +5,8 @@ BUILD := build/$(PRESET)
 # The ARM architecture of build-arm and test-arm: armhf or arm64.
 ARCH ?= armhf
 
-.PHONY: all bootstrap configure demo test build-arm test-arm lint format bench instructions soak tsan clean
+.PHONY: all bootstrap configure demo test build-arm test-arm test-packages lint format bench instructions soak tsan \
+        clean
 
 all: configure
 	cmake --build --preset $(PRESET)
@@ -31,6 +32,13 @@ build-arm: bootstrap
 
 test-arm:
 	scripts/test-arm armhf arm64
+
+# As root: makes the Debian packages, installs them into a clean root and records and reports there.
+test-packages: bootstrap
+	scripts/bootstrap --arm
+	cmake --preset release
+	cmake --build --preset release
+	scripts/test-packages build/release
 
 soak: all
 	scripts/soak $(BUILD)
