@@ -101,13 +101,24 @@ void ElementStore::removeFirstEntry(UIElement* element) {
 }
 
 void ElementStore::compact() {
-    m_firstPosition.clear();
-    m_furtherPositions.clear();
-    m_entries.erase(std::remove(m_entries.begin(), m_entries.end(), nullptr), m_entries.end());
-    m_removedEntries = 0;
+    // The tables are corrected where they stand: filling them anew costs many times as much.
+    std::size_t kept = 0;
     for (std::size_t i = 0; i < m_entries.size(); ++i) {
-        notePosition(m_entries[i], i);
+        UIElement* const element = m_entries[i];
+        if (element == nullptr) {
+            continue;
+        }
+        std::size_t& first = *m_firstPosition.find(element);
+        if (first == i) {
+            first = kept;
+        } else {
+            std::vector<std::size_t>& further = m_furtherPositions[element];
+            *std::find(further.begin(), further.end(), i) = kept;
+        }
+        m_entries[kept++] = element;
     }
+    m_entries.resize(kept);
+    m_removedEntries = 0;
 }
 
 void ElementStore::notePosition(UIElement* element, std::size_t position) {

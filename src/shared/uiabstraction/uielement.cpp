@@ -1,5 +1,6 @@
 #include "uiabstraction/uielement.h"
 
+#include "uiabstraction/elementlistener.h"
 #include "uiabstraction/elementwalk.h"
 
 #include <QMessageLogger>
@@ -21,6 +22,16 @@ void registerPointerTypes() {
         return qRegisterMetaType<UIElement*>("Vorsk::UIAbstraction::UIElement*");
     }();
     Q_UNUSED(id);
+}
+
+/** QRect::contains() with edges, which is asked for the few rectangles that are not clearly aside.
+ */
+bool isInside(const QRect& rect, const QPoint& point) {
+    const bool isAside = point.y() < std::min(rect.top(), rect.bottom()) ||
+                         point.y() > std::max(rect.top(), rect.bottom()) ||
+                         point.x() < std::min(rect.left(), rect.right()) ||
+                         point.x() > std::max(rect.left(), rect.right());
+    return !isAside && rect.contains(point, false);
 }
 
 } // namespace
@@ -78,38 +89,59 @@ void UIElement::removeFromSurvivors(const std::vector<UIElement*>& dying,
     }
 }
 
+void UIElement::addListener(const std::shared_ptr<ElementListener>& listener) const {
+    m_listeners.push_back(listener);
+}
+
+template <class... Parameters, class... Values>
+void UIElement::tell(void (ElementListener::*change)(const UIElement*, Parameters...),
+                     const Values&... values) const {
+    // By index, and up to what was there at first: a listener may add further ones.
+    const std::size_t count = m_listeners.size();
+    for (std::size_t i = 0; i < count; ++i) {
+        (m_listeners[i].get()->*change)(this, values...);
+    }
+}
+
 void UIElement::setText(const QString& text) {
     m_text = text;
+    tell(&ElementListener::textChanged, text);
     Q_EMIT textChanged(this, text);
 }
 
 void UIElement::setStandardType(const StandardType& standardType) {
     m_standardType = standardType;
+    tell(&ElementListener::standardTypeChanged, standardType);
     Q_EMIT standardTypeChanged(this, standardType);
 }
 
 void UIElement::setGeometry(const ElementGeometry& geometry) {
     m_geometry = geometry;
+    tell(&ElementListener::geometryChanged, geometry);
     Q_EMIT geometryChanged(this, geometry);
 }
 
 void UIElement::setImage(const QImage& image) {
     m_image = image;
+    tell(&ElementListener::imageChanged, image);
     Q_EMIT imageChanged(this, image);
 }
 
 void UIElement::setWindowNode(bool isWindowNode) {
     m_isWindowNode = isWindowNode;
+    tell(&ElementListener::windowNodeChanged, isWindowNode);
     Q_EMIT windowNodeChanged(this, isWindowNode);
 }
 
 void UIElement::setTransparentNode(bool isTransparentNode) {
     m_isTransparentNode = isTransparentNode;
+    tell(&ElementListener::transparentNodeChanged, isTransparentNode);
     Q_EMIT transparentNodeChanged(this, isTransparentNode);
 }
 
 void UIElement::setSubgraphTransparent(bool isSubgraphTransparent) {
     m_isSubgraphTransparent = isSubgraphTransparent;
+    tell(&ElementListener::subgraphTransparentChanged, isSubgraphTransparent);
     Q_EMIT subgraphTransparentChanged(this, isSubgraphTransparent);
 }
 
@@ -136,6 +168,7 @@ void UIElement::addChild(UIElement* child) {
     } else {
         child->m_furtherParents.push_back(this);
     }
+    tell(&ElementListener::childAdded, child);
     Q_EMIT childAdded(this, child);
 }
 
@@ -144,6 +177,7 @@ void UIElement::registerEvent(const UIEvent& event) {
         return;
     }
     m_usage.insert(event, 0);
+    tell(&ElementListener::eventRegistered, event);
     Q_EMIT eventRegistered(this, event);
 }
 
@@ -162,6 +196,7 @@ void UIElement::setUsage(const UIEvent& event, int usage) {
     int& stored = m_usage[event];
     const int old = std::exchange(stored, usage);
     if (usage > old) {
+        tell(&ElementListener::usageIncreased, event, usage);
         Q_EMIT usageIncreased(this, event, usage);
     }
 }
@@ -181,14 +216,46 @@ void UIElement::increaseUsageOfChildren(const UIEvent& event) {
     }
 }
 
-void UIElement::increaseUsageAt(const UIEvent& event, const QPoint& point) {
-    ElementWalk walk(this);
-    while (const UIElement* element = walk.next()) {
-        if (element->m_geometry.rect().contains(point, false)) {
-            // The walk began at a non-const element, and all below one are.
-            const_cast<UIElement*>(element)->increaseUsage(
-                event); // NOLINT(cppcoreguidelines-pro-type-const-cast)
+/** In the order of the walk; an element that is listed by several is found once for each of them.
+ */
+std::vector<UIElement*> UIElement::elementsAt(const QPoint& point) {
+    struct Level {
+        UIElement* element;
+        int next;
+    };
+    std::vector<UIElement*> found;
+    std::vector<Level> path;
+    const auto visit = [&](UIElement* element) {
+        if (isInside(element->m_geometry.rect(), point)) {
+            found.push_back(element);
         }
+        // Leaves stay off the path: nothing below them can lead back to them.
+        if (!element->m_children.isEmpty()) {
+            element->m_isEntered = true;
+            path.push_back({element, 0});
+        }
+    };
+    visit(this);
+    while (!path.empty()) {
+        Level& level = path.back();
+        if (level.next == level.element->m_children.size()) {
+            level.element->m_isEntered = false;
+            path.pop_back();
+            continue;
+        }
+        UIElement* const child = level.element->m_children.at(level.next++);
+        if (!child->m_isEntered) {
+            visit(child);
+        }
+    }
+    return found;
+}
+
+void UIElement::increaseUsageAt(const UIEvent& event, const QPoint& point) {
+    // First found, then counted: what is called for a count cannot disturb the walk.
+    const std::vector<UIElement*> elements = elementsAt(point);
+    for (UIElement* element : elements) {
+        element->increaseUsage(event);
     }
 }
 

@@ -12,6 +12,7 @@
 #include <QSet>
 #include <QStringList>
 
+#include <memory>
 #include <vector>
 
 QT_BEGIN_NAMESPACE
@@ -21,6 +22,7 @@ QT_END_NAMESPACE
 namespace Vorsk {
 namespace UIAbstraction {
 
+class ElementListener;
 class ElementReader;
 
 /**
@@ -107,6 +109,12 @@ public:
      */
     void increaseUsageAt(const UIEvent& event, const QPoint& point);
 
+    /**
+     * Has the listener called for every change from now on, before whatever is connected to the
+     * signals. A listener that is added twice is called twice. Kept until the element dies.
+     */
+    void addListener(const std::shared_ptr<ElementListener>& listener) const;
+
     /** The first direct child with this text and, unless its name is null, this type; null when
      * none. */
     UIElement* findChild(const QString& text, const StandardType& standardType) const;
@@ -147,18 +155,26 @@ private:
     static void removeFromSurvivors(const std::vector<UIElement*>& dying,
                                     const QSet<const UIElement*>& isDying);
     bool hasChild(const UIElement* child) const;
+    template <class... Parameters, class... Values>
+    void tell(void (ElementListener::*change)(const UIElement*, Parameters...),
+              const Values&... values) const;
+    std::vector<UIElement*> elementsAt(const QPoint& point);
     bool hasEqualFields(const UIElement& other) const;
 
     QString m_id;
     bool m_isTransparentNode = false;
     bool m_isSubgraphTransparent = false;
     bool m_isWindowNode = false;
+    /** Set while a walk is inside of this element. */
+    bool m_isEntered = false;
     QImage m_image;
     QList<UIElement*> m_children;
     UIElement* m_parent = nullptr;
     /** Elements other than the parent that list this one, so that it can leave their lists when it
      * dies. */
     std::vector<UIElement*> m_furtherParents;
+    /** Not part of what the element says: those who watch a const element are not its business. */
+    mutable std::vector<std::shared_ptr<ElementListener>> m_listeners;
     QMap<UIEvent, int> m_usage;
     QString m_extraString1;
     QString m_extraString2;

@@ -2,9 +2,23 @@
 
 #include "store/runloader.h"
 
+#include <algorithm>
+
 namespace Uicov::Store {
 
 using Console::Problem;
+
+namespace {
+
+Run withoutPictures(Run run) {
+    for (RunElement& element : run.elements) {
+        element.picture.clear();
+    }
+    run.pictures.clear();
+    return run;
+}
+
+} // namespace
 
 Combiner::Combiner(DataFile& target)
     : m_target(target) {}
@@ -21,7 +35,7 @@ std::optional<Problem> Combiner::addRecording(const QString& path) {
         return problem;
     }
     m_warnings = loader.problems();
-    addRun(loader.run());
+    addRun(loader.run(), QByteArray());
     return m_failure;
 }
 
@@ -40,9 +54,11 @@ std::optional<Problem> Combiner::addDataFile(const QString& path) {
     std::optional<Problem> problem;
     for (const QString& uuid : uuids) {
         Run run;
+        QByteArray digest;
         problem = source.read(
-            uuid, m_takesPictures ? DataFile::Pictures::Load : DataFile::Pictures::Leave, run);
-        if (problem || !addRun(run)) {
+            uuid, m_takesPictures ? DataFile::Pictures::Load : DataFile::Pictures::Leave, run,
+            &digest);
+        if (problem || !addRun(run, digest)) {
             break;
         }
     }
@@ -58,9 +74,17 @@ std::optional<Problem> Combiner::addDataFile(const QString& path) {
     return m_failure;
 }
 
-bool Combiner::addRun(const Run& run) {
+bool Combiner::addRun(const Run& run, const QByteArray& digest) {
     DataFile::Added added = DataFile::Added::New;
-    m_failure = m_target.add(run, &added);
+    const bool losesPictures =
+        !m_takesPictures && std::any_of(run.elements.cbegin(), run.elements.cend(),
+                                        [](const RunElement& e) { return !e.picture.isEmpty(); });
+    if (losesPictures) {
+        // Another form of the run, and so one with a digest of its own.
+        m_failure = m_target.add(withoutPictures(run), &added);
+    } else {
+        m_failure = m_target.add(run, &added, digest);
+    }
     ++(added == DataFile::Added::New ? m_newRuns : m_knownRuns);
     return !m_failure;
 }

@@ -41,7 +41,8 @@ public:
 private:
     std::optional<Console::Problem> addRecording(const QString& path);
     std::optional<Console::Problem> addDataFile(const QString& path);
-    bool addRun(const Run& run);
+    /** @param digest as the file that it was read from says; empty for a recording */
+    bool addRun(const Run& run, const QByteArray& digest);
 
     DataFile& m_target;
     bool m_takesPictures = true;

@@ -1,5 +1,6 @@
 #include "store/datafile.h"
 
+#include "store/runrank.h"
 #include "store/runreader.h"
 #include "store/runwriter.h"
 #include "store/schema.h"
@@ -124,14 +125,18 @@ std::optional<Problem> DataFile::failure() const {
 
 void DataFile::begin() {
     if (!m_isInTransaction) {
-        m_sql.execute(QStringLiteral("PRAGMA foreign_keys = ON"));
+        // What is written here fits together, and having it checked again takes a tenth of
+        // combining.
+        m_sql.execute(QStringLiteral("PRAGMA foreign_keys = OFF"));
         m_isInTransaction = m_sql.execute(QStringLiteral("BEGIN IMMEDIATE"));
     }
 }
 
-std::optional<Problem> DataFile::add(const Run& run, Added* added) {
+std::optional<Problem> DataFile::add(const Run& run, Added* added, const QByteArray& digest) {
     begin();
-    const Added result = m_writer->write(run);
+    const Added result = m_writer->write(
+        run, digest.isEmpty() ? RunRank::of(run)
+                              : RunRank{run.messages, run.isComplete, run.bytesLost, digest});
     m_hasRemoved = m_hasRemoved || result == Added::Better;
     if (added != nullptr) {
         *added = result;
@@ -141,9 +146,7 @@ std::optional<Problem> DataFile::add(const Run& run, Added* added) {
 
 std::optional<Problem> DataFile::erase(const QString& uuid) {
     begin();
-    m_hasRemoved =
-        m_sql.changedRows(QStringLiteral("DELETE FROM run WHERE uuid = ?"), {uuid}) > 0 ||
-        m_hasRemoved;
+    m_hasRemoved = m_writer->remove(uuid) || m_hasRemoved;
     return failure();
 }
 
@@ -213,8 +216,12 @@ std::optional<Problem> DataFile::readAttributes(const QString& uuid, Run& run) {
     return failure();
 }
 
-std::optional<Problem> DataFile::read(const QString& uuid, Pictures pictures, Run& run) {
+std::optional<Problem> DataFile::read(const QString& uuid, Pictures pictures, Run& run,
+                                      QByteArray* digest) {
     m_reader->read(uuid, pictures == Pictures::Load, run);
+    if (digest != nullptr) {
+        *digest = m_reader->digest();
+    }
     return failure();
 }
 

@@ -41,8 +41,10 @@ public:
      * Adds a run. Of one that is in the file already the more complete form stays, by a rule under
      * which it makes no difference which of the two came first.
      * @param added what became of it; null where that is of no interest
+     * @param digest what the file that the run was read from says of it; empty to have it computed
      */
-    std::optional<Console::Problem> add(const Run& run, Added* added = nullptr);
+    std::optional<Console::Problem> add(const Run& run, Added* added = nullptr,
+                                        const QByteArray& digest = QByteArray());
     /** Takes the run out, and what no other needs. Nothing happens when it is not there. */
     std::optional<Console::Problem> erase(const QString& uuid);
     /** What is added from here on can be taken back as a whole. Parts do not nest. */
@@ -59,8 +61,12 @@ public:
     QStringList runs();
     /** The run without its elements: what it is called, how complete it is, its contexts. */
     std::optional<Console::Problem> readAttributes(const QString& uuid, Run& run);
-    /** The problem when it is not there, or not in the form in which runs are written. */
-    std::optional<Console::Problem> read(const QString& uuid, Pictures pictures, Run& run);
+    /**
+     * @param digest gets RunRank::digest of the run as it was written; null where nobody asks
+     * @return the problem when it is not there, or not in the form in which runs are written
+     */
+    std::optional<Console::Problem> read(const QString& uuid, Pictures pictures, Run& run,
+                                         QByteArray* digest = nullptr);
 
     /** Looks at every page of the file, which open() does not; the problem when one is damaged. */
     std::optional<Console::Problem> checkPages();

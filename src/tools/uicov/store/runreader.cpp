@@ -66,7 +66,7 @@ void RunReader::readAttributes(const QString& uuid, Run& run) {
     QSqlQuery& row = m_sql.query(
         QStringLiteral("SELECT id, uuid, session, application, executable, qt_version, platform, "
                        "locale, architecture, started, is_complete, partial_reason, bytes_lost, "
-                       "messages, messages_lost FROM run WHERE uuid = ?"),
+                       "messages, messages_lost, digest FROM run WHERE uuid = ?"),
         {uuid});
     if (!m_sql.next(row)) {
         m_sql.fail(QStringLiteral("there is no run ") + uuid + QStringLiteral(" in it"));
@@ -83,7 +83,8 @@ void RunReader::readAttributes(const QString& uuid, Run& run) {
     run.partialReason = row.value(column++).toString();
     run.bytesLost = row.value(column++).toLongLong();
     run.messages = row.value(column++).toLongLong();
-    run.messagesLost = row.value(column).toLongLong();
+    run.messagesLost = row.value(column++).toLongLong();
+    m_digest = row.value(column).toByteArray();
     row.finish();
     QSqlQuery& labels =
         m_sql.query(QStringLiteral("SELECT name, value FROM label WHERE run = ?"), {m_id});

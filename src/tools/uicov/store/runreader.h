@@ -20,6 +20,8 @@ public:
     /** All but the elements. */
     void readAttributes(const QString& uuid, Run& run);
     void read(const QString& uuid, bool withPictures, Run& run);
+    /** RunRank::digest of the run that was read last, as it was when the run was written. */
+    const QByteArray& digest() const { return m_digest; }
 
 private:
     struct Listing {
@@ -39,6 +41,7 @@ private:
 
     Sql& m_sql;
     qint64 m_id = 0;
+    QByteArray m_digest;
     QHash<qint64, QString> m_texts;
     QHash<qint64, QStringList> m_events;
     std::vector<Listing> m_listings;

@@ -1,7 +1,6 @@
 #include "store/runwriter.h"
 
 #include "identity/keywalk.h"
-#include "store/runrank.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -63,8 +62,12 @@ struct Keys {
 RunWriter::RunWriter(Sql& sql)
     : m_sql(sql) {}
 
-DataFile::Added RunWriter::write(const Run& run) {
-    const RunRank rank = RunRank::of(run);
+void RunWriter::forgetIds() {
+    m_texts.clear();
+    m_events.clear();
+}
+
+DataFile::Added RunWriter::write(const Run& run, const RunRank& rank) {
     DataFile::Added result = DataFile::Added::New;
     QSqlQuery& known = m_sql.query(
         QStringLiteral("SELECT messages, is_complete, bytes_lost, digest FROM run WHERE uuid = ?"),
@@ -76,12 +79,22 @@ DataFile::Added RunWriter::write(const Run& run) {
         if (!(other < rank)) {
             return DataFile::Added::Known;
         }
-        m_sql.changedRows(QStringLiteral("DELETE FROM run WHERE uuid = ?"), {run.uuid});
+        remove(run.uuid);
         result = DataFile::Added::Better;
     }
     const qint64 id = writeAttributes(run, rank.digest);
     writeElements(id, run);
     return result;
+}
+
+bool RunWriter::remove(const QString& uuid) {
+    for (const char* table : {"hit", "further_parent", "element", "warning", "context", "label"}) {
+        m_sql.changedRows(QStringLiteral("DELETE FROM %1 WHERE run = (SELECT id FROM run WHERE "
+                                         "uuid = ?)")
+                              .arg(QLatin1String(table)),
+                          {uuid});
+    }
+    return m_sql.changedRows(QStringLiteral("DELETE FROM run WHERE uuid = ?"), {uuid}) > 0;
 }
 
 qint64 RunWriter::writeAttributes(const Run& run, const QByteArray& digest) {
@@ -146,7 +159,7 @@ void RunWriter::writeElement(qint64 id, const Run& run, int number, int position
         {id, number, notNull(element.id), element.parent < 0 ? nothing() : QVariant(element.parent),
          position, textId(element.className), textOrNull(element.type, element.type.isEmpty()),
          textOrNull(element.text, element.text.isNull()), element.isTransparentNode,
-         element.isSubgraphTransparent, element.isWindowNode, textId(eventsAsJson(element.events)),
+         element.isSubgraphTransparent, element.isWindowNode, eventsId(element.events),
          textOrNull(m_keys.at(number), m_keys.at(number).isEmpty()),
          textOrNull(m_structureKeys.at(number), m_structureKeys.at(number).isEmpty()),
          hasPlace ? QVariant(place.left()) : nothing(),
@@ -176,9 +189,22 @@ QVariant RunWriter::textId(const QString& text) {
         id = m_sql.insert(QStringLiteral("INSERT INTO text (value) VALUES (?)"), {value});
     }
     if (m_texts.size() >= maximumKnownTexts) {
-        m_texts.clear();
+        forgetIds();
     }
     m_texts.insert(text, id.toLongLong());
+    return id;
+}
+
+QVariant RunWriter::eventsId(const QStringList& events) {
+    const auto known = m_events.constFind(events);
+    if (known != m_events.cend()) {
+        return *known;
+    }
+    QVariant id = textId(eventsAsJson(events));
+    if (m_events.size() >= maximumKnownTexts) {
+        m_events.clear();
+    }
+    m_events.insert(events, id.toLongLong());
     return id;
 }
 

@@ -2,6 +2,7 @@
 
 #include "store/datafile.h"
 #include "store/run.h"
+#include "store/runrank.h"
 #include "store/sql.h"
 
 #include <QHash>
@@ -16,10 +17,14 @@ public:
     explicit RunWriter(Sql& sql);
 
     /** Writes the run unless the file has it in a form that is as complete. */
-    DataFile::Added write(const Run& run);
+    DataFile::Added write(const Run& run, const RunRank& rank);
+
+    /** Takes the run out, but not the texts and pictures that only it had.
+     * @return false when it is not there */
+    bool remove(const QString& uuid);
 
     /** To be called when rows that it made may have gone. */
-    void forgetIds() { m_texts.clear(); }
+    void forgetIds();
 
 private:
     qint64 writeAttributes(const Run& run, const QByteArray& digest);
@@ -27,11 +32,14 @@ private:
     void writeElement(qint64 id, const Run& run, int number, int position);
     void writeHits(qint64 id, int number, const RunElement& element);
     QVariant textId(const QString& text);
+    QVariant eventsId(const QStringList& events);
     QVariant textOrNull(const QString& text, bool isNull);
     QVariant pictureId(const QByteArray& hash, const Run& run);
 
     Sql& m_sql;
     QHash<QString, qint64> m_texts;
+    /** Of lists of events, which few elements do not share with others. */
+    QHash<QStringList, qint64> m_events;
     QVector<QString> m_keys;
     QVector<QString> m_structureKeys;
 };

@@ -63,19 +63,33 @@ bool Sql::execute(const QString& statements) {
     return isOk();
 }
 
+/** Qt makes up a name for each value that is bound by its position, which takes longer than all the
+ * rest of binding it. So they have names. */
+QString Sql::withNames(const QString& statement) {
+    const QStringList parts = statement.split(QLatin1Char('?'));
+    QString named = parts.first();
+    for (int i = 1; i < parts.size(); ++i) {
+        if (m_names.size() < i) {
+            m_names.append(QStringLiteral(":p%1").arg(i - 1));
+        }
+        named += m_names.at(i - 1) + parts.at(i);
+    }
+    return named;
+}
+
 QSqlQuery& Sql::query(const QString& statement, std::initializer_list<QVariant> values) {
     std::shared_ptr<QSqlQuery>& prepared = m_prepared[statement];
     if (!prepared) {
         prepared = std::make_shared<QSqlQuery>(m_database);
         prepared->setForwardOnly(true);
-        if (isOk() && !prepared->prepare(statement)) {
+        if (isOk() && !prepared->prepare(withNames(statement))) {
             fail(prepared->lastError().text());
         }
     }
     if (isOk()) {
         int position = 0;
         for (const QVariant& value : values) {
-            prepared->bindValue(position++, value);
+            prepared->bindValue(m_names.at(position++), value);
         }
         if (!prepared->exec()) {
             fail(prepared->lastError().text());

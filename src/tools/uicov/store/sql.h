@@ -36,7 +36,8 @@ public:
 
     /** Statements without results, separated by ";" at line ends. */
     bool execute(const QString& statements);
-    /** The statement with these values in place of its "?", prepared at the first call. Results
+    /** The statement with these values in place of its "?", prepared at the first call; "?" stands
+     * for nothing else in it. Results
      * are read with next(), which looks at nothing behind the first failure. */
     QSqlQuery& query(const QString& statement, std::initializer_list<QVariant> values = {});
     bool next(QSqlQuery& query);
@@ -47,9 +48,13 @@ public:
     int changedRows(const QString& statement, std::initializer_list<QVariant> values);
 
 private:
+    QString withNames(const QString& statement);
+
     QString m_connection;
     QSqlDatabase m_database;
     QHash<QString, std::shared_ptr<QSqlQuery>> m_prepared;
+    /** ":p0", ":p1" and so on, in place of each "?". */
+    QStringList m_names;
     QString m_error;
 };
 

@@ -1,5 +1,6 @@
 #include "testlib/childprocess.h"
 #include "testlib/testcase.h"
+#include "uiabstraction/elementlistener.h"
 #include "uiabstraction/uielement.h"
 
 #include <QMetaMethod>
@@ -8,6 +9,7 @@
 #include <QTest>
 
 #include <functional>
+#include <memory>
 
 using Vorsk::UIAbstraction::ElementGeometry;
 using Vorsk::UIAbstraction::StandardType;
@@ -39,6 +41,9 @@ private Q_SLOTS:
     void setterStoresBeforeItAnnounces();
     void signalsCanBeQueued();
     void setExtraStringsAnnouncesNothing();
+    void listenerIsCalledBeforeTheSignal();
+    void listenerIsCalledAsOftenAsItWasAdded();
+    void listenerAddedMeanwhileIsCalledFromTheNextChangeOn();
 };
 
 namespace {
@@ -48,6 +53,36 @@ constexpr char constName[] = "const Vorsk::UIAbstraction::UIElement*";
 
 UIElement* newElement(const char* concreteType) {
     return new UIElement(QLatin1String(concreteType), StandardType(), QString());
+}
+
+/** Notes the texts that it is told of; what else happens is of no interest here. */
+class TextListener : public Vorsk::UIAbstraction::ElementListener {
+public:
+    std::function<void(const UIElement*, const QString&)> whenTextChanged;
+
+    void childAdded(const UIElement* /*element*/, const UIElement* /*child*/) override {}
+    void eventRegistered(const UIElement* /*element*/, const UIEvent& /*event*/) override {}
+    void geometryChanged(const UIElement* /*element*/,
+                         const ElementGeometry& /*geometry*/) override {}
+    void imageChanged(const UIElement* /*element*/, const QImage& /*image*/) override {}
+    void standardTypeChanged(const UIElement* /*element*/, const StandardType& /*type*/) override {}
+    void subgraphTransparentChanged(const UIElement* /*element*/, bool /*is*/) override {}
+    void textChanged(const UIElement* element, const QString& text) override {
+        whenTextChanged(element, text);
+    }
+    void transparentNodeChanged(const UIElement* /*element*/, bool /*is*/) override {}
+    void usageIncreased(const UIElement* /*element*/, const UIEvent& /*event*/,
+                        int /*usage*/) override {}
+    void windowNodeChanged(const UIElement* /*element*/, bool /*is*/) override {}
+};
+
+std::shared_ptr<TextListener> listenerInto(QStringList& calls, const char* name) {
+    auto listener = std::make_shared<TextListener>();
+    listener->whenTextChanged = [&calls, name](const UIElement* element, const QString& text) {
+        QCOMPARE(element->text(), text);
+        calls.append(QLatin1String(name) + text);
+    };
+    return listener;
 }
 
 } // namespace
@@ -313,6 +348,46 @@ void tst_UIElement::setExtraStringsAnnouncesNothing() {
         announced += spy->size();
     }
     QCOMPARE(announced, 0);
+}
+
+void tst_UIElement::listenerIsCalledBeforeTheSignal() {
+    QStringList calls;
+    const std::unique_ptr<UIElement> element(newElement("A"));
+    connect(element.get(), &UIElement::textChanged, this,
+            [&calls](const UIElement* /*element*/, const QString& text) {
+                calls.append(QLatin1String("signal ") + text);
+            });
+    element->addListener(listenerInto(calls, "listener "));
+    element->setText(QStringLiteral("t"));
+    QCOMPARE(calls, (QStringList{QStringLiteral("listener t"), QStringLiteral("signal t")}));
+}
+
+void tst_UIElement::listenerIsCalledAsOftenAsItWasAdded() {
+    QStringList calls;
+    const std::unique_ptr<UIElement> element(newElement("A"));
+    const auto first = listenerInto(calls, "1 ");
+    element->addListener(first);
+    element->addListener(listenerInto(calls, "2 "));
+    element->addListener(first);
+    element->setText(QStringLiteral("t"));
+    QCOMPARE(calls,
+             (QStringList{QStringLiteral("1 t"), QStringLiteral("2 t"), QStringLiteral("1 t")}));
+}
+
+void tst_UIElement::listenerAddedMeanwhileIsCalledFromTheNextChangeOn() {
+    QStringList calls;
+    const std::unique_ptr<UIElement> element(newElement("A"));
+    const auto adding = std::make_shared<TextListener>();
+    adding->whenTextChanged = [&](const UIElement* changed, const QString& text) {
+        calls.append(text);
+        changed->addListener(listenerInto(calls, "new "));
+    };
+    element->addListener(adding);
+    element->setText(QStringLiteral("a"));
+    QCOMPARE(calls, QStringList{QStringLiteral("a")});
+    element->setText(QStringLiteral("b"));
+    QCOMPARE(calls,
+             (QStringList{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("new b")}));
 }
 
 QTEST_GUILESS_MAIN(tst_UIElement)

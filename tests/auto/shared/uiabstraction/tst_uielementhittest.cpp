@@ -1,7 +1,9 @@
 #include "testlib/testcase.h"
 #include "uiabstraction/uielement.h"
 
+#include <QHash>
 #include <QPoint>
+#include <QRandomGenerator>
 #include <QRect>
 #include <QSignalSpy>
 #include <QTest>
@@ -29,6 +31,23 @@ int clicks(const UIElement* element) {
     return element->usage().value(clicked());
 }
 
+/** The walk as it is meant, element by element. */
+void walkPlainly(UIElement* element, const QPoint& point, QList<UIElement*>& path,
+                 QHash<UIElement*, int>& counts) {
+    if (path.contains(element)) {
+        return;
+    }
+    if (element->geometry().rect().contains(point, false)) {
+        ++counts[element];
+    }
+    path.append(element);
+    const QList<UIElement*> children = element->children();
+    for (UIElement* child : children) {
+        walkPlainly(child, point, path, counts);
+    }
+    path.removeLast();
+}
+
 } // namespace
 
 /** What UIElement counts for a point. */
@@ -45,6 +64,8 @@ private Q_SLOTS:
     void hitTestCountsOncePerPath();
     void hitTestEndsOnCycles();
     void hitTestWarnsAndRegistersNothing();
+    void hitTestCountsAsThePlainWalkDoes_data();
+    void hitTestCountsAsThePlainWalkDoes();
 };
 
 void tst_UIElementHitTest::pointInsideCountsEdgesIncluded_data() {
@@ -164,6 +185,44 @@ void tst_UIElementHitTest::hitTestWarnsAndRegistersNothing() {
     element->increaseUsageAt(clicked(), QPoint(5, 5));
     QCOMPARE(registered.size(), 0);
     QCOMPARE(clicks(element.get()), 1);
+}
+
+void tst_UIElementHitTest::hitTestCountsAsThePlainWalkDoes_data() {
+    QTest::addColumn<quint32>("seed");
+    for (quint32 seed = 1; seed <= 60; ++seed) {
+        QTest::addRow("%u", seed) << seed;
+    }
+}
+
+void tst_UIElementHitTest::hitTestCountsAsThePlainWalkDoes() {
+    QFETCH(quint32, seed);
+    QRandomGenerator random(seed);
+    const auto side = [&random] { return random.bounded(-3, 6); };
+    QList<UIElement*> elements;
+    for (int i = 0; i < 7; ++i) {
+        // Also empty ones, and some that are turned inside out.
+        elements.append(newElement(QRect(side(), side(), side(), side())));
+    }
+    const std::unique_ptr<UIElement> root(elements.first());
+    for (int i = 1; i < elements.size(); ++i) {
+        elements.at(random.bounded(i))->addChild(elements.at(i));
+    }
+    for (int i = 0; i < 4; ++i) {
+        // Whatever comes: an element below two others, below itself, rings.
+        elements.at(random.bounded(7))->addChild(elements.at(random.bounded(7)));
+    }
+    for (const QPoint point : {QPoint(0, 0), QPoint(1, -1), QPoint(-2, 2)}) {
+        QHash<UIElement*, int> expected;
+        for (UIElement* element : qAsConst(elements)) {
+            expected.insert(element, clicks(element));
+        }
+        QList<UIElement*> path;
+        walkPlainly(root.get(), point, path, expected);
+        root->increaseUsageAt(clicked(), point);
+        for (UIElement* element : qAsConst(elements)) {
+            QCOMPARE(clicks(element), expected.value(element));
+        }
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_UIElementHitTest)

@@ -1,14 +1,85 @@
 #include "abstractuielementexporter.h"
 
+#include "uiabstraction/elementlistener.h"
+
 namespace Vorsk {
 namespace UICoverage {
 
+using UIAbstraction::ElementGeometry;
 using UIAbstraction::ElementStore;
+using UIAbstraction::StandardType;
 using UIAbstraction::UIElement;
+using UIAbstraction::UIEvent;
 
-AbstractUIElementExporter::AbstractUIElementExporter() = default;
+/** Passes what elements tell on to an exporter that may have died meanwhile. */
+class AbstractUIElementExporter::Listener : public UIAbstraction::ElementListener {
+public:
+    explicit Listener(AbstractUIElementExporter* exporter)
+        : m_exporter(exporter) {}
 
-AbstractUIElementExporter::~AbstractUIElementExporter() = default;
+    void forgetExporter() { m_exporter = nullptr; }
+
+    void childAdded(const UIElement* element, const UIElement* child) override {
+        if (m_exporter != nullptr) {
+            m_exporter->onChildAdded(element, child);
+        }
+    }
+    void eventRegistered(const UIElement* element, const UIEvent& event) override {
+        if (m_exporter != nullptr) {
+            m_exporter->onEventRegistered(element, event);
+        }
+    }
+    void geometryChanged(const UIElement* element, const ElementGeometry& geometry) override {
+        if (m_exporter != nullptr) {
+            m_exporter->onGeometryChanged(element, geometry.rect());
+        }
+    }
+    void imageChanged(const UIElement* element, const QImage& image) override {
+        if (m_exporter != nullptr) {
+            m_exporter->onImageChanged(element, image);
+        }
+    }
+    void standardTypeChanged(const UIElement* element, const StandardType& standardType) override {
+        if (m_exporter != nullptr) {
+            m_exporter->onStandardTypeChanged(element, standardType);
+        }
+    }
+    void subgraphTransparentChanged(const UIElement* element, bool isSubgraphTransparent) override {
+        if (m_exporter != nullptr) {
+            m_exporter->onSubgraphTransparentChanged(element, isSubgraphTransparent);
+        }
+    }
+    void textChanged(const UIElement* element, const QString& text) override {
+        if (m_exporter != nullptr) {
+            m_exporter->onTextChanged(element, text);
+        }
+    }
+    void transparentNodeChanged(const UIElement* element, bool isTransparentNode) override {
+        if (m_exporter != nullptr) {
+            m_exporter->onTransparentNodeChanged(element, isTransparentNode);
+        }
+    }
+    void usageIncreased(const UIElement* element, const UIEvent& event, int usage) override {
+        if (m_exporter != nullptr) {
+            m_exporter->onUsageIncreased(element, event, usage);
+        }
+    }
+    void windowNodeChanged(const UIElement* element, bool isWindowNode) override {
+        if (m_exporter != nullptr) {
+            m_exporter->onWindowNodeChanged(element, isWindowNode);
+        }
+    }
+
+private:
+    AbstractUIElementExporter* m_exporter;
+};
+
+AbstractUIElementExporter::AbstractUIElementExporter()
+    : m_listener(std::make_shared<Listener>(this)) {}
+
+AbstractUIElementExporter::~AbstractUIElementExporter() {
+    m_listener->forgetExporter();
+}
 
 void AbstractUIElementExporter::addElementStore(const ElementStore* store) {
     connect(store, &ElementStore::elementAdded, this,
@@ -17,18 +88,7 @@ void AbstractUIElementExporter::addElementStore(const ElementStore* store) {
 }
 
 void AbstractUIElementExporter::onElementAdded_internal(const UIElement* element) {
-    using Self = AbstractUIElementExporter;
-    connect(element, &UIElement::childAdded, this, &Self::onChildAdded);
-    connect(element, &UIElement::eventRegistered, this, &Self::onEventRegistered);
-    connect(element, &UIElement::geometryChanged, this, &Self::onGeometryChanged);
-    connect(element, &UIElement::imageChanged, this, &Self::onImageChanged);
-    connect(element, &UIElement::standardTypeChanged, this, &Self::onStandardTypeChanged);
-    connect(element, &UIElement::subgraphTransparentChanged, this,
-            &Self::onSubgraphTransparentChanged);
-    connect(element, &UIElement::textChanged, this, &Self::onTextChanged);
-    connect(element, &UIElement::transparentNodeChanged, this, &Self::onTransparentNodeChanged);
-    connect(element, &UIElement::usageIncreased, this, &Self::onUsageIncreased);
-    connect(element, &UIElement::windowNodeChanged, this, &Self::onWindowNodeChanged);
+    element->addListener(m_listener);
     onElementAdded(element);
 }
 

@@ -8,6 +8,8 @@
 #include <QRect>
 #include <QString>
 
+#include <memory>
+
 namespace Vorsk {
 namespace UICoverage {
 
@@ -15,8 +17,8 @@ namespace UICoverage {
  * Sees every change of the elements of the stores that it is given: it attaches itself to each
  * element that a store announces. A concrete exporter implements one slot for each kind of change.
  *
- * Elements that never pass through a store are seen only as part of their ancestors. Attached
- * connections end with either side. GUI thread only.
+ * Elements that never pass through a store are seen only as part of their ancestors. What is
+ * attached ends with either side. GUI thread only.
  */
 class AbstractUIElementExporter : public QObject {
     Q_OBJECT
@@ -56,6 +58,12 @@ protected Q_SLOTS:
 
 private Q_SLOTS:
     void onElementAdded_internal(const Vorsk::UIAbstraction::UIElement* element);
+
+private:
+    class Listener;
+
+    /** Shared by all elements that this is attached to; the last of them deletes it. */
+    std::shared_ptr<Listener> m_listener;
 };
 
 } // namespace UICoverage

@@ -37,6 +37,12 @@ ObserverPool::ObserverPool() = default;
 
 ObserverPool::~ObserverPool() {
     deleteObservers({m_observersByElement.cbegin(), m_observersByElement.cend()});
+    // What is left was replaced by another observer of its element, and outlives the pool.
+    for (const std::vector<QtObjectObserver*>& observers : qAsConst(m_observersByObject)) {
+        for (QtObjectObserver* observer : observers) {
+            observer->m_pool = nullptr;
+        }
+    }
 }
 
 void ObserverPool::addObserver(UIElement* element, QtObjectObserver* observer) {
@@ -47,9 +53,8 @@ void ObserverPool::addObserver(UIElement* element, QtObjectObserver* observer) {
     m_places.insert(observer, {element, object});
     static const int objectSlot =
         methodNumber(staticMetaObject, "observedObjectDestroyed(QObject*)");
-    static const int observerSlot = methodNumber(staticMetaObject, "observerDestroyed(QObject*)");
     connectDestroyed(object, this, objectSlot);
-    connectDestroyed(observer, this, observerSlot);
+    observer->m_pool = this;
 }
 
 bool ObserverPool::hasObserver(UIElement* element) {

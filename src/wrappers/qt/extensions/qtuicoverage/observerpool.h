@@ -38,6 +38,8 @@ private Q_SLOTS:
     void observerDestroyed(QObject* object);
 
 private:
+    friend class QtObjectObserver;
+
     /** Where an observer stands in the two tables. */
     struct Place {
         UIAbstraction::UIElement* element;

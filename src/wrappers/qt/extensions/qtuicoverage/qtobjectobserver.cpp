@@ -1,6 +1,7 @@
 #include "qtobjectobserver.h"
 
 #include "metamethods.h"
+#include "observerpool.h"
 
 namespace Vorsk {
 namespace UICoverage {
@@ -14,7 +15,11 @@ QtObjectObserver::QtObjectObserver(QObject* observedObject, UIAbstraction::UIEle
     connectDestroyed(observedObject, this, slot);
 }
 
-QtObjectObserver::~QtObjectObserver() = default;
+QtObjectObserver::~QtObjectObserver() {
+    if (m_pool != nullptr) {
+        m_pool->observerDestroyed(this);
+    }
+}
 
 void QtObjectObserver::objectDestroyed() {
     // The pool deletes this observer; nothing else is left to do.

@@ -11,6 +11,7 @@ class UIElement;
 
 namespace UICoverage {
 
+class ObserverPool;
 class UICoverageTracker;
 
 /**
@@ -34,9 +35,13 @@ private Q_SLOTS:
     void objectDestroyed();
 
 private:
+    friend class ObserverPool;
+
     QPointer<QObject> m_observedObject;
     UIAbstraction::UIElement* m_element;
     UICoverageTracker* m_tracker;
+    /** Told of this observer's death by a call, which costs less than a connection each. */
+    ObserverPool* m_pool = nullptr;
 };
 
 } // namespace UICoverage

@@ -44,11 +44,12 @@ class TestCombiner : public TestLib::TestCase {
         return fileOf(runs);
     }
 
-    QString combined(const QStringList& paths) {
+    QString combined(const QStringList& paths, bool takesPictures = true) {
         const QString path = newPath();
         DataFile file;
         bool isWritten = !file.create(path);
         Combiner combiner(file);
+        combiner.setTakesPictures(takesPictures);
         for (const QString& input : paths) {
             isWritten = isWritten && !combiner.add(input);
         }
@@ -112,6 +113,19 @@ private Q_SLOTS:
             const QString both = combined({a, b});
             QCOMPARE(contentsOf(combined({both, b, a, both})), contentsOf(both));
         }
+    }
+
+    void theOrderMakesNoDifferenceToAFormWithoutPictures() {
+        QRandomGenerator random(17);
+        int filesWithPictures = 0;
+        for (int round = 0; round < 25; ++round) {
+            const QString whole = randomFile(random);
+            const QString bare = combined({whole}, false);
+            filesWithPictures += contentsOf(bare) == contentsOf(whole) ? 0 : 1;
+            QCOMPARE(contentsOf(combined({whole, bare})), contentsOf(combined({bare, whole})));
+            QCOMPARE(contentsOf(combined({whole, bare}, false)), contentsOf(bare));
+        }
+        QVERIFY(filesWithPictures > 0);
     }
 
     void nothingAddsNothing() {
