@@ -85,6 +85,7 @@ void useWindow(int number) {
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
     std::vector<std::thread> threads;
+    threads.reserve(workers);
     for (int i = 0; i < workers; ++i) {
         threads.emplace_back(work);
     }

@@ -53,6 +53,7 @@ void buildOnAThreadThatGoesOn() {
 
 void buildOnManyThreads() {
     std::vector<std::thread> threads;
+    threads.reserve(8);
     for (int i = 0; i < 8; ++i) {
         threads.emplace_back(build);
     }
