@@ -16,6 +16,11 @@ std::size_t pageSize() {
 /** Null where the system cannot wipe memory at a fork. */
 char* wipedPage() {
 #ifdef MADV_WIPEONFORK
+    constexpr int noAdvice = -1;
+    // Who takes this, as emulators do, takes any advice and follows none.
+    if (::madvise(nullptr, 0, noAdvice) == 0) {
+        return nullptr;
+    }
     void* const page =
         ::mmap(nullptr, pageSize(), PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (page == MAP_FAILED) {

@@ -28,15 +28,20 @@ private Q_SLOTS:
         // Resolves all symbols, functions included, against the needed libraries and nothing else.
         const QStringList lines = run(QStringLiteral("ldd"), {QStringLiteral("-r"), library()});
         QVERIFY(!lines.isEmpty());
+        if (!lines.filter(QStringLiteral("not a dynamic executable")).isEmpty()) {
+            QSKIP("ldd here does not read libraries of this architecture");
+        }
         QCOMPARE(lines.filter(QStringLiteral("undefined symbol")), QStringList());
         QCOMPARE(lines.filter(QStringLiteral("not found")), QStringList());
     }
 
     void needsTheHostsHookAndNoTestLibrary() {
-        const QStringList lines =
-            run(QStringLiteral("ldd"), {library()})
-                .replaceInStrings(QRegularExpression(QStringLiteral("^\\s*(\\S+).*$")),
-                                  QStringLiteral("\\1"));
+        QStringList lines = run(QStringLiteral("ldd"), {library()});
+        if (!lines.filter(QStringLiteral("not a dynamic executable")).isEmpty()) {
+            QSKIP("ldd here does not read libraries of this architecture");
+        }
+        lines.replaceInStrings(QRegularExpression(QStringLiteral("^\\s*(\\S+).*$")),
+                               QStringLiteral("\\1"));
         QCOMPARE(lines.filter(QStringLiteral("libvorskhook.so")).size(), 1);
         QCOMPARE(lines.filter(QStringLiteral("libQt5Test")), QStringList());
     }
