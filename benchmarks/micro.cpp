@@ -1,5 +1,6 @@
-// How long each operation takes, by Google Benchmark. The size stands behind the name; the time is
-// that of all items, items_per_second that of one.
+// How long each operation takes, by Google Benchmark. The number of items stands behind the name;
+// the times are those of all items, and "each" is the processor time of one. Recordings and data
+// files have programs of their own: replay, combining.
 #include "discardinghook.h"
 #include "operations.h"
 
@@ -24,7 +25,8 @@ void measure(benchmark::State& state, const Operation& operation) {
         work = nullptr;
         state.ResumeTiming();
     }
-    state.SetItemsProcessed(state.iterations() * items);
+    state.counters["each"] = benchmark::Counter(
+        items, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
 /** "--json FILE", as all benchmarks here take it, in Google Benchmark's own words. */
@@ -45,7 +47,10 @@ int main(int argc, char* argv[]) {
     const QApplication application(argc, argv);
     const DiscardingHook hook;
     for (const Operation& operation : operations()) {
-        benchmark::RegisterBenchmark(operation.name, measure, operation)->Arg(1000)->Arg(8000);
+        benchmark::RegisterBenchmark(operation.name, measure, operation)
+            ->Arg(1000)
+            ->Arg(8000)
+            ->Unit(benchmark::kMicrosecond);
     }
     std::vector<std::string> arguments = translated(argc, argv);
     std::vector<char*> pointers;

@@ -10,11 +10,13 @@
 
 #include <QDialog>
 #include <QEvent>
+#include <QImage>
 #include <QPushButton>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QVBoxLayout>
 
+#include <functional>
 #include <memory>
 
 namespace {
@@ -66,21 +68,83 @@ struct ExportedElement {
     const std::unique_ptr<UIElement> element{newElement()};
 };
 
-Work recordsOfAFlag(int items) {
+/** One change of one element, made again and again. */
+Work recordsOf(int items, const std::function<void(UIElement&)>& change) {
     const auto exported = std::make_shared<ExportedElement>();
-    return [exported, items] {
+    return [exported, items, change] {
         for (int i = 0; i < items; ++i) {
-            exported->element->setTransparentNode(true);
+            change(*exported->element);
         }
     };
 }
 
+Work recordsOfAFlag(int items) {
+    return recordsOf(items, [](UIElement& element) { element.setTransparentNode(true); });
+}
+
+Work recordsOfASubgraphFlag(int items) {
+    return recordsOf(items, [](UIElement& element) { element.setSubgraphTransparent(true); });
+}
+
+Work recordsOfAWindowFlag(int items) {
+    return recordsOf(items, [](UIElement& element) { element.setWindowNode(true); });
+}
+
 Work recordsOfAText(int items) {
-    const auto exported = std::make_shared<ExportedElement>();
-    return [exported, items] {
-        const QString text = QStringLiteral("Control 4711");
-        for (int i = 0; i < items; ++i) {
-            exported->element->setText(text);
+    const QString text = QStringLiteral("Control 4711");
+    return recordsOf(items, [text](UIElement& element) { element.setText(text); });
+}
+
+Work recordsOfAType(int items) {
+    const StandardType type(QStringLiteral("Button"));
+    return recordsOf(items, [type](UIElement& element) { element.setStandardType(type); });
+}
+
+Work recordsOfAPlace(int items) {
+    const ElementGeometry place(QRect(10, 20, 80, 24), true);
+    return recordsOf(items, [place](UIElement& element) { element.setGeometry(place); });
+}
+
+/** A picture that is gone; what a real one costs is its encoding, which is measured elsewhere. */
+Work recordsOfNoPicture(int items) {
+    return recordsOf(items, [](UIElement& element) { element.setImage(QImage()); });
+}
+
+/** Elements that are in no store yet. */
+struct ExportedElements {
+    explicit ExportedElements(int count) {
+        exporter.addElementStore(&store);
+        for (int i = 0; i < count; ++i) {
+            elements.push_back(newElement());
+        }
+    }
+    ~ExportedElements() { qDeleteAll(elements); }
+    Q_DISABLE_COPY(ExportedElements)
+
+    StreamUIElementExporter exporter;
+    ElementStore store;
+    std::vector<UIElement*> elements;
+};
+
+/** One event for each of many elements, as they have few each. */
+Work eventsRegistered(int items) {
+    const auto state = std::make_shared<ExportedElements>(items);
+    for (UIElement* element : state->elements) {
+        state->store.addElement(element);
+    }
+    const UIEvent shown(QStringLiteral("shown"));
+    return [state, shown] {
+        for (UIElement* element : state->elements) {
+            element->registerEvent(shown);
+        }
+    };
+}
+
+Work elementsAdded(int items) {
+    const auto state = std::make_shared<ExportedElements>(items);
+    return [state] {
+        for (UIElement* element : state->elements) {
+            state->store.addElement(element);
         }
     };
 }
@@ -121,30 +185,63 @@ Work hitTest(int items) {
     };
 }
 
-/** Objects that a store knows, with observers that a pool owns; they die first to last. */
-Work objectsDestroyed(int items) {
-    struct State {
-        ~State() { qDeleteAll(elements); }
-
-        std::vector<UIElement*> elements;
-        std::vector<std::unique_ptr<QObject>> objects;
-        MappingElementStore store;
-        ObserverPool pool;
-    };
-    const auto state = std::make_shared<State>();
-    for (int i = 0; i < items; ++i) {
-        auto object = std::make_unique<QObject>();
-        UIElement* const element = newElement();
-        state->store.addMapping(object.get(), element);
-        state->pool.addObserver(element, new QtObjectObserver(object.get(), element, nullptr));
-        state->elements.push_back(element);
-        state->objects.push_back(std::move(object));
+/** Objects with their elements, a store and a pool. */
+struct Objects {
+    explicit Objects(int count) {
+        for (int i = 0; i < count; ++i) {
+            all.push_back(std::make_unique<QObject>());
+            elements.push_back(newElement());
+        }
     }
-    return [state] {
-        for (std::unique_ptr<QObject>& object : state->objects) {
+    ~Objects() { qDeleteAll(elements); }
+    Q_DISABLE_COPY(Objects)
+
+    void map() {
+        for (std::size_t i = 0; i < all.size(); ++i) {
+            store.addMapping(all[i].get(), elements[i]);
+        }
+    }
+
+    void observe() {
+        for (std::size_t i = 0; i < all.size(); ++i) {
+            pool.addObserver(elements[i], new QtObjectObserver(all[i].get(), elements[i], nullptr));
+        }
+    }
+
+    /** They die first to last. */
+    void destroy() {
+        for (std::unique_ptr<QObject>& object : all) {
             object.reset();
         }
-    };
+    }
+
+    std::vector<UIElement*> elements;
+    std::vector<std::unique_ptr<QObject>> all;
+    MappingElementStore store;
+    ObserverPool pool;
+};
+
+Work mappingsAdded(int items) {
+    const auto objects = std::make_shared<Objects>(items);
+    return [objects] { objects->map(); };
+}
+
+Work mappedObjectsDestroyed(int items) {
+    const auto objects = std::make_shared<Objects>(items);
+    objects->map();
+    return [objects] { objects->destroy(); };
+}
+
+Work observersAdded(int items) {
+    const auto objects = std::make_shared<Objects>(items);
+    return [objects] { objects->observe(); };
+}
+
+Work observedObjectsDestroyed(int items) {
+    const auto objects = std::make_shared<Objects>(items);
+    objects->map();
+    objects->observe();
+    return [objects] { objects->destroy(); };
 }
 
 /** A window full of buttons that is not shown, so that its events come from here alone. */
@@ -215,12 +312,22 @@ Work itemsDestroyed(int items) {
 const std::vector<Operation>& operations() {
     static const std::vector<Operation> all{
         {"event of no interest", eventsOfNoInterest},
-        {"record of a flag", recordsOfAFlag},
-        {"record of a text", recordsOfAText},
-        {"usage count", usageCounts},
+        {"record of an element", elementsAdded},
         {"child added", childrenAdded},
+        {"record of an event", eventsRegistered},
+        {"record of a place", recordsOfAPlace},
+        {"record of no picture", recordsOfNoPicture},
+        {"record of a type", recordsOfAType},
+        {"record of a text", recordsOfAText},
+        {"record of a flag", recordsOfAFlag},
+        {"record of a subgraph flag", recordsOfASubgraphFlag},
+        {"record of a window flag", recordsOfAWindowFlag},
+        {"usage count", usageCounts},
         {"hit test, for each child", hitTest},
-        {"observed object destroyed", objectsDestroyed},
+        {"object mapped", mappingsAdded},
+        {"mapped object destroyed", mappedObjectsDestroyed},
+        {"observer added", observersAdded},
+        {"observed object destroyed", observedObjectsDestroyed},
         {"Show of a new widget", newWidgets},
         {"Show of a known widget", knownWidgets},
         {"focus in, for each item", itemsInFocus},
