@@ -1,6 +1,6 @@
 #include "vorskhook/hostlogging.h"
 
-#include "vorskhook/brokenpipeguard.h"
+#include "vorskhook/signalguard.h"
 
 #include <QString>
 
@@ -24,7 +24,7 @@ void reportProblem(const QString& line) {
         }
     }
     // An application that says nothing by itself would die of our line.
-    const BrokenPipeGuard guard;
+    const SignalGuard guard(SIGPIPE);
     qCWarning(hostLog).noquote() << visible;
 }
 

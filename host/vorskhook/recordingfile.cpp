@@ -1,10 +1,11 @@
 #include "vorskhook/recordingfile.h"
 
+#include "vorskhook/signalguard.h"
+
 #include <QFile>
 
 #include <cerrno>
-#include <csignal>
-#include <ctime>
+#include <optional>
 
 #include <fcntl.h>
 #include <sys/resource.h>
@@ -40,48 +41,11 @@ QString candidate(const QString& path, int ordinal) {
     return stem + suffix;
 }
 
-/**
- * While it lives, a write beyond the file size limit fails instead of ending the application by
- * SIGXFSZ. Costs nothing but a look where there is no limit, as is usual.
- */
-class FileSizeSignalGuard {
-public:
-    FileSizeSignalGuard() {
-        rlimit limit{};
-        m_active = getrlimit(RLIMIT_FSIZE, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY;
-        if (!m_active) {
-            return;
-        }
-        sigemptyset(&m_signal);
-        sigaddset(&m_signal, SIGXFSZ);
-        sigset_t pending;
-        sigpending(&pending);
-        m_wasPending = sigismember(&pending, SIGXFSZ) == 1;
-        pthread_sigmask(SIG_BLOCK, &m_signal, &m_previous);
-    }
-
-    ~FileSizeSignalGuard() {
-        if (!m_active) {
-            return;
-        }
-        const int error = errno;
-        if (!m_wasPending) {
-            const timespec noWait{};
-            while (sigtimedwait(&m_signal, nullptr, &noWait) < 0 && errno == EINTR) {
-            }
-        }
-        pthread_sigmask(SIG_SETMASK, &m_previous, nullptr);
-        errno = error;
-    }
-
-    Q_DISABLE_COPY(FileSizeSignalGuard)
-
-private:
-    bool m_active = false;
-    bool m_wasPending = false;
-    sigset_t m_signal{};
-    sigset_t m_previous{};
-};
+/** A look costs less than blocking the signal, and where there is no limit, as is usual, is all. */
+bool hasFileSizeLimit() {
+    rlimit limit{};
+    return getrlimit(RLIMIT_FSIZE, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY;
+}
 
 } // namespace
 
@@ -144,7 +108,10 @@ bool RecordingFile::cutBack(off_t length) {
 }
 
 bool RecordingFile::allocate(qint64 size) {
-    const FileSizeSignalGuard guard;
+    std::optional<SignalGuard> guard;
+    if (hasFileSizeLimit()) {
+        guard.emplace(SIGXFSZ);
+    }
     int result = 0;
     do {
         result = ::fallocate(m_descriptor, 0, 0, static_cast<off_t>(size));
@@ -183,7 +150,10 @@ bool RecordingFile::isStillOurs() const {
 
 /** Zero, or the error number that stopped it. */
 int RecordingFile::writeAll(const char* data, size_t length, size_t& done) {
-    const FileSizeSignalGuard guard;
+    std::optional<SignalGuard> guard;
+    if (hasFileSizeLimit()) {
+        guard.emplace(SIGXFSZ);
+    }
     const WriteFunction function = m_write != nullptr ? m_write : ::write;
     while (length > 0) {
         const ssize_t written = function(m_descriptor, data, length);

@@ -1,3 +1,4 @@
+#include "host/support/openfiles.h"
 #include "testlib/testcase.h"
 #include "vorskhook/recordingfile.h"
 
@@ -17,19 +18,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+using OpenFiles::descriptorOf;
 using VorskHost::RecordingFile;
 
 namespace {
-
-/** The number under which this process has a file open; -1 when it has not. */
-int descriptorOf(const QString& path) {
-    for (int descriptor = 0; descriptor < 1024; ++descriptor) {
-        if (QFile::symLinkTarget(QStringLiteral("/proc/self/fd/%1").arg(descriptor)) == path) {
-            return descriptor;
-        }
-    }
-    return -1;
-}
 
 QByteArray contents(const QString& path) {
     QFile file(path);

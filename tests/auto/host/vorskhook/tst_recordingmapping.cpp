@@ -1,3 +1,4 @@
+#include "host/support/openfiles.h"
 #include "host/support/recordingparser.h"
 #include "testlib/testcase.h"
 #include "vorskhook/framebuilder.h"
@@ -18,18 +19,9 @@
 #include <unistd.h>
 
 using namespace VorskHost;
+using OpenFiles::descriptorOf;
 
 namespace {
-
-/** The number under which this process has a file open; -1 when it has not. */
-int descriptorOf(const QString& path) {
-    for (int descriptor = 0; descriptor < 1024; ++descriptor) {
-        if (QFile::symLinkTarget(QStringLiteral("/proc/self/fd/%1").arg(descriptor)) == path) {
-            return descriptor;
-        }
-    }
-    return -1;
-}
 
 QByteArray frame(const QByteArray& text) {
     return FrameBuilder::messageFrame(0, 1, QString::fromLatin1(text), {});

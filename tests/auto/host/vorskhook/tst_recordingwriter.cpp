@@ -1,3 +1,4 @@
+#include "host/support/openfiles.h"
 #include "host/support/recordingparser.h"
 #include "testlib/testcase.h"
 #include "vorskhook/recordingwriter.h"
@@ -16,6 +17,7 @@
 #include <unistd.h>
 
 using namespace VorskHost;
+using OpenFiles::descriptorOf;
 
 namespace {
 
@@ -45,16 +47,6 @@ ssize_t reluctantWrite(int descriptor, const void* data, size_t length) {
 ssize_t countedWrite(int descriptor, const void* data, size_t length) {
     ++writeCalls;
     return ::write(descriptor, data, length);
-}
-
-/** The number under which this process has a file open; -1 when it has not. */
-int descriptorOf(const QString& path) {
-    for (int descriptor = 0; descriptor < 1024; ++descriptor) {
-        if (QFile::symLinkTarget(QStringLiteral("/proc/self/fd/%1").arg(descriptor)) == path) {
-            return descriptor;
-        }
-    }
-    return -1;
 }
 
 QByteArray contents(const QString& path) {
