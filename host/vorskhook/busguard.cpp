@@ -2,7 +2,6 @@
 
 #include <atomic>
 #include <csignal>
-#include <cstdint>
 
 #include <sys/mman.h>
 
@@ -11,10 +10,10 @@ namespace VorskHost {
 namespace {
 
 // What a signal handler may look at.
-std::atomic<std::uintptr_t> watchedStart{0};
+std::atomic<char*> watchedStart{nullptr};
 std::atomic<std::size_t> watchedLength{0};
 std::atomic<bool> isHit{false};
-static_assert(std::atomic<std::uintptr_t>::is_always_lock_free, "a signal handler uses it");
+static_assert(std::atomic<char*>::is_always_lock_free, "a signal handler uses it");
 
 struct sigaction formerAction {};
 bool isInstalled = false;
@@ -26,20 +25,19 @@ void passOn(int number, siginfo_t* info, void* context) {
     } else if (formerAction.sa_handler == SIG_IGN && info->si_code <= 0) {
         return; // sent by a program, which may be ignored; a fault may not
     } else if (formerAction.sa_handler == SIG_DFL || formerAction.sa_handler == SIG_IGN) {
-        ::signal(number, SIG_DFL);
-        ::raise(number); // arrives when the handler has returned
+        static_cast<void>(::signal(number, SIG_DFL));
+        static_cast<void>(::raise(number)); // arrives when the handler has returned
     } else {
         formerAction.sa_handler(number);
     }
 }
 
 void handle(int number, siginfo_t* info, void* context) {
-    const std::uintptr_t start = watchedStart;
-    const auto address = reinterpret_cast<std::uintptr_t>(info->si_addr);
-    if (info->si_code > 0 && address >= start && address - start < watchedLength) {
-        void* const memory =
-            ::mmap(reinterpret_cast<void*>(start), watchedLength, PROT_READ | PROT_WRITE,
-                   MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED, -1, 0);
+    char* const start = watchedStart;
+    const auto* const address = static_cast<const char*>(info->si_addr);
+    if (info->si_code > 0 && address >= start && address < start + watchedLength) {
+        void* const memory = ::mmap(start, watchedLength, PROT_READ | PROT_WRITE,
+                                    MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED, -1, 0);
         if (memory != MAP_FAILED) {
             isHit = true;
             return;
@@ -57,7 +55,7 @@ bool isOurs(const struct sigaction& action) {
 void BusGuard::watch(void* start, std::size_t length) {
     watchedLength = 0;
     isHit = false;
-    watchedStart = reinterpret_cast<std::uintptr_t>(start);
+    watchedStart = static_cast<char*>(start);
     watchedLength = length;
     if (isInstalled) {
         return;

@@ -22,7 +22,7 @@ namespace VorskHost {
 namespace {
 
 /** The least; one message may need more. */
-constexpr std::size_t usualWindow = 1024 * 1024;
+constexpr std::size_t usualWindow = std::size_t{1024} * 1024;
 
 std::size_t pageSize() {
     static const auto size = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));

@@ -14,7 +14,7 @@ namespace VorskHost {
 class VORSK_HOST_EXPORT SizeLimit {
 public:
     /** The smallest limit that leaves room for something worth reading. */
-    static constexpr qint64 smallest = 64 * 1024;
+    static constexpr qint64 smallest = 64LL * 1024;
     /** Bytes that stay free for what ends a recording. */
     static constexpr qint64 reserve = 256;
 
