@@ -37,7 +37,7 @@ std::optional<Problem> OutputFile::open() {
         // A device or pipe cannot be replaced by a finished file. A reader of the pipe that stops
         // is told as any other failure; only standard output ends in silence, as people expect
         // there.
-        std::signal(SIGPIPE, SIG_IGN);
+        static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
         m_file = std::make_unique<QFile>(m_path);
         isOpen = m_file->open(QIODevice::WriteOnly);
     } else {

@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QtEndian>
 
 #include <csignal>
 #include <functional>
@@ -303,18 +304,18 @@ void tst_RecordingMapping::othersGetTheirOwnBusErrors() {
         return static_cast<int>(*memory) + 2;
     };
     const auto withoutHandler = [this] {
-        ::signal(SIGBUS, SIG_DFL); // Qt Test has one
+        static_cast<void>(::signal(SIGBUS, SIG_DFL)); // Qt Test has one
         return open();
     };
     QCOMPARE(inAChild([=] { return withoutHandler() ? fault() : 9; }), -SIGBUS);
     QCOMPARE(inAChild([this, fault] {
-                 ::signal(SIGBUS, exitWithThree);
+                 static_cast<void>(::signal(SIGBUS, exitWithThree));
                  return open() ? fault() : 9;
              }),
              3);
     QCOMPARE(inAChild([=] { return withoutHandler() ? ::raise(SIGBUS) : 9; }), -SIGBUS);
     QCOMPARE(inAChild([this] {
-                 ::signal(SIGBUS, SIG_IGN);
+                 static_cast<void>(::signal(SIGBUS, SIG_IGN));
                  return open() ? ::raise(SIGBUS) : 9;
              }),
              0);
@@ -322,7 +323,7 @@ void tst_RecordingMapping::othersGetTheirOwnBusErrors() {
 
 void tst_RecordingMapping::theFormerHandlerIsGivenBack() {
     QCOMPARE(inAChild([this] {
-                 ::signal(SIGBUS, exitWithThree);
+                 static_cast<void>(::signal(SIGBUS, exitWithThree));
                  open();
                  m_mapping->close();
                  struct sigaction now {};
@@ -332,7 +333,8 @@ void tst_RecordingMapping::theFormerHandlerIsGivenBack() {
              0);
     QCOMPARE(inAChild([this] {
                  open();
-                 ::signal(SIGBUS, exitWithThree); // the application's own, installed later
+                 static_cast<void>(
+                     ::signal(SIGBUS, exitWithThree)); // the application's own, installed later
                  m_mapping->close();
                  struct sigaction now {};
                  ::sigaction(SIGBUS, nullptr, &now);

@@ -44,7 +44,7 @@ private:
         const QString path = m_folder.filePath(QStringLiteral("x.uirec"));
         QFile file(path);
         if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {
-            return Outcome();
+            return {};
         }
         file.close();
         Outcome outcome;
@@ -319,7 +319,7 @@ private Q_SLOTS:
             read(header + bigEndian(RecordingFormat::maximumPayloadSize) + QByteArray(100, 'x'));
         QCOMPARE(outcome.ending.kind, Kind::Torn);
         getrusage(RUSAGE_SELF, &usage);
-        constexpr long allowedKilobytes = 64 * 1024; // of the 512 MB that the length claims
+        constexpr long allowedKilobytes = 64L * 1024; // of the 512 MB that the length claims
         QVERIFY(usage.ru_maxrss - kilobytesBefore < allowedKilobytes);
         const Outcome tooLong = read(header + bigEndian(RecordingFormat::maximumPayloadSize + 1) +
                                      QByteArray(100, 'x'));
