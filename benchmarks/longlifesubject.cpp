@@ -28,6 +28,7 @@ void report(const char* what, long done) {
 void useAWindow(int buttons) {
     QWidget window;
     std::vector<QPushButton*> all;
+    all.reserve(static_cast<std::size_t>(buttons));
     for (int i = 0; i < buttons; ++i) {
         all.push_back(new QPushButton(QStringLiteral("Button %1").arg(i), &window));
     }
@@ -68,8 +69,10 @@ int main(int argc, char* argv[]) {
         }
     }
     QWidget window;
+    constexpr int labels = 10;
     std::vector<QWidget*> receivers;
-    for (int i = 0; i < 10; ++i) {
+    receivers.reserve(labels);
+    for (int i = 0; i < labels; ++i) {
         receivers.push_back(new QLabel(QStringLiteral("Label"), &window));
     }
     window.show();

@@ -47,6 +47,7 @@ int main(int argc, char* argv[]) {
     const QApplication application(argc, argv);
     const DiscardingHook hook;
     for (const Operation& operation : operations()) {
+        // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): the library keeps it
         benchmark::RegisterBenchmark(operation.name, measure, operation)
             ->Arg(1000)
             ->Arg(8000)
@@ -54,6 +55,7 @@ int main(int argc, char* argv[]) {
     }
     std::vector<std::string> arguments = translated(argc, argv);
     std::vector<char*> pointers;
+    pointers.reserve(arguments.size());
     for (std::string& argument : arguments) {
         pointers.push_back(argument.data());
     }

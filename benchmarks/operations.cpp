@@ -253,7 +253,7 @@ struct Buttons {
             layout->addWidget(button);
             all.push_back(button);
         }
-    }
+    } // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): the window owns its layout
 
     void show() {
         QEvent event(QEvent::Show);

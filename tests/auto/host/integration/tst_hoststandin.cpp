@@ -385,7 +385,7 @@ void tst_HostStandIn::nobodyReadsTheWarning() {
     protected:
         void setupChildProcess() override {
             ::dup2(end, STDERR_FILENO);
-            ::signal(SIGPIPE, SIG_DFL);
+            static_cast<void>(::signal(SIGPIPE, SIG_DFL));
         }
     } process;
     process.end = ends[1];
