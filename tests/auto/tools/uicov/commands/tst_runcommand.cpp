@@ -440,7 +440,7 @@ private Q_SLOTS:
         // Takes the first while the command stands still, since two that wait would become one;
         // then lets the command go on, hand on another signal behind it, and counts until then.
         QVERIFY(TestLib::buildC(
-            QStringLiteral("#include <csignal>\n"
+            QStringLiteral("#include <signal.h>\n"
                            "#include <stdio.h>\n"
                            "#include <sys/wait.h>\n"
                            "#include <unistd.h>\n"
