@@ -21,8 +21,14 @@ demo: configure
 	cmake --build --preset $(PRESET) --target demo
 	scripts/demo $(BUILD)
 
+# The developer build's tests, then a few for 32-bit ARM under emulation; ARM=no leaves those out.
+ARM ?= $(if $(filter dev,$(PRESET)),yes,no)
+
 test: all
 	ctest --preset $(PRESET)
+ifeq ($(ARM),yes)
+	scripts/test-arm --ci armhf
+endif
 
 build-arm: bootstrap
 	scripts/bootstrap --arm
@@ -37,7 +43,7 @@ test-arm:
 test-packages: bootstrap
 	scripts/bootstrap --arm
 	cmake --preset release
-	cmake --build --preset release
+	cmake --build --preset release --target demo pages
 	scripts/test-packages build/release
 
 soak: all
