@@ -42,7 +42,7 @@ test-arm:
 # As root: makes the Debian packages, installs them into a clean root and records and reports there.
 test-packages: bootstrap
 	scripts/bootstrap --arm
-	cmake --preset release
+	cmake --preset release -DUICOV_BUILD_TESTS=ON
 	cmake --build --preset release --target demo pages
 	scripts/test-packages build/release
 
