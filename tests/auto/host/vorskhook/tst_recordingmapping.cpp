@@ -1,3 +1,4 @@
+#include "host/support/inachild.h"
 #include "host/support/openfiles.h"
 #include "host/support/recordingparser.h"
 #include "testlib/testcase.h"
@@ -13,12 +14,9 @@
 
 #include <cerrno>
 #include <csignal>
-#include <functional>
 
-#include <fcntl.h>
 #include <sys/mount.h>
 #include <sys/resource.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 using namespace VorskHost;
@@ -38,21 +36,6 @@ QStringList namesIn(const QString& path) {
         names.append(message.name);
     }
     return parsed.error.isEmpty() ? names : QStringList(parsed.error);
-}
-
-/** Runs it in a child process; what the child exited with, or minus the signal that ended it. */
-int inAChild(const std::function<int()>& body) {
-    const pid_t child = ::fork();
-    if (child == 0) {
-        ::_exit(body());
-    }
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    return WIFSIGNALED(status) ? -WTERMSIG(status) : WEXITSTATUS(status);
-}
-
-void exitWithThree(int) {
-    ::_exit(3);
 }
 
 } // namespace
@@ -81,8 +64,6 @@ private Q_SLOTS:
     void roomThatWasTakenStaysWhenTheDiskBecomesFull();
     void aFileThatIsCutShortDoesNotEndTheApplication_data();
     void aFileThatIsCutShortDoesNotEndTheApplication();
-    void othersGetTheirOwnBusErrors();
-    void theFormerHandlerIsGivenBack();
 
 private:
     bool open() { return m_file->create(m_path) && m_mapping->open(*m_file, m_maximumSize); }
@@ -382,56 +363,6 @@ void tst_RecordingMapping::aFileThatIsCutShortDoesNotEndTheApplication() {
     const QByteArray bytes = left.readAll();
     QCOMPARE(bytes.size(), size);
     QCOMPARE(bytes.mid(RecordingFormat::sharedHeaderSize).count(one), framesThatStay);
-}
-
-void tst_RecordingMapping::othersGetTheirOwnBusErrors() {
-    const auto fault = [this] {
-        QFile other(m_dir->filePath(QStringLiteral("other")));
-        if (!other.open(QIODevice::ReadWrite) || !other.resize(1)) {
-            return 1;
-        }
-        auto* const memory = reinterpret_cast<volatile uchar*>(other.map(0, 1));
-        other.resize(0);
-        return static_cast<int>(*memory) + 2;
-    };
-    const auto withoutHandler = [this] {
-        static_cast<void>(::signal(SIGBUS, SIG_DFL)); // Qt Test has one
-        return open();
-    };
-    QCOMPARE(inAChild([=] { return withoutHandler() ? fault() : 9; }), -SIGBUS);
-    QCOMPARE(inAChild([this, fault] {
-                 static_cast<void>(::signal(SIGBUS, exitWithThree));
-                 return open() ? fault() : 9;
-             }),
-             3);
-    QCOMPARE(inAChild([=] { return withoutHandler() ? ::raise(SIGBUS) : 9; }), -SIGBUS);
-    QCOMPARE(inAChild([this] {
-                 static_cast<void>(::signal(SIGBUS, SIG_IGN));
-                 return open() ? ::raise(SIGBUS) : 9;
-             }),
-             0);
-}
-
-void tst_RecordingMapping::theFormerHandlerIsGivenBack() {
-    QCOMPARE(inAChild([this] {
-                 static_cast<void>(::signal(SIGBUS, exitWithThree));
-                 open();
-                 m_mapping->close();
-                 struct sigaction now {};
-                 ::sigaction(SIGBUS, nullptr, &now);
-                 return now.sa_handler == exitWithThree ? 0 : 1;
-             }),
-             0);
-    QCOMPARE(inAChild([this] {
-                 open();
-                 static_cast<void>(
-                     ::signal(SIGBUS, exitWithThree)); // the application's own, installed later
-                 m_mapping->close();
-                 struct sigaction now {};
-                 ::sigaction(SIGBUS, nullptr, &now);
-                 return now.sa_handler == exitWithThree ? 0 : 1;
-             }),
-             0);
 }
 
 QTEST_GUILESS_MAIN(tst_RecordingMapping)
