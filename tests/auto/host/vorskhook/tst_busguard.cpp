@@ -158,6 +158,26 @@ private Q_SLOTS:
                  0);
     }
 
+    /** As crash handlers do: what they found is called by theirs. */
+    void afterTheEndNothingIsWatchedThroughALaterHandler() {
+        static struct sigaction found {};
+        QCOMPARE(inAChild([] {
+                     setHandler(exitWithThree);
+                     MappedFile file;
+                     file.watch();
+                     struct sigaction later {};
+                     later.sa_flags = SA_SIGINFO;
+                     later.sa_sigaction = [](int number, siginfo_t* info, void* context) {
+                         found.sa_sigaction(number, info, context);
+                     };
+                     ::sigaction(SIGBUS, &later, &found);
+                     BusGuard::stopWatching();
+                     file.cutShort();
+                     return static_cast<int>(file.at(0)) + 100;
+                 }),
+                 3);
+    }
+
     void aHandlerThatCameLaterStays() {
         QCOMPARE(inAChild([] {
                      setHandler(SIG_DFL);
