@@ -24,6 +24,9 @@ namespace {
 /** The least; one message may need more. */
 constexpr std::size_t usualWindow = std::size_t{1024} * 1024;
 
+/** No recording gets there; behind it sums would run over. */
+constexpr quint64 furthestPlace = quint64{1} << 62;
+
 std::size_t pageSize() {
     static const auto size = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
     return size;
@@ -137,7 +140,7 @@ quint64 RecordingMapping::loadEnd() const {
 bool RecordingMapping::reserve(quint64& place, quint64 length) {
     for (;;) {
         place = loadEnd();
-        if (BusGuard::wasHit() || place < m_lastEnd) {
+        if (BusGuard::wasHit() || place < m_lastEnd || place > furthestPlace) {
             fail(QStringLiteral("somebody changed it"));
             return false;
         }

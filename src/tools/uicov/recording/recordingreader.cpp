@@ -217,8 +217,7 @@ bool RecordingReader::skipHeld() {
     }
     m_heldPlace = 0;
     QByteArray rest;
-    read(m_heldLength - (m_position - m_frameStart), rest);
-    return true;
+    return read(m_heldLength - (m_position - m_frameStart), rest) == Read::Whole;
 }
 
 /** Whether a frame that was being written a moment ago is there by now. */

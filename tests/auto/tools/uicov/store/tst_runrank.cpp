@@ -4,6 +4,8 @@
 
 #include <QTest>
 
+#include <limits>
+
 using TestLib::randomRun;
 using Uicov::Store::Run;
 using Uicov::Store::RunElement;
@@ -33,6 +35,15 @@ private Q_SLOTS:
         }
         QVERIFY(RunRank::of(complete) < RunRank::of(more));
         QVERIFY(RunRank::of(less) < RunRank::of(complete));
+    }
+
+    void anyNumberCanBeCompared() {
+        constexpr qint64 lowest = std::numeric_limits<qint64>::min();
+        constexpr qint64 highest = std::numeric_limits<qint64>::max();
+        const auto losing = [](qint64 bytes) { return RunRank{1, false, bytes, QByteArray()}; };
+        QVERIFY(losing(highest) < losing(0));
+        QVERIFY(losing(0) < losing(lowest));
+        QVERIFY(!(losing(lowest) < losing(highest)));
     }
 
     void onlyEqualRunsAreEqual() {
