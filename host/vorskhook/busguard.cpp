@@ -35,7 +35,9 @@ void passOn(int number, siginfo_t* info, void* context) {
 void handle(int number, siginfo_t* info, void* context) {
     char* const start = watchedStart;
     const auto* const address = static_cast<const char*>(info->si_addr);
-    if (info->si_code > 0 && address >= start && address < start + watchedLength) {
+    // Once it belongs to no file it cannot fail; an emulator that names a place beside the one that
+    // did would have this go on for ever.
+    if (info->si_code > 0 && !isHit && address >= start && address < start + watchedLength) {
         void* const memory = ::mmap(start, watchedLength, PROT_READ | PROT_WRITE,
                                     MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED, -1, 0);
         if (memory != MAP_FAILED) {

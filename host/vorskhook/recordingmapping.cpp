@@ -96,7 +96,7 @@ bool RecordingMapping::append(const QByteArray& frames) {
     if (frames.isEmpty()) {
         return true;
     }
-    const auto length = static_cast<quint64>(frames.size());
+    const auto length = static_cast<std::size_t>(frames.size());
     quint64 start = 0;
     if (!reserve(start, length)) {
         return false;
@@ -137,7 +137,7 @@ quint64 RecordingMapping::loadEnd() const {
 }
 
 /** Gives the place of so many bytes, with memory for them in the window. */
-bool RecordingMapping::reserve(quint64& place, quint64 length) {
+bool RecordingMapping::reserve(quint64& place, std::size_t length) {
     for (;;) {
         place = loadEnd();
         if (BusGuard::wasHit() || place < m_lastEnd || place > furthestPlace) {
@@ -155,7 +155,7 @@ bool RecordingMapping::reserve(quint64& place, quint64 length) {
     }
 }
 
-bool RecordingMapping::prepare(quint64 place, quint64 length) {
+bool RecordingMapping::prepare(quint64 place, std::size_t length) {
     const quint64 end = place + length;
     const bool isAllocated = end <= static_cast<quint64>(m_allocated);
     const bool isMapped = place >= m_windowPlace && end - m_windowPlace <= m_windowSize;

@@ -45,8 +45,8 @@ public:
 private:
     quint64* endField() const;
     quint64 loadEnd() const;
-    bool reserve(quint64& place, quint64 length);
-    bool prepare(quint64 place, quint64 length);
+    bool reserve(quint64& place, std::size_t length);
+    bool prepare(quint64 place, std::size_t length);
     bool allocate(qint64 needed);
     bool mapRegion(std::size_t windowSize, quint64 windowPlace);
     bool mapWindow(quint64 place);

@@ -203,6 +203,9 @@ QStringList ReportCommand::notes(const Coverage& coverage) const {
     if (coverage.partialRuns() > 0) {
         notes.append(partialNote(coverage));
     }
+    if (coverage.picturesLeftOut() > 0) {
+        notes.append(coverage.picturesNote());
+    }
     if (m_options.inputs().skippedFiles() > 0) {
         notes.append(QStringLiteral("Files that could not be read: %1; nothing of them is counted.")
                          .arg(m_options.inputs().skippedFiles()));

@@ -3,6 +3,7 @@
 #include "config/spelling.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace Uicov::Report {
 
@@ -117,6 +118,20 @@ int Coverage::partialRuns() const {
                                           [](const Store::Run& run) { return !run.isComplete; }));
 }
 
+qint64 Coverage::picturesLeftOut() const {
+    return std::accumulate(
+        m_runs.cbegin(), m_runs.cend(), qint64{0},
+        [](qint64 sum, const Store::Run& run) { return sum + run.picturesLeftOut(); });
+}
+
+QString Coverage::picturesNote() const {
+    const qint64 pictures = picturesLeftOut();
+    return pictures == 0 ? QString()
+                         : QStringLiteral("Pictures left out because a recording reached its size "
+                                          "limit: %1; the numbers do not depend on them.")
+                               .arg(pictures);
+}
+
 QMap<QString, qint64> Coverage::warnings() const {
     QMap<QString, qint64> warnings;
     for (const Store::Run& run : m_runs) {
@@ -124,6 +139,7 @@ QMap<QString, qint64> Coverage::warnings() const {
             warnings[it.key()] += it.value();
         }
     }
+    warnings.remove(Store::Run::picturesLeftOutLine());
     return warnings;
 }
 

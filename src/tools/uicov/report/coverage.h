@@ -57,7 +57,11 @@ public:
     /** In the order in which they were added; without elements and pictures. */
     const std::vector<Store::Run>& runs() const { return m_runs; }
     int partialRuns() const;
-    /** Of all runs, equal lines folded. */
+    /** Of all runs. */
+    qint64 picturesLeftOut() const;
+    /** A sentence for people that says how many and why; empty when there are none. */
+    QString picturesNote() const;
+    /** Of all runs, equal lines folded; without the pictures that were left out. */
     QMap<QString, qint64> warnings() const;
     /** By number of the ignore rule. */
     const QVector<RuleUse>& ruleUses() const { return m_ruleUses; }

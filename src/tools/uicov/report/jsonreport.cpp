@@ -58,6 +58,7 @@ QJsonObject JsonReport::toObject() const {
     return {{QStringLiteral("format"), QStringLiteral("uicov-report")},
             {QStringLiteral("version"), formatVersion},
             {QStringLiteral("complete"), m_coverage.partialRuns() == 0},
+            {QStringLiteral("pictures_left_out"), m_coverage.picturesLeftOut()},
             {QStringLiteral("totals"), totalsOf(tree.totals())},
             {QStringLiteral("unopened_menus"), tree.unopenedMenus()},
             {QStringLiteral("runs"), runs()},
@@ -105,6 +106,7 @@ QJsonArray JsonReport::runs() const {
                         {QStringLiteral("complete"), run.isComplete},
                         {QStringLiteral("partial_reason"), run.partialReason},
                         {QStringLiteral("bytes_lost"), run.bytesLost},
+                        {QStringLiteral("pictures_left_out"), run.picturesLeftOut()},
                         {QStringLiteral("messages"), run.messages},
                         {QStringLiteral("messages_lost"), run.messagesLost}});
     }

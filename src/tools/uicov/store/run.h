@@ -55,6 +55,11 @@ struct Run {
     /** PNG by hash as elements name it; filled only where pictures were asked for. */
     QHash<QByteArray, QByteArray> pictures;
 
+    /** The line by which pictures that a size limit left out stand among the warnings. */
+    static QString picturesLeftOutLine();
+    /** Number of pictures that are missing since the recording reached its size limit. */
+    qint64 picturesLeftOut() const;
+
     const RunElement& element(int index) const { return elements[static_cast<std::size_t>(index)]; }
 };
 

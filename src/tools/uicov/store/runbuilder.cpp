@@ -214,9 +214,7 @@ Run RunBuilder::build(const Ending& ending) const {
     run.contexts = m_contexts;
     run.warnings = m_warnings;
     if (m_loss.pictures > 0) {
-        run.warnings.insert(
-            QStringLiteral("Picture left out: the recording reached its size limit"),
-            static_cast<qint64>(m_loss.pictures));
+        run.warnings.insert(Run::picturesLeftOutLine(), static_cast<qint64>(m_loss.pictures));
     }
     fillElements(run);
     return run;

@@ -66,6 +66,9 @@ QStringList PageSummary::warnings() const {
     if (m_history.partialRuns() > 0) {
         warnings.append(partialWarning());
     }
+    if (m_coverage.picturesLeftOut() > 0) {
+        warnings.append(m_coverage.picturesNote());
+    }
     if (m_skippedFiles > 0) {
         warnings.append(counted(m_skippedFiles, "file", "files") +
                         QStringLiteral(" could not be read; nothing of it is counted."));

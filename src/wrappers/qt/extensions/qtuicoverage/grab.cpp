@@ -3,9 +3,13 @@
 #include "uiabstraction/pngreader.h"
 
 #include <QPixmap>
+#include <QQuickRenderControl>
 #include <QQuickWindow>
 #include <QRect>
+#include <QSGRendererInterface>
 #include <QWidget>
+
+#include <cstddef>
 
 namespace Vorsk {
 namespace UICoverage {
@@ -15,6 +19,17 @@ namespace {
 bool isBeyondReason(const QSize& size, qreal devicePixelRatio) {
     const qreal pixels = size.width() * devicePixelRatio * size.height() * devicePixelRatio;
     return pixels > static_cast<qreal>(UIAbstraction::maximumImagePixels);
+}
+
+/**
+ * Qt 5 takes what draws a hidden window for OpenGL, also where it is the software renderer. What it
+ * then reads is null where pointers have 32 bits, and it sets out to draw with it.
+ */
+bool wouldCrash(QQuickWindow* window) {
+    constexpr std::size_t narrow = 4;
+    return sizeof(void*) == narrow && !window->isVisible() &&
+           window->rendererInterface()->graphicsApi() == QSGRendererInterface::Software &&
+           QQuickRenderControl::renderWindowFor(window) == nullptr;
 }
 
 } // namespace
@@ -28,7 +43,7 @@ QImage grabWidget(QWidget* widget, const QRect& rectangle) {
 }
 
 QImage grabWindow(QQuickWindow* window) {
-    if (isBeyondReason(window->size(), window->effectiveDevicePixelRatio())) {
+    if (isBeyondReason(window->size(), window->effectiveDevicePixelRatio()) || wouldCrash(window)) {
         return {};
     }
     return window->grabWindow();

@@ -22,7 +22,7 @@ namespace UICoverage {
  */
 QImage grabWidget(QWidget* widget, const QRect& rectangle);
 
-/** The window's picture as QQuickWindow::grabWindow() renders it; null when that fails. */
+/** The window's picture as QQuickWindow::grabWindow() renders it; null when that fails or would. */
 QImage grabWindow(QQuickWindow* window);
 
 /** The part of the image that QImage::copy() gives for the rectangle, in the image's pixels. */

@@ -2,6 +2,7 @@
 #include "testlib/samplerecording.h"
 #include "testlib/testcase.h"
 
+#include <QDataStream>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -98,6 +99,51 @@ private Q_SLOTS:
         QVERIFY(!m_runner.output().contains(QStringLiteral("No action")));
         QCOMPARE(report({QStringLiteral("--warnings"), QStringLiteral("whole.uirec")}), 0);
         QVERIFY(m_runner.output().contains(QStringLiteral("       2 x No action at (3,4)")));
+    }
+
+    void picturesLeftOutStandInALineOfTheirOwn_data() {
+        QTest::addColumn<QString>("format");
+        QTest::addColumn<QString>("line");
+        QTest::newRow("text") << "text"
+                              << "\nPictures left out because a recording reached its size limit: "
+                                 "7; the numbers do not depend on them.\n";
+        QTest::newRow("markdown") << "markdown"
+                                  << "\nPictures left out because a recording reached its size "
+                                     "limit\\: 7; the numbers do not depend on them.\n";
+        QTest::newRow("json") << "json"
+                              << "\n    \"pictures_left_out\": 7,\n";
+    }
+
+    /** Of the recording, and of a data file made from it. */
+    void picturesLeftOutStandInALineOfTheirOwn() {
+        QFETCH(QString, format);
+        QFETCH(QString, line);
+        constexpr quint64 pictures = 7;
+        QByteArray loss;
+        QDataStream stream(&loss, QIODevice::WriteOnly);
+        stream << pictures << quint64{0};
+        constexpr quint8 lossFrame = 6;
+        RecordingBuilder limited;
+        TestLib::fillSampleRecording(limited, false);
+        limited.addFrame(lossFrame, loss);
+        limited.addEnd();
+        QVERIFY(limited.write(path("limited.uirec")));
+        QCOMPARE(m_runner.run({QStringLiteral("combine"), QStringLiteral("-o"),
+                               path("limited.uicov"), path("limited.uirec")}),
+                 0);
+        for (const char* file : {"limited.uirec", "limited.uicov"}) {
+            const QString name = QString::fromLatin1(file);
+            QCOMPARE(format == QLatin1String("json")
+                         ? m_runner.run({QStringLiteral("json"), path(file)})
+                         : report({QStringLiteral("--strict"), QStringLiteral("--format"), format,
+                                   name}),
+                     0);
+            QVERIFY2(m_runner.output().contains(line), qPrintable(m_runner.output()));
+            // They are no warnings besides: those of the sample are two equal ones.
+            QVERIFY(!m_runner.output().contains(QStringLiteral("Picture left out")));
+        }
+        QCOMPARE(report({QStringLiteral("whole.uirec")}), 0);
+        QVERIFY(!m_runner.output().contains(QStringLiteral("Pictures left out")));
     }
 
     void equalInputGivesEqualOutputInWhateverOrder() {

@@ -140,6 +140,18 @@ private Q_SLOTS:
         QVERIFY(said.contains(QStringLiteral("Captions are compared after 1 rule changed them.")));
     }
 
+    void picturesLeftOutAreToldOnTop() {
+        QVERIFY(modelOf({run("a")}).warnings.isEmpty());
+        Run limited = run("a");
+        limited.warnings.clear();
+        limited.warnings.insert(Run::picturesLeftOutLine(), 3);
+        const PageModel model = modelOf({limited, limited});
+        QCOMPARE(model.warnings,
+                 QStringList{QStringLiteral("Pictures left out because a recording reached its "
+                                            "size limit: 6; the numbers do not depend on them.")});
+        QVERIFY(!model.notes.join(QLatin1Char('\n')).contains(QStringLiteral("Warnings while")));
+    }
+
     void warningsOfTheRecordingAreNumbered() {
         Run noisy = run("a");
         noisy.warnings.clear();
