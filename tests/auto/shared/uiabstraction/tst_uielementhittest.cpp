@@ -66,6 +66,8 @@ private Q_SLOTS:
     void hitTestWarnsAndRegistersNothing();
     void hitTestCountsAsThePlainWalkDoes_data();
     void hitTestCountsAsThePlainWalkDoes();
+    void hitTestFindsWhatMovedMeanwhile_data();
+    void hitTestFindsWhatMovedMeanwhile();
 };
 
 void tst_UIElementHitTest::pointInsideCountsEdgesIncluded_data() {
@@ -223,6 +225,61 @@ void tst_UIElementHitTest::hitTestCountsAsThePlainWalkDoes() {
             QCOMPARE(clicks(element), expected.value(element));
         }
     }
+}
+
+void tst_UIElementHitTest::hitTestFindsWhatMovedMeanwhile_data() {
+    QTest::addColumn<quint32>("seed");
+    for (quint32 seed = 1; seed <= 40; ++seed) {
+        QTest::addRow("%u", seed) << seed;
+    }
+}
+
+/** Many siblings at several depths that move, come and go between the points. */
+void tst_UIElementHitTest::hitTestFindsWhatMovedMeanwhile() {
+    QFETCH(quint32, seed);
+    QRandomGenerator random(seed);
+    const auto place = [&random] {
+        return QRect(random.bounded(-20, 120), random.bounded(-20, 120), random.bounded(30),
+                     random.bounded(30));
+    };
+    QList<UIElement*> elements{newElement(place())};
+    const std::unique_ptr<UIElement> root(elements.first());
+    for (int step = 0; step < 600; ++step) {
+        UIElement* const element = elements.at(random.bounded(elements.size()));
+        switch (random.bounded(10)) {
+        case 0:
+            element->setGeometry(ElementGeometry(place(), true));
+            break;
+        case 1:
+            element->addChild(elements.at(random.bounded(elements.size())));
+            break;
+        case 2:
+            if (element->children().isEmpty() && element != root.get()) {
+                elements.removeOne(element);
+                delete element;
+            }
+            break;
+        default:
+            // Most of them side by side, and of what comes first many once more elsewhere.
+            elements.append(newElement(step % 4 == 0 ? QRect() : place()));
+            elements.at(random.bounded(qMin(3, elements.size())))->addChild(elements.last());
+        }
+        if (step % 20 != 0) {
+            continue;
+        }
+        const QPoint point(random.bounded(100), random.bounded(100));
+        QHash<UIElement*, int> expected;
+        for (UIElement* listed : qAsConst(elements)) {
+            expected.insert(listed, clicks(listed));
+        }
+        QList<UIElement*> path;
+        walkPlainly(root.get(), point, path, expected);
+        root->increaseUsageAt(clicked(), point);
+        for (UIElement* listed : qAsConst(elements)) {
+            QCOMPARE(clicks(listed), expected.value(listed));
+        }
+    }
+    QVERIFY(elements.size() > 200);
 }
 
 QTEST_GUILESS_MAIN(tst_UIElementHitTest)
