@@ -1,11 +1,11 @@
 #include "uiabstraction/uielement.h"
 
+#include "uiabstraction/elementid.h"
 #include "uiabstraction/elementlistener.h"
 #include "uiabstraction/elementwalk.h"
 
 #include <QMessageLogger>
 #include <QPoint>
-#include <QUuid>
 
 #include <algorithm>
 #include <limits>
@@ -41,7 +41,7 @@ bool isInside(const QRect& rect, const QPoint& point) {
 
 UIElement::UIElement(const QString& concreteType, const StandardType& standardType,
                      const QString& id)
-    : m_id(id.isEmpty() ? QUuid::createUuid().toString() : id)
+    : m_id(id.isEmpty() ? newElementId() : id)
     , m_standardType(standardType)
     , m_concreteType(concreteType) {
     registerPointerTypes();
