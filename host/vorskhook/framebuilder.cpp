@@ -159,13 +159,12 @@ QByteArray processFrame(quint64 time, const ProcessInfo& info) {
 QByteArray messageFrame(quint64 time, int channel, const QString& name,
                         const Vorsk::ArgumentList& args) {
     QByteArray frame;
-    appendMessageFrame(frame, time, channel, name, args);
+    appendMessageFrame(frame, time, channel, name.toUtf8(), args);
     return frame;
 }
 
-bool appendMessageFrame(QByteArray& bytes, quint64 time, int channel, const QString& name,
+bool appendMessageFrame(QByteArray& bytes, quint64 time, int channel, const QByteArray& encodedName,
                         const Vorsk::ArgumentList& args) {
-    const QByteArray encodedName = name.toUtf8();
     qint64 length = payloadHeaderSize + qint64{sizeof(qint32) + sizeof(quint32) + sizeof(quint8)} +
                     encodedName.size();
     for (const QVariant& argument : args) {

@@ -10,14 +10,28 @@
 #include <QRect>
 
 #include <cstring>
+#include <utility>
 
 namespace Vorsk {
 namespace UIAbstraction {
 
 namespace {
 
+/** Enough for all records but those of elements with much text or many below them. */
+constexpr int usualSize = 512;
+
 /** What stands for a null text in place of its length in bytes. */
 constexpr quint32 nullText = 0xffffffff;
+
+/** Writes four code units. */
+void swapUnits(const char* source, char* target) {
+    constexpr quint64 oddBytes = 0x00FF00FF00FF00FFULL;
+    auto units = qFromUnaligned<quint64>(source);
+#if Q_BYTE_ORDER == Q_LITTLE_ENDIAN
+    units = ((units & oddBytes) << 8U) | ((units >> 8U) & oddBytes);
+#endif
+    std::memcpy(target, &units, sizeof units);
+}
 
 void writeFields(PayloadWriter& writer, const UIElement& element) {
     writer << element.id() << element.standardType() << element.concreteType()
@@ -40,13 +54,31 @@ void writeFields(PayloadWriter& writer, const UIElement& element) {
 
 } // namespace
 
-char* PayloadWriter::extend(int bytes) {
-    const int size = m_bytes.size();
-    if (size + bytes > m_bytes.capacity()) {
-        m_bytes.reserve(qMax(2 * m_bytes.capacity(), size + bytes));
+PayloadWriter::PayloadWriter(QByteArray memory)
+    : m_memory(std::move(memory)) {
+    if (!m_memory.isDetached()) {
+        m_memory = QByteArray();
     }
-    m_bytes.resize(size + bytes);
-    return m_bytes.data() + size;
+    if (m_memory.capacity() < usualSize) {
+        m_memory.reserve(usualSize);
+    }
+    findMemory();
+}
+
+QByteArray PayloadWriter::take() {
+    m_memory.resize(m_size);
+    return std::move(m_memory);
+}
+
+void PayloadWriter::grow(int bytes) {
+    m_memory.resize(m_size);
+    m_memory.reserve(qMax(2 * m_capacity, m_size + bytes));
+    findMemory();
+}
+
+void PayloadWriter::findMemory() {
+    m_begin = m_memory.data();
+    m_capacity = m_memory.capacity();
 }
 
 void PayloadWriter::append(const QByteArray& bytes) {
@@ -73,9 +105,14 @@ PayloadWriter& PayloadWriter::operator<<(const QString& text) {
     char* target = extend(static_cast<int>(sizeof length + length));
     qToBigEndian(length, target);
     target += sizeof length;
-    const ushort* const source = text.utf16();
-    for (int i = 0; i < units; ++i) {
-        qToBigEndian(source[i], target + static_cast<std::size_t>(i) * sizeof(QChar));
+    const auto* source = reinterpret_cast<const char*>(text.utf16());
+    constexpr std::size_t step = sizeof(quint64);
+    std::size_t left = length;
+    for (; left >= step; left -= step, source += step, target += step) {
+        swapUnits(source, target);
+    }
+    for (; left > 0; left -= sizeof(QChar), source += sizeof(QChar), target += sizeof(QChar)) {
+        qToBigEndian(qFromUnaligned<ushort>(source), target);
     }
     return *this;
 }
