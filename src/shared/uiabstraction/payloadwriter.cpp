@@ -23,16 +23,6 @@ constexpr int usualSize = 512;
 /** What stands for a null text in place of its length in bytes. */
 constexpr quint32 nullText = 0xffffffff;
 
-/** Writes four code units. */
-void swapUnits(const char* source, char* target) {
-    constexpr quint64 oddBytes = 0x00FF00FF00FF00FFULL;
-    auto units = qFromUnaligned<quint64>(source);
-#if Q_BYTE_ORDER == Q_LITTLE_ENDIAN
-    units = ((units & oddBytes) << 8U) | ((units >> 8U) & oddBytes);
-#endif
-    std::memcpy(target, &units, sizeof units);
-}
-
 void writeFields(PayloadWriter& writer, const UIElement& element) {
     writer << element.id() << element.standardType() << element.concreteType()
            << element.extraString3() << element.extraString4();
@@ -105,14 +95,9 @@ PayloadWriter& PayloadWriter::operator<<(const QString& text) {
     char* target = extend(static_cast<int>(sizeof length + length));
     qToBigEndian(length, target);
     target += sizeof length;
-    const auto* source = reinterpret_cast<const char*>(text.utf16());
-    constexpr std::size_t step = sizeof(quint64);
-    std::size_t left = length;
-    for (; left >= step; left -= step, source += step, target += step) {
-        swapUnits(source, target);
-    }
-    for (; left > 0; left -= sizeof(QChar), source += sizeof(QChar), target += sizeof(QChar)) {
-        qToBigEndian(qFromUnaligned<ushort>(source), target);
+    const ushort* const source = text.utf16();
+    for (int i = 0; i < units; ++i) {
+        qToBigEndian(source[i], target + static_cast<std::size_t>(i) * sizeof(QChar));
     }
     return *this;
 }
