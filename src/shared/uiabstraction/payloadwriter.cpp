@@ -10,11 +10,15 @@
 #include <QRect>
 
 #include <cstring>
+#include <utility>
 
 namespace Vorsk {
 namespace UIAbstraction {
 
 namespace {
+
+/** Enough for all records but those of elements with much text or many below them. */
+constexpr int usualSize = 512;
 
 /** What stands for a null text in place of its length in bytes. */
 constexpr quint32 nullText = 0xffffffff;
@@ -40,13 +44,31 @@ void writeFields(PayloadWriter& writer, const UIElement& element) {
 
 } // namespace
 
-char* PayloadWriter::extend(int bytes) {
-    const int size = m_bytes.size();
-    if (size + bytes > m_bytes.capacity()) {
-        m_bytes.reserve(qMax(2 * m_bytes.capacity(), size + bytes));
+PayloadWriter::PayloadWriter(QByteArray memory)
+    : m_memory(std::move(memory)) {
+    if (!m_memory.isDetached()) {
+        m_memory = QByteArray();
     }
-    m_bytes.resize(size + bytes);
-    return m_bytes.data() + size;
+    if (m_memory.capacity() < usualSize) {
+        m_memory.reserve(usualSize);
+    }
+    findMemory();
+}
+
+QByteArray PayloadWriter::take() {
+    m_memory.resize(m_size);
+    return std::move(m_memory);
+}
+
+void PayloadWriter::grow(int bytes) {
+    m_memory.resize(m_size);
+    m_memory.reserve(qMax(2 * m_capacity, m_size + bytes));
+    findMemory();
+}
+
+void PayloadWriter::findMemory() {
+    m_begin = m_memory.data();
+    m_capacity = m_memory.capacity();
 }
 
 void PayloadWriter::append(const QByteArray& bytes) {
