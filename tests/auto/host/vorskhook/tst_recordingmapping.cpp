@@ -17,7 +17,6 @@
 #include <csignal>
 
 #include <sys/mount.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
 using namespace VorskHost;
