@@ -1,3 +1,4 @@
+#include "host/support/addressspace.h"
 #include "host/support/inachild.h"
 #include "host/support/openfiles.h"
 #include "host/support/recordingparser.h"
@@ -16,7 +17,6 @@
 #include <csignal>
 
 #include <sys/mount.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
 using namespace VorskHost;
@@ -55,6 +55,8 @@ private Q_SLOTS:
     void manyFramesGoThroughManyWindows();
     void theLimitHoldsWhileItGrows();
     void aFileSizeLimitEndsItWithoutASignal();
+    void memoryThatIsNotGivenEndsIt_data();
+    void memoryThatIsNotGivenEndsIt();
     void aForkedChildDoesNotAppend();
     void aClosedDescriptorIsNoticedAtTheNextStep();
     void whatSomebodyElseAppendsStays();
@@ -216,6 +218,35 @@ void tst_RecordingMapping::aFileSizeLimitEndsItWithoutASignal() {
              0);
     QVERIFY(namesIn(m_path).size() > 1000);
     QVERIFY(QFileInfo(m_path).size() <= static_cast<qint64>(limit));
+}
+
+void tst_RecordingMapping::memoryThatIsNotGivenEndsIt_data() {
+    QTest::addColumn<int>("spare");
+    QTest::newRow("for nothing") << 0;
+    QTest::newRow("for the next part, not for a large frame") << 16 * 1024 * 1024;
+}
+
+void tst_RecordingMapping::memoryThatIsNotGivenEndsIt() {
+    QFETCH(int, spare);
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    QSKIP("a sanitizer needs more memory than can be limited");
+#endif
+    const QByteArray large = frame(QByteArray(64 * 1024 * 1024, 'x'));
+    QCOMPARE(
+        inAChild([&] {
+            if (!open() || !m_mapping->append(frame("kept"))) {
+                return 1;
+            }
+            const rlimit little{addressSpaceInUse() + static_cast<rlim_t>(spare), RLIM_INFINITY};
+            if (::setrlimit(RLIMIT_AS, &little) != 0) {
+                return 2;
+            }
+            const bool isAppended = m_mapping->append(large);
+            const bool isSaid = m_mapping->errorString() == qt_error_string(ENOMEM);
+            return !isAppended && isSaid && !m_file->isOpen() ? 0 : 3;
+        }),
+        0);
+    QCOMPARE(namesIn(m_path), QStringList(QStringLiteral("kept")));
 }
 
 void tst_RecordingMapping::aForkedChildDoesNotAppend() {
