@@ -21,8 +21,14 @@ demo: configure
 	cmake --build --preset $(PRESET) --target demo
 	scripts/demo $(BUILD)
 
+# The developer build's tests, then a few for 32-bit ARM under emulation; ARM=no leaves those out.
+ARM ?= $(if $(filter dev,$(PRESET)),yes,no)
+
 test: all
 	ctest --preset $(PRESET)
+ifeq ($(ARM),yes)
+	scripts/test-arm --ci armhf
+endif
 
 build-arm: bootstrap
 	scripts/bootstrap --arm
@@ -36,8 +42,8 @@ test-arm:
 # As root: makes the Debian packages, installs them into a clean root and records and reports there.
 test-packages: bootstrap
 	scripts/bootstrap --arm
-	cmake --preset release
-	cmake --build --preset release
+	cmake --preset release -DUICOV_BUILD_TESTS=ON
+	cmake --build --preset release --target demo pages
 	scripts/test-packages build/release
 
 soak: all
