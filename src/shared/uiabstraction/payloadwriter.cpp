@@ -20,7 +20,7 @@ namespace {
 /** Enough for all records but those of elements with much text or many below them. */
 constexpr int usualSize = 512;
 
-/** What stands for a null text in place of its length in bytes. */
+/** What stands for nothing, where a text's or an array's length in bytes stands. */
 constexpr quint32 nullText = 0xffffffff;
 
 void writeFields(PayloadWriter& writer, const UIElement& element) {
@@ -82,6 +82,21 @@ PayloadWriter& PayloadWriter::operator<<(bool value) {
 
 PayloadWriter& PayloadWriter::operator<<(qint32 value) {
     qToBigEndian(value, extend(sizeof value));
+    return *this;
+}
+
+PayloadWriter& PayloadWriter::operator<<(qint64 value) {
+    qToBigEndian(value, extend(sizeof value));
+    return *this;
+}
+
+PayloadWriter& PayloadWriter::operator<<(const QByteArray& bytes) {
+    if (bytes.isNull()) {
+        qToBigEndian(nullText, extend(sizeof nullText));
+        return *this;
+    }
+    *this << static_cast<qint32>(bytes.size());
+    append(bytes);
     return *this;
 }
 

@@ -31,7 +31,9 @@ public:
 
     PayloadWriter& operator<<(bool value);
     PayloadWriter& operator<<(qint32 value);
+    PayloadWriter& operator<<(qint64 value);
     PayloadWriter& operator<<(const QString& text);
+    PayloadWriter& operator<<(const QByteArray& bytes);
     PayloadWriter& operator<<(const QRect& rectangle);
     /** With its PNG made by fastPng() where it can be. */
     PayloadWriter& operator<<(const QImage& image);
@@ -42,6 +44,8 @@ public:
     /** With all below it. */
     PayloadWriter& operator<<(const UIElement& element);
 
+    /** Bytes that were written. */
+    int size() const { return m_size; }
     /** All that was written. */
     QByteArray payload() const { return QByteArray(m_begin, m_size); }
     /** The same without a copy; the last thing to ask for. */
