@@ -1,4 +1,9 @@
 // What "uicov combine" costs: time and memory per run, for few runs and for many.
+//
+//   combining [--json FILE]
+//   combining --write FOLDER     only writes 30 runs there, each as a recording and as a data file,
+//   for
+//                                instruments that count
 #include "store/datafilewriter.h"
 #include "store/runloader.h"
 #include "testlib/recordingbuilder.h"
@@ -182,10 +187,27 @@ private:
     QJsonArray m_results;
 };
 
+bool writeRuns(const QString& folder) {
+    constexpr int runs = 30;
+    for (int i = 0; i < runs; ++i) {
+        const QString stem = QStringLiteral("%1/%2").arg(folder).arg(i);
+        const QString recording = stem + QStringLiteral(".uirec");
+        if (!writeRecording(recording, i, Content::Alike) ||
+            !writeDataFile(recording, stem + QStringLiteral(".uicov"))) {
+            return false;
+        }
+    }
+    return true;
+}
+
 } // namespace
 
 int main(int argc, char* argv[]) {
     const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() == 3 && arguments.at(1) == QLatin1String("--write")) {
+        return writeRuns(arguments.at(2)) ? 0 : 1;
+    }
     const QTemporaryDir folder;
     std::printf("%-34s %5s %12s %9s %10s %12s\n", "combine", "runs", "a run", "to fewest", "runs",
                 "peak memory");
@@ -196,7 +218,6 @@ int main(int argc, char* argv[]) {
         qCritical("combining: a file could not be written or combined");
         return 1;
     }
-    const QStringList arguments = QCoreApplication::arguments();
     const int option = arguments.indexOf(QStringLiteral("--json"));
     if (option < 0 || option + 1 >= arguments.size()) {
         return 0;

@@ -31,13 +31,16 @@ double heap() {
     return static_cast<double>(info.uordblks) + static_cast<double>(info.hblkhd);
 }
 
-/** Bytes for each of them, printed and kept. */
+/** Prints and keeps it for each of them. */
+void note(QJsonObject& results, const char* name, double bytes) {
+    std::printf("%-56s %7.0f\n", name, bytes / count);
+    results.insert(QString::fromLatin1(name), bytes / count);
+}
+
 void measure(QJsonObject& results, const char* name, const std::function<void()>& work) {
     const double before = heap();
     work();
-    const double each = (heap() - before) / count;
-    std::printf("%-56s %7.0f\n", name, each);
-    results.insert(QString::fromLatin1(name), each);
+    note(results, name, heap() - before);
 }
 
 QJsonObject measureAll() {
@@ -50,10 +53,11 @@ QJsonObject measureAll() {
     ObserverPool pool;
     const UIEvent shown(QStringLiteral("shown"));
     const UIEvent clicked(QStringLiteral("clicked"));
-    std::vector<QObject> objects(count);
-    std::vector<QObject> others(count);
     std::vector<UIElement*> elements;
     elements.reserve(count);
+    const double atFirst = heap();
+    std::vector<QObject> objects(count);
+    std::vector<QObject> others(count);
     std::printf("%-56s %7s\n", "bytes for each object", "");
     measure(results, "element with its id and its class", [&] {
         for (int i = 0; i < count; ++i) {
@@ -83,8 +87,9 @@ QJsonObject measureAll() {
             pool.addObserver(elements[i], new QtObjectObserver(&objects[i], elements[i], nullptr));
         }
     });
-    objects.clear();
-    others.clear();
+    std::vector<QObject>().swap(objects);
+    std::vector<QObject>().swap(others);
+    note(results, "what stays of all that without the objects", heap() - atFirst);
     qDeleteAll(elements);
     return results;
 }

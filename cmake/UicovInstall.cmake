@@ -11,7 +11,7 @@ function(uicov_install_development_files)
     set(package ${CMAKE_INSTALL_LIBDIR}/cmake/uicov)
 
     set_target_properties(uiabstraction PROPERTIES EXPORT_NAME model)
-    set(targets uiabstraction recordingformat)
+    set(targets uiabstraction recordingformat checksum) # the model is linked with the last
     set(folders uiabstraction recordingformat)
     list(TRANSFORM folders PREPEND ${PROJECT_SOURCE_DIR}/src/shared/)
     if(NOT UICOV_HOST_DIR) # a real host has its own headers

@@ -8,7 +8,7 @@
 #include <limits>
 #include <utility>
 
-#include <zlib.h>
+#include <checksum/crc32.h>
 
 namespace VorskHost {
 
@@ -107,9 +107,8 @@ private:
 
 /** Fills in length and checksum of a frame whose payload is there. */
 void seal(char* frame, quint32 length) {
-    const auto* payload = reinterpret_cast<const Bytef*>(frame + frameHeaderSize);
     qToBigEndian(length, frame);
-    qToBigEndian(static_cast<quint32>(crc32(0, payload, length)), frame + sizeof length);
+    qToBigEndian(Checksum::crc32(frame + frameHeaderSize, length), frame + sizeof length);
 }
 
 /** A frame with room for its length and checksum; the caller appends the body. */
@@ -160,13 +159,12 @@ QByteArray processFrame(quint64 time, const ProcessInfo& info) {
 QByteArray messageFrame(quint64 time, int channel, const QString& name,
                         const Vorsk::ArgumentList& args) {
     QByteArray frame;
-    appendMessageFrame(frame, time, channel, name, args);
+    appendMessageFrame(frame, time, channel, name.toUtf8(), args);
     return frame;
 }
 
-bool appendMessageFrame(QByteArray& bytes, quint64 time, int channel, const QString& name,
+bool appendMessageFrame(QByteArray& bytes, quint64 time, int channel, const QByteArray& encodedName,
                         const Vorsk::ArgumentList& args) {
-    const QByteArray encodedName = name.toUtf8();
     qint64 length = payloadHeaderSize + qint64{sizeof(qint32) + sizeof(quint32) + sizeof(quint8)} +
                     encodedName.size();
     for (const QVariant& argument : args) {

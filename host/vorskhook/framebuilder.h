@@ -27,9 +27,11 @@ VORSK_HOST_EXPORT QByteArray processFrame(quint64 time, const ProcessInfo& info)
 /** Null when there are more than 255 arguments or when the frame would be too long. */
 VORSK_HOST_EXPORT QByteArray messageFrame(quint64 time, int channel, const QString& name,
                                           const Vorsk::ArgumentList& args);
-/** Puts that frame behind the bytes; false, and nothing is changed, where it would be null. */
+/** Puts that frame behind the bytes; false, and nothing is changed, where it would be null.
+ * @param encodedName the name in UTF-8 */
 VORSK_HOST_EXPORT bool appendMessageFrame(QByteArray& bytes, quint64 time, int channel,
-                                          const QString& name, const Vorsk::ArgumentList& args);
+                                          const QByteArray& encodedName,
+                                          const Vorsk::ArgumentList& args);
 VORSK_HOST_EXPORT QByteArray logFrame(quint64 time, RecordingFormat::Severity severity,
                                       const QString& text);
 VORSK_HOST_EXPORT QByteArray markFrame(quint64 time, const QString& name);

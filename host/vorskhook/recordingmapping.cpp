@@ -24,6 +24,9 @@ namespace {
 /** The least; one message may need more. */
 constexpr std::size_t usualWindow = std::size_t{1024} * 1024;
 
+/** No recording gets there; behind it sums would run over. */
+constexpr quint64 furthestPlace = quint64{1} << 62;
+
 std::size_t pageSize() {
     static const auto size = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
     return size;
@@ -31,6 +34,11 @@ std::size_t pageSize() {
 
 std::size_t wholePages(std::size_t bytes) {
     return (bytes + pageSize() - 1) / pageSize() * pageSize();
+}
+
+/** Where the page begins that the place is in. */
+quint64 pageOf(quint64 place) {
+    return place / pageSize() * pageSize();
 }
 
 /**
@@ -137,7 +145,7 @@ quint64 RecordingMapping::loadEnd() const {
 bool RecordingMapping::reserve(quint64& place, std::size_t length) {
     for (;;) {
         place = loadEnd();
-        if (BusGuard::wasHit() || place < m_lastEnd) {
+        if (BusGuard::wasHit() || place < m_lastEnd || place > furthestPlace) {
             fail(QStringLiteral("somebody changed it"));
             return false;
         }
@@ -197,32 +205,40 @@ bool RecordingMapping::allocate(qint64 needed) {
     }
 }
 
-/** Memory for the header and a window of at least that size. */
+/** Memory for the header and a window of at least that size; without it the former one stays. */
 bool RecordingMapping::mapRegion(std::size_t windowSize, quint64 windowPlace) {
-    if (m_region != nullptr) {
-        ::munmap(m_region, pageSize() + m_windowSize);
-        m_region = nullptr;
-    }
-    m_windowSize = wholePages(windowSize);
-    const std::size_t size = pageSize() + m_windowSize;
-    void* const region =
+    const std::size_t wholeSize = wholePages(windowSize);
+    const std::size_t size = pageSize() + wholeSize;
+    void* const memory =
         ::mmap(nullptr, size, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
-    if (region == MAP_FAILED) {
+    if (memory == MAP_FAILED) {
         return false;
     }
-    m_region = static_cast<char*>(region);
+    auto* const region = static_cast<char*>(memory);
+    if (!mapFile(region, pageSize(), 0) ||
+        !mapFile(region + pageSize(), wholeSize, pageOf(windowPlace))) {
+        ::munmap(region, size);
+        return false;
+    }
+    if (m_region != nullptr) {
+        ::munmap(m_region, pageSize() + m_windowSize);
+    }
+    m_region = region;
+    m_windowSize = wholeSize;
+    m_windowPlace = pageOf(windowPlace);
     BusGuard::watch(m_region, size);
-    return ::mmap(m_region, pageSize(), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_FIXED,
-                  m_file->descriptor(), 0) != MAP_FAILED &&
-           mapWindow(windowPlace);
+    return true;
 }
 
-/** The window begins with the page in which the place is. */
 bool RecordingMapping::mapWindow(quint64 place) {
-    m_windowPlace = place / pageSize() * pageSize();
-    return ::mmap(m_region + pageSize(), m_windowSize, PROT_READ | PROT_WRITE,
-                  MAP_SHARED | MAP_FIXED, m_file->descriptor(),
-                  static_cast<off_t>(m_windowPlace)) != MAP_FAILED;
+    m_windowPlace = pageOf(place);
+    return mapFile(m_region + pageSize(), m_windowSize, m_windowPlace);
+}
+
+/** Puts that part of the file where memory was taken already. */
+bool RecordingMapping::mapFile(char* memory, std::size_t size, quint64 place) {
+    return ::mmap(memory, size, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_FIXED,
+                  m_file->descriptor(), static_cast<off_t>(place)) != MAP_FAILED;
 }
 
 /** What is there stays; the file, if it still is ours, gets no longer than that. */

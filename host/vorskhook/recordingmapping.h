@@ -50,6 +50,7 @@ private:
     bool allocate(qint64 needed);
     bool mapRegion(std::size_t windowSize, quint64 windowPlace);
     bool mapWindow(quint64 place);
+    bool mapFile(char* memory, std::size_t size, quint64 place);
     void fail(const QString& error);
     void release();
 

@@ -79,7 +79,7 @@ bool RecordingWriter::appendMessage(int channel, const QString& name,
         m_waiting += FrameBuilder::markFrame(elapsed(), m_testFunction.name());
     }
     const int before = m_waiting.size();
-    if (!FrameBuilder::appendMessageFrame(m_waiting, elapsed(), channel, name, args)) {
+    if (!FrameBuilder::appendMessageFrame(m_waiting, elapsed(), channel, encoded(name), args)) {
         if (!m_refusalReported) {
             m_refusalReported = true;
             reportProblem(QStringLiteral("message-refused: a message named %1 is larger than a "
@@ -150,6 +150,15 @@ void RecordingWriter::forgetWaiting() {
     } else {
         m_waiting.resize(0);
     }
+}
+
+/** Nearly all messages have the same name. */
+const QByteArray& RecordingWriter::encoded(const QString& name) {
+    if (name != m_lastName) {
+        m_lastName = QString(name.constData(), name.size()); // shares no memory with the caller's
+        m_encodedName = name.toUtf8();
+    }
+    return m_encodedName;
 }
 
 quint64 RecordingWriter::elapsed() const {

@@ -75,6 +75,7 @@ public:
 
 private:
     quint64 elapsed() const;
+    const QByteArray& encoded(const QString& name);
     bool write(const QByteArray& bytes);
     void forgetWaiting();
     void noteLoss(bool isPicture);
@@ -85,6 +86,8 @@ private:
     TestFunction m_testFunction;
     /** Frames that have still to be written, those of log lines above all. */
     QByteArray m_waiting;
+    QString m_lastName;
+    QByteArray m_encodedName;
     std::chrono::steady_clock::time_point m_start;
     quint64 m_messages = 0;
     qint64 m_maximumSize = 0;

@@ -12,8 +12,21 @@ namespace Fuzz {
 
 using RecordingFormat::frameHeaderSize;
 
+namespace {
+
+bool isShared(const std::uint8_t* data, std::size_t size) {
+    return size >= RecordingFormat::sharedHeaderSize &&
+           qFromBigEndian<quint32>(data + sizeof RecordingFormat::magic) ==
+               RecordingFormat::sharedVersion;
+}
+
+} // namespace
+
 FrameWalk::FrameWalk(std::uint8_t* data, std::size_t size)
-    : m_frame(data + std::min<std::size_t>(size, RecordingFormat::headerSize))
+    : m_isShared(Fuzz::isShared(data, size))
+    , m_data(data)
+    , m_frame(data + (m_isShared ? RecordingFormat::sharedHeaderSize
+                                 : std::min<std::size_t>(size, RecordingFormat::headerSize)))
     , m_end(data + size) {}
 
 bool FrameWalk::next() {
@@ -45,6 +58,12 @@ std::uint8_t* FrameWalk::payload() const {
 void FrameWalk::repairChecksum() {
     const uLong checksum = crc32(0, payload(), static_cast<uInt>(m_size));
     qToBigEndian(static_cast<quint32>(checksum), m_frame + sizeof(quint32));
+}
+
+void FrameWalk::endHere() {
+    if (m_isShared) {
+        qToBigEndian(static_cast<quint64>(m_frame - m_data), m_data + RecordingFormat::endOffset);
+    }
 }
 
 } // namespace Fuzz

@@ -23,7 +23,14 @@ public:
     /** Makes the frame's checksum fit its payload. */
     void repairChecksum();
 
+    /** Whether the recording says itself how much is in it, because it may be longer. */
+    bool isShared() const { return m_isShared; }
+    /** Makes it say that it goes up to the frame stepped to, that frame not with it. */
+    void endHere();
+
 private:
+    bool m_isShared;
+    std::uint8_t* m_data;
     std::uint8_t* m_frame;
     std::uint8_t* m_end;
     std::size_t m_size = 0;

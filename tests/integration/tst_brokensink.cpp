@@ -51,6 +51,12 @@ class TestBrokenSink : public TestLib::TestCase {
     QString sinkPath() const { return m_folder.filePath(QStringLiteral("sink")); }
     QString recordingPath() const { return sinkPath() + QStringLiteral("/panel.uirec"); }
 
+    /** What another process does meanwhile, for the shell that starts the session. */
+    QString onceThereIsARecording(const QString& command) const {
+        return QStringLiteral("(until [ -s %1 ] || ! kill -0 $$; do :; done 2>/dev/null; %2) & ")
+            .arg(recordingPath(), command);
+    }
+
     /** Ended early with a word about it, and what stands in it is sound. */
     void checkPrefix(const Outcome& outcome) const {
         QCOMPARE(outcome.output.count(QStringLiteral("recording-ended: ")), 1);
@@ -147,10 +153,22 @@ private Q_SLOTS:
         QVERIFY(!loader.run().elements.empty());
     }
 
+    /** The pages that the recording is written through are gone then. */
+    void theApplicationGoesOnWhenTheRecordingIsCutShort() {
+        const Outcome outcome =
+            run(onceThereIsARecording(QStringLiteral("truncate -s 0 %1").arg(recordingPath())));
+        QVERIFY2(outcome.output.contains(QStringLiteral(" 0 failed, ")),
+                 qPrintable(outcome.output));
+        QVERIFY2(outcome.output.count(QStringLiteral("recording-ended: ")) == 1,
+                 qPrintable(outcome.output));
+        QCOMPARE(QFileInfo(recordingPath()).size(), qint64{0});
+        QVERIFY2(outcome.output.contains(QStringLiteral(" is there, but was cut short ")),
+                 qPrintable(outcome.output));
+    }
+
     void theApplicationGoesOnWhenTheFolderIsRemoved() {
-        const Outcome outcome = run(
-            QStringLiteral("(until [ -s %1 ] || ! kill -0 $$; do :; done 2>/dev/null; rm -r %2) & ")
-                .arg(recordingPath(), sinkPath()));
+        const Outcome outcome =
+            run(onceThereIsARecording(QStringLiteral("rm -r %1").arg(sinkPath())));
         QVERIFY2(outcome.output.contains(QStringLiteral(" 0 failed, ")),
                  qPrintable(outcome.output));
         QVERIFY(!QFile::exists(recordingPath()));

@@ -77,16 +77,14 @@ void ElementStore::clear() {
 }
 
 void ElementStore::removeFirstEntry(UIElement* element) {
-    const auto first = m_firstPosition.find(element);
-    if (first == m_firstPosition.end()) {
+    std::size_t* const first = m_firstPosition.find(element);
+    if (first == nullptr) {
         return;
     }
     m_entries[*first] = nullptr;
     ++m_removedEntries;
     const auto further = m_furtherPositions.find(element);
     if (further == m_furtherPositions.end()) {
-        // By the key: erasing at a place looks for the next one, which is far in a table that
-        // empties.
         m_firstPosition.remove(element);
     } else {
         *first = further->front();
@@ -122,9 +120,8 @@ void ElementStore::compact() {
 }
 
 void ElementStore::notePosition(UIElement* element, std::size_t position) {
-    const auto first = m_firstPosition.constFind(element);
-    if (first == m_firstPosition.constEnd()) {
-        m_firstPosition.insert(element, position);
+    if (!m_firstPosition.contains(element)) {
+        m_firstPosition[element] = position;
     } else {
         m_furtherPositions[element].push_back(position);
     }

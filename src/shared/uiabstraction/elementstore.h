@@ -1,5 +1,7 @@
 #pragma once
 
+#include "uiabstraction/pointertable.h"
+
 #include <QHash>
 #include <QList>
 #include <QMetaType>
@@ -55,7 +57,7 @@ private:
     /** The list; a removed entry leaves a null behind until the list is compacted. */
     std::vector<UIElement*> m_entries;
     std::size_t m_removedEntries = 0;
-    QHash<const UIElement*, std::size_t> m_firstPosition;
+    PointerTable<std::size_t> m_firstPosition;
     /** Positions after the first, of the few elements that were added more than once. */
     QHash<const UIElement*, std::vector<std::size_t>> m_furtherPositions;
 };

@@ -85,6 +85,7 @@ private:
                                 read(m_stream, e.m_extraString1, e.m_extraString2,
                                      e.m_extraAttributes1, e.m_extraAttributes2) &&
                                 readUsage(e);
+        e.cover(Extent(e.m_geometry.rect()));
         return {std::move(element), isComplete ? readCount(m_stream) : 0};
     }
 

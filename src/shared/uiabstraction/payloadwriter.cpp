@@ -10,13 +10,17 @@
 #include <QRect>
 
 #include <cstring>
+#include <utility>
 
 namespace Vorsk {
 namespace UIAbstraction {
 
 namespace {
 
-/** What stands for a null text in place of its length in bytes. */
+/** Enough for all records but those of elements with much text or many below them. */
+constexpr int usualSize = 512;
+
+/** What stands for nothing, where a text's or an array's length in bytes stands. */
 constexpr quint32 nullText = 0xffffffff;
 
 void writeFields(PayloadWriter& writer, const UIElement& element) {
@@ -40,13 +44,31 @@ void writeFields(PayloadWriter& writer, const UIElement& element) {
 
 } // namespace
 
-char* PayloadWriter::extend(int bytes) {
-    const int size = m_bytes.size();
-    if (size + bytes > m_bytes.capacity()) {
-        m_bytes.reserve(qMax(2 * m_bytes.capacity(), size + bytes));
+PayloadWriter::PayloadWriter(QByteArray memory)
+    : m_memory(std::move(memory)) {
+    if (!m_memory.isDetached()) {
+        m_memory = QByteArray();
     }
-    m_bytes.resize(size + bytes);
-    return m_bytes.data() + size;
+    if (m_memory.capacity() < usualSize) {
+        m_memory.reserve(usualSize);
+    }
+    findMemory();
+}
+
+QByteArray PayloadWriter::take() {
+    m_memory.resize(m_size);
+    return std::move(m_memory);
+}
+
+void PayloadWriter::grow(int bytes) {
+    m_memory.resize(m_size);
+    m_memory.reserve(qMax(2 * m_capacity, m_size + bytes));
+    findMemory();
+}
+
+void PayloadWriter::findMemory() {
+    m_begin = m_memory.data();
+    m_capacity = m_memory.capacity();
 }
 
 void PayloadWriter::append(const QByteArray& bytes) {
@@ -60,6 +82,21 @@ PayloadWriter& PayloadWriter::operator<<(bool value) {
 
 PayloadWriter& PayloadWriter::operator<<(qint32 value) {
     qToBigEndian(value, extend(sizeof value));
+    return *this;
+}
+
+PayloadWriter& PayloadWriter::operator<<(qint64 value) {
+    qToBigEndian(value, extend(sizeof value));
+    return *this;
+}
+
+PayloadWriter& PayloadWriter::operator<<(const QByteArray& bytes) {
+    if (bytes.isNull()) {
+        qToBigEndian(nullText, extend(sizeof nullText));
+        return *this;
+    }
+    *this << static_cast<qint32>(bytes.size());
+    append(bytes);
     return *this;
 }
 

@@ -3,7 +3,6 @@
 #include <QByteArray>
 #include <QHash>
 #include <QString>
-#include <QVarLengthArray>
 #include <QtEndian>
 
 QT_BEGIN_NAMESPACE
@@ -21,14 +20,20 @@ class UIEvent;
 
 /**
  * Writes what a QDataStream of the model's version writes, byte for byte, for the few types that
- * records are made of and without a device behind it: small records cost one allocation, that of
- * the result. A plain value, made for one payload.
+ * records are made of and without a device behind it. Made for one payload; small ones cost one
+ * allocation, or none in memory that comes back.
  */
 class PayloadWriter {
 public:
+    /** @param memory what an earlier one took(); used again when nobody else has it */
+    explicit PayloadWriter(QByteArray memory = QByteArray());
+    Q_DISABLE_COPY(PayloadWriter)
+
     PayloadWriter& operator<<(bool value);
     PayloadWriter& operator<<(qint32 value);
+    PayloadWriter& operator<<(qint64 value);
     PayloadWriter& operator<<(const QString& text);
+    PayloadWriter& operator<<(const QByteArray& bytes);
     PayloadWriter& operator<<(const QRect& rectangle);
     /** With its PNG made by fastPng() where it can be. */
     PayloadWriter& operator<<(const QImage& image);
@@ -39,16 +44,31 @@ public:
     /** With all below it. */
     PayloadWriter& operator<<(const UIElement& element);
 
+    /** Bytes that were written. */
+    int size() const { return m_size; }
     /** All that was written. */
-    QByteArray payload() const { return QByteArray(m_bytes.constData(), m_bytes.size()); }
+    QByteArray payload() const { return QByteArray(m_begin, m_size); }
+    /** The same without a copy; the last thing to ask for. */
+    QByteArray take();
 
 private:
     /** Where the next bytes go; they have to be filled. */
-    char* extend(int bytes);
+    char* extend(int bytes) {
+        if (bytes > m_capacity - m_size) {
+            grow(bytes);
+        }
+        char* const target = m_begin + m_size;
+        m_size += bytes;
+        return target;
+    }
+    void grow(int bytes);
+    void findMemory();
     void append(const QByteArray& bytes);
 
-    // Enough for all records but those of elements with much text or many below them.
-    QVarLengthArray<char, 512> m_bytes;
+    QByteArray m_memory;
+    char* m_begin = nullptr;
+    int m_capacity = 0;
+    int m_size = 0;
 };
 
 } // namespace UIAbstraction

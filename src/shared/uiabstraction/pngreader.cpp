@@ -1,6 +1,6 @@
 #include "uiabstraction/pngreader.h"
 
-#include "uiabstraction/pngchecksum.h"
+#include "checksum/crc32.h"
 
 #include <QByteArray>
 #include <QIODevice>
@@ -55,8 +55,10 @@ QByteArray appendChunk(QByteArray& bytes, QIODevice& device) {
     }
     const char* const name = bytes.constData() + start + lengthSize;
     const char* const end = bytes.constData() + bytes.size() - checksumSize;
-    return pngChecksum(name, end) == qFromBigEndian<quint32>(end) ? QByteArray(name, nameSize)
-                                                                  : QByteArray();
+    return Checksum::crc32(name, static_cast<std::size_t>(end - name)) ==
+                   qFromBigEndian<quint32>(end)
+               ? QByteArray(name, nameSize)
+               : QByteArray();
 }
 
 int bitsPerPixel(int bitDepth, int colourType) {

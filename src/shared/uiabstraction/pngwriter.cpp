@@ -1,6 +1,6 @@
 #include "uiabstraction/pngwriter.h"
 
-#include "uiabstraction/pngchecksum.h"
+#include "checksum/crc32.h"
 
 #include <QByteArray>
 #include <QDataStream>
@@ -36,7 +36,8 @@ void appendChunk(QByteArray& png, const char* name, const char* data, int size) 
     const int start = png.size();
     png.append(name);
     png.append(data, size);
-    appendNumber(png, pngChecksum(png.constData() + start, png.constData() + png.size()));
+    appendNumber(png, Checksum::crc32(png.constData() + start,
+                                      static_cast<std::size_t>(png.size() - start)));
 }
 
 void appendChunk(QByteArray& png, const char* name, const QByteArray& data) {

@@ -1,11 +1,11 @@
 #include "uiabstraction/uielement.h"
 
+#include "uiabstraction/elementid.h"
 #include "uiabstraction/elementlistener.h"
 #include "uiabstraction/elementwalk.h"
 
 #include <QMessageLogger>
 #include <QPoint>
-#include <QUuid>
 
 #include <algorithm>
 #include <limits>
@@ -24,6 +24,9 @@ void registerPointerTypes() {
     Q_UNUSED(id);
 }
 
+/** So many children are passed over together where none of them has the point. */
+constexpr int blockSize = 32;
+
 /** QRect::contains() with edges, which is asked for the few rectangles that are not clearly aside.
  */
 bool isInside(const QRect& rect, const QPoint& point) {
@@ -38,7 +41,7 @@ bool isInside(const QRect& rect, const QPoint& point) {
 
 UIElement::UIElement(const QString& concreteType, const StandardType& standardType,
                      const QString& id)
-    : m_id(id.isEmpty() ? QUuid::createUuid().toString() : id)
+    : m_id(id.isEmpty() ? newElementId() : id)
     , m_standardType(standardType)
     , m_concreteType(concreteType) {
     registerPointerTypes();
@@ -86,6 +89,7 @@ void UIElement::removeFromSurvivors(const std::vector<UIElement*>& dying,
         QList<UIElement*>& children = survivor->m_children;
         const auto isGone = [&isDying](const UIElement* child) { return isDying.contains(child); };
         children.erase(std::remove_if(children.begin(), children.end(), isGone), children.end());
+        survivor->m_blocks.reset();
     }
 }
 
@@ -117,6 +121,7 @@ void UIElement::setStandardType(const StandardType& standardType) {
 
 void UIElement::setGeometry(const ElementGeometry& geometry) {
     m_geometry = geometry;
+    cover(Extent(geometry.rect()));
     tell(&ElementListener::geometryChanged, geometry);
     Q_EMIT geometryChanged(this, geometry);
 }
@@ -163,6 +168,8 @@ void UIElement::addChild(UIElement* child) {
         return;
     }
     m_children.append(child);
+    m_blocks.reset();
+    cover(child->m_extent);
     if (child->m_parent == nullptr) {
         child->m_parent = this;
     } else {
@@ -216,6 +223,60 @@ void UIElement::increaseUsageOfChildren(const UIEvent& event) {
     }
 }
 
+/** Notes that there may be a hit there, for this element and for all that list it. */
+void UIElement::cover(const Extent& extent) {
+    std::vector<UIElement*> further;
+    UIElement* next = this;
+    while (next != nullptr) {
+        UIElement* const element = next;
+        next = nullptr;
+        if (!element->m_extent.contains(extent)) {
+            element->m_extent.unite(extent);
+            next = element->m_parent;
+            if (next != nullptr) {
+                next->m_blocks.reset();
+            }
+            for (UIElement* parent : element->m_furtherParents) {
+                parent->m_blocks.reset();
+                further.push_back(parent);
+            }
+        }
+        if (next == nullptr && !further.empty()) {
+            next = further.back();
+            further.pop_back();
+        }
+    }
+}
+
+void UIElement::findBlocks() {
+    if (m_blocks || m_children.size() <= 2 * blockSize) {
+        return;
+    }
+    m_blocks = std::make_unique<std::vector<Extent>>();
+    for (int i = 0; i < m_children.size(); ++i) {
+        if (i % blockSize == 0) {
+            m_blocks->emplace_back();
+        }
+        m_blocks->back().unite(m_children.at(i)->m_extent);
+    }
+}
+
+/** The first child from the place on at or below which there may be a hit; null when none. */
+UIElement* UIElement::nextAround(const QPoint& point, int& place) const {
+    while (place < m_children.size()) {
+        if (m_blocks && place % blockSize == 0 &&
+            !(*m_blocks)[static_cast<std::size_t>(place / blockSize)].contains(point)) {
+            place += blockSize;
+            continue;
+        }
+        UIElement* const child = m_children.at(place++);
+        if (child->m_extent.contains(point)) {
+            return child;
+        }
+    }
+    return nullptr;
+}
+
 /** In the order of the walk; an element that is listed by several is found once for each of them.
  */
 std::vector<UIElement*> UIElement::elementsAt(const QPoint& point) {
@@ -232,19 +293,18 @@ std::vector<UIElement*> UIElement::elementsAt(const QPoint& point) {
         // Leaves stay off the path: nothing below them can lead back to them.
         if (!element->m_children.isEmpty()) {
             element->m_isEntered = true;
+            element->findBlocks();
             path.push_back({element, 0});
         }
     };
     visit(this);
     while (!path.empty()) {
         Level& level = path.back();
-        if (level.next == level.element->m_children.size()) {
+        UIElement* const child = level.element->nextAround(point, level.next);
+        if (child == nullptr) {
             level.element->m_isEntered = false;
             path.pop_back();
-            continue;
-        }
-        UIElement* const child = level.element->m_children.at(level.next++);
-        if (!child->m_isEntered) {
+        } else if (!child->m_isEntered) {
             visit(child);
         }
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "uiabstraction/elementgeometry.h"
+#include "uiabstraction/extent.h"
 #include "uiabstraction/standardtype.h"
 #include "uiabstraction/uievent.h"
 
@@ -158,6 +159,9 @@ private:
     template <class... Parameters, class... Values>
     void tell(void (ElementListener::*change)(const UIElement*, Parameters...),
               const Values&... values) const;
+    void cover(const Extent& extent);
+    void findBlocks();
+    UIElement* nextAround(const QPoint& point, int& place) const;
     std::vector<UIElement*> elementsAt(const QPoint& point);
     bool hasEqualFields(const UIElement& other) const;
 
@@ -175,6 +179,11 @@ private:
     std::vector<UIElement*> m_furtherParents;
     /** Not part of what the element says: those who watch a const element are not its business. */
     mutable std::vector<std::shared_ptr<ElementListener>> m_listeners;
+    /** Covers the rectangles of this element and of all below it, and whatever they once were. */
+    Extent m_extent;
+    /** What runs of so many children cover together; null until it is wanted, and of no use any
+     * more once they cover more. */
+    std::unique_ptr<std::vector<Extent>> m_blocks;
     QMap<UIEvent, int> m_usage;
     QString m_extraString1;
     QString m_extraString2;

@@ -228,6 +228,18 @@ void CoverageOptions::tell(const QVector<GateResult>& gates, Console::Terminal& 
     }
 }
 
+void CoverageOptions::sayNext(const QString& command, Console::Terminal& terminal) const {
+    if (!terminal.isErrorTerminal()) {
+        return;
+    }
+    QString next = QStringLiteral("next: ") + command;
+    for (const std::string& file : m_files) {
+        next +=
+            QLatin1Char(' ') + Store::DataFilePath::shellQuoted(QFile::decodeName(file.c_str()));
+    }
+    terminal.note(next);
+}
+
 int CoverageOptions::exitCode(const Coverage& coverage, const QVector<GateResult>& gates) const {
     if (m_hasSkippedFiles) {
         return Failed;

@@ -64,6 +64,12 @@ public:
     /** Tells which gates are not met. */
     static void tell(const QVector<Report::GateResult>& gates, Console::Terminal& terminal);
 
+    /**
+     * Names the next command, with the same files; for people only: what runs in scripts knows its
+     * next step, and a report is often the last.
+     */
+    void sayNext(const QString& command, Console::Terminal& terminal) const;
+
     /** What the verb ends with when its output was written. */
     int exitCode(const Report::Coverage& coverage, const QVector<Report::GateResult>& gates) const;
 

@@ -113,7 +113,21 @@ int DumpCommand::run(Console::Terminal& terminal) {
         terminal.error(*problem);
         return Failed;
     }
+    sayNext(paths, terminal);
     return result;
+}
+
+/** For people only, as after a report. */
+void DumpCommand::sayNext(const QStringList& paths, Console::Terminal& terminal) const {
+    if (m_output != "-" || isForTools() || !terminal.isErrorTerminal()) {
+        return;
+    }
+    QString next = QStringLiteral("next: uicov report -m");
+    for (const QString& path : paths) {
+        const QString argument = Store::DataFilePath::asArgument(path);
+        next += argument.isEmpty() ? QString() : QLatin1Char(' ') + argument;
+    }
+    terminal.note(next);
 }
 
 int DumpCommand::dump(const QString& path, Console::OutputFile& output,

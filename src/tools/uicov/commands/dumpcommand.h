@@ -19,6 +19,7 @@ public:
     int run(Console::Terminal& terminal) override;
 
 private:
+    void sayNext(const QStringList& paths, Console::Terminal& terminal) const;
     int dump(const QString& path, Console::OutputFile& output, Console::Terminal& terminal) const;
     int dumpRecording(const QString& path, Console::OutputFile& output,
                       Console::Terminal& terminal) const;

@@ -43,6 +43,14 @@ bool isMeant(const Run& run, const QStringList& uuids, const QStringList& labels
            std::any_of(labels.cbegin(), labels.cend(), hasLabel);
 }
 
+/** Names the command that fills the data file anew. */
+QString nextRun(const QString& path) {
+    const QString argument = Store::DataFilePath::asArgument(path);
+    return QStringLiteral("next: uicov run ") +
+           (argument.isEmpty() ? QString() : QStringLiteral("-o ") + argument + QLatin1Char(' ')) +
+           QStringLiteral("-- APP");
+}
+
 QStringList textsOf(const std::vector<std::string>& values) {
     QStringList texts;
     for (const std::string& value : values) {
@@ -123,6 +131,7 @@ int EraseCommand::eraseFile(const QString& path, Console::Terminal& terminal) co
     }
     if (!m_isQuiet) {
         terminal.note(path + QStringLiteral(" is erased"));
+        terminal.note(nextRun(path));
     }
     return Done;
 }
@@ -159,6 +168,10 @@ int EraseCommand::eraseRuns(const QString& path, Console::Terminal& terminal) co
     if (!m_isQuiet) {
         terminal.note(
             QStringLiteral("%1 of %2 runs erased from %3").arg(erased).arg(uuids.size()).arg(path));
+        terminal.note(erased == uuids.size() ? nextRun(path)
+                                             : (QStringLiteral("next: uicov report -m ") +
+                                                Store::DataFilePath::asArgument(path))
+                                                   .trimmed());
     }
     return Done;
 }

@@ -85,7 +85,11 @@ int ExplainCommand::run(Console::Terminal& terminal) {
     outputs.add(m_output, [&](bool) {
         return (hasKey ? explanation.toString() : hidden.toString()).toUtf8();
     });
-    return outputs.write() ? m_options.exitCode(*coverage, {}) : Failed;
+    if (!outputs.write()) {
+        return Failed;
+    }
+    m_options.sayNext(QStringLiteral("uicov html"), terminal);
+    return m_options.exitCode(*coverage, {});
 }
 
 } // namespace Uicov::Commands

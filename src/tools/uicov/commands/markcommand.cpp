@@ -74,8 +74,9 @@ int MarkCommand::run(Console::Terminal& terminal) {
     for (const QString& recording : recordings) {
         marked += Launch::MarkWriter::append(recording, name) ? 1 : 0;
     }
-    if (isSet) {
-        return Done; // between two processes of a run there may be none to mark
+    if (isSet) { // between two processes of a run there may be none to mark
+        sayNext(terminal);
+        return Done;
     }
     terminal.error(
         marked == 0
@@ -88,6 +89,22 @@ int MarkCommand::run(Console::Terminal& terminal) {
                                                   "processes that start later will not be; free "
                                                   "some space there")});
     return Failed;
+}
+
+/** For people only: a test driver marks before each test. */
+void MarkCommand::sayNext(Console::Terminal& terminal) const {
+    if (!terminal.isErrorTerminal()) {
+        return;
+    }
+    if (m_endsContext) {
+        terminal.note(QStringLiteral("next: uicov mark NAME, or end the application"));
+        return;
+    }
+    const QString output =
+        m_output.empty() ? QString()
+                         : QStringLiteral(" -o ") +
+                               Store::DataFilePath::shellQuoted(QString::fromStdString(m_output));
+    terminal.note(QStringLiteral("next: uicov mark") + output + QStringLiteral(" --end"));
 }
 
 std::optional<RunFolder::Info> MarkCommand::findRun(Console::Terminal& terminal) const {

@@ -18,6 +18,7 @@ public:
     int run(Console::Terminal& terminal) override;
 
 private:
+    void sayNext(Console::Terminal& terminal) const;
     std::optional<Launch::RunFolder::Info> findRun(Console::Terminal& terminal) const;
 
     std::vector<std::string> m_names;

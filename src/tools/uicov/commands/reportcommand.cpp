@@ -128,19 +128,13 @@ int ReportCommand::run(Console::Terminal& terminal) {
     return m_options.exitCode(*coverage, gates);
 }
 
-/** For people only: what runs in scripts knows its next step, and a report is often the last. */
 void ReportCommand::sayNext(const Coverage& coverage, Console::Terminal& terminal) const {
     const Report::CoverageTree::Totals totals = coverage.tree().totals();
-    if (m_output != "-" || !terminal.isErrorTerminal() || totals.events == totals.coveredEvents) {
-        return;
+    if (m_output == "-" && totals.events != totals.coveredEvents) {
+        m_options.sayNext(m_listsMissed ? QStringLiteral("uicov html")
+                                        : QStringLiteral("uicov report -m"),
+                          terminal);
     }
-    QString next = m_listsMissed ? QStringLiteral("next: uicov html")
-                                 : QStringLiteral("next: uicov report -m");
-    for (const std::string& file : m_options.files()) {
-        next +=
-            QLatin1Char(' ') + Store::DataFilePath::shellQuoted(QFile::decodeName(file.c_str()));
-    }
-    terminal.note(next);
 }
 
 bool ReportCommand::writeAll(const Coverage& coverage, const Gates& gates,

@@ -56,6 +56,7 @@ int ReportFileCommand::run(Console::Terminal& terminal) {
         return Failed;
     }
     CoverageOptions::tell(gates, terminal);
+    m_options.sayNext(QStringLiteral("uicov report -m"), terminal);
     return m_options.exitCode(*coverage, gates);
 }
 

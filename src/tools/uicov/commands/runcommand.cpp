@@ -239,6 +239,12 @@ QString RunCommand::causeOfSilence(Launch::Application& application, int signal,
                               "elsewhere with --recording")
             .arg(QFileInfo(output.absolutePath()).absolutePath());
     }
+    if (output.isThere()) {
+        return QStringLiteral("its recording %1 is there, but was cut short or overwritten during "
+                              "the run, so that nothing in it can be used; let the run leave that "
+                              "file alone, or record elsewhere with --recording")
+            .arg(output.absolutePath());
+    }
     const Launch::Installation installation(QFile::decodeName(m_libraryFolder.c_str()));
     const QStringList causes = Launch::Doctor(installation, Store::DataFilePath::of(m_output))
                                    .likelyCauses(application, signal);

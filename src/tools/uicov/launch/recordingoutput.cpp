@@ -76,6 +76,10 @@ bool RecordingOutput::hasLostItsFolder() const {
     return !QFileInfo(QFileInfo(m_absolutePath).absolutePath()).isDir();
 }
 
+bool RecordingOutput::isThere() const {
+    return QFileInfo::exists(m_absolutePath);
+}
+
 QStringList RecordingOutput::recordingsOf(const QString& session) const {
     static const QRegularExpression childName(QStringLiteral("-\\d+(-\\d+)?\\.uirec$"));
     QStringList paths;

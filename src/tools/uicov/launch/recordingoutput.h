@@ -25,6 +25,8 @@ public:
     QString absolutePath() const { return m_absolutePath; }
     /** Whether the folder that the recording was to stand in is no longer there. */
     bool hasLostItsFolder() const;
+    /** Whether there is a file at the path, of whatever content. */
+    bool isThere() const;
 
     /**
      * The recordings that processes of the run have written: the file itself first if it is there,

@@ -43,6 +43,7 @@ std::optional<HookMessage> message(const QByteArray& body) {
     message.channel = cursor.readInt32();
     message.name = cursor.readText();
     const quint8 count = cursor.readUInt8();
+    message.arguments.reserve(count);
     for (quint8 i = 0; i < count; ++i) {
         HookArgument argument;
         if (!readArgument(cursor, argument)) {

@@ -1,5 +1,6 @@
 #include "recording/recorddecoder.h"
 
+#include "recording/bytecursor.h"
 #include "uiabstraction/elementstream.h"
 
 #include <QDataStream>
@@ -47,35 +48,57 @@ void readPicture(QDataStream& stream, Record& record) {
     }
 }
 
-void readItems(QDataStream& stream, Record& record) {
-    switch (record.kind) {
-    case RecordKind::ElementAdded:
+/** The kinds that carry an element or a picture. */
+bool readStreamed(const QByteArray& payload, Record& record) {
+    QDataStream stream(payload);
+    stream.setVersion(Vorsk::UIAbstraction::streamVersion);
+    stream >> record.elementId;
+    if (stream.status() != QDataStream::Ok) {
+        return false;
+    }
+    if (record.kind == RecordKind::ImageChanged) {
+        readPicture(stream, record);
+    } else {
         record.element = Vorsk::UIAbstraction::readElement(stream);
         if (record.element && record.element->id() != record.elementId) {
             stream.setStatus(QDataStream::ReadCorruptData);
         }
-        break;
+    }
+    return stream.status() == QDataStream::Ok && stream.atEnd();
+}
+
+/** The others, which are small and many: a stream takes longer to make than they take to read. */
+bool readSmall(const QByteArray& payload, Record& record) {
+    ByteCursor cursor(payload);
+    record.elementId = cursor.readStreamedText();
+    switch (record.kind) {
+    case RecordKind::ElementAdded:
+    case RecordKind::ImageChanged:
+        return false;
     case RecordKind::ChildAdded:
     case RecordKind::EventRegistered:
     case RecordKind::StandardTypeChanged:
     case RecordKind::TextChanged:
-        stream >> record.text;
+        record.text = cursor.readStreamedText();
         break;
-    case RecordKind::GeometryChanged:
-        stream >> record.rect;
+    case RecordKind::GeometryChanged: {
+        const int left = cursor.readInt32();
+        const int top = cursor.readInt32();
+        const int right = cursor.readInt32();
+        record.rect.setCoords(left, top, right, cursor.readInt32());
         break;
-    case RecordKind::ImageChanged:
-        readPicture(stream, record);
-        break;
+    }
     case RecordKind::TransparentNodeChanged:
     case RecordKind::SubgraphTransparentChanged:
     case RecordKind::WindowNodeChanged:
-        stream >> record.flag;
+        record.flag = cursor.readUInt8() != 0;
         break;
     case RecordKind::UsageIncreased:
-        stream >> record.text >> record.count;
+        record.text = cursor.readStreamedText();
+        record.count = cursor.readInt32();
         break;
     }
+    return cursor.isAtSoundEnd();
 }
 
 } // namespace
@@ -92,13 +115,10 @@ Result decode(const HookMessage& message, Record& record) {
         return Result::Unknown;
     }
     record.kind = static_cast<RecordKind>(kind);
-    QDataStream stream(message.arguments.at(Payload).bytes);
-    stream.setVersion(Vorsk::UIAbstraction::streamVersion);
-    stream >> record.elementId;
-    if (stream.status() == QDataStream::Ok) {
-        readItems(stream, record);
-    }
-    const bool isSound = stream.status() == QDataStream::Ok && stream.atEnd();
+    const QByteArray& payload = message.arguments.at(Payload).bytes;
+    const bool isStreamed =
+        record.kind == RecordKind::ElementAdded || record.kind == RecordKind::ImageChanged;
+    const bool isSound = isStreamed ? readStreamed(payload, record) : readSmall(payload, record);
     return isSound ? Result::Sound : Result::Damaged;
 }
 

@@ -1,5 +1,6 @@
 #include "recording/recordingreader.h"
 
+#include "checksum/crc32.h"
 #include "recording/bytecursor.h"
 
 #include <QFileInfo>
@@ -7,8 +8,6 @@
 #include <QtEndian>
 
 #include <cstring>
-
-#include <zlib.h>
 
 namespace Uicov::Recording {
 
@@ -193,9 +192,8 @@ bool RecordingReader::readPayload(QByteArray& payload) {
         end(Ending::Kind::Torn);
         return false;
     }
-    const uLong actual = crc32(0, reinterpret_cast<const Bytef*>(payload.constData()),
-                               static_cast<uInt>(payload.size()));
-    if (actual != checksum) {
+    if (Checksum::crc32(payload.constData(), static_cast<std::size_t>(payload.size())) !=
+        checksum) {
         end(Ending::Kind::Damaged);
         return false;
     }
@@ -217,8 +215,7 @@ bool RecordingReader::skipHeld() {
     }
     m_heldPlace = 0;
     QByteArray rest;
-    read(m_heldLength - (m_position - m_frameStart), rest);
-    return true;
+    return read(m_heldLength - (m_position - m_frameStart), rest) == Read::Whole;
 }
 
 /** Whether a frame that was being written a moment ago is there by now. */

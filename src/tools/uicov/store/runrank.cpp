@@ -1,74 +1,75 @@
 #include "store/runrank.h"
 
 #include "store/run.h"
+#include "uiabstraction/payloadwriter.h"
 
 #include <QCryptographicHash>
 #include <QDataStream>
 
+#include <algorithm>
 #include <tuple>
+#include <utility>
 
 namespace Uicov::Store {
 
+using Vorsk::UIAbstraction::PayloadWriter;
+
 namespace {
 
-/** Hashes what is written to it; collected first, since a hash of a few bytes costs as one of many.
- */
-class HashDevice : public QIODevice {
-public:
-    HashDevice() { open(QIODevice::WriteOnly); }
-
-    QByteArray result() {
-        hash();
-        return m_hash.result();
-    }
-
-protected:
-    qint64 readData(char* /*data*/, qint64 /*maximum*/) override { return -1; }
-    qint64 writeData(const char* data, qint64 size) override {
-        constexpr int enough = 65536;
-        m_bytes.append(data, static_cast<int>(size));
-        if (m_bytes.size() >= enough) {
-            hash();
-        }
-        return size;
-    }
-
-private:
-    void hash() {
-        m_hash.addData(m_bytes);
-        m_bytes.resize(0); // keeps its memory
-    }
-
-    QByteArray m_bytes;
-    QCryptographicHash m_hash{QCryptographicHash::Sha256};
-};
-
-void write(QDataStream& stream, const RunElement& element) {
-    stream << element.id << element.className << element.type << element.text
-           << element.isTransparentNode << element.isSubgraphTransparent << element.isWindowNode
-           << element.parent << element.children << element.events << element.hits.size()
-           << element.place.has_value() << element.place.value_or(QRect()) << element.picture;
-    for (const Hit& hit : element.hits) {
-        stream << hit.event << hit.context << hit.count;
+/** As a QDataStream of that version writes a list. */
+template <class List>
+void writeList(PayloadWriter& writer, const List& list) {
+    writer << static_cast<qint32>(list.size());
+    for (const auto& entry : list) {
+        writer << entry;
     }
 }
 
-QByteArray digestOf(const Run& run) {
-    HashDevice device;
-    QDataStream stream(&device);
+void write(PayloadWriter& writer, const RunElement& element) {
+    writer << element.id << element.className << element.type << element.text
+           << element.isTransparentNode << element.isSubgraphTransparent << element.isWindowNode
+           << element.parent;
+    writeList(writer, element.children);
+    writeList(writer, element.events);
+    writer << element.hits.size() << element.place.has_value() << element.place.value_or(QRect())
+           << element.picture;
+    for (const Hit& hit : element.hits) {
+        writer << hit.event << hit.context << hit.count;
+    }
+}
+
+QByteArray attributesOf(const Run& run) {
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
     stream.setVersion(QDataStream::Qt_5_9);
     stream << run.uuid << run.session << run.application << run.executable << run.qtVersion
            << run.platform << run.locale << run.architecture << run.started << run.labels
            << run.isComplete << run.partialReason << run.bytesLost << run.messages
            << run.messagesLost << run.contexts << run.warnings;
-    for (const RunElement& element : run.elements) {
-        write(stream, element);
-    }
-    return device.result();
+    return bytes;
 }
 
+/** Of the whole run as one QDataStream would write it. */
+QByteArray digestOf(const Run& run) {
+    constexpr std::size_t elementsAtOnce = 100; // a hash of a few bytes costs as one of many
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    hash.addData(attributesOf(run));
+    QByteArray memory;
+    for (std::size_t i = 0; i < run.elements.size();) {
+        PayloadWriter writer(std::move(memory));
+        const std::size_t end = std::min(i + elementsAtOnce, run.elements.size());
+        for (; i < end; ++i) {
+            write(writer, run.elements[i]);
+        }
+        memory = writer.take();
+        hash.addData(memory);
+    }
+    return hash.result();
+}
+
+/** Turned round by ~, which unlike - every number allows: it may be that of a damaged file. */
 auto tied(const RunRank& rank) {
-    return std::make_tuple(rank.messages, rank.isComplete, -rank.bytesLost, rank.digest);
+    return std::make_tuple(rank.messages, rank.isComplete, ~rank.bytesLost, rank.digest);
 }
 
 } // namespace

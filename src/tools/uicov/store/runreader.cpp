@@ -22,6 +22,18 @@ bool fitsInt(qint64 number) {
     return number >= std::numeric_limits<int>::min() && number <= std::numeric_limits<int>::max();
 }
 
+/** From one end of what an int holds to the other, it is 2^32; a sum of it with an int is safe. */
+bool isExtent(qint64 number) {
+    constexpr qint64 largest = qint64{1} << 32;
+    return number >= -largest && number <= largest;
+}
+
+/** No program counts that far; sums of larger ones could run over. */
+bool isCount(qint64 number) {
+    constexpr qint64 largest = qint64{1} << 40;
+    return number > 0 && number <= largest;
+}
+
 /** Columns of the statement that reads elements. */
 enum Column {
     Number,
@@ -48,9 +60,14 @@ std::optional<QRect> placeFrom(const QSqlQuery& row) {
     }
     const qint64 left = row.value(Left).toLongLong();
     const qint64 top = row.value(Top).toLongLong();
-    const qint64 right = left + row.value(Width).toLongLong() - 1;
-    const qint64 bottom = top + row.value(Height).toLongLong() - 1;
-    if (!fitsInt(left) || !fitsInt(top) || !fitsInt(right) || !fitsInt(bottom)) {
+    const qint64 width = row.value(Width).toLongLong();
+    const qint64 height = row.value(Height).toLongLong();
+    if (!fitsInt(left) || !fitsInt(top) || !isExtent(width) || !isExtent(height)) {
+        return std::nullopt;
+    }
+    const qint64 right = left + width - 1;
+    const qint64 bottom = top + height - 1;
+    if (!fitsInt(right) || !fitsInt(bottom)) {
         return std::nullopt;
     }
     return QRect(QPoint(static_cast<int>(left), static_cast<int>(top)),
@@ -86,6 +103,10 @@ void RunReader::readAttributes(const QString& uuid, Run& run) {
     run.messagesLost = row.value(column++).toLongLong();
     m_digest = row.value(column).toByteArray();
     row.finish();
+    if (run.bytesLost < 0 || run.messages < 0 || run.messagesLost < 0) {
+        m_sql.fail(damage("it has less than nothing"));
+        return;
+    }
     QSqlQuery& labels =
         m_sql.query(QStringLiteral("SELECT name, value FROM label WHERE run = ?"), {m_id});
     while (m_sql.next(labels)) {
@@ -102,7 +123,12 @@ void RunReader::readAttributes(const QString& uuid, Run& run) {
     QSqlQuery& warnings =
         m_sql.query(QStringLiteral("SELECT line, count FROM warning WHERE run = ?"), {m_id});
     while (m_sql.next(warnings)) {
-        run.warnings.insert(warnings.value(0).toString(), warnings.value(1).toLongLong());
+        const qint64 count = warnings.value(1).toLongLong();
+        if (!isCount(count)) {
+            m_sql.fail(damage("a warning was never given"));
+            return;
+        }
+        run.warnings.insert(warnings.value(0).toString(), count);
     }
 }
 
@@ -183,7 +209,7 @@ void RunReader::readHits(Run& run) {
     while (m_sql.next(row)) {
         const int number = row.value(0).toInt();
         const Hit hit{textById(row.value(1)), row.value(2).toInt(), row.value(3).toLongLong()};
-        const bool isSound = isElement(run, number) && hit.count > 0 && hit.context >= 0 &&
+        const bool isSound = isElement(run, number) && isCount(hit.count) && hit.context >= 0 &&
                              hit.context < run.contexts.size();
         if (!isSound) {
             m_sql.fail(damage("a count belongs to nothing"));

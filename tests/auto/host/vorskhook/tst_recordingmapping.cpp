@@ -1,3 +1,5 @@
+#include "host/support/addressspace.h"
+#include "host/support/inachild.h"
 #include "host/support/openfiles.h"
 #include "host/support/recordingparser.h"
 #include "testlib/testcase.h"
@@ -11,12 +13,10 @@
 #include <QTest>
 #include <QtEndian>
 
+#include <cerrno>
 #include <csignal>
-#include <functional>
 
-#include <fcntl.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
+#include <sys/mount.h>
 #include <unistd.h>
 
 using namespace VorskHost;
@@ -38,21 +38,6 @@ QStringList namesIn(const QString& path) {
     return parsed.error.isEmpty() ? names : QStringList(parsed.error);
 }
 
-/** Runs it in a child process; what the child exited with, or minus the signal that ended it. */
-int inAChild(const std::function<int()>& body) {
-    const pid_t child = ::fork();
-    if (child == 0) {
-        ::_exit(body());
-    }
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    return WIFSIGNALED(status) ? -WTERMSIG(status) : WEXITSTATUS(status);
-}
-
-void exitWithThree(int) {
-    ::_exit(3);
-}
-
 } // namespace
 
 class tst_RecordingMapping : public TestLib::TestCase {
@@ -70,22 +55,28 @@ private Q_SLOTS:
     void manyFramesGoThroughManyWindows();
     void theLimitHoldsWhileItGrows();
     void aFileSizeLimitEndsItWithoutASignal();
+    void memoryThatIsNotGivenEndsIt_data();
+    void memoryThatIsNotGivenEndsIt();
     void aForkedChildDoesNotAppend();
     void aClosedDescriptorIsNoticedAtTheNextStep();
     void whatSomebodyElseAppendsStays();
-    void anEndThatRunsBackwardsEndsIt();
+    void anEndThatSomebodyElseMovedEndsIt_data();
+    void anEndThatSomebodyElseMovedEndsIt();
+    void aDiskThatIsFullEndsItWithAllThatWasAppended();
+    void roomThatWasTakenStaysWhenTheDiskBecomesFull();
+    void aFileThatIsCutShortDoesNotEndTheApplication_data();
     void aFileThatIsCutShortDoesNotEndTheApplication();
-    void othersGetTheirOwnBusErrors();
-    void theFormerHandlerIsGivenBack();
 
 private:
     bool open() { return m_file->create(m_path) && m_mapping->open(*m_file, m_maximumSize); }
+    bool mountSmallDisk(const char* options);
 
     QScopedPointer<QTemporaryDir> m_dir;
     QScopedPointer<RecordingFile> m_file;
     QScopedPointer<RecordingMapping> m_mapping;
     qint64 m_maximumSize = 0;
     QString m_path;
+    bool m_isMounted = false;
 };
 
 void tst_RecordingMapping::initTestCase() {
@@ -110,8 +101,18 @@ void tst_RecordingMapping::init() {
 void tst_RecordingMapping::cleanup() {
     m_mapping.reset();
     m_file.reset();
+    if (m_isMounted) {
+        m_isMounted = false;
+        QCOMPARE(::umount(qPrintable(m_dir->path())), 0);
+    }
     m_dir.reset();
     TestCase::cleanup();
+}
+
+/** Puts one over the folder that the recording goes to. */
+bool tst_RecordingMapping::mountSmallDisk(const char* options) {
+    m_isMounted = ::mount("tmpfs", qPrintable(m_dir->path()), "tmpfs", 0, options) == 0;
+    return m_isMounted;
 }
 
 void tst_RecordingMapping::whatIsAppendedIsThereAtOnce() {
@@ -219,6 +220,35 @@ void tst_RecordingMapping::aFileSizeLimitEndsItWithoutASignal() {
     QVERIFY(QFileInfo(m_path).size() <= static_cast<qint64>(limit));
 }
 
+void tst_RecordingMapping::memoryThatIsNotGivenEndsIt_data() {
+    QTest::addColumn<int>("spare");
+    QTest::newRow("for nothing") << 0;
+    QTest::newRow("for the next part, not for a large frame") << 16 * 1024 * 1024;
+}
+
+void tst_RecordingMapping::memoryThatIsNotGivenEndsIt() {
+    QFETCH(int, spare);
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    QSKIP("a sanitizer needs more memory than can be limited");
+#endif
+    const QByteArray large = frame(QByteArray(64 * 1024 * 1024, 'x'));
+    QCOMPARE(
+        inAChild([&] {
+            if (!open() || !m_mapping->append(frame("kept"))) {
+                return 1;
+            }
+            const rlimit little{addressSpaceInUse() + static_cast<rlim_t>(spare), RLIM_INFINITY};
+            if (::setrlimit(RLIMIT_AS, &little) != 0) {
+                return 2;
+            }
+            const bool isAppended = m_mapping->append(large);
+            const bool isSaid = m_mapping->errorString() == qt_error_string(ENOMEM);
+            return !isAppended && isSaid && !m_file->isOpen() ? 0 : 3;
+        }),
+        0);
+    QCOMPARE(namesIn(m_path), QStringList(QStringLiteral("kept")));
+}
+
 void tst_RecordingMapping::aForkedChildDoesNotAppend() {
     QVERIFY(open());
     QCOMPARE(inAChild([this] {
@@ -266,81 +296,104 @@ void tst_RecordingMapping::whatSomebodyElseAppendsStays() {
                                            QStringLiteral("ours again")}));
 }
 
-void tst_RecordingMapping::anEndThatRunsBackwardsEndsIt() {
+void tst_RecordingMapping::anEndThatSomebodyElseMovedEndsIt_data() {
+    QTest::addColumn<quint64>("end");
+    QTest::newRow("to the start") << quint64{0};
+    QTest::newRow("back by one") << quint64{RecordingFormat::sharedHeaderSize - 1};
+    QTest::newRow("beyond any disk") << (quint64{1} << 61);
+    QTest::newRow("where the sum runs over") << (~quint64{0} - 10);
+    QTest::newRow("to the last") << ~quint64{0};
+}
+
+void tst_RecordingMapping::anEndThatSomebodyElseMovedEndsIt() {
+    QFETCH(quint64, end);
     QVERIFY(open());
     QVERIFY(m_mapping->append(frame("one")));
-    const qint64 size = m_mapping->size();
     QFile other(m_path);
     QVERIFY(other.open(QIODevice::ReadWrite | QIODevice::Unbuffered));
-    QVERIFY(other.seek(RecordingFormat::endOffset) && other.write(QByteArray(8, '\0')) == 8);
+    QByteArray bytes(8, '\0');
+    qToBigEndian(end, bytes.data());
+    QVERIFY(other.seek(RecordingFormat::endOffset) && other.write(bytes) == 8);
     QVERIFY(!m_mapping->append(frame("two")));
     QVERIFY(!m_mapping->errorString().isEmpty());
-    QCOMPARE(QFileInfo(m_path).size(), size);
+    QVERIFY(!m_file->isOpen());
+    QVERIFY(other.seek(RecordingFormat::sharedHeaderSize));
+    QCOMPARE(other.read(frame("one").size()), frame("one"));
+}
+
+void tst_RecordingMapping::aDiskThatIsFullEndsItWithAllThatWasAppended() {
+    constexpr int diskSize = 64 * 1024;
+    if (!mountSmallDisk("size=64k")) {
+        QSKIP("only root can make a small disk");
+    }
+    QVERIFY(open());
+    int appended = 0;
+    while (m_mapping->append(frame(QByteArray(100, 'x')))) {
+        ++appended;
+    }
+    QCOMPARE(m_mapping->errorString(), qt_error_string(ENOSPC));
+    QVERIFY(!m_file->isOpen());
+    QCOMPARE(namesIn(m_path).size(), appended);
+    // To the last page.
+    QVERIFY(QFileInfo(m_path).size() > diskSize - 4096);
+}
+
+void tst_RecordingMapping::roomThatWasTakenStaysWhenTheDiskBecomesFull() {
+    if (!mountSmallDisk("size=1m")) {
+        QSKIP("only root can make a small disk");
+    }
+    QVERIFY(open());
+    const qint64 allocated = QFileInfo(m_path).size();
+    QFile others(m_dir->filePath(QStringLiteral("others")));
+    QVERIFY(others.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+    while (others.write(QByteArray(4096, 'o')) > 0) {
+    }
+    int appended = 0;
+    while (m_mapping->append(frame(QByteArray(100, 'x')))) {
+        ++appended;
+    }
+    QCOMPARE(m_mapping->errorString(), qt_error_string(ENOSPC));
+    QCOMPARE(namesIn(m_path).size(), appended);
+    QVERIFY(QFileInfo(m_path).size() > allocated - 200);
+}
+
+void tst_RecordingMapping::aFileThatIsCutShortDoesNotEndTheApplication_data() {
+    QTest::addColumn<int>("size");
+    QTest::addColumn<int>("framesThatStay");
+    QTest::newRow("to nothing") << 0 << 0;
+    QTest::newRow("to its header") << int{RecordingFormat::sharedHeaderSize} << 0;
+    // Behind the page that the recording goes on in there is none then.
+    QTest::newRow("within a frame") << 2 * 4096 + 100 << 8;
 }
 
 void tst_RecordingMapping::aFileThatIsCutShortDoesNotEndTheApplication() {
-    QCOMPARE(inAChild([this] {
-                 if (!open() || !m_mapping->append(frame("one"))) {
+    QFETCH(int, size);
+    QFETCH(int, framesThatStay);
+    constexpr int nameSize = 1000;
+    const QByteArray one = frame(QByteArray(nameSize, 'x'));
+    const auto isAppended = [&] { return m_mapping->append(one); };
+    QCOMPARE(inAChild([&] {
+                 if (!open()) {
                      return 1;
                  }
-                 if (::truncate(QFile::encodeName(m_path).constData(), 0) != 0) {
-                     return 2;
+                 for (int i = 0; i < 20; ++i) {
+                     if (!isAppended()) {
+                         return 2;
+                     }
                  }
-                 const bool isAppended = m_mapping->append(frame("two"));
-                 const bool isSaid = !m_mapping->errorString().isEmpty();
-                 return !isAppended && isSaid && !m_mapping->append(frame("three")) ? 0 : 3;
+                 if (::truncate(QFile::encodeName(m_path).constData(), size) != 0) {
+                     return 3;
+                 }
+                 const bool isGone = !isAppended() && !m_mapping->errorString().isEmpty();
+                 return isGone && !m_file->isOpen() && !isAppended() ? 0 : 4;
              }),
              0);
-}
-
-void tst_RecordingMapping::othersGetTheirOwnBusErrors() {
-    const auto fault = [this] {
-        QFile other(m_dir->filePath(QStringLiteral("other")));
-        if (!other.open(QIODevice::ReadWrite) || !other.resize(1)) {
-            return 1;
-        }
-        auto* const memory = reinterpret_cast<volatile uchar*>(other.map(0, 1));
-        other.resize(0);
-        return static_cast<int>(*memory) + 2;
-    };
-    const auto withoutHandler = [this] {
-        static_cast<void>(::signal(SIGBUS, SIG_DFL)); // Qt Test has one
-        return open();
-    };
-    QCOMPARE(inAChild([=] { return withoutHandler() ? fault() : 9; }), -SIGBUS);
-    QCOMPARE(inAChild([this, fault] {
-                 static_cast<void>(::signal(SIGBUS, exitWithThree));
-                 return open() ? fault() : 9;
-             }),
-             3);
-    QCOMPARE(inAChild([=] { return withoutHandler() ? ::raise(SIGBUS) : 9; }), -SIGBUS);
-    QCOMPARE(inAChild([this] {
-                 static_cast<void>(::signal(SIGBUS, SIG_IGN));
-                 return open() ? ::raise(SIGBUS) : 9;
-             }),
-             0);
-}
-
-void tst_RecordingMapping::theFormerHandlerIsGivenBack() {
-    QCOMPARE(inAChild([this] {
-                 static_cast<void>(::signal(SIGBUS, exitWithThree));
-                 open();
-                 m_mapping->close();
-                 struct sigaction now {};
-                 ::sigaction(SIGBUS, nullptr, &now);
-                 return now.sa_handler == exitWithThree ? 0 : 1;
-             }),
-             0);
-    QCOMPARE(inAChild([this] {
-                 open();
-                 static_cast<void>(
-                     ::signal(SIGBUS, exitWithThree)); // the application's own, installed later
-                 m_mapping->close();
-                 struct sigaction now {};
-                 ::sigaction(SIGBUS, nullptr, &now);
-                 return now.sa_handler == exitWithThree ? 0 : 1;
-             }),
-             0);
+    // What somebody left of it is as it was.
+    QFile left(m_path);
+    QVERIFY(left.open(QIODevice::ReadOnly));
+    const QByteArray bytes = left.readAll();
+    QCOMPARE(bytes.size(), size);
+    QCOMPARE(bytes.mid(RecordingFormat::sharedHeaderSize).count(one), framesThatStay);
 }
 
 QTEST_GUILESS_MAIN(tst_RecordingMapping)

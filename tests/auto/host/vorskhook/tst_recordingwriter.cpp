@@ -9,8 +9,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <algorithm>
-#include <cerrno>
 #include <csignal>
 
 #include <sys/wait.h>
@@ -22,28 +20,6 @@ using OpenFiles::descriptorOf;
 namespace {
 
 int writeCalls = 0;
-/** The call that writes only half, and after which every call fails; -1 for none. */
-int failingCall = -1;
-int failure = 0;
-
-/** As a disk does that becomes full on the way. */
-ssize_t failingWrite(int descriptor, const void* data, size_t length) {
-    const int call = writeCalls++;
-    if (failingCall >= 0 && call > failingCall) {
-        errno = failure;
-        return -1;
-    }
-    return ::write(descriptor, data, call == failingCall ? length / 2 : length);
-}
-
-ssize_t reluctantWrite(int descriptor, const void* data, size_t length) {
-    if (writeCalls++ % 2 == 0) {
-        errno = EINTR;
-        return -1;
-    }
-    return ::write(descriptor, data, std::min<size_t>(length, 3));
-}
-
 ssize_t countedWrite(int descriptor, const void* data, size_t length) {
     ++writeCalls;
     return ::write(descriptor, data, length);
@@ -85,10 +61,6 @@ private Q_SLOTS:
     void nothingAfterClose();
     void timesDoNotRunBackwards();
     void folderThatIsNotThere();
-    void shortAndInterruptedWrites();
-    void writeThatFails_data();
-    void writeThatFails();
-    void headerThatCannotBeWritten();
     void descriptorThatTheApplicationClosed();
     void forkedChildDoesNotWrite();
     void survivesKill();
@@ -106,7 +78,6 @@ void tst_RecordingWriter::init() {
     m_path = QDir(QFileInfo(m_dir->path()).canonicalFilePath())
                  .absoluteFilePath(QStringLiteral("r\u00e9 1.uirec"));
     writeCalls = 0;
-    failingCall = -1;
 }
 
 void tst_RecordingWriter::cleanup() {
@@ -275,66 +246,6 @@ void tst_RecordingWriter::folderThatIsNotThere() {
     QVERIFY(!writer.isOpen());
     QVERIFY(!send(writer, "message"));
     writer.close();
-}
-
-void tst_RecordingWriter::shortAndInterruptedWrites() {
-    QuietWriter writer;
-    writer.setWriteFunction(reluctantWrite);
-    QVERIFY(writer.open(m_path, m_info));
-    QVERIFY(send(writer, QByteArray(500, 'y')));
-    writer.close();
-    const RecordingParser parsed = RecordingParser::parseFile(m_path);
-    QCOMPARE(parsed.error, QString());
-    QCOMPARE(parsed.messages().size(), 1);
-    QVERIFY(parsed.hasEnd());
-}
-
-void tst_RecordingWriter::writeThatFails_data() {
-    QTest::addColumn<int>("error");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("full disk") << ENOSPC << QStringLiteral("No space left on device");
-    QTest::newRow("quota") << EDQUOT << QStringLiteral("Disk quota exceeded");
-    QTest::newRow("broken pipe") << EPIPE << QStringLiteral("Broken pipe");
-    QTest::newRow("input/output") << EIO << QStringLiteral("Input/output error");
-}
-
-void tst_RecordingWriter::writeThatFails() {
-    QFETCH(int, error);
-    QFETCH(QString, text);
-    QuietWriter writer;
-    writer.setWriteFunction(failingWrite);
-    QVERIFY(writer.open(m_path, m_info));
-    QVERIFY(send(writer, "kept"));
-    const QByteArray before = contents(m_path);
-    failure = error;
-    failingCall = writeCalls;
-    expectWarning(QStringLiteral("recording-ended: cannot write to the recording %1: %2; it ends "
-                                 "here and the application goes on, make room or choose another "
-                                 "place")
-                      .arg(m_path, text));
-    QVERIFY(!send(writer, "lost"));
-    // Half of the frame was written and is cut off again.
-    QCOMPARE(contents(m_path), before);
-    QVERIFY(!writer.isOpen());
-    QCOMPARE(descriptorOf(m_path), -1);
-    // No second warning, no further attempt.
-    const int calls = writeCalls;
-    QVERIFY(!send(writer, "lost too"));
-    writer.appendLog(RecordingFormat::Severity::Info, QString(100000, QLatin1Char('x')));
-    writer.close();
-    QCOMPARE(writeCalls, calls);
-    QCOMPARE(contents(m_path), before);
-    QCOMPARE(writer.messagesWritten(), quint64(1));
-}
-
-void tst_RecordingWriter::headerThatCannotBeWritten() {
-    QuietWriter writer;
-    writer.setWriteFunction(failingWrite);
-    failure = ENOSPC;
-    failingCall = 0;
-    expectWarning(QRegularExpression(QStringLiteral("recording-ended: .*No space.*")));
-    QVERIFY(!writer.open(m_path, m_info));
-    QVERIFY(!QFile::exists(m_path));
 }
 
 void tst_RecordingWriter::descriptorThatTheApplicationClosed() {

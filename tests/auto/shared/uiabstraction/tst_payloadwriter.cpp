@@ -52,6 +52,10 @@ private Q_SLOTS:
     void text();
     void number_data();
     void number();
+    void longNumber();
+    void array();
+    void memoryIsUsedAgain();
+    void memoryThatSomebodyHasIsLeftAlone();
     void truth();
     void rectangle();
     void geometry();
@@ -98,6 +102,43 @@ void tst_PayloadWriter::number_data() {
 void tst_PayloadWriter::number() {
     QFETCH(qint32, number);
     QCOMPARE(written(number).toHex(), streamed(number).toHex());
+}
+
+void tst_PayloadWriter::longNumber() {
+    for (const qint64 number : {qint64{0}, qint64{-2}, std::numeric_limits<qint64>::min(),
+                                std::numeric_limits<qint64>::max()}) {
+        QCOMPARE(written(number).toHex(), streamed(number).toHex());
+    }
+}
+
+void tst_PayloadWriter::array() {
+    for (const QByteArray& bytes :
+         {QByteArray(), QByteArray(""), QByteArray("a\0b", 3), QByteArray(3000, 'x')}) {
+        QCOMPARE(written(bytes).toHex(), streamed(bytes).toHex());
+    }
+}
+
+void tst_PayloadWriter::memoryIsUsedAgain() {
+    PayloadWriter first;
+    first << QString(2000, QLatin1Char('a'));
+    QByteArray payload = first.take();
+    QCOMPARE(payload, streamed(QString(2000, QLatin1Char('a'))));
+    const char* const memory = payload.constData();
+    PayloadWriter second(std::move(payload));
+    second << QStringLiteral("b");
+    payload = second.take();
+    QCOMPARE(payload, streamed(QStringLiteral("b")));
+    QVERIFY(payload.constData() == memory);
+}
+
+void tst_PayloadWriter::memoryThatSomebodyHasIsLeftAlone() {
+    PayloadWriter first;
+    first << QStringLiteral("a");
+    const QByteArray kept = first.take();
+    PayloadWriter second(kept);
+    second << QStringLiteral("b");
+    QCOMPARE(second.take(), streamed(QStringLiteral("b")));
+    QCOMPARE(kept, streamed(QStringLiteral("a")));
 }
 
 void tst_PayloadWriter::truth() {

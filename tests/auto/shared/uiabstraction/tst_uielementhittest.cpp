@@ -66,6 +66,9 @@ private Q_SLOTS:
     void hitTestWarnsAndRegistersNothing();
     void hitTestCountsAsThePlainWalkDoes_data();
     void hitTestCountsAsThePlainWalkDoes();
+    void hitTestFindsEachOfManyThatComeAndGo();
+    void hitTestFindsWhatMovedMeanwhile_data();
+    void hitTestFindsWhatMovedMeanwhile();
 };
 
 void tst_UIElementHitTest::pointInsideCountsEdgesIncluded_data() {
@@ -223,6 +226,95 @@ void tst_UIElementHitTest::hitTestCountsAsThePlainWalkDoes() {
             QCOMPARE(clicks(element), expected.value(element));
         }
     }
+}
+
+void tst_UIElementHitTest::hitTestFindsEachOfManyThatComeAndGo() {
+    const std::unique_ptr<UIElement> root(newElement(QRect()));
+    const auto addTo = [&root](int number) {
+        root->addChild(newElement(QRect(10 * number, 0, 10, 10)));
+    };
+    for (int i = 0; i < 200; ++i) {
+        addTo(i);
+    }
+    int round = 0;
+    const auto clickEach = [&] {
+        ++round;
+        const QList<UIElement*> children = root->children();
+        for (UIElement* child : children) {
+            root->increaseUsageAt(clicked(), child->geometry().rect().center());
+        }
+    };
+    clickEach();
+    delete root->children().first(); // all others move up
+    clickEach();
+    const QList<UIElement*> left = root->children();
+    for (const UIElement* child : left) {
+        QCOMPARE(clicks(child), round);
+    }
+    for (int i = 1; i <= 100; ++i) {
+        addTo(1000 + i);
+        UIElement* const added = root->children().last();
+        root->increaseUsageAt(clicked(), added->geometry().rect().center());
+        QCOMPARE(clicks(added), 1);
+    }
+}
+
+void tst_UIElementHitTest::hitTestFindsWhatMovedMeanwhile_data() {
+    QTest::addColumn<quint32>("seed");
+    for (quint32 seed = 1; seed <= 40; ++seed) {
+        QTest::addRow("%u", seed) << seed;
+    }
+}
+
+/** Many siblings at several depths that move, come and go between the points. */
+void tst_UIElementHitTest::hitTestFindsWhatMovedMeanwhile() {
+    QFETCH(quint32, seed);
+    QRandomGenerator random(seed);
+    // What is near in the list is near in the window.
+    const auto place = [&random](int number) {
+        return QRect(10 * number + random.bounded(-20, 20), random.bounded(-20, 20),
+                     random.bounded(30), random.bounded(30));
+    };
+    QList<UIElement*> elements{newElement(place(0))};
+    const std::unique_ptr<UIElement> root(elements.first());
+    for (int step = 0; step < 600; ++step) {
+        UIElement* const element = elements.at(random.bounded(elements.size()));
+        // In the end they only move: what comes and goes makes the element look anew.
+        switch (step > 400 ? 0 : random.bounded(10)) {
+        case 0:
+            element->setGeometry(ElementGeometry(place(random.bounded(400)), true));
+            break;
+        case 1:
+            element->addChild(elements.at(random.bounded(elements.size())));
+            break;
+        case 2:
+            if (element->children().isEmpty() && element != root.get()) {
+                elements.removeOne(element);
+                delete element;
+            }
+            break;
+        default:
+            // Most of them side by side, and of what comes first many once more elsewhere.
+            elements.append(newElement(step % 4 == 0 ? QRect() : place(step)));
+            elements.at(random.bounded(qMin(3, elements.size())))->addChild(elements.last());
+        }
+        if (step % 10 != 0 || !elements.contains(element)) {
+            continue;
+        }
+        const QPoint point = random.bounded(2) == 0 ? element->geometry().rect().center()
+                                                    : QPoint(random.bounded(4000), 0);
+        QHash<UIElement*, int> expected;
+        for (UIElement* listed : qAsConst(elements)) {
+            expected.insert(listed, clicks(listed));
+        }
+        QList<UIElement*> path;
+        walkPlainly(root.get(), point, path, expected);
+        root->increaseUsageAt(clicked(), point);
+        for (UIElement* listed : qAsConst(elements)) {
+            QCOMPARE(clicks(listed), expected.value(listed));
+        }
+    }
+    QVERIFY(elements.size() > 200);
 }
 
 QTEST_GUILESS_MAIN(tst_UIElementHitTest)

@@ -15,10 +15,14 @@ void MappingElementStore::addMapping(QObject* object, UIElement* element) {
     elementForObject(object); // forgets a dead object at this address
     Mapping& mapping = m_mapping[object];
     if (mapping.element != nullptr) {
-        m_objects.remove(mapping.element, object);
+        forgetObject(mapping.element, object);
     }
     mapping = {element, object};
-    m_objects.insert(element, object);
+    QObject*& last = m_lastObject[element];
+    if (last != nullptr) {
+        m_earlierObjects.insert(element, last);
+    }
+    last = object;
     // Made anew on every call, also for an object that is mapped already.
     static const int slot = methodNumber(staticMetaObject, "objectDestroyed(QObject*)");
     connectDestroyed(object, this, slot);
@@ -27,20 +31,24 @@ void MappingElementStore::addMapping(QObject* object, UIElement* element) {
 }
 
 UIElement* MappingElementStore::elementForObject(QObject* object) {
-    const auto it = m_mapping.constFind(object);
-    if (it == m_mapping.constEnd()) {
+    const Mapping* const mapping = m_mapping.find(object);
+    if (mapping == nullptr) {
         return nullptr;
     }
-    if (it->guard.isNull()) {
+    if (mapping->guard.isNull()) {
         objectDestroyed(object);
         return nullptr;
     }
-    return it->element;
+    return mapping->element;
 }
 
 QObject* MappingElementStore::objectForElement(const UIElement* element) {
+    QObject* const last = m_lastObject.value(element);
+    if (last == nullptr || elementForObject(last) == element) {
+        return last;
+    }
     // A copy: looking a dead object up takes it out of the tables.
-    const QList<QObject*> objects = m_objects.values(element);
+    const QList<QObject*> objects = objectsOf(element);
     for (QObject* object : objects) {
         if (elementForObject(object) == element) {
             return object;
@@ -50,15 +58,33 @@ QObject* MappingElementStore::objectForElement(const UIElement* element) {
 }
 
 void MappingElementStore::objectDestroyed(QObject* object) {
-    const auto it = m_mapping.constFind(object);
-    if (it == m_mapping.constEnd()) {
+    const Mapping* const mapping = m_mapping.find(object);
+    if (mapping == nullptr) {
         return;
     }
-    UIElement* const element = it->element;
-    // By the key: erasing at a place looks for the next one, which is far in a table that empties.
+    UIElement* const element = mapping->element;
     m_mapping.remove(object);
-    m_objects.remove(element, object);
+    forgetObject(element, object);
     removeFirstEntry(element);
+}
+
+/** The last one that was mapped first. */
+QList<QObject*> MappingElementStore::objectsOf(const UIElement* element) const {
+    QList<QObject*> objects = m_earlierObjects.values(element);
+    if (QObject* const last = m_lastObject.value(element)) {
+        objects.prepend(last);
+    }
+    return objects;
+}
+
+void MappingElementStore::forgetObject(const UIElement* element, QObject* object) {
+    if (m_lastObject.value(element) != object) {
+        m_earlierObjects.remove(element, object);
+    } else if (m_earlierObjects.contains(element)) {
+        m_lastObject[element] = m_earlierObjects.take(element);
+    } else {
+        m_lastObject.remove(element);
+    }
 }
 
 } // namespace UICoverage

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "uiabstraction/elementstore.h"
+#include "uiabstraction/pointertable.h"
 #include "uiabstraction/uielement.h"
 
 #include <QHash>
@@ -47,8 +48,14 @@ private:
         QPointer<QObject> guard;
     };
 
-    QHash<QObject*, Mapping> m_mapping;
-    QMultiHash<const UIAbstraction::UIElement*, QObject*> m_objects;
+    QList<QObject*> objectsOf(const UIAbstraction::UIElement* element) const;
+    void forgetObject(const UIAbstraction::UIElement* element, QObject* object);
+
+    UIAbstraction::PointerTable<Mapping> m_mapping;
+    /** By element, the one that was mapped last. */
+    UIAbstraction::PointerTable<QObject*> m_lastObject;
+    /** The others, of the few elements that stand for several. */
+    QMultiHash<const UIAbstraction::UIElement*, QObject*> m_earlierObjects;
 };
 
 } // namespace UICoverage

@@ -36,25 +36,36 @@ void deleteObservers(const std::vector<QtObjectObserver*>& observers) {
 ObserverPool::ObserverPool() = default;
 
 ObserverPool::~ObserverPool() {
-    deleteObservers({m_observersByElement.cbegin(), m_observersByElement.cend()});
+    deleteObservers(m_observersByElement.values());
     // What is left was replaced by another observer of its element, and outlives the pool.
-    for (const std::vector<QtObjectObserver*>& observers : qAsConst(m_observersByObject)) {
-        for (QtObjectObserver* observer : observers) {
-            observer->m_pool = nullptr;
-        }
+    std::vector<QtObjectObserver*> left = m_firstByObject.values();
+    for (const std::vector<QtObjectObserver*>& further : qAsConst(m_furtherByObject)) {
+        left.insert(left.end(), further.cbegin(), further.cend());
+    }
+    for (QtObjectObserver* observer : left) {
+        observer->m_pool = nullptr;
     }
 }
 
 void ObserverPool::addObserver(UIElement* element, QtObjectObserver* observer) {
     QObject* const object = observer->observedObject();
     deleteDeadObservers(object);
-    m_observersByElement.insert(element, observer);
-    m_observersByObject[object].push_back(observer);
-    m_places.insert(observer, {element, object});
+    m_observersByElement[element] = observer;
+    QtObjectObserver*& first = m_firstByObject[object];
+    if (first == nullptr) {
+        first = observer;
+    } else {
+        m_furtherByObject[object].push_back(observer);
+    }
+    if (observer->m_pool == this) {
+        m_furtherPlaces.insert(observer, {element, object});
+    } else {
+        observer->m_pool = this;
+        observer->m_place = {element, object};
+    }
     static const int objectSlot =
         methodNumber(staticMetaObject, "observedObjectDestroyed(QObject*)");
     connectDestroyed(object, this, objectSlot);
-    observer->m_pool = this;
 }
 
 bool ObserverPool::hasObserver(UIElement* element) {
@@ -71,35 +82,82 @@ QtObjectObserver* ObserverPool::observerForElement(UIElement* element) {
 }
 
 void ObserverPool::observedObjectDestroyed(QObject* object) {
-    deleteObservers(m_observersByObject.value(object));
-}
-
-void ObserverPool::observerDestroyed(QObject* object) {
-    for (auto place = m_places.constFind(object);
-         place != m_places.constEnd() && place.key() == object; ++place) {
-        forgetPlace(object, *place);
+    if (m_furtherByObject.isEmpty()) {
+        delete m_firstByObject.value(object);
+    } else {
+        deleteObservers(observersOf(object));
     }
-    m_places.remove(object);
 }
 
-void ObserverPool::forgetPlace(const QObject* observer, const Place& place) {
-    // Entries are removed by their key: erasing at a place looks for the next one, which is far in
-    // a table that empties. The dying observer is compared by its address only.
+/** For whoever knows only the address of one that died; our own observers call forget(). */
+void ObserverPool::observerDestroyed(QObject* object) {
+    // Compared, and no more than that.
+    auto* const observer = static_cast<QtObjectObserver*>(object);
+    const std::vector<const void*> elements = m_observersByElement.keysOf(observer);
+    for (const void* element : elements) {
+        m_observersByElement.remove(element);
+    }
+    QSet<QObject*> objects;
+    for (const void* watched : m_firstByObject.keysOf(observer)) {
+        objects.insert(static_cast<QObject*>(const_cast<void*>(watched))); // NOLINT(*-const-cast)
+    }
+    for (auto it = m_furtherByObject.cbegin(); it != m_furtherByObject.cend(); ++it) {
+        objects.insert(it.key());
+    }
+    for (QObject* watched : qAsConst(objects)) {
+        forgetPlace(observer, {nullptr, watched});
+    }
+    m_furtherPlaces.remove(object);
+}
+
+void ObserverPool::forget(const QtObjectObserver* observer) {
+    forgetPlace(observer, observer->m_place);
+    if (m_furtherPlaces.isEmpty()) {
+        return;
+    }
+    const QList<Place> places = m_furtherPlaces.values(observer);
+    for (const Place& place : places) {
+        forgetPlace(observer, place);
+    }
+    m_furtherPlaces.remove(observer);
+}
+
+void ObserverPool::forgetPlace(const QtObjectObserver* observer, const Place& place) {
     if (m_observersByElement.value(place.element) == observer) {
         m_observersByElement.remove(place.element);
     }
-    const auto watched = m_observersByObject.find(place.object);
-    if (watched == m_observersByObject.end()) {
-        return;
+    const auto further = m_furtherByObject.find(place.object);
+    const bool hasFurther = further != m_furtherByObject.end();
+    if (hasFurther) {
+        further->erase(std::remove(further->begin(), further->end(), observer), further->end());
     }
-    watched->erase(std::remove(watched->begin(), watched->end(), observer), watched->end());
-    if (watched->empty()) {
-        m_observersByObject.remove(place.object);
+    if (m_firstByObject.value(place.object) == observer) {
+        if (hasFurther && !further->empty()) {
+            m_firstByObject[place.object] = further->front();
+            further->erase(further->begin());
+        } else {
+            m_firstByObject.remove(place.object);
+        }
+    }
+    if (hasFurther && further->empty()) {
+        m_furtherByObject.erase(further);
     }
 }
 
+/** In the order in which they were added. */
+std::vector<QtObjectObserver*> ObserverPool::observersOf(QObject* object) const {
+    std::vector<QtObjectObserver*> observers = m_furtherByObject.value(object);
+    if (QtObjectObserver* const first = m_firstByObject.value(object)) {
+        observers.insert(observers.begin(), first);
+    }
+    return observers;
+}
+
 void ObserverPool::deleteDeadObservers(QObject* object) {
-    std::vector<QtObjectObserver*> observers = m_observersByObject.value(object);
+    if (!m_firstByObject.contains(object)) {
+        return;
+    }
+    std::vector<QtObjectObserver*> observers = observersOf(object);
     const auto isAlive = [](const QtObjectObserver* observer) {
         return observer->observedObject() != nullptr;
     };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "qtobjectobserver.h"
+#include "uiabstraction/pointertable.h"
 
 #include <QHash>
 #include <QObject>
@@ -40,19 +41,19 @@ private Q_SLOTS:
 private:
     friend class QtObjectObserver;
 
-    /** Where an observer stands in the two tables. */
-    struct Place {
-        UIAbstraction::UIElement* element;
-        QObject* object;
-    };
+    using Place = QtObjectObserver::Place;
 
+    void forget(const QtObjectObserver* observer);
+    void forgetPlace(const QtObjectObserver* observer, const Place& place);
+    std::vector<QtObjectObserver*> observersOf(QObject* object) const;
     void deleteDeadObservers(QObject* object);
-    void forgetPlace(const QObject* observer, const Place& place);
 
-    QHash<UIAbstraction::UIElement*, QtObjectObserver*> m_observersByElement;
-    QHash<QObject*, std::vector<QtObjectObserver*>> m_observersByObject;
-    /** Found by the dying observer's address, so that nothing has to be searched. */
-    QMultiHash<const QObject*, Place> m_places;
+    UIAbstraction::PointerTable<QtObjectObserver*> m_observersByElement;
+    UIAbstraction::PointerTable<QtObjectObserver*> m_firstByObject;
+    /** Those that were added later, of the few objects that have several. */
+    QHash<QObject*, std::vector<QtObjectObserver*>> m_furtherByObject;
+    /** Places other than the one that the observer knows, of one that was added more than once. */
+    QMultiHash<const QObject*, Place> m_furtherPlaces;
 };
 
 } // namespace UICoverage

@@ -17,7 +17,7 @@ QtObjectObserver::QtObjectObserver(QObject* observedObject, UIAbstraction::UIEle
 
 QtObjectObserver::~QtObjectObserver() {
     if (m_pool != nullptr) {
-        m_pool->observerDestroyed(this);
+        m_pool->forget(this);
     }
 }
 

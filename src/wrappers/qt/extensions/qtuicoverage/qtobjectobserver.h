@@ -37,11 +37,18 @@ private Q_SLOTS:
 private:
     friend class ObserverPool;
 
+    /** Where an observer stands in its pool. */
+    struct Place {
+        UIAbstraction::UIElement* element = nullptr;
+        QObject* object = nullptr;
+    };
+
     QPointer<QObject> m_observedObject;
     UIAbstraction::UIElement* m_element;
     UICoverageTracker* m_tracker;
     /** Told of this observer's death by a call, which costs less than a connection each. */
     ObserverPool* m_pool = nullptr;
+    Place m_place;
 };
 
 } // namespace UICoverage

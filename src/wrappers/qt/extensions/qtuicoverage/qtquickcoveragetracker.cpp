@@ -4,6 +4,7 @@
 #include "names.h"
 #include "qtquickitemobserver.h"
 #include "quickgeometry.h"
+#include "quickitemclass.h"
 
 #include <QMouseEvent>
 #include <QPointer>
@@ -159,7 +160,7 @@ UIElement* QtQuickCoverageTracker::trackItem(QQuickItem* item) {
 }
 
 UIElement* QtQuickCoverageTracker::createItemElement(QQuickItem* item) {
-    UIElement* const created = makeElement(item, StandardType());
+    auto* const created = new UIElement(QuickItemClass::of(item).name(), StandardType(), QString());
     created->setTransparentNode(true);
     elementStore().addMapping(item, created);
     auto* const observer = new QtQuickItemObserver(item, created, this);

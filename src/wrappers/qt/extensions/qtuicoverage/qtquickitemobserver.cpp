@@ -1,6 +1,7 @@
 #include "qtquickitemobserver.h"
 
 #include "logging.h"
+#include "metamethods.h"
 #include "mnemonics.h"
 #include "names.h"
 #include "quickgeometry.h"
@@ -10,6 +11,7 @@
 #include <QVariant>
 
 #include <algorithm>
+#include <array>
 
 namespace Vorsk {
 namespace UICoverage {
@@ -18,9 +20,6 @@ using UIAbstraction::StandardType;
 using UIAbstraction::UIElement;
 
 namespace {
-
-constexpr char clickedSignal[] = "clicked()";
-constexpr char triggeredSignal[] = "triggered()";
 
 bool isLoader(const QQuickItem* item) {
     return qstrcmp(item->metaObject()->className(), "QQuickLoader") == 0;
@@ -31,14 +30,15 @@ bool isLoader(const QQuickItem* item) {
 QtQuickItemObserver::QtQuickItemObserver(QQuickItem* item, UIElement* element,
                                          UICoverageTracker* tracker)
     : QtObjectObserver(item, element, tracker) {
-    connectSignals();
+    const QuickItemClass cls = QuickItemClass::of(item);
+    connectSignals(cls);
     // Reading a property may run QML that deletes the item; what is left to do is then left undone.
-    registerConditionalEvents();
+    registerConditionalEvents(cls);
     if (observedObject() != nullptr) {
-        readText();
+        readText(cls);
     }
     if (observedObject() != nullptr) {
-        classify();
+        classify(cls);
     }
 }
 
@@ -54,14 +54,6 @@ QQuickItem* QtQuickItemObserver::item() const {
     return static_cast<QQuickItem*>(observedObject());
 }
 
-QByteArray QtQuickItemObserver::className() const {
-    return item()->metaObject()->className();
-}
-
-bool QtQuickItemObserver::hasSignal(const char* signature) const {
-    return item()->metaObject()->indexOfSignal(signature) != -1;
-}
-
 bool QtQuickItemObserver::hasProperty(const char* name) const {
     return item()->metaObject()->indexOfProperty(name) != -1;
 }
@@ -74,111 +66,137 @@ QVariant QtQuickItemObserver::readProperty(const char* name) const {
     return value;
 }
 
-bool QtQuickItemObserver::readsTrue(const char* name) const {
-    return observedObject() != nullptr && hasProperty(name) && readProperty(name).toBool();
+QVariant QtQuickItemObserver::readProperty(const QuickItemClass& cls,
+                                           QuickItemClass::Property property) const {
+    QVariant value = cls.read(item(), property);
+    if (!value.isValid()) {
+        logWarning("Invalid property: '%s'", QuickItemClass::nameOf(property));
+    }
+    return value;
 }
 
-void QtQuickItemObserver::connectSignals() {
-    connect(item(), &QQuickItem::visibleChanged, this, &QtQuickItemObserver::onVisibleChanged);
-    connect(item(), &QQuickItem::childrenChanged, this, &QtQuickItemObserver::onChildrenChanged);
-    if (hasSignal(clickedSignal)) {
-        connect(item(), SIGNAL(clicked()), this, SLOT(onClicked()));
-    }
-    if (hasSignal("textChanged()")) {
-        connect(item(), SIGNAL(textChanged()), this, SLOT(onTextChanged()));
-    }
-    if (hasSignal(triggeredSignal)) {
-        connect(item(), SIGNAL(triggered()), this, SLOT(onTriggered()));
-    }
+bool QtQuickItemObserver::readsTrue(const QuickItemClass& cls,
+                                    QuickItemClass::Property property) const {
+    return observedObject() != nullptr && cls.has(property) && readProperty(cls, property).toBool();
+}
+
+void QtQuickItemObserver::connectSignals(const QuickItemClass& cls) {
+    static const int visibleChanged =
+        methodNumber(QQuickItem::staticMetaObject, "visibleChanged()");
+    static const int childrenChanged =
+        methodNumber(QQuickItem::staticMetaObject, "childrenChanged()");
+    static const int slotOfVisible = methodNumber(staticMetaObject, "onVisibleChanged()");
+    static const int slotOfChildren = methodNumber(staticMetaObject, "onChildrenChanged()");
+    QMetaObject::connect(item(), visibleChanged, this, slotOfVisible);
+    QMetaObject::connect(item(), childrenChanged, this, slotOfChildren);
+    connectSignal(cls, QuickItemClass::Clicked);
+    connectSignal(cls, QuickItemClass::TextChanged);
+    connectSignal(cls, QuickItemClass::Triggered);
     // A check box that has both would count each change twice.
-    if (hasSignal("checkedStateChanged()")) {
-        connect(item(), SIGNAL(checkedStateChanged()), this, SLOT(onCheckedStateChanged()));
-    } else if (hasSignal("checkedChanged()")) {
-        connect(item(), SIGNAL(checkedChanged()), this, SLOT(onCheckedChanged()));
+    connectSignal(cls, cls.has(QuickItemClass::CheckedStateChanged)
+                           ? QuickItemClass::CheckedStateChanged
+                           : QuickItemClass::CheckedChanged);
+}
+
+void QtQuickItemObserver::connectSignal(const QuickItemClass& cls, QuickItemClass::Signal signal) {
+    static const std::array<int, QuickItemClass::CheckedChanged + 1> numbers{
+        methodNumber(staticMetaObject, "onClicked()"),
+        methodNumber(staticMetaObject, "onTextChanged()"),
+        methodNumber(staticMetaObject, "onTriggered()"),
+        methodNumber(staticMetaObject, "onCheckedStateChanged()"),
+        methodNumber(staticMetaObject, "onCheckedChanged()")};
+    if (cls.has(signal)) {
+        QMetaObject::connect(item(), cls.numberOf(signal), this, numbers[signal]);
     }
 }
 
-void QtQuickItemObserver::registerConditionalEvents() {
-    if (readsTrue("partiallyCheckedEnabled")) {
+void QtQuickItemObserver::registerConditionalEvents(const QuickItemClass& cls) {
+    if (readsTrue(cls, QuickItemClass::PartiallyCheckedEnabled)) {
         element()->registerEvent(Events::partiallyChecked());
     }
-    if (readsTrue("checkable")) {
+    if (readsTrue(cls, QuickItemClass::Checkable)) {
         element()->registerEvent(Events::checked());
         // Read once more: what the application's getter says may have changed.
-        if (readsTrue("checkable")) {
+        if (readsTrue(cls, QuickItemClass::Checkable)) {
             element()->registerEvent(Events::unchecked());
         }
     }
     if (observedObject() == nullptr) {
         return;
     }
-    if (hasSignal(triggeredSignal)) {
+    if (cls.has(QuickItemClass::Triggered)) {
         element()->registerEvent(Events::triggered());
     }
-    if (hasSignal(clickedSignal)) {
+    if (cls.has(QuickItemClass::Clicked)) {
         element()->registerEvent(Events::clicked());
     }
 }
 
-void QtQuickItemObserver::readText() {
-    if (hasProperty("text")) {
-        const QVariant text = readProperty("text");
+void QtQuickItemObserver::readText(const QuickItemClass& cls) {
+    if (cls.has(QuickItemClass::Text)) {
+        const QVariant text = readProperty(cls, QuickItemClass::Text);
         if (text.isValid()) {
             element()->setText(stripMnemonics(text.toString()));
         }
-    } else if (hasProperty("title")) {
-        const QVariant title = readProperty("title");
+    } else if (cls.has(QuickItemClass::Title)) {
+        const QVariant title = readProperty(cls, QuickItemClass::Title);
         if (title.isValid()) {
             element()->setText(title.toString());
         }
     }
 }
 
-void QtQuickItemObserver::classify() {
-    const QByteArray name = className();
-    if (name.contains("QQuickPopupItem")) {
+void QtQuickItemObserver::classify(const QuickItemClass& cls) {
+    using Kind = QuickItemClass::Kind;
+    switch (kindOf(cls)) {
+    case Kind::Popup:
         element()->setStandardType(StandardTypes::dialog());
         element()->setWindowNode(true);
-    } else if (name.contains("QQuickMenuItem")) {
+        break;
+    case Kind::MenuItem:
         element()->setStandardType(StandardTypes::menuItem());
-        warnAboutMissingSignal(clickedSignal);
-        warnAboutMissingSignal(triggeredSignal);
-    } else if (isButton(name)) {
+        warnAboutMissingSignal(cls, QuickItemClass::Clicked);
+        warnAboutMissingSignal(cls, QuickItemClass::Triggered);
+        break;
+    case Kind::Button:
         makeControl(StandardTypes::button());
         element()->registerEvent(Events::clicked());
-        warnAboutMissingSignal(clickedSignal);
-    } else if (isTextInput(name)) {
-        classifyAsTextInput();
-    } else if (name.contains("CheckBox_QMLTYPE_")) {
-        classifyAsCheckBox();
+        warnAboutMissingSignal(cls, QuickItemClass::Clicked);
+        break;
+    case Kind::TextInput:
+        classifyAsTextInput(cls);
+        break;
+    case Kind::CheckBox:
+        classifyAsCheckBox(cls);
+        break;
+    case Kind::Other:
+        break;
     }
 }
 
-bool QtQuickItemObserver::isButton(const QByteArray& name) const {
-    static constexpr const char* fragments[] = {"Button_QMLTYPE_", "QQuickButton",
-                                                "QQuickTabButton", "QQuickToolButton",
-                                                "QQuickRoundButton"};
-    return std::any_of(std::begin(fragments), std::end(fragments),
-                       [&name](const char* fragment) { return name.contains(fragment); });
+/** By the class and, for a text, by what stands beside it. */
+QuickItemClass::Kind QtQuickItemObserver::kindOf(const QuickItemClass& cls) const {
+    using Kind = QuickItemClass::Kind;
+    const bool mayBecomeInput = cls.kind() == Kind::Other || cls.kind() == Kind::CheckBox;
+    return mayBecomeInput && cls.isText() && hasLoaderBeside() ? Kind::TextInput : cls.kind();
 }
 
-bool QtQuickItemObserver::isTextInput(const QByteArray& name) const {
-    // Version 1 of the controls loads the editor of a text input beside the text that stands for
-    // it.
+/** Version 1 of the controls loads the editor of a text input beside the text that stands for it.
+ */
+bool QtQuickItemObserver::hasLoaderBeside() const {
     const QQuickItem* const parent = item()->parentItem();
-    if (name.contains("QQuickText") && parent != nullptr) {
-        const QList<QQuickItem*> siblings = parent->childItems();
-        if (std::any_of(siblings.cbegin(), siblings.cend(), isLoader)) {
-            return true;
-        }
+    if (parent == nullptr) {
+        return false;
     }
-    return name.contains("TextInput_QMLTYPE_") || name.contains("QQuickTextArea") ||
-           name.contains("QQuickTextField");
+    const QList<QQuickItem*> siblings = parent->childItems();
+    return std::any_of(siblings.cbegin(), siblings.cend(), isLoader);
 }
 
-void QtQuickItemObserver::warnAboutMissingSignal(const char* signature) const {
-    if (!hasSignal(signature)) {
-        logWarning("Missing signal: %s::%s", className().constData(), signature);
+void QtQuickItemObserver::warnAboutMissingSignal(const QuickItemClass& cls,
+                                                 QuickItemClass::Signal signal) const {
+    if (!cls.has(signal)) {
+        logWarning("Missing signal: %s::%s", item()->metaObject()->className(),
+                   QuickItemClass::nameOf(signal));
     }
 }
 
@@ -189,24 +207,25 @@ void QtQuickItemObserver::makeControl(const StandardType& standardType) {
     element()->setSubgraphTransparent(true);
 }
 
-void QtQuickItemObserver::classifyAsTextInput() {
+void QtQuickItemObserver::classifyAsTextInput(const QuickItemClass& cls) {
     makeControl(StandardTypes::textInput());
     element()->registerEvent(Events::textChanged());
-    if (hasProperty("placeholderText")) {
-        const QVariant placeholder = readProperty("placeholderText");
+    if (cls.has(QuickItemClass::PlaceholderText)) {
+        const QVariant placeholder = readProperty(cls, QuickItemClass::PlaceholderText);
         if (placeholder.isValid()) {
             element()->setText(placeholder.toString());
         }
     }
 }
 
-void QtQuickItemObserver::classifyAsCheckBox() {
+void QtQuickItemObserver::classifyAsCheckBox(const QuickItemClass& cls) {
     makeControl(StandardTypes::checkBox());
     element()->registerEvent(Events::checked());
     element()->registerEvent(Events::unchecked());
-    warnAboutMissingSignal(clickedSignal);
-    if (!hasProperty("checkedState")) {
-        logWarning("Missing property: %s::%s", className().constData(), "checkedState");
+    warnAboutMissingSignal(cls, QuickItemClass::Clicked);
+    if (!cls.has(QuickItemClass::CheckedState)) {
+        logWarning("Missing property: %s::%s", item()->metaObject()->className(),
+                   QuickItemClass::nameOf(QuickItemClass::CheckedState));
     }
 }
 

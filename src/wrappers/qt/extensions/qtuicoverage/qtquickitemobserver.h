@@ -1,6 +1,7 @@
 #pragma once
 
 #include "qtobjectobserver.h"
+#include "quickitemclass.h"
 
 #include <QPointer>
 #include <QQuickItem>
@@ -50,22 +51,22 @@ private Q_SLOTS:
 
 private:
     QQuickItem* item() const;
-    QByteArray className() const;
-    bool hasSignal(const char* signature) const;
     bool hasProperty(const char* name) const;
     QVariant readProperty(const char* name) const;
-    bool readsTrue(const char* name) const;
+    QVariant readProperty(const QuickItemClass& cls, QuickItemClass::Property property) const;
+    bool readsTrue(const QuickItemClass& cls, QuickItemClass::Property property) const;
 
-    void connectSignals();
-    void registerConditionalEvents();
-    void readText();
-    void classify();
-    bool isButton(const QByteArray& name) const;
-    bool isTextInput(const QByteArray& name) const;
-    void warnAboutMissingSignal(const char* signature) const;
+    void connectSignals(const QuickItemClass& cls);
+    void connectSignal(const QuickItemClass& cls, QuickItemClass::Signal signal);
+    void registerConditionalEvents(const QuickItemClass& cls);
+    void readText(const QuickItemClass& cls);
+    void classify(const QuickItemClass& cls);
+    QuickItemClass::Kind kindOf(const QuickItemClass& cls) const;
+    bool hasLoaderBeside() const;
+    void warnAboutMissingSignal(const QuickItemClass& cls, QuickItemClass::Signal signal) const;
     void makeControl(const UIAbstraction::StandardType& standardType);
-    void classifyAsTextInput();
-    void classifyAsCheckBox();
+    void classifyAsTextInput(const QuickItemClass& cls);
+    void classifyAsCheckBox(const QuickItemClass& cls);
 
     int m_knownChildren = -1;
     QPointer<QQuickItem> m_lastKnownChild;

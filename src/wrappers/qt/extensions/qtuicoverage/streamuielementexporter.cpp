@@ -20,6 +20,9 @@ using UIAbstraction::UIEvent;
 
 namespace {
 
+/** Bytes of a payload's memory that are kept for the next one. */
+constexpr int keptMemory = 4096;
+
 // A variant that has the type already takes a value at a third of the cost of becoming another one.
 
 void setInteger(QVariant& variant, int value) {
@@ -96,10 +99,11 @@ void StreamUIElementExporter::onWindowNodeChanged(const UIElement* element, bool
 template <class... Items>
 void StreamUIElementExporter::exportRecord(RecordKind kind, const UIElement* element,
                                            const Items&... items) {
-    PayloadWriter writer;
+    PayloadWriter writer(std::move(m_memory));
     writer << element->id();
     (writer << ... << items);
-    deliver({kind, writer.payload()});
+    // Whoever keeps payloads should not keep their spare memory.
+    deliver({kind, m_isKeptByHost ? writer.payload() : writer.take()});
 }
 
 void StreamUIElementExporter::deliver(Record&& record) {
@@ -107,8 +111,13 @@ void StreamUIElementExporter::deliver(Record&& record) {
     // time.
     if (Hook::hook != nullptr && m_pending.isEmpty()) {
         send(*Hook::hook, record);
+        m_isKeptByHost = !record.payload.isDetached();
+        if (!m_isKeptByHost && record.payload.capacity() <= keptMemory) {
+            m_memory = std::move(record.payload);
+        }
         return;
     }
+    record.payload.squeeze(); // it may wait for long, with many others
     m_pending.enqueue(std::move(record));
     while (Hook::hook != nullptr && !m_pending.isEmpty()) {
         send(*Hook::hook, m_pending.dequeue());

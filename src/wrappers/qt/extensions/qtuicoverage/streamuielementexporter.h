@@ -65,6 +65,9 @@ private:
     QString m_messageName;
     /** Used for one message after the other, so that each does not need a list of its own. */
     ArgumentList m_arguments;
+    /** For the next payload. */
+    QByteArray m_memory;
+    bool m_isKeptByHost = false;
     bool m_isSending = false;
 };
 

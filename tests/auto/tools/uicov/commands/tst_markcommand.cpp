@@ -3,6 +3,7 @@
 #include "recording/recordingreader.h"
 #include "testlib/commandrunner.h"
 #include "testlib/recordingbuilder.h"
+#include "testlib/terminalrunner.h"
 #include "testlib/testcase.h"
 
 #include <QCoreApplication>
@@ -100,6 +101,22 @@ private Q_SLOTS:
         QCOMPARE(m_runner->errors(), QString());
         // The process that has ended is left alone.
         QCOMPARE(marksIn(m_run->path() + QStringLiteral("/a-7.uirec")), QStringList());
+    }
+
+    void onATerminalTheNextCommandIsNamed() {
+        qunsetenv("UICOV_RUN");
+        for (const bool ends : {false, true}) {
+            TestLib::TerminalRunner terminal;
+            QVERIFY(terminal.start(QStringLiteral(UICOV_PROGRAM),
+                                   {QStringLiteral("mark"), QStringLiteral("-o"), path(".uicov"),
+                                    ends ? QStringLiteral("--end") : QStringLiteral("login")},
+                                   0));
+            QCOMPARE(terminal.finish(), 0);
+            const QString next = ends ? QStringLiteral("NAME, or end the application")
+                                      : QStringLiteral("-o %1 --end").arg(path(".uicov"));
+            QCOMPARE(terminal.output(),
+                     QStringLiteral("uicov: next: uicov mark %1\r\n").arg(next).toUtf8());
+        }
     }
 
     void processesStillToStartBeginInTheContext() {

@@ -415,6 +415,18 @@ private Q_SLOTS:
                  qPrintable(m_runner->errors()));
     }
 
+    void aRecordingThatTheRunCutShortIsTheCause() {
+        QCOMPARE(
+            run({QStringLiteral("--recording"), QStringLiteral("app.uirec"), QStringLiteral("--"),
+                 QStringLiteral("sh"), QStringLiteral("-c"), QStringLiteral("true >app.uirec")}),
+            1);
+        QVERIFY2(m_runner->errors().contains(
+                     QStringLiteral("sh recorded nothing: its recording ") + path("app.uirec") +
+                     QStringLiteral(" is there, but was cut short or overwritten")),
+                 qPrintable(m_runner->errors()));
+        QVERIFY(!m_runner->errors().contains(QStringLiteral("does not load Qt")));
+    }
+
     void whatTheDoctorFindsIsToldWhenThereIsNoRecording() {
         m_runner->setVariable(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
         m_runner->setVariable(QStringLiteral("DISPLAY"), QString());

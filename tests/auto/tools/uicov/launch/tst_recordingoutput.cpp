@@ -60,8 +60,11 @@ private Q_SLOTS:
             QVERIFY2(problem, name);
             QCOMPARE(problem->message, Message::OutputNotARecording);
         }
-        QCOMPARE(RecordingOutput(QStringLiteral("/dev/null")).check()->message,
-                 Message::OutputNotARecording);
+        for (const char* device : {"/dev/null", "/dev/full"}) {
+            const auto problem = RecordingOutput(QString::fromLatin1(device)).check();
+            QVERIFY2(problem, device);
+            QCOMPARE(problem->message, Message::OutputNotARecording);
+        }
         QVERIFY(QFile::exists(path("thesis.txt")));
     }
 

@@ -169,6 +169,20 @@ private Q_SLOTS:
         }
     }
 
+    void aHeldPlaceThatIsCutShortIsTorn() {
+        RecordingBuilder recording;
+        recording.addProcess({});
+        const QByteArray all = frames(recording);
+        const qint64 hole = RecordingFormat::sharedHeaderSize + all.size();
+        for (int there = 8; there < 30; ++there) {
+            const Outcome outcome = read(shared(all, hole + 30, there, hole, 30));
+            QCOMPARE(outcome.frames, 1);
+            QCOMPARE(outcome.ending.kind, Ending::Kind::Torn);
+            QCOMPARE(outcome.ending.soundBytes, hole);
+            QCOMPARE(outcome.ending.lostBytes, qint64{30});
+        }
+    }
+
     void aFileThatCannotBeUsedSaysWhy_data() {
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<Message>("message");

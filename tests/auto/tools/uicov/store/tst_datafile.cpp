@@ -13,8 +13,6 @@ using Uicov::Store::DataFile;
 using Uicov::Store::Run;
 using Uicov::Store::Sql;
 
-Q_DECLARE_METATYPE(Uicov::Console::Message)
-
 class TestDataFile : public TestLib::TestCase {
     Q_OBJECT
 
@@ -30,13 +28,6 @@ class TestDataFile : public TestLib::TestCase {
     QByteArray contents() const {
         QFile file(m_path);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
-    /** Changes what is in the file, past all checks. */
-    void tamper(const char* statement) {
-        Sql sql;
-        QVERIFY(sql.open(m_path, Sql::Access::Write));
-        QVERIFY2(sql.execute(QLatin1String(statement)), qPrintable(sql.error()));
     }
 
     void makeFile(int elements = 20) {
@@ -241,95 +232,6 @@ private Q_SLOTS:
         add("a", "2024-01-02", 2);
         QCOMPARE(file.runs(), QStringList({TestLib::uuid(4), TestLib::uuid(2), TestLib::uuid(3),
                                            TestLib::uuid(1)}));
-    }
-
-    void whatIsNoDataFileIsRefusedAndLeftAsItIs_data() {
-        QTest::addColumn<QByteArray>("statement");
-        QTest::addColumn<Message>("message");
-        QTest::addColumn<QString>("part");
-        QTest::newRow("another database")
-            << QByteArray("PRAGMA application_id = 7") << Message::InputForeign
-            << "a SQLite database of something else";
-        QTest::newRow("newer schema") << QByteArray("PRAGMA user_version = 99")
-                                      << Message::InputNewer << "version 99, and this uicov reads";
-        QTest::newRow("schema 0") << QByteArray("PRAGMA user_version = 0") << Message::InputForeign
-                                  << "version 0";
-    }
-
-    void whatIsNoDataFileIsRefusedAndLeftAsItIs() {
-        QFETCH(QByteArray, statement);
-        QFETCH(Message, message);
-        QFETCH(QString, part);
-        makeFile();
-        tamper(statement.constData());
-        const QByteArray before = contents();
-        for (const auto access : {Sql::Access::Read, Sql::Access::Write}) {
-            DataFile file;
-            const auto problem = file.open(m_path, access);
-            QVERIFY(problem);
-            QCOMPARE(problem->message, message);
-            QVERIFY2(problem->text.contains(part), qPrintable(problem->text));
-            QVERIFY(problem->text.startsWith(m_path));
-        }
-        QCOMPARE(contents(), before);
-    }
-
-    void aRunThatDoesNotFitTogetherIsDamage_data() {
-        QTest::addColumn<QByteArray>("statement");
-        QTest::newRow("a missing element") << QByteArray("DELETE FROM element WHERE number = 1");
-        QTest::newRow("a parent that is not there")
-            << QByteArray("UPDATE element SET parent = 4000 WHERE number = 1");
-        QTest::newRow("a negative parent")
-            << QByteArray("UPDATE element SET parent = -4 WHERE number = 1");
-        QTest::newRow("a child that is not there")
-            << QByteArray("INSERT INTO further_parent VALUES (1, 0, 900, 77777)");
-        QTest::newRow("a missing text")
-            << QByteArray("UPDATE element SET class = 99999 WHERE number = 0");
-        QTest::newRow("a hit of nothing")
-            << QByteArray("INSERT INTO hit VALUES (1, 4711, 1, 0, 1)");
-        QTest::newRow("a hit in no context")
-            << QByteArray("INSERT INTO hit VALUES (1, 0, 1, 4711, 1)");
-        QTest::newRow("a hit that did not happen")
-            << QByteArray("INSERT OR REPLACE INTO hit VALUES (1, 0, 1, 0, 0)");
-        QTest::newRow("no context") << QByteArray("DELETE FROM context");
-        QTest::newRow("no table") << QByteArray("DROP TABLE hit");
-    }
-
-    void aRunThatDoesNotFitTogetherIsDamage() {
-        QFETCH(QByteArray, statement);
-        makeFile();
-        tamper(statement.constData());
-        DataFile file;
-        QVERIFY(!file.open(m_path, Sql::Access::Read));
-        Run run;
-        const auto problem = file.read(TestLib::uuid(1), DataFile::Pictures::Load, run);
-        QVERIFY(problem);
-        QCOMPARE(problem->message, Message::DataFileDamaged);
-    }
-
-    void aPlaceThatNoRectangleCanHoldIsNone() {
-        makeFile();
-        tamper("UPDATE element SET x = 9000000000, y = 0, width = 1, height = 1");
-        DataFile file;
-        QVERIFY(!file.open(m_path, Sql::Access::Read));
-        QVERIFY(!read(file, TestLib::uuid(1)).element(0).place);
-    }
-
-    void damagedPagesAreFound() {
-        makeFile(200);
-        DataFile sound;
-        QVERIFY(!sound.open(m_path, Sql::Access::Read));
-        QVERIFY(!sound.checkPages());
-        QFile raw(m_path);
-        QVERIFY(raw.open(QIODevice::ReadWrite));
-        const qint64 page = 4096;
-        for (qint64 start = page; start + page <= raw.size(); start += page) {
-            QVERIFY(raw.seek(start) && raw.write(QByteArray(64, '\x7f')) == 64);
-        }
-        raw.close();
-        DataFile file;
-        const auto problem = file.open(m_path, Sql::Access::Read);
-        QVERIFY(problem || file.checkPages());
     }
 
     void aRunThatIsNotThereIsAProblem() {

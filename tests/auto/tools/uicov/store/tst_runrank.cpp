@@ -2,7 +2,11 @@
 #include "testlib/randomrun.h"
 #include "testlib/testcase.h"
 
+#include <QCryptographicHash>
+#include <QDataStream>
 #include <QTest>
+
+#include <limits>
 
 using TestLib::randomRun;
 using Uicov::Store::Run;
@@ -33,6 +37,41 @@ private Q_SLOTS:
         }
         QVERIFY(RunRank::of(complete) < RunRank::of(more));
         QVERIFY(RunRank::of(less) < RunRank::of(complete));
+    }
+
+    void anyNumberCanBeCompared() {
+        constexpr qint64 lowest = std::numeric_limits<qint64>::min();
+        constexpr qint64 highest = std::numeric_limits<qint64>::max();
+        const auto losing = [](qint64 bytes) { return RunRank{1, false, bytes, QByteArray()}; };
+        QVERIFY(losing(highest) < losing(0));
+        QVERIFY(losing(0) < losing(lowest));
+        QVERIFY(!(losing(lowest) < losing(highest)));
+    }
+
+    /** Data files of former versions hold it. */
+    void digestIsThatOfAStream() {
+        QRandomGenerator random(47);
+        for (int i = 0; i < 100; ++i) {
+            const Run run = randomRun(random);
+            QByteArray bytes;
+            QDataStream stream(&bytes, QIODevice::WriteOnly);
+            stream.setVersion(QDataStream::Qt_5_9);
+            stream << run.uuid << run.session << run.application << run.executable << run.qtVersion
+                   << run.platform << run.locale << run.architecture << run.started << run.labels
+                   << run.isComplete << run.partialReason << run.bytesLost << run.messages
+                   << run.messagesLost << run.contexts << run.warnings;
+            for (const RunElement& e : run.elements) {
+                stream << e.id << e.className << e.type << e.text << e.isTransparentNode
+                       << e.isSubgraphTransparent << e.isWindowNode << e.parent << e.children
+                       << e.events << e.hits.size() << e.place.has_value()
+                       << e.place.value_or(QRect()) << e.picture;
+                for (const Uicov::Store::Hit& hit : e.hits) {
+                    stream << hit.event << hit.context << hit.count;
+                }
+            }
+            QCOMPARE(RunRank::of(run).digest,
+                     QCryptographicHash::hash(bytes, QCryptographicHash::Sha256));
+        }
     }
 
     void onlyEqualRunsAreEqual() {

@@ -29,6 +29,7 @@ private Q_SLOTS:
     void eventInsideTheWindowsFirstEvent();
     void itemMayDieWhileItsWindowIsRendered_data();
     void itemMayDieWhileItsWindowIsRendered();
+    void itemAtTheAddressOfOneThatDiedWhileItWasGrabbedGetsNoPictureOfIt();
     void windowMayDieWhileItIsTracked();
     void trackerMayDieBeforeTheItems();
 };
@@ -156,6 +157,43 @@ void tst_QtQuickCoverageTrackerLifetime::itemMayDieWhileItsWindowIsRendered() {
     QCOMPARE(popup.isNull(), popupDies);
     QCOMPARE(probe.takeRecords(5).size(), popupDies ? 0 : 1);
     delete popup;
+}
+
+namespace {
+
+/** Puts an item in the place of a popup when the window is rendered. */
+class RenderingReplacer : public QQuickItem {
+public:
+    using QQuickItem::QQuickItem;
+    TestLib::SameStorage<QQuickPopupItem>* storage = nullptr;
+
+protected:
+    void updatePolish() override { storage->make()->setParentItem(window()->contentItem()); }
+};
+
+} // namespace
+
+void tst_QtQuickCoverageTrackerLifetime::
+    itemAtTheAddressOfOneThatDiedWhileItWasGrabbedGetsNoPictureOfIt() {
+    QuickProbe probe(Pictures::On);
+    QQuickWindow window;
+    window.resize(100, 100);
+    TestLib::SameStorage<QQuickPopupItem> storage;
+    QQuickPopupItem* const popup = storage.make();
+    popup->setParentItem(window.contentItem());
+    RenderingReplacer replacer(window.contentItem());
+    replacer.storage = &storage;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    probe.show(&window);
+    const UIElement* const first = probe.element(popup);
+    replacer.polish();
+    probe.takeRecords();
+    probe.press(popup);
+    // The new one was tracked as soon as it was a child, that is before the picture was taken.
+    QVERIFY(probe.element(popup));
+    QVERIFY(probe.element(popup) != first);
+    QCOMPARE(probe.takeRecords(5), QStringList());
 }
 
 /** Deletes its window when it is looked at. */

@@ -246,7 +246,15 @@ private Q_SLOTS:
         QVERIFY(m_probe->tracker().elementStore().elements().isEmpty());
     }
 
+    void widgetDeletedWhileTheMenuAroundItIsLaidOut_data() {
+        QTest::addColumn<bool>("withPictures");
+        QTest::newRow("without pictures") << false;
+        QTest::newRow("with pictures") << true;
+    }
+
     void widgetDeletedWhileTheMenuAroundItIsLaidOut() {
+        QFETCH(bool, withPictures);
+        m_probe->tracker().setTakeScreenshotsOfElements(withPictures);
         const TestLib::KeepFreed keepFreed;
         DeadlyMenu deadly(true);
         QWidget* const address = deadly.first;
@@ -260,12 +268,19 @@ private Q_SLOTS:
         QVERIFY(m_probe->element(&deadly.menu) != nullptr);
     }
 
+    void actionDeletedWhileItsMenuIsLaidOut_data() {
+        QTest::addColumn<bool>("isFirst");
+        QTest::newRow("the one whose place is asked for") << true;
+        QTest::newRow("one that comes later") << false;
+    }
+
     void actionDeletedWhileItsMenuIsLaidOut() {
+        QFETCH(bool, isFirst);
         const TestLib::KeepFreed keepFreed;
         DeadlyMenu deadly(true);
         const QPointer<QAction> victim(new QAction(text("Victim"), &deadly.menu));
-        bool isDying = false;                             // its death has the menu laid out again
-        deadly.menu.insertAction(&deadly.action, victim); // the first whose place is asked for
+        bool isDying = false; // its death has the menu laid out again
+        deadly.menu.insertAction(isFirst ? &deadly.action : nullptr, victim);
         deadly.show([&] {
             deadly.asked->whenAsked = [&] {
                 if (!isDying) {
@@ -280,6 +295,18 @@ private Q_SLOTS:
         QVERIFY2(!tree.contains(text("Victim")), qPrintable(tree));
         QVERIFY2(tree.contains(text("Another")), qPrintable(tree));
         QVERIFY(m_probe->takeRecords().filter(text("Victim")).isEmpty());
+    }
+
+    void childDeletedWhileItIsTracked() {
+        const TestLib::KeepFreed keepFreed;
+        DeadlyMenu deadly(true);
+        QTest::ignoreMessage(QtDebugMsg, "handling 'first'");
+        QTest::ignoreMessage(QtDebugMsg, "handling 'second'");
+        QTest::ignoreMessage(QtDebugMsg, "handling ''");
+        QTest::ignoreMessage(QtDebugMsg, "handling ''");
+        deadly.show([&] { m_probe->tracker().trackChildWidgets(&deadly.menu); });
+        QVERIFY(deadly.first.isNull());
+        QVERIFY(m_probe->element(deadly.second) != nullptr);
     }
 
     void childDeletedWhileItsSiblingIsTracked() {

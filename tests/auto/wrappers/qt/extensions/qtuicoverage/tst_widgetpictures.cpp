@@ -1,5 +1,6 @@
 #include "qtwidgetscoveragetracker.h"
 #include "testlib/keepfreed.h"
+#include "testlib/samestorage.h"
 #include "testlib/testcase.h"
 #include "testlib/widgetsprobe.h"
 #include "uiabstraction/uielement.h"
@@ -161,6 +162,24 @@ private Q_SLOTS:
                               text("kind 3 eventRegistered #1 clicked"),
                               text("kind 11 usageIncreased #1 shown=1")}));
         QCOMPARE(m_probe->takeLog(), QStringList());
+    }
+
+    void widgetAtTheAddressOfOneThatDiedWhileItWasGrabbedGetsNoPictureOfIt() {
+        const TestLib::KeepFreed keepFreed;
+        TestLib::SameStorage<PaintingWidget<QPushButton>> storage;
+        PaintingWidget<QPushButton>* const widget = storage.make();
+        widget->show();
+        widget->atPainting(1, [&] {
+            storage.make();
+            m_probe->tracker().setTakeScreenshotsOfElements(false);
+            m_probe->show(widget); // is the new one
+        });
+        m_probe->show(widget);
+        QVERIFY(m_probe->element(widget));
+        const QStringList records = m_probe->takeRecords();
+        QCOMPARE(records.filter(text("elementAdded")).size(), 2);
+        QCOMPARE(records.filter(text("imageChanged")), QStringList());
+        QVERIFY(m_probe->element(widget)->image().isNull());
     }
 
     void menuDeletedWhileItIsGrabbed_data() { paintings(); }
