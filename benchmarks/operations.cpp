@@ -185,6 +185,13 @@ Work hitTest(int items) {
     };
 }
 
+/** The first look at so many makes the next ones short. */
+Work hitTestAgain(int items) {
+    const Work test = hitTest(items);
+    test();
+    return test;
+}
+
 /** Objects with their elements, a store and a pool. */
 struct Objects {
     explicit Objects(int count) {
@@ -324,6 +331,7 @@ const std::vector<Operation>& operations() {
         {"record of a window flag", recordsOfAWindowFlag},
         {"usage count", usageCounts},
         {"hit test, for each child", hitTest},
+        {"hit test again, for each child", hitTestAgain},
         {"object mapped", mappingsAdded},
         {"mapped object destroyed", mappedObjectsDestroyed},
         {"observer added", observersAdded},

@@ -7,7 +7,8 @@
 #define FUZZ_CHECK(condition)                                                                      \
     do {                                                                                           \
         if (!(condition)) {                                                                        \
-            std::fprintf(stderr, "%s:%d: does not hold: %s\n", __FILE__, __LINE__, #condition);    \
+            static_cast<void>(std::fprintf(stderr, "%s:%d: does not hold: %s\n", __FILE__,         \
+                                           __LINE__, #condition));                                 \
             std::abort();                                                                          \
         }                                                                                          \
     } while (false)

@@ -17,7 +17,6 @@
 
 using Uicov::Recording::Ending;
 using Uicov::Recording::Frame;
-using Uicov::Recording::HookMessage;
 using Uicov::Recording::RecordingReader;
 using VorskHost::RecordingWriter;
 

@@ -1,6 +1,7 @@
 #include "store/runwriter.h"
 
 #include "identity/keywalk.h"
+#include "store/rowbatch.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -140,38 +141,35 @@ void RunWriter::writeElements(qint64 id, const Run& run) {
             }
         }
     }
+    RowBatch elements(m_sql, "element", 19);
+    RowBatch hits(m_sql, "hit", 5);
     for (int i = 0; i < count && m_sql.isOk(); ++i) {
-        writeElement(id, run, i, positions.at(i));
-        writeHits(id, i, run.element(i));
+        writeElement(elements, id, run, i, positions.at(i));
+        for (const Hit& hit : run.element(i).hits) {
+            hits.add({id, i, textId(hit.event), hit.context, hit.count});
+        }
     }
+    elements.flush();
+    hits.flush();
 }
 
-void RunWriter::writeElement(qint64 id, const Run& run, int number, int position) {
+void RunWriter::writeElement(RowBatch& rows, qint64 id, const Run& run, int number, int position) {
     const RunElement& element = run.element(number);
     const bool hasPlace = element.place.has_value();
     const QRect place = element.place.value_or(QRect());
     // QRect's own width and height overflow for rectangles as wide as int.
     const auto width = static_cast<qint64>(place.right()) - place.left() + 1;
     const auto height = static_cast<qint64>(place.bottom()) - place.top() + 1;
-    m_sql.insert(
-        QStringLiteral(
-            "INSERT INTO element VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
-        {id, number, notNull(element.id), element.parent < 0 ? nothing() : QVariant(element.parent),
-         position, textId(element.className), textOrNull(element.type, element.type.isEmpty()),
-         textOrNull(element.text, element.text.isNull()), element.isTransparentNode,
-         element.isSubgraphTransparent, element.isWindowNode, eventsId(element.events),
-         textOrNull(m_keys.at(number), m_keys.at(number).isEmpty()),
-         textOrNull(m_structureKeys.at(number), m_structureKeys.at(number).isEmpty()),
-         hasPlace ? QVariant(place.left()) : nothing(),
-         hasPlace ? QVariant(place.top()) : nothing(), hasPlace ? QVariant(width) : nothing(),
-         hasPlace ? QVariant(height) : nothing(), pictureId(element.picture, run)});
-}
-
-void RunWriter::writeHits(qint64 id, int number, const RunElement& element) {
-    for (const Hit& hit : element.hits) {
-        m_sql.insert(QStringLiteral("INSERT INTO hit VALUES (?, ?, ?, ?, ?)"),
-                     {id, number, textId(hit.event), hit.context, hit.count});
-    }
+    rows.add({id, number, notNull(element.id),
+              element.parent < 0 ? nothing() : QVariant(element.parent), position,
+              textId(element.className), textOrNull(element.type, element.type.isEmpty()),
+              textOrNull(element.text, element.text.isNull()), element.isTransparentNode,
+              element.isSubgraphTransparent, element.isWindowNode, eventsId(element.events),
+              textOrNull(m_keys.at(number), m_keys.at(number).isEmpty()),
+              textOrNull(m_structureKeys.at(number), m_structureKeys.at(number).isEmpty()),
+              hasPlace ? QVariant(place.left()) : nothing(),
+              hasPlace ? QVariant(place.top()) : nothing(), hasPlace ? QVariant(width) : nothing(),
+              hasPlace ? QVariant(height) : nothing(), pictureId(element.picture, run)});
 }
 
 QVariant RunWriter::textOrNull(const QString& text, bool isNull) {

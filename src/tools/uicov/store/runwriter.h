@@ -10,6 +10,8 @@
 
 namespace Uicov::Store {
 
+class RowBatch;
+
 /** Writes one run into the tables of a data file, inside of a transaction of its owner. */
 class RunWriter {
 public:
@@ -29,8 +31,7 @@ public:
 private:
     qint64 writeAttributes(const Run& run, const QByteArray& digest);
     void writeElements(qint64 id, const Run& run);
-    void writeElement(qint64 id, const Run& run, int number, int position);
-    void writeHits(qint64 id, int number, const RunElement& element);
+    void writeElement(RowBatch& rows, qint64 id, const Run& run, int number, int position);
     QVariant textId(const QString& text);
     QVariant eventsId(const QStringList& events);
     QVariant textOrNull(const QString& text, bool isNull);

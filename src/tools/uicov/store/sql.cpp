@@ -78,6 +78,10 @@ QString Sql::withNames(const QString& statement) {
 }
 
 QSqlQuery& Sql::query(const QString& statement, std::initializer_list<QVariant> values) {
+    return query(statement, values.begin(), static_cast<int>(values.size()));
+}
+
+QSqlQuery& Sql::query(const QString& statement, const QVariant* values, int count) {
     std::shared_ptr<QSqlQuery>& prepared = m_prepared[statement];
     if (!prepared) {
         prepared = std::make_shared<QSqlQuery>(m_database);
@@ -87,9 +91,8 @@ QSqlQuery& Sql::query(const QString& statement, std::initializer_list<QVariant> 
         }
     }
     if (isOk()) {
-        int position = 0;
-        for (const QVariant& value : values) {
-            prepared->bindValue(m_names.at(position++), value);
+        for (int i = 0; i < count; ++i) {
+            prepared->bindValue(m_names.at(i), values[i]);
         }
         if (!prepared->exec()) {
             fail(prepared->lastError().text());

@@ -40,6 +40,7 @@ public:
      * for nothing else in it. Results
      * are read with next(), which looks at nothing behind the first failure. */
     QSqlQuery& query(const QString& statement, std::initializer_list<QVariant> values = {});
+    QSqlQuery& query(const QString& statement, const QVariant* values, int count);
     bool next(QSqlQuery& query);
     /** As query(), for statements without results. @return the id of an inserted row */
     qint64 insert(const QString& statement, std::initializer_list<QVariant> values);

@@ -296,7 +296,7 @@ void tst_UIElementHitTest::hitTestFindsWhatMovedMeanwhile() {
         default:
             // Most of them side by side, and of what comes first many once more elsewhere.
             elements.append(newElement(step % 4 == 0 ? QRect() : place(step)));
-            elements.at(random.bounded(qMin(3, elements.size())))->addChild(elements.last());
+            elements.at(random.bounded(qMin(3, elements.size() - 1)))->addChild(elements.last());
         }
         if (step % 10 != 0 || !elements.contains(element)) {
             continue;

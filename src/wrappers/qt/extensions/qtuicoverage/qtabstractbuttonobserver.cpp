@@ -1,5 +1,6 @@
 #include "qtabstractbuttonobserver.h"
 
+#include "metamethods.h"
 #include "mnemonics.h"
 #include "names.h"
 #include "qtwidgetscoveragetracker.h"
@@ -15,7 +16,9 @@ QtAbstractButtonObserver::QtAbstractButtonObserver(QAbstractButton* button,
     : QtWidgetObserver(button, element, tracker) {
     this->element()->setText(stripMnemonics(button->text()));
     this->element()->registerEvent(Events::clicked());
-    connect(button, &QAbstractButton::clicked, this, &QtAbstractButtonObserver::buttonClicked);
+    static const int signal = methodNumber(QAbstractButton::staticMetaObject, "clicked(bool)");
+    static const int slot = methodNumber(staticMetaObject, "buttonClicked()");
+    QMetaObject::connect(button, signal, this, slot);
 }
 
 QtAbstractButtonObserver::~QtAbstractButtonObserver() = default;

@@ -1,5 +1,6 @@
 #include "qtcheckboxobserver.h"
 
+#include "metamethods.h"
 #include "names.h"
 #include "qtwidgetscoveragetracker.h"
 
@@ -16,7 +17,9 @@ QtCheckBoxObserver::QtCheckBoxObserver(QCheckBox* checkBox, UIAbstraction::UIEle
     if (checkBox->isTristate()) {
         this->element()->registerEvent(Events::partiallyChecked());
     }
-    connect(checkBox, &QCheckBox::stateChanged, this, &QtCheckBoxObserver::checkBoxChangedState);
+    static const int signal = methodNumber(QCheckBox::staticMetaObject, "stateChanged(int)");
+    static const int slot = methodNumber(staticMetaObject, "checkBoxChangedState(int)");
+    QMetaObject::connect(checkBox, signal, this, slot);
 }
 
 QtCheckBoxObserver::~QtCheckBoxObserver() = default;

@@ -1,5 +1,6 @@
 #include "qtlineeditobserver.h"
 
+#include "metamethods.h"
 #include "names.h"
 #include "qtwidgetscoveragetracker.h"
 
@@ -14,9 +15,17 @@ QtLineEditObserver::QtLineEditObserver(QLineEdit* lineEdit, UIAbstraction::UIEle
     this->element()->registerEvent(Events::confirmed());
     this->element()->registerEvent(Events::textChanged());
     this->element()->registerEvent(Events::textEdited());
-    connect(lineEdit, &QLineEdit::returnPressed, this, &QtLineEditObserver::onReturnPressed);
-    connect(lineEdit, &QLineEdit::textChanged, this, &QtLineEditObserver::onTextChanged);
-    connect(lineEdit, &QLineEdit::textEdited, this, &QtLineEditObserver::onTextEdited);
+    const QMetaObject& ours = staticMetaObject;
+    const QMetaObject& theirs = QLineEdit::staticMetaObject;
+    static const int returnPressed = methodNumber(theirs, "returnPressed()");
+    static const int textChanged = methodNumber(theirs, "textChanged(QString)");
+    static const int textEdited = methodNumber(theirs, "textEdited(QString)");
+    static const int returnPressedSlot = methodNumber(ours, "onReturnPressed()");
+    static const int textChangedSlot = methodNumber(ours, "onTextChanged()");
+    static const int textEditedSlot = methodNumber(ours, "onTextEdited()");
+    QMetaObject::connect(lineEdit, returnPressed, this, returnPressedSlot);
+    QMetaObject::connect(lineEdit, textChanged, this, textChangedSlot);
+    QMetaObject::connect(lineEdit, textEdited, this, textEditedSlot);
 }
 
 QtLineEditObserver::~QtLineEditObserver() = default;

@@ -221,7 +221,11 @@ void tst_QuickItemClass::takesNoClassForOneThatIsGone() {
         places.insert(item->metaObject());
         QCOMPARE(described(QuickItemClass::of(item)), described(*item->metaObject()));
     }
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    Q_UNUSED(reused); // memory that was freed is kept back
+#else
     QVERIFY(reused > 0);
+#endif
 }
 
 QTEST_MAIN(tst_QuickItemClass)
