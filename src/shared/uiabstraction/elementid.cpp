@@ -28,20 +28,20 @@ Generator seeded() {
     return Generator(sequence);
 }
 
-/** A forked child would go on with its parent's ids otherwise. */
-bool isSeeded = false;
+/** A forked child would go on with its parent's ids. */
+bool isForked = false;
 
 } // namespace
 
 QString newElementId() {
     static bool isWatchingForks = false;
     if (!isWatchingForks) {
-        isWatchingForks = ::pthread_atfork(nullptr, nullptr, [] { isSeeded = false; }) == 0;
+        isWatchingForks = ::pthread_atfork(nullptr, nullptr, [] { isForked = true; }) == 0;
     }
-    static Generator generator;
-    if (!isSeeded) {
+    static Generator generator = seeded();
+    if (isForked) {
         generator = seeded();
-        isSeeded = true;
+        isForked = false;
     }
     const quint64 high = generator();
     const quint64 low = generator();
