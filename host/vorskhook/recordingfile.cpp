@@ -41,11 +41,22 @@ QString candidate(const QString& path, int ordinal) {
     return stem + suffix;
 }
 
-/** A look costs less than blocking the signal, and where there is no limit, as is usual, is all. */
-bool hasFileSizeLimit() {
-    rlimit limit{};
-    return getrlimit(RLIMIT_FSIZE, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY;
-}
+/**
+ * While it lives, what exceeds the file size limit fails instead of ending the application. A look
+ * costs less than blocking the signal, and where there is no limit, as is usual, is all.
+ */
+class FileSizeGuard {
+public:
+    FileSizeGuard() {
+        rlimit limit{};
+        if (getrlimit(RLIMIT_FSIZE, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY) {
+            m_guard.emplace(SIGXFSZ);
+        }
+    }
+
+private:
+    std::optional<SignalGuard> m_guard;
+};
 
 } // namespace
 
@@ -108,10 +119,7 @@ bool RecordingFile::cutBack(off_t length) {
 }
 
 bool RecordingFile::allocate(qint64 size) {
-    std::optional<SignalGuard> guard;
-    if (hasFileSizeLimit()) {
-        guard.emplace(SIGXFSZ);
-    }
+    const FileSizeGuard guard;
     int result = 0;
     do {
         result = ::fallocate(m_descriptor, 0, 0, static_cast<off_t>(size));
@@ -150,10 +158,7 @@ bool RecordingFile::isStillOurs() const {
 
 /** Zero, or the error number that stopped it. */
 int RecordingFile::writeAll(const char* data, size_t length, size_t& done) {
-    std::optional<SignalGuard> guard;
-    if (hasFileSizeLimit()) {
-        guard.emplace(SIGXFSZ);
-    }
+    const FileSizeGuard guard;
     const WriteFunction function = m_write != nullptr ? m_write : ::write;
     while (length > 0) {
         const ssize_t written = function(m_descriptor, data, length);

@@ -47,7 +47,7 @@ bool RecordingWriter::open(const QString& path, const ProcessInfo& info) {
                                                   m_start.time_since_epoch())
                                                   .count())));
     QByteArray start = FrameBuilder::processFrame(0, complete);
-    if (!m_isShared || !m_mapping.open(m_file, m_maximumSize)) {
+    if (!m_isShared || !m_mapping.open(m_file, m_limit.maximum())) {
         start.prepend(FrameBuilder::header());
     }
     if (!write(start)) {
@@ -55,11 +55,6 @@ bool RecordingWriter::open(const QString& path, const ProcessInfo& info) {
         return false;
     }
     return true;
-}
-
-void RecordingWriter::setMaximumSize(qint64 bytes) {
-    m_maximumSize = bytes;
-    m_limit.setMaximum(bytes);
 }
 
 void RecordingWriter::mark(const QString& name) {

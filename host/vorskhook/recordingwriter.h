@@ -35,7 +35,7 @@ public:
      * To be called before open(). What is given up for it, pictures first, the recording says
      * itself.
      */
-    void setMaximumSize(qint64 bytes);
+    void setMaximumSize(qint64 bytes) { m_limit.setMaximum(bytes); }
 
     /**
      * Whether to append through memory that is shared with the file, where its file system allows
@@ -90,7 +90,6 @@ private:
     QByteArray m_encodedName;
     std::chrono::steady_clock::time_point m_start;
     quint64 m_messages = 0;
-    qint64 m_maximumSize = 0;
     bool m_isShared = true;
     bool m_refusalReported = false;
 };

@@ -20,6 +20,7 @@ public:
 
     /** Zero, as at first, means without limit. */
     void setMaximum(qint64 bytes);
+    qint64 maximum() const { return m_maximum; }
     bool isSet() const { return m_maximum > 0; }
 
     /** True when a message of that many bytes belongs into a recording of that size. */

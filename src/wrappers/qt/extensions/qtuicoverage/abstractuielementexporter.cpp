@@ -20,57 +20,45 @@ public:
     void forgetExporter() { m_exporter = nullptr; }
 
     void childAdded(const UIElement* element, const UIElement* child) override {
-        if (m_exporter != nullptr) {
-            m_exporter->onChildAdded(element, child);
-        }
+        pass(&AbstractUIElementExporter::onChildAdded, element, child);
     }
     void eventRegistered(const UIElement* element, const UIEvent& event) override {
-        if (m_exporter != nullptr) {
-            m_exporter->onEventRegistered(element, event);
-        }
+        pass(&AbstractUIElementExporter::onEventRegistered, element, event);
     }
     void geometryChanged(const UIElement* element, const ElementGeometry& geometry) override {
-        if (m_exporter != nullptr) {
-            m_exporter->onGeometryChanged(element, geometry.rect());
-        }
+        pass(&AbstractUIElementExporter::onGeometryChanged, element, geometry.rect());
     }
     void imageChanged(const UIElement* element, const QImage& image) override {
-        if (m_exporter != nullptr) {
-            m_exporter->onImageChanged(element, image);
-        }
+        pass(&AbstractUIElementExporter::onImageChanged, element, image);
     }
     void standardTypeChanged(const UIElement* element, const StandardType& standardType) override {
-        if (m_exporter != nullptr) {
-            m_exporter->onStandardTypeChanged(element, standardType);
-        }
+        pass(&AbstractUIElementExporter::onStandardTypeChanged, element, standardType);
     }
     void subgraphTransparentChanged(const UIElement* element, bool isSubgraphTransparent) override {
-        if (m_exporter != nullptr) {
-            m_exporter->onSubgraphTransparentChanged(element, isSubgraphTransparent);
-        }
+        pass(&AbstractUIElementExporter::onSubgraphTransparentChanged, element,
+             isSubgraphTransparent);
     }
     void textChanged(const UIElement* element, const QString& text) override {
-        if (m_exporter != nullptr) {
-            m_exporter->onTextChanged(element, text);
-        }
+        pass(&AbstractUIElementExporter::onTextChanged, element, text);
     }
     void transparentNodeChanged(const UIElement* element, bool isTransparentNode) override {
-        if (m_exporter != nullptr) {
-            m_exporter->onTransparentNodeChanged(element, isTransparentNode);
-        }
+        pass(&AbstractUIElementExporter::onTransparentNodeChanged, element, isTransparentNode);
     }
     void usageIncreased(const UIElement* element, const UIEvent& event, int usage) override {
-        if (m_exporter != nullptr) {
-            m_exporter->onUsageIncreased(element, event, usage);
-        }
+        pass(&AbstractUIElementExporter::onUsageIncreased, element, event, usage);
     }
     void windowNodeChanged(const UIElement* element, bool isWindowNode) override {
-        if (m_exporter != nullptr) {
-            m_exporter->onWindowNodeChanged(element, isWindowNode);
-        }
+        pass(&AbstractUIElementExporter::onWindowNodeChanged, element, isWindowNode);
     }
 
 private:
+    template <class... Parameters, class... Values>
+    void pass(void (AbstractUIElementExporter::*change)(Parameters...), const Values&... values) {
+        if (m_exporter != nullptr) {
+            (m_exporter->*change)(values...);
+        }
+    }
+
     AbstractUIElementExporter* m_exporter;
 };
 

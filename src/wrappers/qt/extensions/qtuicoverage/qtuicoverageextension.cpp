@@ -38,12 +38,7 @@ QtUiCoverageExtension::QtUiCoverageExtension()
     , m_widgetsTracker(new UICoverage::QtWidgetsCoverageTracker(m_exporter))
     , m_quickTracker(new UICoverage::QtQuickCoverageTracker(m_exporter)) {
     QCoreApplication* const application = QCoreApplication::instance();
-    QThread* const home = application == nullptr ? nullptr : application->thread();
-    for (QObject* part :
-         std::initializer_list<QObject*>{m_exporter, m_widgetsTracker, m_quickTracker}) {
-        part->moveToThread(home);
-    }
-    m_isSettled = home != nullptr;
+    moveTo(application == nullptr ? nullptr : application->thread());
 }
 
 QtUiCoverageExtension::~QtUiCoverageExtension() {
@@ -64,11 +59,15 @@ void QtUiCoverageExtension::settle() {
     if (application == nullptr || application->thread() != QThread::currentThread()) {
         return;
     }
+    moveTo(application->thread());
+}
+
+void QtUiCoverageExtension::moveTo(QThread* home) {
     for (QObject* part :
          std::initializer_list<QObject*>{m_exporter, m_widgetsTracker, m_quickTracker}) {
-        part->moveToThread(application->thread());
+        part->moveToThread(home);
     }
-    m_isSettled = true;
+    m_isSettled = home != nullptr;
 }
 
 void QtUiCoverageExtension::initialize(WrapperContext* context) {

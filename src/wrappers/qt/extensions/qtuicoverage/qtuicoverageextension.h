@@ -8,6 +8,7 @@
 QT_BEGIN_NAMESPACE
 class QEvent;
 class QObject;
+class QThread;
 QT_END_NAMESPACE
 
 namespace Vorsk {
@@ -47,6 +48,7 @@ private:
     static void eventCallback(QObject* object, QEvent* event);
     bool isOptionEnabled(const std::string& key) const;
     void settle();
+    void moveTo(QThread* home);
 
     std::atomic<bool> m_isSettled{false};
     bool m_qtWidgetsEnabled = false;
