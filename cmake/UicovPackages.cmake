@@ -23,7 +23,7 @@ endif()
 
 # Written down, since what a library of another architecture needs cannot be asked for here. The programs run
 # with what they were compiled against, or newer.
-set(runtime "libc6 (>= 2.34), libgcc-s1, libstdc++6 (>= 11), zlib1g")
+set(runtime "libc6 (>= 2.34), libgcc-s1, libstdc++6 (>= 11)")
 string(REGEX MATCH "^[0-9]+\\.[0-9]+" qt_release ${Qt5_VERSION})
 set(gui "libqt5core5a (>= ${qt_release}), libqt5gui5 (>= ${qt_release}) | libqt5gui5-gles (>= ${qt_release})")
 

@@ -1,5 +1,6 @@
 #include "launch/markwriter.h"
 
+#include "checksum/crc32.h"
 #include "recording/framedecoder.h"
 #include "recording/recordingreader.h"
 
@@ -15,7 +16,6 @@
 #include <sys/file.h>
 #include <sys/mman.h>
 #include <unistd.h>
-#include <zlib.h>
 
 namespace Uicov::Launch {
 
@@ -31,10 +31,8 @@ QByteArray bigEndian(Integer value) {
 }
 
 QByteArray sealed(const QByteArray& payload) {
-    const auto checksum = crc32(0, reinterpret_cast<const Bytef*>(payload.constData()),
-                                static_cast<uInt>(payload.size()));
-    return bigEndian(static_cast<quint32>(payload.size())) +
-           bigEndian(static_cast<quint32>(checksum)) + payload;
+    const auto size = static_cast<quint32>(payload.size());
+    return bigEndian(size) + bigEndian(Checksum::crc32(payload.constData(), size)) + payload;
 }
 
 QByteArray markFrame(quint64 time, const QString& name) {
