@@ -1,5 +1,6 @@
 #include "uiabstraction/elementstream.h"
 
+#include "uiabstraction/payloadreader.h"
 #include "uiabstraction/payloadwriter.h"
 #include "uiabstraction/pngreader.h"
 #include "uiabstraction/recordkind.h"
@@ -21,17 +22,39 @@ bool isSound(const QDataStream& stream) {
     return stream.status() == QDataStream::Ok;
 }
 
-/** Reads the values in order up to the first error: a damaged stream reads on when it is let. */
-template <class... Values>
-bool read(QDataStream& stream, Values&... values) {
-    return (... && (isSound(stream) && isSound(stream >> values)));
+bool isSound(const PayloadReader& reader) {
+    return reader.isSound();
 }
 
-/** A number of things to come; -1, with the status set, when there cannot be that many. */
-qint32 readCount(QDataStream& stream) {
+void setDamaged(QDataStream& stream) {
+    stream.setStatus(QDataStream::ReadCorruptData);
+}
+
+void setDamaged(PayloadReader& reader) {
+    reader.setDamaged();
+}
+
+void readValue(QDataStream& stream, QImage& image) {
+    readImage(stream, image);
+}
+
+template <class Stream, class Value>
+void readValue(Stream& stream, Value& value) {
+    stream >> value;
+}
+
+/** Reads the values in order up to the first error: a damaged stream reads on when it is let. */
+template <class Stream, class... Values>
+bool read(Stream& stream, Values&... values) {
+    return (... && (isSound(stream) && (readValue(stream, values), isSound(stream))));
+}
+
+/** A number of things to come; -1, with the stream damaged, when there cannot be that many. */
+template <class Stream>
+qint32 readCount(Stream& stream) {
     qint32 count = -1;
     if (read(stream, count) && count < 0) {
-        stream.setStatus(QDataStream::ReadCorruptData);
+        setDamaged(stream);
     }
     return isSound(stream) ? count : -1;
 }
@@ -39,9 +62,10 @@ qint32 readCount(QDataStream& stream) {
 } // namespace
 
 /** Fills elements from a stream, directly and without their signals. */
+template <class Stream>
 class ElementReader {
 public:
-    explicit ElementReader(QDataStream& stream)
+    explicit ElementReader(Stream& stream)
         : m_stream(stream) {}
 
     std::unique_ptr<UIElement> readTree() {
@@ -76,15 +100,14 @@ private:
         const QString unknown = QStringLiteral("unknown");
         auto element = std::make_unique<UIElement>(unknown, StandardType(), unknown);
         UIElement& e = *element;
-        const bool isComplete = read(m_stream, e.m_id, e.m_standardType, e.m_concreteType,
-                                     e.m_extraString3, e.m_extraString4) &&
-                                readExtraStrings(e) &&
-                                read(m_stream, e.m_isTransparentNode, e.m_isSubgraphTransparent,
-                                     e.m_isWindowNode, e.m_text, e.m_geometry) &&
-                                readImage(m_stream, e.m_image) &&
-                                read(m_stream, e.m_extraString1, e.m_extraString2,
-                                     e.m_extraAttributes1, e.m_extraAttributes2) &&
-                                readUsage(e);
+        const bool isComplete =
+            read(m_stream, e.m_id, e.m_standardType, e.m_concreteType, e.m_extraString3,
+                 e.m_extraString4) &&
+            readExtraStrings(e) &&
+            read(m_stream, e.m_isTransparentNode, e.m_isSubgraphTransparent, e.m_isWindowNode,
+                 e.m_text, e.m_geometry, e.m_image, e.m_extraString1, e.m_extraString2,
+                 e.m_extraAttributes1, e.m_extraAttributes2) &&
+            readUsage(e);
         e.cover(Extent(e.m_geometry.rect()));
         return {std::move(element), isComplete ? readCount(m_stream) : 0};
     }
@@ -113,7 +136,7 @@ private:
         return isSound(m_stream);
     }
 
-    QDataStream& m_stream;
+    Stream& m_stream;
 };
 
 QDataStream& operator<<(QDataStream& stream, const UIElement& element) {
@@ -125,22 +148,25 @@ QDataStream& operator<<(QDataStream& stream, const UIElement& element) {
 }
 
 std::unique_ptr<UIElement> readElement(QDataStream& stream) {
-    return isSound(stream) ? ElementReader(stream).readTree() : nullptr;
+    return isSound(stream) ? ElementReader<QDataStream>(stream).readTree() : nullptr;
+}
+
+std::unique_ptr<UIElement> readElement(PayloadReader& reader) {
+    return isSound(reader) ? ElementReader<PayloadReader>(reader).readTree() : nullptr;
 }
 
 QList<UIElement*> readElements(const QByteArray& data, bool* ok) {
-    QDataStream stream(data);
-    stream.setVersion(streamVersion);
+    PayloadReader reader(data);
     QList<UIElement*> elements;
-    const qint32 count = readCount(stream);
-    for (qint32 i = 0; i < count && isSound(stream); ++i) {
-        std::unique_ptr<UIElement> element = readElement(stream);
+    const qint32 count = readCount(reader);
+    for (qint32 i = 0; i < count && reader.isSound(); ++i) {
+        std::unique_ptr<UIElement> element = readElement(reader);
         if (element) {
             elements.append(element.release());
         }
     }
     if (ok != nullptr) {
-        *ok = isSound(stream);
+        *ok = reader.isSound();
     }
     return elements;
 }

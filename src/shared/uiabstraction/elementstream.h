@@ -13,6 +13,7 @@ QT_END_NAMESPACE
 namespace Vorsk {
 namespace UIAbstraction {
 
+class PayloadReader;
 class UIElement;
 
 /**
@@ -28,6 +29,8 @@ QDataStream& operator<<(QDataStream& stream, const UIElement& element);
  * memory and time go with the bytes that are there, and with the pixels that these can hold.
  */
 std::unique_ptr<UIElement> readElement(QDataStream& stream);
+/** The same from a payload, several times as fast. */
+std::unique_ptr<UIElement> readElement(PayloadReader& reader);
 
 /**
  * Reads a count (qint32) and that many elements, each a root that the caller owns. On damage the

@@ -24,6 +24,7 @@ namespace Vorsk {
 namespace UIAbstraction {
 
 class ElementListener;
+template <class Stream>
 class ElementReader;
 
 /**
@@ -151,6 +152,7 @@ Q_SIGNALS:
     void windowNodeChanged(const Vorsk::UIAbstraction::UIElement* element, bool isWindowNode);
 
 private:
+    template <class Stream>
     friend class ElementReader;
 
     static void removeFromSurvivors(const std::vector<UIElement*>& dying,

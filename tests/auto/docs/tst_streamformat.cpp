@@ -1,5 +1,6 @@
 #include "streamuielementexporter.h"
 #include "testlib/fakehook.h"
+#include "testlib/streamed.h"
 #include "testlib/testcase.h"
 #include "uiabstraction/elementstream.h"
 
@@ -15,6 +16,7 @@
 #include <functional>
 #include <memory>
 
+using TestLib::streamed;
 using Vorsk::UIAbstraction::ElementGeometry;
 using Vorsk::UIAbstraction::ElementStore;
 using Vorsk::UIAbstraction::StandardType;
@@ -24,15 +26,6 @@ using Vorsk::UIAbstraction::UIEvent;
 using Vorsk::UICoverage::StreamUIElementExporter;
 
 namespace {
-
-template <class Value>
-QByteArray streamed(const Value& value) {
-    QByteArray bytes;
-    QDataStream stream(&bytes, QIODevice::WriteOnly);
-    stream.setVersion(streamVersion);
-    stream << value;
-    return bytes;
-}
 
 std::unique_ptr<UIElement> newElement(const char* id, const char* standardType,
                                       const char* concreteType) {

@@ -51,30 +51,6 @@ QString ByteCursor::readText() {
     return QString::fromUtf8(readBytes());
 }
 
-QString ByteCursor::readStreamedText() {
-    constexpr quint32 null = 0xFFFFFFFF;
-    const quint32 length = readUInt32();
-    if (length == null || !m_isOk) {
-        return {};
-    }
-    if (length > static_cast<quint32>(remaining()) || length % sizeof(ushort) != 0) {
-        m_isOk = false;
-        return {};
-    }
-    const auto units = static_cast<int>(length / sizeof(ushort));
-    if (units == 0) {
-        return QStringLiteral("");
-    }
-    QString text(units, Qt::Uninitialized);
-    const char* const source = m_bytes.constData() + m_position;
-    auto* const target = reinterpret_cast<ushort*>(text.data());
-    for (int i = 0; i < units; ++i) {
-        target[i] = qFromBigEndian<ushort>(source + static_cast<std::size_t>(i) * sizeof(ushort));
-    }
-    m_position += static_cast<int>(length);
-    return text;
-}
-
 QByteArray ByteCursor::readRest() {
     QByteArray result = m_bytes.mid(m_position);
     m_position = m_bytes.size();

@@ -26,9 +26,6 @@ public:
     QByteArray readBytes();
     /** As readBytes(), read as UTF-8. */
     QString readText();
-    /** A text as QDataStream writes it: a length in bytes (quint32), UTF-16; null for the highest
-     * length. */
-    QString readStreamedText();
     /** All that is left. */
     QByteArray readRest();
 

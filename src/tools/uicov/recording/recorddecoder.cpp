@@ -1,9 +1,8 @@
 #include "recording/recorddecoder.h"
 
-#include "recording/bytecursor.h"
 #include "uiabstraction/elementstream.h"
+#include "uiabstraction/payloadreader.h"
 
-#include <QDataStream>
 #include <QSize>
 #include <QtEndian>
 
@@ -12,6 +11,7 @@
 namespace Uicov::Recording::RecordDecoder {
 
 using RecordingFormat::ArgumentTag;
+using Vorsk::UIAbstraction::PayloadReader;
 using Vorsk::UIAbstraction::RecordKind;
 
 namespace {
@@ -35,70 +35,48 @@ bool isKnownKind(qint32 kind) {
            kind <= static_cast<qint32>(RecordKind::UsageIncreased);
 }
 
-void readPicture(QDataStream& stream, Record& record) {
+bool readPicture(PayloadReader& reader, Record& record) {
     qint32 marker = 0;
-    stream >> marker;
+    reader >> marker;
     record.picture.clear();
-    if (stream.status() != QDataStream::Ok || marker == 0) {
-        return;
+    if (marker == 0) {
+        return reader.isAtSoundEnd();
     }
-    record.picture = stream.device()->readAll();
-    if (marker != 1 || pictureSize(record.picture).isNull()) {
-        stream.setStatus(QDataStream::ReadCorruptData);
-    }
+    record.picture = reader.takeRest();
+    return marker == 1 && !pictureSize(record.picture).isNull();
 }
 
-/** The kinds that carry an element or a picture. */
-bool readStreamed(const QByteArray& payload, Record& record) {
-    QDataStream stream(payload);
-    stream.setVersion(Vorsk::UIAbstraction::streamVersion);
-    stream >> record.elementId;
-    if (stream.status() != QDataStream::Ok) {
-        return false;
-    }
-    if (record.kind == RecordKind::ImageChanged) {
-        readPicture(stream, record);
-    } else {
-        record.element = Vorsk::UIAbstraction::readElement(stream);
-        if (record.element && record.element->id() != record.elementId) {
-            stream.setStatus(QDataStream::ReadCorruptData);
-        }
-    }
-    return stream.status() == QDataStream::Ok && stream.atEnd();
+bool readElement(PayloadReader& reader, Record& record) {
+    record.element = Vorsk::UIAbstraction::readElement(reader);
+    return record.element && record.element->id() == record.elementId && reader.isAtSoundEnd();
 }
 
-/** The others, which are small and many: a stream takes longer to make than they take to read. */
-bool readSmall(const QByteArray& payload, Record& record) {
-    ByteCursor cursor(payload);
-    record.elementId = cursor.readStreamedText();
+/** What stands behind the element's id; false unless it is all there and nothing else. */
+bool readContent(PayloadReader& reader, Record& record) {
     switch (record.kind) {
     case RecordKind::ElementAdded:
+        return readElement(reader, record);
     case RecordKind::ImageChanged:
-        return false;
+        return readPicture(reader, record);
     case RecordKind::ChildAdded:
     case RecordKind::EventRegistered:
     case RecordKind::StandardTypeChanged:
     case RecordKind::TextChanged:
-        record.text = cursor.readStreamedText();
+        reader >> record.text;
         break;
-    case RecordKind::GeometryChanged: {
-        const int left = cursor.readInt32();
-        const int top = cursor.readInt32();
-        const int right = cursor.readInt32();
-        record.rect.setCoords(left, top, right, cursor.readInt32());
+    case RecordKind::GeometryChanged:
+        reader >> record.rect;
         break;
-    }
     case RecordKind::TransparentNodeChanged:
     case RecordKind::SubgraphTransparentChanged:
     case RecordKind::WindowNodeChanged:
-        record.flag = cursor.readUInt8() != 0;
+        reader >> record.flag;
         break;
     case RecordKind::UsageIncreased:
-        record.text = cursor.readStreamedText();
-        record.count = cursor.readInt32();
+        reader >> record.text >> record.count;
         break;
     }
-    return cursor.isAtSoundEnd();
+    return reader.isAtSoundEnd();
 }
 
 } // namespace
@@ -115,11 +93,9 @@ Result decode(const HookMessage& message, Record& record) {
         return Result::Unknown;
     }
     record.kind = static_cast<RecordKind>(kind);
-    const QByteArray& payload = message.arguments.at(Payload).bytes;
-    const bool isStreamed =
-        record.kind == RecordKind::ElementAdded || record.kind == RecordKind::ImageChanged;
-    const bool isSound = isStreamed ? readStreamed(payload, record) : readSmall(payload, record);
-    return isSound ? Result::Sound : Result::Damaged;
+    PayloadReader reader(message.arguments.at(Payload).bytes);
+    reader >> record.elementId;
+    return readContent(reader, record) ? Result::Sound : Result::Damaged;
 }
 
 QSize pictureSize(const QByteArray& png) {

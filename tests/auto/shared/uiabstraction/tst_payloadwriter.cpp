@@ -1,3 +1,4 @@
+#include "testlib/streamed.h"
 #include "testlib/testcase.h"
 #include "uiabstraction/elementgeometry.h"
 #include "uiabstraction/payloadwriter.h"
@@ -15,6 +16,7 @@
 
 #include <limits>
 
+using TestLib::streamed;
 using Vorsk::UIAbstraction::ElementGeometry;
 using Vorsk::UIAbstraction::PayloadWriter;
 using Vorsk::UIAbstraction::StandardType;
@@ -29,15 +31,6 @@ QByteArray written(const Value& value) {
     PayloadWriter writer;
     writer << value;
     return writer.payload();
-}
-
-template <class Value>
-QByteArray streamed(const Value& value) {
-    QByteArray bytes;
-    QDataStream stream(&bytes, QIODevice::WriteOnly);
-    stream.setVersion(streamVersion);
-    stream << value;
-    return bytes;
 }
 
 } // namespace

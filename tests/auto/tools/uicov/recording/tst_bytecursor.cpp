@@ -1,7 +1,6 @@
 #include "recording/bytecursor.h"
 #include "testlib/testcase.h"
 
-#include <QDataStream>
 #include <QTest>
 
 using Uicov::Recording::ByteCursor;
@@ -45,29 +44,6 @@ private Q_SLOTS:
         ByteCursor cursor(QByteArray::fromHex(hex));
         QCOMPARE(cursor.readBytes(), QByteArray());
         QVERIFY(!cursor.isOk());
-    }
-
-    void readsTextsAsAStreamDoes() {
-        for (const QString& text :
-             {QString(), QStringLiteral(""), QStringLiteral("a\u00e4\U0001F600"),
-              QString(1000, QLatin1Char('x'))}) {
-            QByteArray bytes;
-            QDataStream stream(&bytes, QIODevice::WriteOnly);
-            stream << text;
-            ByteCursor cursor(bytes);
-            const QString read = cursor.readStreamedText();
-            QCOMPARE(read, text);
-            QCOMPARE(read.isNull(), text.isNull());
-            QVERIFY(cursor.isAtSoundEnd());
-            for (int size = 0; size < qMin(bytes.size(), 40); ++size) {
-                ByteCursor torn(bytes.left(size));
-                QCOMPARE(torn.readStreamedText(), QString());
-                QVERIFY(!torn.isOk());
-            }
-        }
-        ByteCursor odd(QByteArray("\0\0\0\3abc", 7));
-        QCOMPARE(odd.readStreamedText(), QString());
-        QVERIFY(!odd.isOk());
     }
 
     void anEmptyTextIsSound() {

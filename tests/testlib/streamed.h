@@ -1,0 +1,20 @@
+#pragma once
+
+#include "uiabstraction/recordkind.h"
+
+#include <QByteArray>
+#include <QDataStream>
+
+namespace TestLib {
+
+/** What a QDataStream of the model's version writes. */
+template <class Value>
+QByteArray streamed(const Value& value) {
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream.setVersion(Vorsk::UIAbstraction::streamVersion);
+    stream << value;
+    return bytes;
+}
+
+} // namespace TestLib
