@@ -62,6 +62,12 @@ constexpr int payloadHeaderSize = 9;
 /** No sound frame is longer; a larger length is damage. */
 constexpr quint32 maximumPayloadSize = 512U * 1024 * 1024;
 
+/** Whether a recording that ends there can have that place held; a damaged header says anything. */
+constexpr bool canBeHeld(quint64 place, quint64 length, quint64 end) {
+    return place >= sharedHeaderSize && place <= end && length <= end - place &&
+           length >= frameHeaderSize && length - frameHeaderSize <= maximumPayloadSize;
+}
+
 enum class FrameType : quint8 { Process = 1, Message = 2, Log = 3, Mark = 4, End = 5, Loss = 6 };
 
 enum class ArgumentTag : quint8 { Integer = 1, Bytes = 2, Variant = 3 };

@@ -153,8 +153,8 @@ private:
             return true;
         }
         const quint64 length = load(RecordingFormat::heldLengthOffset);
-        const bool isTaken = place + length <= load(RecordingFormat::endOffset);
-        if (isTaken && !hasFrame(place) &&
+        const quint64 end = load(RecordingFormat::endOffset);
+        if (RecordingFormat::canBeHeld(place, length, end) && !hasFrame(place) &&
             !write(fillerFrame(static_cast<qint64>(length)), place)) {
             return false;
         }

@@ -7,6 +7,7 @@
 #include <QThread>
 #include <QtEndian>
 
+#include <algorithm>
 #include <cstring>
 
 namespace Uicov::Recording {
@@ -27,9 +28,9 @@ bool isKnown(quint8 type) {
 
 /** No frame has a length of zero; where a recording may be longer than its content, all has. */
 bool isUnwritten(const QByteArray& frameHeader) {
-    const auto lengthSize = static_cast<int>(sizeof(quint32));
-    const QByteArray length = frameHeader.left(lengthSize);
-    return length.count('\0') == length.size();
+    const int size = qMin(static_cast<int>(sizeof(quint32)), frameHeader.size());
+    return std::all_of(frameHeader.begin(), frameHeader.begin() + size,
+                       [](char byte) { return byte == 0; });
 }
 
 bool beginsLikeMagic(const QByteArray& bytes) {
@@ -143,15 +144,15 @@ bool RecordingReader::next(Frame& frame) {
 }
 
 RecordingReader::Read RecordingReader::read(qint64 size, QByteArray& bytes) {
-    bytes.clear();
-    while (bytes.size() < size) {
-        const QByteArray part = m_file.read(qMin(readStep, size - bytes.size()));
-        if (part.isEmpty()) {
-            break;
-        }
-        bytes += part;
+    int count = 0;
+    for (qint64 part = 1; count < size && part > 0;) {
+        const qint64 step = qMin(readStep, size - count);
+        bytes.resize(count + static_cast<int>(step));
+        part = m_file.read(bytes.data() + count, step);
+        count += static_cast<int>(qMax<qint64>(0, part));
     }
-    m_position += bytes.size();
+    bytes.resize(count);
+    m_position += count;
     if (bytes.size() == size) {
         return Read::Whole;
     }
@@ -207,10 +208,10 @@ RecordingReader::Read RecordingReader::readFrameHeader(QByteArray& header) {
 
 /** Steps over room that a process took and did not fill before it was killed. */
 bool RecordingReader::skipHeld() {
-    constexpr qint64 longest =
-        RecordingFormat::frameHeaderSize + RecordingFormat::maximumPayloadSize;
-    if (m_frameStart != m_heldPlace || m_heldLength < RecordingFormat::frameHeaderSize ||
-        m_heldLength > longest || m_frameStart + m_heldLength > m_end) {
+    if (m_frameStart != m_heldPlace ||
+        !RecordingFormat::canBeHeld(static_cast<quint64>(m_heldPlace),
+                                    static_cast<quint64>(m_heldLength),
+                                    static_cast<quint64>(m_end))) {
         return false;
     }
     m_heldPlace = 0;

@@ -186,6 +186,41 @@ private Q_SLOTS:
                                         QStringLiteral("2"), QStringLiteral("complete")}));
     }
 
+    void aHeldPlaceThatNobodyCanHaveIsLeftAlone_data() {
+        QTest::addColumn<qint64>("place"); // negative: that far in front of the end
+        QTest::addColumn<qint64>("length");
+        QTest::newRow("shorter than a frame") << qint64{-40} << qint64{7};
+        QTest::newRow("beyond the end") << qint64{-40} << qint64{41};
+        QTest::newRow("round the corner") << qint64{-40} << qint64{-1};
+        QTest::newRow("in the header") << qint64{8} << qint64{24};
+    }
+
+    void aHeldPlaceThatNobodyCanHaveIsLeftAlone() {
+        QFETCH(qint64, place);
+        QFETCH(qint64, length);
+        RecordingWriter writer;
+        open(writer);
+        QVERIFY(send(writer, 1));
+        const qint64 end = writer.bytesWritten() + 40;
+        QVERIFY(put(RecordingFormat::endOffset, end));
+        if (writer.bytesWritten() != end) {
+            QSKIP("the file system of the temporary folder does not keep room that was allocated");
+        }
+        QVERIFY(put(RecordingFormat::heldPlaceOffset, place < 0 ? end + place : place));
+        QVERIFY(put(RecordingFormat::heldLengthOffset, length));
+        QFile file(m_path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray before = file.readAll().left(static_cast<int>(end));
+        QVERIFY(MarkWriter::append(m_path, QStringLiteral("a")));
+        QVERIFY(file.seek(0));
+        const QByteArray after = file.readAll().left(static_cast<int>(end));
+        // But for the numbers in the header, which the mark has moved.
+        QCOMPARE(after.left(RecordingFormat::endOffset), before.left(RecordingFormat::endOffset));
+        QCOMPARE(after.mid(RecordingFormat::sharedHeaderSize),
+                 before.mid(RecordingFormat::sharedHeaderSize));
+        writer.close();
+    }
+
     void onlyARecordingOfALivingProcessIsMarked() {
         const auto untouched = [this](const QByteArray& bytes) {
             QFile file(m_path);
