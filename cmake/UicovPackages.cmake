@@ -37,7 +37,7 @@ recording; uicov on a workstation says what was used and what was not.")
 
 set(CPACK_DEBIAN_WORKSTATION_PACKAGE_NAME uicov)
 set(CPACK_DEBIAN_WORKSTATION_PACKAGE_DEPENDS
-    "${runtime}, ${gui}, libqt5sql5 (>= ${qt_release}), libqt5sql5-sqlite, libtomlplusplus3 (>= 3.3)")
+    "${runtime}, ${gui}, libqt5sql5 (>= ${qt_release}), libqt5sql5-sqlite, libtomlplusplus3 (>= 3.3), libnettle8")
 set(CPACK_DEBIAN_WORKSTATION_PACKAGE_RECOMMENDS "uicov-device (= ${PROJECT_VERSION})")
 set(CPACK_DEBIAN_WORKSTATION_PACKAGE_SUGGESTS "xvfb, xauth")
 set(CPACK_COMPONENT_WORKSTATION_DESCRIPTION

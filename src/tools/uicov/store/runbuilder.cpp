@@ -3,11 +3,11 @@
 #include "recording/frame.h"
 #include "recording/framedecoder.h"
 #include "recording/recorddecoder.h"
+#include "store/sha256.h"
 #include "store/storedtext.h"
 #include "uiabstraction/elementwalk.h"
 
 #include <QBuffer>
-#include <QCryptographicHash>
 
 #include <limits>
 
@@ -91,15 +91,12 @@ void RunBuilder::add(const Frame& frame) {
     }
 }
 
-bool RunBuilder::isNamed() const {
-    return !m_process.value(QLatin1String(Key::run)).isEmpty();
-}
-
 void RunBuilder::takeProcess(const QByteArray& body) {
     if (!m_process.isEmpty()) {
         return; // who the process is, the first one has told
     }
     m_process = Recording::FrameDecoder::process(body).value_or(Recording::ProcessInfo());
+    m_isNamed = !m_process.value(QLatin1String(Key::run)).isEmpty();
     // Marks in front of it, where nobody writes them, have begun contexts that are counted in.
     const QString name = StoredText::of(m_process.value(QLatin1String(Key::context)));
     m_contextIndex.clear();
@@ -249,8 +246,7 @@ void RunBuilder::fillElements(Run& run) const {
         if (seen != m_seen.cend()) {
             fillCounts(*seen, element);
             if (!seen->picture.isEmpty()) {
-                element.picture =
-                    QCryptographicHash::hash(seen->picture, QCryptographicHash::Sha256);
+                element.picture = Sha256::of(seen->picture);
                 run.pictures.insert(element.picture, seen->picture);
             }
         }

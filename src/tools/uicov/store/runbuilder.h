@@ -28,7 +28,7 @@ public:
     void add(const Recording::Frame& frame);
 
     /** True once a frame told the run's UUID. */
-    bool isNamed() const;
+    bool isNamed() const { return m_isNamed; }
 
     /** The run as it is with all frames so far. */
     Run build(const Recording::Ending& ending) const;
@@ -70,6 +70,7 @@ private:
     bool m_takesPictures = false;
     Recording::Replay m_replay;
     Recording::ProcessInfo m_process;
+    bool m_isNamed = false;
     QHash<QString, Seen> m_seen;
     QMap<QString, qint64> m_warnings;
     QStringList m_contexts{QString()};

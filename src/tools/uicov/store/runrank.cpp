@@ -1,9 +1,9 @@
 #include "store/runrank.h"
 
 #include "store/run.h"
+#include "store/sha256.h"
 #include "uiabstraction/payloadwriter.h"
 
-#include <QCryptographicHash>
 #include <QDataStream>
 
 #include <algorithm>
@@ -52,8 +52,8 @@ QByteArray attributesOf(const Run& run) {
 /** Of the whole run as one QDataStream would write it. */
 QByteArray digestOf(const Run& run) {
     constexpr std::size_t elementsAtOnce = 100; // a hash of a few bytes costs as one of many
-    QCryptographicHash hash(QCryptographicHash::Sha256);
-    hash.addData(attributesOf(run));
+    Sha256 hash;
+    hash.add(attributesOf(run));
     QByteArray memory;
     for (std::size_t i = 0; i < run.elements.size();) {
         PayloadWriter writer(std::move(memory));
@@ -62,9 +62,9 @@ QByteArray digestOf(const Run& run) {
             write(writer, run.elements[i]);
         }
         memory = writer.take();
-        hash.addData(memory);
+        hash.add(memory);
     }
-    return hash.result();
+    return hash.take();
 }
 
 /** Turned round by ~, which unlike - every number allows: it may be that of a damaged file. */

@@ -3,8 +3,8 @@
 #include "report/html/htmltext.h"
 #include "report/html/pagejson.h"
 #include "report/html/staticpage.h"
+#include "store/sha256.h"
 
-#include <QCryptographicHash>
 #include <QFile>
 #include <QHash>
 #include <QJsonArray>
@@ -34,7 +34,7 @@ QByteArray source(const char* name) {
 }
 
 QByteArray hashSource(const QByteArray& text) {
-    return "'sha256-" + QCryptographicHash::hash(text, QCryptographicHash::Sha256).toBase64() + "'";
+    return "'sha256-" + Store::Sha256::of(text).toBase64() + "'";
 }
 
 QByteArray policy(const QByteArray& scriptSource, const QByteArray& styleSource,

@@ -2,8 +2,7 @@
 
 #include "report/html/appearances.h"
 #include "report/html/picturefit.h"
-
-#include <QCryptographicHash>
+#include "store/sha256.h"
 
 #include <algorithm>
 
@@ -204,7 +203,7 @@ const QImage& PageModelBuilder::imageOf(const PageModel::Surface& surface) {
 }
 
 int PageModelBuilder::pictureIndex(const QByteArray& png) {
-    const QByteArray hash = QCryptographicHash::hash(png, QCryptographicHash::Sha256);
+    const QByteArray hash = Store::Sha256::of(png);
     const auto known = m_pictures.constFind(hash);
     if (known != m_pictures.cend()) {
         return *known;

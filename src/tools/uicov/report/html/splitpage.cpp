@@ -1,8 +1,8 @@
 #include "report/html/splitpage.h"
 
 #include "report/html/htmlpage.h"
+#include "store/sha256.h"
 
-#include <QCryptographicHash>
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QSaveFile>
@@ -50,8 +50,7 @@ std::optional<Problem> SplitPage::writeFile(const QString& name, const QByteArra
 std::optional<Problem> SplitPage::writePictures(QStringList& names) const {
     for (const PageModel::Picture& picture : m_model.pictures) {
         // Named by content, so that a page that is open meanwhile does not see others.
-        const QByteArray hash =
-            QCryptographicHash::hash(picture.png, QCryptographicHash::Sha256).toHex().left(24);
+        const QByteArray hash = Store::Sha256::of(picture.png).toHex().left(24);
         const QString name =
             pictureFolder + QLatin1Char('/') + QString::fromLatin1(hash) + QStringLiteral(".png");
         names.append(name);
