@@ -2,20 +2,19 @@
 
 #include <vorsk/hook.h>
 
-#include <unistd.h>
-
 namespace Vorsk {
+
+// The stand-in makes no other kind of hook than its own.
 
 Hook* Hook::hook = nullptr;
 
 bool Hook::send(int channelNumber, const QString& name, const ArgumentList& args) {
-    // The stand-in makes no other kind of hook.
     auto* recording = static_cast<VorskHost::RecordingHook*>(this);
     return recording->writer().appendMessage(channelNumber, name, args);
 }
 
 int Hook::appId() const {
-    return static_cast<int>(::getpid());
+    return static_cast<const VorskHost::RecordingHook*>(this)->processId();
 }
 
 } // namespace Vorsk

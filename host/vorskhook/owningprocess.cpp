@@ -56,4 +56,11 @@ bool OwningProcess::isThis() const {
     return m_page != nullptr ? *m_page == 1 : m_owner != 0 && m_owner == ::getpid();
 }
 
+pid_t OwningProcess::idOfThis() {
+    if (!isThis()) {
+        claim();
+    }
+    return m_owner;
+}
+
 } // namespace VorskHost

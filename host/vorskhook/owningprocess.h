@@ -23,6 +23,9 @@ public:
     /** False before claim() and in every other process. */
     bool isThis() const;
 
+    /** The number of this process, which becomes the owner if it is not. */
+    pid_t idOfThis();
+
 private:
     pid_t m_owner = 0;
     /** One page that reads as zero in a forked child; null where there is no such memory. */

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "vorskhook/owningprocess.h"
 #include "vorskhook/recordingwriter.h"
 
 #include <vorsk/hook.h>
@@ -25,6 +26,8 @@ public:
     static RecordingHook* instance();
 
     RecordingWriter& writer() { return m_writer; }
+    /** Asked for with each message, of which a system call would be a good part. */
+    int processId() const { return static_cast<int>(m_process.idOfThis()); }
 
 private:
     RecordingHook();
@@ -32,6 +35,7 @@ private:
     Q_DISABLE_COPY(RecordingHook)
 
     RecordingWriter m_writer;
+    mutable OwningProcess m_process;
 };
 
 } // namespace VorskHost

@@ -35,6 +35,7 @@ private Q_SLOTS:
     void childIsAnother();
     void childClaims();
     void claimedAgain();
+    void numberOfThisProcess();
 };
 
 void tst_OwningProcess::nobodyAtFirst() {
@@ -69,6 +70,20 @@ void tst_OwningProcess::claimedAgain() {
     process.claim();
     QVERIFY(process.isThis());
     QCOMPARE(answerOfChild(process, false), 0);
+}
+
+void tst_OwningProcess::numberOfThisProcess() {
+    OwningProcess process;
+    QCOMPARE(process.idOfThis(), ::getpid());
+    QVERIFY(process.isThis());
+    const pid_t child = fork();
+    if (child == 0) {
+        _exit(process.idOfThis() == ::getpid() && process.idOfThis() != ::getppid() ? 0 : 1);
+    }
+    int status = -1;
+    QCOMPARE(waitpid(child, &status, 0), child);
+    QCOMPARE(status, 0);
+    QCOMPARE(process.idOfThis(), ::getpid());
 }
 
 QTEST_GUILESS_MAIN(tst_OwningProcess)
