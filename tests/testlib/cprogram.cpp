@@ -1,21 +1,32 @@
 #include "testlib/cprogram.h"
 
 #include <QFile>
+#include <QLibraryInfo>
 #include <QProcess>
 
 namespace TestLib {
 
+namespace {
+
+/** For the machine that the tests are for, which need not be this one. */
+QStringList forTarget() {
+    const QString sysroot = QStringLiteral(UICOV_TEST_SYSROOT);
+    return sysroot.isEmpty() ? QStringList() : QStringList{QStringLiteral("--sysroot=") + sysroot};
+}
+
+} // namespace
+
 bool buildC(const QString& source, const QString& output, const QStringList& flags) {
     QProcess compiler;
     compiler.setProcessChannelMode(QProcess::ForwardedChannels);
-    QStringList arguments{QStringLiteral("-x"),
-                          QStringLiteral("c"),
-                          QStringLiteral("-"),
-                          QStringLiteral("-o"),
-                          output,
-                          QStringLiteral("-x"),
-                          QStringLiteral("none")};
-    compiler.start(QStringLiteral("cc"), arguments + flags);
+    const QStringList arguments{QStringLiteral("-x"),
+                                QStringLiteral("c"),
+                                QStringLiteral("-"),
+                                QStringLiteral("-o"),
+                                output,
+                                QStringLiteral("-x"),
+                                QStringLiteral("none")};
+    compiler.start(QStringLiteral(UICOV_TEST_C_COMPILER), forTarget() + arguments + flags);
     if (!compiler.waitForStarted()) {
         return false;
     }
@@ -23,6 +34,15 @@ bool buildC(const QString& source, const QString& output, const QStringList& fla
     compiler.closeWriteChannel();
     return compiler.waitForFinished() && compiler.exitStatus() == QProcess::NormalExit &&
            compiler.exitCode() == 0;
+}
+
+bool buildWithQt(const QString& output, const QStringList& libraries) {
+    QStringList flags{QStringLiteral("-Wl,--no-as-needed"),
+                      QStringLiteral("-L") + QLibraryInfo::location(QLibraryInfo::LibrariesPath)};
+    for (const QString& library : libraries) {
+        flags.append(QStringLiteral("-l:") + library);
+    }
+    return buildC(QStringLiteral("int main(void) { return 0; }"), output, flags);
 }
 
 bool writeScript(const QString& path, const QString& text) {

@@ -12,6 +12,12 @@ namespace TestLib {
  */
 bool buildC(const QString& source, const QString& output, const QStringList& flags = {});
 
+/**
+ * The same for an empty program that needs these of Qt's libraries and no others.
+ * @param libraries names of files, as programs name them
+ */
+bool buildWithQt(const QString& output, const QStringList& libraries);
+
 /** Writes a file that can be executed; false when that fails. */
 bool writeScript(const QString& path, const QString& text);
 

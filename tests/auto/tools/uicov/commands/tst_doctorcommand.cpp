@@ -6,7 +6,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QLibraryInfo>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -28,13 +27,9 @@ class TestDoctorCommand : public TestLib::TestCase {
 private Q_SLOTS:
     void initTestCase() {
         m_runner.setWorkingFolder(m_folder.path());
-        const QString qt = QLibraryInfo::location(QLibraryInfo::LibrariesPath);
-        const QString main = QStringLiteral("int main(void) { return 0; }");
-        QVERIFY(
-            buildC(main, path("gui"),
-                   {QStringLiteral("-Wl,--no-as-needed"), qt + QStringLiteral("/libQt5Core.so.5"),
-                    qt + QStringLiteral("/libQt5Gui.so.5")}));
-        QVERIFY(buildC(main, path("plain")));
+        QVERIFY(TestLib::buildWithQt(
+            path("gui"), {QStringLiteral("libQt5Core.so.5"), QStringLiteral("libQt5Gui.so.5")}));
+        QVERIFY(buildC(QStringLiteral("int main(void) { return 0; }"), path("plain")));
     }
 
     void init() {

@@ -4,7 +4,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QLibraryInfo>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -42,9 +41,7 @@ class TestApplication : public TestLib::TestCase {
     }
 
     bool buildWithQt(const char* program, const char* library) {
-        const QString file = QLibraryInfo::location(QLibraryInfo::LibrariesPath) +
-                             QLatin1Char('/') + QLatin1String(library);
-        return buildC(emptyMain, path(program), {QStringLiteral("-Wl,--no-as-needed"), file});
+        return TestLib::buildWithQt(path(program), {QLatin1String(library)});
     }
 
     void compareProblem(const QString& command, Message message, int exitCode,

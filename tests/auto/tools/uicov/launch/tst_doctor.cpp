@@ -7,7 +7,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QLibraryInfo>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -58,12 +57,7 @@ class TestDoctor : public TestLib::TestCase {
     }
 
     bool buildWithQt(const char* program, const QStringList& libraries) const {
-        QStringList flags{QStringLiteral("-Wl,--no-as-needed")};
-        for (const QString& library : libraries) {
-            flags.append(QLibraryInfo::location(QLibraryInfo::LibrariesPath) + QLatin1Char('/') +
-                         library);
-        }
-        return buildC(emptyMain, path(program), flags);
+        return TestLib::buildWithQt(path(program), libraries);
     }
 
 private Q_SLOTS:

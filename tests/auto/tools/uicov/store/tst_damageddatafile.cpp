@@ -1,8 +1,7 @@
 #include "store/datafile.h"
+#include "testlib/datafiletest.h"
 #include "testlib/randomrun.h"
-#include "testlib/testcase.h"
 
-#include <QTemporaryDir>
 #include <QTest>
 
 using TestLib::randomRun;
@@ -14,16 +13,8 @@ using Uicov::Store::Sql;
 Q_DECLARE_METATYPE(Uicov::Console::Message)
 
 /** What cannot be used as a data file, or not whole. */
-class TestDamagedDataFile : public TestLib::TestCase {
+class TestDamagedDataFile : public TestLib::DataFileTest {
     Q_OBJECT
-
-    std::unique_ptr<QTemporaryDir> m_folder;
-    QString m_path;
-
-    QByteArray contents() const {
-        QFile file(m_path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
 
     /** Changes what is in the file, past all checks. */
     void tamper(const char* statement) {
@@ -32,28 +23,7 @@ class TestDamagedDataFile : public TestLib::TestCase {
         QVERIFY2(sql.execute(QLatin1String(statement)), qPrintable(sql.error()));
     }
 
-    void makeFile(int elements = 20) {
-        QRandomGenerator random(5);
-        DataFile file;
-        QVERIFY(!file.create(m_path));
-        Run run = randomRun(random, elements);
-        while (run.elements.size() < 5) {
-            run = randomRun(random, elements);
-        }
-        run.uuid = TestLib::uuid(1);
-        QVERIFY(!file.add(run));
-        QVERIFY(!file.commit());
-    }
-
 private Q_SLOTS:
-    void init() {
-        TestLib::TestCase::init();
-        m_folder = std::make_unique<QTemporaryDir>();
-        m_path = m_folder->filePath(QStringLiteral("x.uicov"));
-    }
-
-    void cleanup() { TestLib::TestCase::cleanup(); }
-
     void whatIsNoDataFileIsRefusedAndLeftAsItIs_data() {
         QTest::addColumn<QByteArray>("statement");
         QTest::addColumn<Message>("message");

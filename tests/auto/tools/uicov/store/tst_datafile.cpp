@@ -1,9 +1,8 @@
 #include "store/datafile.h"
+#include "testlib/datafiletest.h"
 #include "testlib/randomrun.h"
-#include "testlib/testcase.h"
 
 #include <QFileInfo>
-#include <QTemporaryDir>
 #include <QTest>
 
 using TestLib::printed;
@@ -13,11 +12,8 @@ using Uicov::Store::DataFile;
 using Uicov::Store::Run;
 using Uicov::Store::Sql;
 
-class TestDataFile : public TestLib::TestCase {
+class TestDataFile : public TestLib::DataFileTest {
     Q_OBJECT
-
-    std::unique_ptr<QTemporaryDir> m_folder;
-    QString m_path;
 
     static Run read(DataFile& file, const QString& uuid) {
         Run run;
@@ -25,33 +21,7 @@ class TestDataFile : public TestLib::TestCase {
         return problem ? Run() : run;
     }
 
-    QByteArray contents() const {
-        QFile file(m_path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
-    void makeFile(int elements = 20) {
-        QRandomGenerator random(5);
-        DataFile file;
-        QVERIFY(!file.create(m_path));
-        Run run = randomRun(random, elements);
-        while (run.elements.size() < 5) {
-            run = randomRun(random, elements);
-        }
-        run.uuid = TestLib::uuid(1);
-        QVERIFY(!file.add(run));
-        QVERIFY(!file.commit());
-    }
-
 private Q_SLOTS:
-    void init() {
-        TestLib::TestCase::init();
-        m_folder = std::make_unique<QTemporaryDir>();
-        m_path = m_folder->filePath(QStringLiteral("x.uicov"));
-    }
-
-    void cleanup() { TestLib::TestCase::cleanup(); }
-
     void whatWasWrittenIsReadBack() {
         QRandomGenerator random(1);
         for (int round = 0; round < 60; ++round) {

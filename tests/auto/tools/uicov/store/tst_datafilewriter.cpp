@@ -1,10 +1,9 @@
 #include "store/datafilewriter.h"
+#include "testlib/datafiletest.h"
 #include "testlib/randomrun.h"
 #include "testlib/samplerecording.h"
-#include "testlib/testcase.h"
 
 #include <QDir>
-#include <QTemporaryDir>
 #include <QTest>
 
 using TestLib::randomRun;
@@ -15,11 +14,9 @@ using Uicov::Store::Run;
 using Uicov::Store::Sql;
 using Mode = Uicov::Store::DataFileWriter::Mode;
 
-class TestDataFileWriter : public TestLib::TestCase {
+class TestDataFileWriter : public TestLib::DataFileTest {
     Q_OBJECT
 
-    std::unique_ptr<QTemporaryDir> m_folder;
-    QString m_path;
     QRandomGenerator m_random{21};
 
     Run newRun(int number) {
@@ -50,14 +47,6 @@ class TestDataFileWriter : public TestLib::TestCase {
     }
 
 private Q_SLOTS:
-    void init() {
-        TestLib::TestCase::init();
-        m_folder = std::make_unique<QTemporaryDir>();
-        m_path = m_folder->filePath(QStringLiteral("x.uicov"));
-    }
-
-    void cleanup() { TestLib::TestCase::cleanup(); }
-
     void replacingLeavesOnlyWhatIsNew() {
         QVERIFY(write(Mode::Replace, 1));
         QVERIFY(write(Mode::Replace, 2));
