@@ -70,6 +70,11 @@ class TestBusGuard : public TestLib::TestCase {
 
 private Q_SLOTS:
     void lostPagesBecomeMemoryThatCanBeUsed() {
+#ifdef __arm__
+        if (isEmulated()) {
+            QSKIP("the emulator names the page behind the one that was lost");
+        }
+#endif
         QCOMPARE(inAChild([] {
                      setHandler(SIG_DFL); // Qt Test has one
                      MappedFile file;

@@ -136,6 +136,9 @@ void tst_EventTapSafety::receiverInItsDestructor() {
 }
 
 void tst_EventTapSafety::exceptionThroughADelivery() {
+#ifdef __arm__
+    QSKIP("Qt has no tables for unwinding there: an exception ends the bare program as well");
+#endif
     Receiver widget(QStringLiteral("widget"));
     widget.onEvent = [](QEvent* event) {
         if (event->type() == QEvent::User) {

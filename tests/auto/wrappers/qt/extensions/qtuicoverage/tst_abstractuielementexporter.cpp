@@ -86,11 +86,17 @@ std::unique_ptr<UIElement> newElement(const char* concreteType) {
 /** Where a virtual member function stands in the vtable. */
 template <class Function>
 std::ptrdiff_t slotOf(Function function) {
-    // A pointer to a virtual member function begins with one more than its offset.
+    // A pointer to a virtual member function begins with its offset: on ARM as it is, elsewhere
+    // plus one.
+#if defined(__arm__) || defined(__aarch64__)
+    constexpr std::ptrdiff_t more = 0;
+#else
+    constexpr std::ptrdiff_t more = 1;
+#endif
     std::ptrdiff_t offset = 0;
     static_assert(sizeof function >= sizeof offset);
     std::memcpy(&offset, &function, sizeof offset);
-    return (offset - 1) / static_cast<std::ptrdiff_t>(sizeof(void*));
+    return (offset - more) / static_cast<std::ptrdiff_t>(sizeof(void*));
 }
 
 using Change = std::function<void(UIElement&)>;
