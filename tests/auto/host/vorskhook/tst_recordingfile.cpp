@@ -1,3 +1,4 @@
+#include "host/support/filecontents.h"
 #include "host/support/openfiles.h"
 #include "testlib/testcase.h"
 #include "vorskhook/recordingfile.h"
@@ -22,11 +23,6 @@ using OpenFiles::descriptorOf;
 using VorskHost::RecordingFile;
 
 namespace {
-
-QByteArray contents(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(cannot be opened)");
-}
 
 bool writeAFile(const QString& path) {
     QFile file(path);

@@ -1,4 +1,6 @@
+#include "host/support/filecontents.h"
 #include "host/support/openfiles.h"
+#include "host/support/quietwriter.h"
 #include "host/support/recordingparser.h"
 #include "testlib/testcase.h"
 #include "vorskhook/recordingwriter.h"
@@ -25,22 +27,7 @@ ssize_t countedWrite(int descriptor, const void* data, size_t length) {
     return ::write(descriptor, data, length);
 }
 
-QByteArray contents(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(cannot be opened)");
-}
-
-bool send(RecordingWriter& writer, const QByteArray& payload) {
-    return writer.appendMessage(7, QStringLiteral("data"), {1, payload});
-}
-
 } // namespace
-
-/** Does not hear of the test functions that it is tested by. */
-class QuietWriter : public RecordingWriter {
-public:
-    QuietWriter() { setTestFunction(VorskHost::TestFunction(nullptr, nullptr, nullptr)); }
-};
 
 class tst_RecordingWriter : public TestLib::TestCase {
     Q_OBJECT

@@ -1,4 +1,6 @@
+#include "host/support/filecontents.h"
 #include "host/support/openfiles.h"
+#include "host/support/quietwriter.h"
 #include "host/support/recordingparser.h"
 #include "testlib/testcase.h"
 #include "vorskhook/recordingwriter.h"
@@ -54,22 +56,7 @@ ssize_t reluctantWrite(int descriptor, const void* data, size_t length) {
     return ::write(descriptor, data, std::min<size_t>(length, 3));
 }
 
-QByteArray contents(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(cannot be opened)");
-}
-
-bool send(RecordingWriter& writer, const QByteArray& payload) {
-    return writer.appendMessage(7, QStringLiteral("data"), {1, payload});
-}
-
 } // namespace
-
-/** Does not hear of the test functions that it is tested by. */
-class QuietWriter : public RecordingWriter {
-public:
-    QuietWriter() { setTestFunction(VorskHost::TestFunction(nullptr, nullptr, nullptr)); }
-};
 
 /** Writes that fail, each in its own way. */
 class tst_RecordingWriterFailures : public TestLib::TestCase {

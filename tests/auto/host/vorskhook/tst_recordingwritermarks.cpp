@@ -1,3 +1,4 @@
+#include "host/support/quietwriter.h"
 #include "host/support/recordingparser.h"
 #include "testlib/testcase.h"
 #include "vorskhook/recordingwriter.h"
@@ -20,10 +21,6 @@ int writeCalls = 0;
 ssize_t countedWrite(int descriptor, const void* data, size_t length) {
     ++writeCalls;
     return ::write(descriptor, data, length);
-}
-
-bool send(RecordingWriter& writer, const QByteArray& payload) {
-    return writer.appendMessage(7, QStringLiteral("data"), {1, payload});
 }
 
 /** What Qt Test is to answer. */
