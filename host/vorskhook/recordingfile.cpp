@@ -4,12 +4,15 @@
 
 #include <QFile>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <optional>
 
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 namespace VorskHost {
@@ -128,6 +131,36 @@ bool RecordingFile::allocate(qint64 size) {
         m_error = qt_error_string(errno);
     }
     return result == 0;
+}
+
+void RecordingFile::stopAppending() {
+    const int flags = ::fcntl(m_descriptor, F_GETFL);
+    if (flags >= 0) {
+        ::fcntl(m_descriptor, F_SETFL, flags & ~O_APPEND);
+    }
+}
+
+void RecordingFile::fillWithZeros(qint64 from, qint64 to) {
+    // One call for many pages; the same few bytes for each of them.
+    constexpr std::size_t partSize = 16 * 1024;
+    constexpr std::size_t partsAtOnce = 16;
+    static char zeros[partSize];
+    const FileSizeGuard guard;
+    while (from < to) {
+        std::array<iovec, partsAtOnce> parts{};
+        auto left = static_cast<std::size_t>(to - from);
+        int count = 0;
+        for (; left > 0 && count < static_cast<int>(partsAtOnce); ++count) {
+            parts[static_cast<std::size_t>(count)] = {zeros, std::min(left, partSize)};
+            left -= std::min(left, partSize);
+        }
+        const ssize_t written =
+            ::pwritev(m_descriptor, parts.data(), count, static_cast<off_t>(from));
+        if (written <= 0) {
+            return;
+        }
+        from += written;
+    }
 }
 
 void RecordingFile::truncate(qint64 size) {

@@ -44,6 +44,12 @@ public:
      * already. False when there is no room, and errorString() says why; the file stays open.
      */
     bool allocate(qint64 size);
+    /** From now on what is written goes where it is told to, not to the end. For a file that others
+     * append to by another rule. */
+    void stopAppending();
+    /** Writes zeros from one place to another, as far as it goes. For a file that has that room and
+     * does not append. */
+    void fillWithZeros(qint64 from, qint64 to);
     /** Cuts a longer file to that length, unless the application has closed it. */
     void truncate(qint64 size);
     /** False when the application has closed our descriptor. */

@@ -13,6 +13,7 @@
 
 #include <linux/magic.h>
 #include <recordingformat/recordingformat.h>
+#include <sys/file.h>
 #include <sys/mman.h>
 #include <sys/vfs.h>
 #include <unistd.h>
@@ -91,6 +92,8 @@ bool RecordingMapping::open(RecordingFile& file, qint64 maximumSize) {
     }
     std::memcpy(m_region, header.constData(), static_cast<std::size_t>(header.size()));
     m_lastEnd = static_cast<quint64>(header.size());
+    m_file->stopAppending();
+    fill(header.size(), m_allocated);
     return true;
 }
 
@@ -196,6 +199,9 @@ bool RecordingMapping::allocate(qint64 needed) {
             size = std::max(needed, std::min(size, m_maximumSize));
         }
         if (m_file->allocate(size)) {
+            if (m_region != nullptr) {
+                fill(m_allocated, size);
+            }
             m_allocated = size;
             return true;
         }
@@ -203,6 +209,22 @@ bool RecordingMapping::allocate(qint64 needed) {
             return false;
         }
     }
+}
+
+/**
+ * Zeros where there are none but on paper: pages that come into being one by one, as the recording
+ * grows into them, take four times as long. Others write there with a lock on the file, and what
+ * they have written lies before the end.
+ */
+void RecordingMapping::fill(qint64 from, qint64 to) const {
+    if (::flock(m_file->descriptor(), LOCK_EX | LOCK_NB) != 0) {
+        return;
+    }
+    const quint64 end = loadEnd();
+    if (end < static_cast<quint64>(to)) {
+        m_file->fillWithZeros(std::max(from, static_cast<qint64>(end)), to);
+    }
+    ::flock(m_file->descriptor(), LOCK_UN);
 }
 
 /** Memory for the header and a window of at least that size; without it the former one stays. */

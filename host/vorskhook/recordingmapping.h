@@ -48,6 +48,7 @@ private:
     bool reserve(quint64& place, std::size_t length);
     bool prepare(quint64 place, std::size_t length);
     bool allocate(qint64 needed);
+    void fill(qint64 from, qint64 to) const;
     bool mapRegion(std::size_t windowSize, quint64 windowPlace);
     bool mapWindow(quint64 place);
     bool mapFile(char* memory, std::size_t size, quint64 place);

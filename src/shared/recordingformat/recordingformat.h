@@ -38,7 +38,8 @@
  * the frame there, its length (the first four bytes) last. A length of zero is therefore a frame
  * that is not there yet. Another process than the application's holds an exclusive flock(2) on the
  * file meanwhile and enters the place that it is going to take as the held one first, so that a
- * reader can step over it when that process was killed on the way.
+ * reader can step over it when that process was killed on the way. The application's own process
+ * writes zeros behind `end` only while it holds that lock.
  */
 namespace RecordingFormat {
 

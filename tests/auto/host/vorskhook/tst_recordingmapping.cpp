@@ -16,6 +16,7 @@
 #include <cerrno>
 #include <csignal>
 
+#include <sys/file.h>
 #include <sys/mount.h>
 #include <unistd.h>
 
@@ -60,6 +61,8 @@ private Q_SLOTS:
     void aForkedChildDoesNotAppend();
     void aClosedDescriptorIsNoticedAtTheNextStep();
     void whatSomebodyElseAppendsStays();
+    void whatSomebodyElseAppendsBehindOurRoomStays();
+    void whatSomebodyElseIsJustWritingStays();
     void anEndThatSomebodyElseMovedEndsIt_data();
     void anEndThatSomebodyElseMovedEndsIt();
     void aDiskThatIsFullEndsItWithAllThatWasAppended();
@@ -69,6 +72,7 @@ private Q_SLOTS:
 
 private:
     bool open() { return m_file->create(m_path) && m_mapping->open(*m_file, m_maximumSize); }
+    bool appendFromElsewhere(const QByteArray& theirs);
     bool mountSmallDisk(const char* options);
 
     QScopedPointer<QTemporaryDir> m_dir;
@@ -286,21 +290,52 @@ void tst_RecordingMapping::aClosedDescriptorIsNoticedAtTheNextStep() {
     QCOMPARE(namesIn(m_path).size(), appended);
 }
 
+/** As another process does. */
+bool tst_RecordingMapping::appendFromElsewhere(const QByteArray& theirs) {
+    QFile other(m_path);
+    const qint64 place = m_mapping->size();
+    QByteArray end(8, '\0');
+    qToBigEndian<qint64>(place + theirs.size(), end.data());
+    return other.open(QIODevice::ReadWrite | QIODevice::Unbuffered) && other.seek(place) &&
+           other.write(theirs) == theirs.size() && other.seek(RecordingFormat::endOffset) &&
+           other.write(end) == end.size() && m_mapping->size() == place + theirs.size();
+}
+
 void tst_RecordingMapping::whatSomebodyElseAppendsStays() {
     QVERIFY(open());
     QVERIFY(m_mapping->append(frame("ours")));
-    QFile other(m_path);
-    QVERIFY(other.open(QIODevice::ReadWrite | QIODevice::Unbuffered));
-    const QByteArray theirs = frame("theirs");
-    const qint64 place = m_mapping->size();
-    QVERIFY(other.seek(place) && other.write(theirs) == theirs.size());
-    QByteArray end(8, '\0');
-    qToBigEndian<qint64>(place + theirs.size(), end.data());
-    QVERIFY(other.seek(RecordingFormat::endOffset) && other.write(end) == end.size());
-    QCOMPARE(m_mapping->size(), place + theirs.size());
+    QVERIFY(appendFromElsewhere(frame("theirs")));
     QVERIFY(m_mapping->append(frame("ours again")));
     QCOMPARE(namesIn(m_path), QStringList({QStringLiteral("ours"), QStringLiteral("theirs"),
                                            QStringLiteral("ours again")}));
+}
+
+void tst_RecordingMapping::whatSomebodyElseAppendsBehindOurRoomStays() {
+    QVERIFY(open());
+    const QByteArray theirName(static_cast<int>(RecordingMapping::step) * 3 / 2, 't');
+    QVERIFY(appendFromElsewhere(frame(theirName)));
+    QVERIFY(m_mapping->append(frame("ours")));
+    QCOMPARE(namesIn(m_path),
+             QStringList({QString::fromLatin1(theirName), QStringLiteral("ours")}));
+}
+
+void tst_RecordingMapping::whatSomebodyElseIsJustWritingStays() {
+    QVERIFY(open());
+    const qint64 allocated = QFileInfo(m_path).size();
+    const QByteArray one = frame("x");
+    while (m_mapping->size() + one.size() <= allocated) {
+        QVERIFY(m_mapping->append(one));
+    }
+    QFile other(m_path);
+    QVERIFY(other.open(QIODevice::ReadWrite | QIODevice::Unbuffered));
+    QCOMPARE(::flock(other.handle(), LOCK_EX), 0);
+    const QByteArray theirs(3, 't');
+    const qint64 place = allocated + RecordingMapping::step / 2;
+    QVERIFY(other.seek(place) && other.write(theirs) == theirs.size());
+    QVERIFY(m_mapping->append(one));
+    QVERIFY(QFileInfo(m_path).size() >= allocated + RecordingMapping::step);
+    QVERIFY(other.seek(place));
+    QCOMPARE(other.read(theirs.size()), theirs);
 }
 
 void tst_RecordingMapping::anEndThatSomebodyElseMovedEndsIt_data() {
