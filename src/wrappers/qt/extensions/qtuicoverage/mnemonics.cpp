@@ -7,6 +7,9 @@ namespace UICoverage {
 
 QString stripMnemonics(const QString& text) {
     const QLatin1Char mark('&');
+    if (!text.isEmpty() && !text.contains(mark)) {
+        return text; // as most are; an empty one becomes a null one
+    }
     static const QString separator =
         QStringLiteral("%1%2").arg(QLatin1Char('&')).arg(QLatin1Char('&'));
     QStringList parts = text.split(separator);

@@ -30,18 +30,40 @@ struct KnownClass {
 };
 
 bool isSound(const KnownClass& known, const QMetaObject& metaObject) {
-    return !known.item.isNull() && known.item->metaObject() == &metaObject &&
-           known.methods == metaObject.methodCount() &&
+    const QMetaObject* found = known.item.isNull() ? nullptr : known.item->metaObject();
+    while (found != nullptr && found != &metaObject) {
+        found = found->superClass();
+    }
+    return found != nullptr && known.methods == metaObject.methodCount() &&
            known.properties == metaObject.propertyCount();
 }
 
-/** The number of the signal itself where the text names one with default arguments left out. */
-int signalNumber(const QMetaObject& metaObject, const char* signature) {
-    int number = metaObject.indexOfSignal(signature);
-    while (number != -1 && (metaObject.method(number).attributes() & QMetaMethod::Cloned) != 0) {
-        --number;
+/** Among those that the class adds to the one it extends; -1 when none is. A signal of that name
+ * with default arguments left out counts as itself. */
+int addedSignal(const QMetaObject& metaObject, const char* signature) {
+    constexpr int parentheses = 2;
+    const auto size = static_cast<int>(std::strlen(signature)) - parentheses;
+    for (int i = metaObject.methodCount() - 1; i >= metaObject.methodOffset(); --i) {
+        QMetaMethod method = metaObject.method(i);
+        if (method.methodType() != QMetaMethod::Signal || method.parameterCount() > 0 ||
+            method.name() != QByteArray::fromRawData(signature, size)) {
+            continue;
+        }
+        while ((method.attributes() & QMetaMethod::Cloned) != 0) {
+            method = metaObject.method(--i);
+        }
+        return i;
     }
-    return number;
+    return -1;
+}
+
+int addedProperty(const QMetaObject& metaObject, const char* name) {
+    int i = metaObject.propertyCount() - 1;
+    while (i >= metaObject.propertyOffset() &&
+           std::strcmp(metaObject.property(i).name(), name) != 0) {
+        --i;
+    }
+    return i >= metaObject.propertyOffset() ? i : -1;
 }
 
 bool holdsAny(const char* name, std::initializer_list<const char*> fragments) {
@@ -73,36 +95,57 @@ QuickItemClass::Kind kindOf(const char* name) {
 
 } // namespace
 
+QuickItemClass::QuickItemClass() {
+    m_signals.fill(-1);
+    m_properties.fill(-1);
+}
+
 QuickItemClass QuickItemClass::of(QQuickItem* item) {
+    return of(*item->metaObject(), item);
+}
+
+/** A class that the item has or extends. */
+QuickItemClass QuickItemClass::of(const QMetaObject& metaObject, QQuickItem* item) {
     static QHash<const QMetaObject*, KnownClass> knownClasses;
-    const QMetaObject& metaObject = *item->metaObject();
     const auto known = knownClasses.constFind(&metaObject);
     if (known != knownClasses.constEnd() && isSound(*known, metaObject)) {
         return known->cls;
     }
-    if (knownClasses.size() >= mostKnown) {
-        knownClasses.clear();
+    const QMetaObject* const base = metaObject.superClass();
+    QuickItemClass cls = base != nullptr ? of(*base, item) : QuickItemClass();
+    if (cls.extend(metaObject)) {
+        if (knownClasses.size() >= mostKnown) {
+            knownClasses.clear();
+        }
+        knownClasses.insert(&metaObject,
+                            {cls, item, metaObject.methodCount(), metaObject.propertyCount()});
     }
-    const QuickItemClass cls = learnt(metaObject);
-    knownClasses.insert(&metaObject,
-                        {cls, item, metaObject.methodCount(), metaObject.propertyCount()});
     return cls;
 }
 
-QuickItemClass QuickItemClass::learnt(const QMetaObject& metaObject) {
-    QuickItemClass cls;
+/** Takes the class for one that extends this; false when it has nothing that this has not. */
+bool QuickItemClass::extend(const QMetaObject& metaObject) {
+    const QMetaObject* const base = metaObject.superClass();
     const char* const name = metaObject.className();
-    cls.m_metaObject = &metaObject;
-    cls.m_name = QString::fromLatin1(name);
-    cls.m_kind = kindOf(name);
-    cls.m_isText = holdsAny(name, {"QQuickText"});
-    for (std::size_t i = 0; i < cls.m_signals.size(); ++i) {
-        cls.m_signals[i] = signalNumber(metaObject, signalNames[i]);
+    m_metaObject = &metaObject;
+    // Each item that a delegate makes has a meta object of its own, often just like the next one's.
+    if (base != nullptr && std::strcmp(name, base->className()) == 0 &&
+        metaObject.methodCount() == metaObject.methodOffset() &&
+        metaObject.propertyCount() == metaObject.propertyOffset()) {
+        return false;
     }
-    for (std::size_t i = 0; i < cls.m_properties.size(); ++i) {
-        cls.m_properties[i] = metaObject.indexOfProperty(propertyNames[i]);
+    m_name = QString::fromLatin1(name);
+    m_kind = kindOf(name);
+    m_isText = holdsAny(name, {"QQuickText"});
+    for (std::size_t i = 0; i < m_signals.size(); ++i) {
+        const int added = addedSignal(metaObject, signalNames[i]);
+        m_signals[i] = added != -1 ? added : m_signals[i];
     }
-    return cls;
+    for (std::size_t i = 0; i < m_properties.size(); ++i) {
+        const int added = addedProperty(metaObject, propertyNames[i]);
+        m_properties[i] = added != -1 ? added : m_properties[i];
+    }
+    return true;
 }
 
 const char* QuickItemClass::nameOf(Signal signal) {

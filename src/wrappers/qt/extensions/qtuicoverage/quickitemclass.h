@@ -53,14 +53,16 @@ public:
     QVariant read(QQuickItem* item, Property property) const;
 
 private:
-    static QuickItemClass learnt(const QMetaObject& metaObject);
+    QuickItemClass();
+    static QuickItemClass of(const QMetaObject& metaObject, QQuickItem* item);
+    bool extend(const QMetaObject& metaObject);
 
     const QMetaObject* m_metaObject = nullptr;
     QString m_name;
     Kind m_kind = Kind::Other;
     bool m_isText = false;
-    std::array<int, CheckedChanged + 1> m_signals{};
-    std::array<int, CheckedState + 1> m_properties{};
+    std::array<int, CheckedChanged + 1> m_signals;
+    std::array<int, CheckedState + 1> m_properties;
 };
 
 } // namespace UICoverage

@@ -1,6 +1,7 @@
 #include "quickitemclass.h"
 #include "testlib/testcase.h"
 
+#include <QMetaMethod>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -17,6 +18,16 @@ class DefaultingItem : public QQuickItem {
 Q_SIGNALS:
     void clicked(bool isChecked = false);
     void triggered();
+};
+
+/** Has the signal once more, with another number. */
+class HidingItem : public DefaultingItem {
+    Q_OBJECT
+
+Q_SIGNALS:
+    void added();
+    void clicked(int count = 1);
+    void titleChanged();
 };
 
 class UnreadableItem : public QQuickItem {
@@ -65,6 +76,9 @@ private Q_SLOTS:
     void tellsTheKindByTheName_data();
     void tellsTheKindByTheName();
     void numberIsThatOfTheSignalThatIsEmitted();
+    void numberIsThatOfTheClassItself();
+    void isFoundAsByTexts_data();
+    void isFoundAsByTexts();
     void readsAsTheObjectDoes();
     void readsWhatCannotBeReadAsTheObjectDoes();
     void readsFromAnItemOfAnotherClass();
@@ -144,6 +158,62 @@ void tst_QuickItemClass::numberIsThatOfTheSignalThatIsEmitted() {
     QVERIFY(metaObject.indexOfSignal("clicked()") != metaObject.indexOfSignal("clicked(bool)"));
     QCOMPARE(cls.numberOf(QuickItemClass::Triggered), metaObject.indexOfSignal("triggered()"));
     QCOMPARE(cls.numberOf(QuickItemClass::TextChanged), -1);
+}
+
+void tst_QuickItemClass::numberIsThatOfTheClassItself() {
+    HidingItem hiding;
+    const QuickItemClass cls = QuickItemClass::of(&hiding);
+    const QMetaObject& metaObject = HidingItem::staticMetaObject;
+    QCOMPARE(cls.numberOf(QuickItemClass::Clicked), metaObject.indexOfSignal("clicked(int)"));
+    QCOMPARE(cls.numberOf(QuickItemClass::Triggered), metaObject.indexOfSignal("triggered()"));
+    DefaultingItem plain;
+    QCOMPARE(QuickItemClass::of(&plain).numberOf(QuickItemClass::Clicked),
+             metaObject.indexOfSignal("clicked(bool)"));
+}
+
+void tst_QuickItemClass::isFoundAsByTexts_data() {
+    QTest::addColumn<QByteArray>("delegate");
+    QTest::newRow("nothing of its own") << QByteArray("Button { text: index }");
+    QTest::newRow("a property") << QByteArray("Button { property string title: index }");
+    QTest::newRow("a signal") << QByteArray("Item { signal clicked(); signal added(int number) }");
+    QTest::newRow("both") << QByteArray("Control { signal clicked(); property string text }");
+    QTest::newRow("several") << QByteArray(
+        "Column { CheckBox { tristate: true } TextField {} Menu { MenuItem {} } Text {} }");
+}
+
+/** Also where each item that a delegate makes has a class of its own. */
+void tst_QuickItemClass::isFoundAsByTexts() {
+    QFETCH(QByteArray, delegate);
+    QQmlEngine engine;
+    QQmlComponent component(&engine);
+    component.setData(
+        "import QtQuick 2.9\nimport QtQuick.Controls 2.2\nItem { Repeater { model: 3; " + delegate +
+            " } }",
+        QUrl());
+    const std::unique_ptr<QObject> object(component.create());
+    QVERIFY2(object, qPrintable(component.errorString()));
+    QList<QQuickItem*> items{qobject_cast<QQuickItem*>(object.get())};
+    for (int i = 0; i < items.size(); ++i) {
+        items.append(items.at(i)->childItems());
+    }
+    QVERIFY(items.size() >= 4);
+    for (QQuickItem* item : qAsConst(items)) {
+        const QMetaObject& metaObject = *item->metaObject();
+        const QuickItemClass cls = QuickItemClass::of(item);
+        QCOMPARE(described(cls), described(metaObject));
+        for (const auto signal :
+             {QuickItemClass::Clicked, QuickItemClass::TextChanged, QuickItemClass::Triggered}) {
+            int number = metaObject.indexOfSignal(QuickItemClass::nameOf(signal));
+            while (number != -1 &&
+                   (metaObject.method(number).attributes() & QMetaMethod::Cloned) != 0) {
+                --number;
+            }
+            QCOMPARE(cls.numberOf(signal), number);
+        }
+        for (const auto property : {QuickItemClass::Text, QuickItemClass::Title}) {
+            QCOMPARE(cls.read(item, property), item->property(QuickItemClass::nameOf(property)));
+        }
+    }
 }
 
 void tst_QuickItemClass::readsAsTheObjectDoes() {
