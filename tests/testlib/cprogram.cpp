@@ -11,7 +11,10 @@ namespace {
 /** For the machine that the tests are for, which need not be this one. */
 QStringList forTarget() {
     const QString sysroot = QStringLiteral(UICOV_TEST_SYSROOT);
-    return sysroot.isEmpty() ? QStringList() : QStringList{QStringLiteral("--sysroot=") + sysroot};
+    return sysroot.isEmpty()
+               ? QStringList()
+               : QStringList{QStringLiteral("--sysroot=") + sysroot,
+                             QStringLiteral("-Wl,--dynamic-linker=" UICOV_TEST_LOADER)};
 }
 
 } // namespace
