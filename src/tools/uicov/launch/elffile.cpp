@@ -34,6 +34,7 @@ constexpr Offsets sectionSize{offsetof(Elf32_Shdr, sh_size), offsetof(Elf64_Shdr
 constexpr Offsets sectionLink{offsetof(Elf32_Shdr, sh_link), offsetof(Elf64_Shdr, sh_link)};
 constexpr Offsets sectionEntrySize{offsetof(Elf32_Shdr, sh_entsize),
                                    offsetof(Elf64_Shdr, sh_entsize)};
+constexpr Offsets symbolInfo{offsetof(Elf32_Sym, st_info), offsetof(Elf64_Sym, st_info)};
 constexpr Offsets symbolSection{offsetof(Elf32_Sym, st_shndx), offsetof(Elf64_Sym, st_shndx)};
 
 quint64 pick(Offsets offsets, bool is64Bit) {
@@ -177,7 +178,10 @@ bool ElfFile::symbolTableDefines(quint64 section, const Table& sections,
         address(sections.offset + link * sections.entrySize + pick(sectionOffset, m_is64Bit));
     for (quint64 symbol = start; symbol + entrySize <= start + size; symbol += entrySize) {
         const bool isDefined = half(symbol + pick(symbolSection, m_is64Bit)) != SHN_UNDEF;
-        if (isDefined && textAt(texts + word(symbol)) == name) {
+        // Sections of the file may be listed too, without a name.
+        const bool isLocal =
+            ELF64_ST_BIND(m_data[symbol + pick(symbolInfo, m_is64Bit)]) == STB_LOCAL;
+        if (isDefined && !isLocal && textAt(texts + word(symbol)) == name) {
             return true;
         }
     }

@@ -1,16 +1,10 @@
 #pragma once
 
 #include <csignal>
-#include <cstdlib>
 #include <functional>
 
 #include <sys/wait.h>
 #include <unistd.h>
-
-/** Whether an emulator runs the tests, as they are built for another processor. */
-inline bool isEmulated() {
-    return ::getenv("QEMU_LD_PREFIX") != nullptr;
-}
 
 /**
  * Runs it in a child process, which a signal may end; what the child exited with, or minus the

@@ -1,4 +1,5 @@
 #include "host/support/inachild.h"
+#include "testlib/emulation.h"
 #include "testlib/testcase.h"
 #include "vorskhook/busguard.h"
 
@@ -71,7 +72,7 @@ class TestBusGuard : public TestLib::TestCase {
 private Q_SLOTS:
     void lostPagesBecomeMemoryThatCanBeUsed() {
 #ifdef __arm__
-        if (isEmulated()) {
+        if (TestLib::isEmulated()) {
             QSKIP("the emulator names the page behind the one that was lost");
         }
 #endif

@@ -112,9 +112,9 @@ private Q_SLOTS:
         QVERIFY(file.seek(machineOffset));
         QVERIFY(file.write("\xf3\0", 2) == 2);
         file.close();
-        compareProblem(
-            path("foreign"), Message::WrongArchitecture, 1,
-            {QStringLiteral("RISC-V, 64 bit"), QStringLiteral("but the extension for ")});
+        compareProblem(path("foreign"), Message::WrongArchitecture, 1,
+                       {QStringLiteral("RISC-V, %1 bit").arg(QSysInfo::WordSize),
+                        QStringLiteral("but the extension for ")});
     }
 
     void aStaticExecutableIsRefused() {

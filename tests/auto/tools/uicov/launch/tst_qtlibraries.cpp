@@ -3,6 +3,7 @@
 #include "testlib/cprogram.h"
 #include "testlib/testcase.h"
 
+#include <QColor>
 #include <QCoreApplication>
 #include <QTemporaryDir>
 #include <QTest>
@@ -54,6 +55,7 @@ private Q_SLOTS:
     }
 
     void thisVeryProgramUsesThisQt() {
+        QVERIFY(QColor(Qt::red).isValid()); // so that no linker leaves Qt Gui out
         const QString path = QCoreApplication::applicationFilePath();
         const QtLibraries libraries = QtLibraries::ofProgram(ElfFile(path).interpreter(), path);
         QCOMPARE(libraries.major(), QT_VERSION_MAJOR);
