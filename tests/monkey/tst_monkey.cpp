@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr char examples[] = "/usr/lib/" UICOV_MULTIARCH "/qt5/examples/";
+constexpr char examples[] = UICOV_EXAMPLES;
 
 /** How often the program is given the chance to show that it does the same alone. */
 constexpr int mostRounds = 4;
