@@ -142,7 +142,7 @@ void RecordingFile::stopAppending() {
 
 void RecordingFile::fillWithZeros(qint64 from, qint64 to) {
     // One call for many pages; the same few bytes for each of them.
-    constexpr std::size_t partSize = 16 * 1024;
+    constexpr std::size_t partSize = std::size_t{16} * 1024;
     constexpr std::size_t partsAtOnce = 16;
     static char zeros[partSize];
     const FileSizeGuard guard;

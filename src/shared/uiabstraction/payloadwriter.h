@@ -47,7 +47,7 @@ public:
     /** Bytes that were written. */
     int size() const { return m_size; }
     /** All that was written. */
-    QByteArray payload() const { return QByteArray(m_begin, m_size); }
+    QByteArray payload() const { return {m_begin, m_size}; }
     /** The same without a copy; the last thing to ask for. */
     QByteArray take();
 

@@ -98,10 +98,10 @@ void RunBuilder::takeProcess(const QByteArray& body) {
     m_process = Recording::FrameDecoder::process(body).value_or(Recording::ProcessInfo());
     m_isNamed = !m_process.value(QLatin1String(Key::run)).isEmpty();
     // Marks in front of it, where nobody writes them, have begun contexts that are counted in.
-    const QString name = StoredText::of(m_process.value(QLatin1String(Key::context)));
+    const QString ofRun = StoredText::of(m_process.value(QLatin1String(Key::context)));
     m_contextIndex.clear();
     for (QString& context : m_contexts) {
-        context = contextName(name, context);
+        context = contextName(ofRun, context);
         m_contextIndex.insert(context, m_contextIndex.size());
     }
 }

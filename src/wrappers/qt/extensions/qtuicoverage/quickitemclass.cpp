@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <QQuickItem>
 
+#include <algorithm>
 #include <cstring>
 
 namespace Vorsk {
@@ -67,12 +68,9 @@ int addedProperty(const QMetaObject& metaObject, const char* name) {
 }
 
 bool holdsAny(const char* name, std::initializer_list<const char*> fragments) {
-    for (const char* fragment : fragments) {
-        if (std::strstr(name, fragment) != nullptr) {
-            return true;
-        }
-    }
-    return false;
+    return std::any_of(fragments.begin(), fragments.end(), [name](const char* fragment) {
+        return std::strstr(name, fragment) != nullptr;
+    });
 }
 
 QuickItemClass::Kind kindOf(const char* name) {

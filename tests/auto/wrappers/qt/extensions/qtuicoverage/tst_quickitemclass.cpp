@@ -16,7 +16,7 @@ class DefaultingItem : public QQuickItem {
     Q_OBJECT
 
 Q_SIGNALS:
-    void clicked(bool isChecked = false);
+    void clicked(bool = false);
     void triggered();
 };
 
@@ -26,7 +26,7 @@ class HidingItem : public DefaultingItem {
 
 Q_SIGNALS:
     void added();
-    void clicked(int count = 1);
+    void clicked(int = 1);
     void titleChanged();
 };
 
