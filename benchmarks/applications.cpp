@@ -220,6 +220,12 @@ Options parse(const QCoreApplication& application) {
     options.programs = programs(list);
     if (parser.isSet(QStringLiteral("modes"))) {
         const QStringList chosen = parser.value(QStringLiteral("modes")).split(QLatin1Char(','));
+        for (const QString& name : chosen) {
+            const auto hasName = [&name](const Mode& mode) { return mode.name == name; };
+            if (std::none_of(options.modes.cbegin(), options.modes.cend(), hasName)) {
+                qFatal("there is no mode \"%s\"", qPrintable(name));
+            }
+        }
         const auto isLeftOut = [&chosen](const Mode& mode) { return !chosen.contains(mode.name); };
         options.modes.erase(std::remove_if(options.modes.begin(), options.modes.end(), isLeftOut),
                             options.modes.end());
