@@ -24,6 +24,21 @@ void registerPointerTypes() {
     Q_UNUSED(id);
 }
 
+/**
+ * The same text; but of a literal, whose characters are gone when the plugin that it stands in is
+ * unloaded, and of characters that somebody lent, a copy.
+ */
+QString withOwnCharacters(QString text) {
+    const QString::DataPtr data = text.data_ptr();
+    if (!data->ref.isStatic() && data->offset == sizeof(QStringData)) {
+        return text;
+    }
+    if (text.isEmpty()) {
+        return text.isNull() ? QString() : QString(QLatin1String(""));
+    }
+    return QString(text.constData(), text.size()); // NOLINT(modernize-return-braced-init-list)
+}
+
 /** So many children are passed over together where none of them has the point. */
 constexpr int blockSize = 32;
 
@@ -108,9 +123,10 @@ void UIElement::tell(void (ElementListener::*change)(const UIElement*, Parameter
 }
 
 void UIElement::setText(const QString& text) {
-    m_text = text;
-    tell(&ElementListener::textChanged, text);
-    Q_EMIT textChanged(this, text);
+    const QString kept = withOwnCharacters(text);
+    m_text = kept;
+    tell(&ElementListener::textChanged, kept);
+    Q_EMIT textChanged(this, kept);
 }
 
 void UIElement::setStandardType(const StandardType& standardType) {

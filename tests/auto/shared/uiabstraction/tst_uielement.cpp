@@ -44,6 +44,7 @@ private Q_SLOTS:
     void listenerIsCalledBeforeTheSignal();
     void listenerIsCalledAsOftenAsItWasAdded();
     void listenerAddedMeanwhileIsCalledFromTheNextChangeOn();
+    void textHasItsOwnCharacters();
 };
 
 namespace {
@@ -388,6 +389,29 @@ void tst_UIElement::listenerAddedMeanwhileIsCalledFromTheNextChangeOn() {
     element->setText(QStringLiteral("b"));
     QCOMPARE(calls,
              (QStringList{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("new b")}));
+}
+
+/** Those of a literal are gone with the plugin that it is in, those that were lent with the lender.
+ */
+void tst_UIElement::textHasItsOwnCharacters() {
+    UIElement element(QStringLiteral("X"), StandardType(), QStringLiteral("id"));
+    const QString literal = QStringLiteral("Open");
+    element.setText(literal);
+    QCOMPARE(element.text(), literal);
+    QVERIFY(element.text().constData() != literal.constData());
+    const QChar lent[] = {QLatin1Char('a'), QLatin1Char('b')};
+    element.setText(QString::fromRawData(lent, 2));
+    QCOMPARE(element.text(), QStringLiteral("ab"));
+    QVERIFY(element.text().constData() != lent);
+    const QString empty = QStringLiteral("");
+    element.setText(empty);
+    QVERIFY(element.text().isEmpty() && !element.text().isNull());
+    QVERIFY(element.text().constData() != empty.constData());
+    element.setText(QString());
+    QVERIFY(element.text().isNull());
+    const QString own = QString::number(12345);
+    element.setText(own);
+    QVERIFY(element.text().constData() == own.constData()); // shared, as texts are
 }
 
 QTEST_GUILESS_MAIN(tst_UIElement)

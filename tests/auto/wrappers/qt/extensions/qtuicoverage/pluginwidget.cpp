@@ -16,4 +16,8 @@ extern "C" Q_DECL_EXPORT QPushButton* makePluginButton(QWidget* parent) {
     return new PluginButton(QStringLiteral("Plugged in"), parent);
 }
 
+extern "C" Q_DECL_EXPORT void giveTitleOfPlugin(QWidget* window) {
+    window->setWindowTitle(QStringLiteral("Plugged in"));
+}
+
 #include "pluginwidget.moc"

@@ -417,10 +417,20 @@ private Q_SLOTS:
         const QPointer<UIElement> element(m_probe->element(button.get()));
         QVERIFY(!element.isNull());
         QVERIFY(m_probe->tree(&dialog).contains(text("PluginButton \"Plugged in\"")));
+        const auto giveTitle =
+            reinterpret_cast<void (*)(QWidget*)>(library.resolve("giveTitleOfPlugin"));
+        QVERIFY(giveTitle != nullptr);
+        auto titled = std::make_unique<QDialog>();
+        giveTitle(titled.get());
+        titled->show();
+        const QPointer<UIElement> titledElement(m_probe->element(titled.get()));
+        QVERIFY(!titledElement.isNull());
+        titled.reset();
         button.reset();
         QVERIFY(library.unload());
         QCOMPARE(dlopen(PLUGIN_WIDGET, RTLD_NOW | RTLD_NOLOAD), nullptr); // gone indeed
         QVERIFY(!element.isNull());
+        QCOMPARE(titledElement->text(), text("Plugged in"));
         QPushButton next(text("Next"), &dialog);
         next.show();
         dialog.hide();
