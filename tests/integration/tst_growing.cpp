@@ -1,3 +1,4 @@
+#include "testlib/emulation.h"
 #include "testlib/testcase.h"
 
 #include <QFile>
@@ -70,10 +71,8 @@ QString TestGrowing::copy(int number) const {
 
 void TestGrowing::initTestCase() {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    const QString plugins = environment.value(QStringLiteral("QT_PLUGIN_PATH"));
     environment.insert(QStringLiteral("QT_PLUGIN_PATH"),
-                       QStringLiteral(UICOV_PLUGINS) +
-                           (plugins.isEmpty() ? QString() : QLatin1Char(':') + plugins));
+                       TestLib::pluginPath(QStringLiteral(UICOV_PLUGINS)));
     environment.insert(QStringLiteral("QT_QPA_GENERIC_PLUGINS"), QStringLiteral("vorsk"));
     environment.insert(QStringLiteral("VORSK_GUI_COVERAGE"), QStringLiteral("1"));
     environment.insert(QStringLiteral("VORSK_RECORDING_DIR"), m_folder.path());

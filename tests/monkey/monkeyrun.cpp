@@ -1,6 +1,7 @@
 #include "monkeyrun.h"
 
 #include "store/runloader.h"
+#include "testlib/emulation.h"
 
 #include <QRegularExpression>
 
@@ -67,7 +68,7 @@ QProcessEnvironment MonkeyRun::environment() const {
     set("QT_QUICK_BACKEND", QStringLiteral("software"));
     set("QT_MESSAGE_PATTERN", QStringLiteral("%{type}|%{category}|%{message}"));
     set("QT_HASH_SEED", QStringLiteral("0"));
-    set("QT_PLUGIN_PATH", QStringLiteral(MONKEY_PLUGIN_PATH));
+    set("QT_PLUGIN_PATH", TestLib::pluginPath(QStringLiteral(MONKEY_PLUGIN_PATH)));
     set("QT_QPA_GENERIC_PLUGINS", QStringLiteral("uicovmonkey"));
     set("UICOV_MONKEY_SEED", QString::number(m_seed));
     environment.remove(QStringLiteral("DISPLAY"));

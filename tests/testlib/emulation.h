@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <QtGlobal>
 
 namespace TestLib {
@@ -7,6 +8,12 @@ namespace TestLib {
 /** Whether an emulator runs the tests, as they are built for another processor. */
 inline bool isEmulated() {
     return qEnvironmentVariableIsSet("QEMU_LD_PREFIX");
+}
+
+/** For programs that a test starts: the folder, then where the test itself has its plugins from. */
+inline QString pluginPath(const QString& folder) {
+    const QString own = QString::fromLocal8Bit(qgetenv("QT_PLUGIN_PATH"));
+    return own.isEmpty() ? folder : folder + QLatin1Char(':') + own;
 }
 
 } // namespace TestLib

@@ -1,4 +1,5 @@
 #include "host/support/recordingparser.h"
+#include "testlib/emulation.h"
 #include "testlib/testcase.h"
 #include "uiabstraction/recordkind.h"
 
@@ -51,7 +52,8 @@ private Q_SLOTS:
         file.close();
 
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("QT_PLUGIN_PATH"), QStringLiteral(PLUGIN_PATH));
+        environment.insert(QStringLiteral("QT_PLUGIN_PATH"),
+                           TestLib::pluginPath(QStringLiteral(PLUGIN_PATH)));
         environment.insert(QStringLiteral("QT_QPA_GENERIC_PLUGINS"), QStringLiteral("vorsk"));
         environment.insert(QStringLiteral("VORSK_OPTIONS_FILE"), options);
         environment.insert(QStringLiteral("VORSK_GUI_COVERAGE"), QStringLiteral("1"));

@@ -1,4 +1,5 @@
 #include "host/support/recordingparser.h"
+#include "testlib/emulation.h"
 #include "testlib/testcase.h"
 
 #include <QDir>
@@ -86,7 +87,8 @@ void tst_HostStandIn::init() {
     m_options = m_dir->filePath(QStringLiteral("host.ini"));
     m_recording = m_dir->filePath(QStringLiteral("run.uirec"));
     m_environment = QProcessEnvironment::systemEnvironment();
-    m_environment.insert(QStringLiteral("QT_PLUGIN_PATH"), QStringLiteral(PLUGIN_PATH));
+    m_environment.insert(QStringLiteral("QT_PLUGIN_PATH"),
+                         TestLib::pluginPath(QStringLiteral(PLUGIN_PATH)));
     m_environment.insert(QStringLiteral("QT_QPA_GENERIC_PLUGINS"), QStringLiteral("vorsk"));
     m_environment.insert(QStringLiteral("VORSK_OPTIONS_FILE"), m_options);
     // Qt says a line when it has to make up one.
@@ -404,7 +406,7 @@ void tst_HostStandIn::wrapperIsMissing() {
     QVERIFY(QDir().mkpath(folder));
     QVERIFY(QFile::copy(QStringLiteral(STARTER), folder + QStringLiteral("/libvorskstarter.so")));
     m_environment.insert(QStringLiteral("QT_PLUGIN_PATH"),
-                         m_dir->filePath(QStringLiteral("lib/plugins")));
+                         TestLib::pluginPath(m_dir->filePath(QStringLiteral("lib/plugins"))));
     const Run result = run();
     QVERIFY2(result.errors.contains(QStringLiteral("wrapper-not-loadable: cannot load ")),
              qPrintable(result.errors));
@@ -422,7 +424,7 @@ void tst_HostStandIn::wrapperThatEverybodyCanReplace() {
     QVERIFY(wrapper.open(QIODevice::WriteOnly));
     QVERIFY(wrapper.setPermissions(QFile::Permissions(0x7777)));
     m_environment.insert(QStringLiteral("QT_PLUGIN_PATH"),
-                         m_dir->filePath(QStringLiteral("lib/plugins")));
+                         TestLib::pluginPath(m_dir->filePath(QStringLiteral("lib/plugins"))));
     const Run result = run();
     QVERIFY2(result.errors.contains(QStringLiteral("wrapper-unsafe: ")), qPrintable(result.errors));
     QCOMPARE(result.errors.count(QLatin1Char('\n')), 1);
