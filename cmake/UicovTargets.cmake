@@ -75,16 +75,21 @@ endfunction()
 
 # uicov_add_test(NAME <tst_class> SOURCES <files> [LINK <libraries>] [ENVIRONMENT <VAR=value>...]
 #                [DEFINITIONS <NAME=value>...] [LABELS <labels>] [TIMEOUT <seconds>] [NO_PCH] [ON_DISPLAY])
+# For a test, or a program that a test starts, that starts others by itself under emulation.
+function(uicov_let_fork target)
+    if(CMAKE_CROSSCOMPILING)
+        target_sources(${target} PRIVATE ${PROJECT_SOURCE_DIR}/tests/testlib/emulatedfork.cpp)
+        target_link_libraries(${target} PRIVATE ${CMAKE_DL_LIBS})
+    endif()
+endfunction()
+
 # A Qt Test program that is run by CTest on the offscreen platform, or on an X display of its own.
 function(uicov_add_test)
     cmake_parse_arguments(ARG "NO_PCH;ON_DISPLAY" "NAME;TIMEOUT" "SOURCES;LINK;ENVIRONMENT;DEFINITIONS;LABELS" ${ARGN})
     _uicov_reject_unknown(uicov_add_test)
     add_executable(${ARG_NAME} ${ARG_SOURCES})
     target_link_libraries(${ARG_NAME} PRIVATE ${ARG_LINK} Qt5::Test uicov_flags)
-    if(CMAKE_CROSSCOMPILING)
-        target_sources(${ARG_NAME} PRIVATE ${PROJECT_SOURCE_DIR}/tests/testlib/emulatedfork.cpp)
-        target_link_libraries(${ARG_NAME} PRIVATE ${CMAKE_DL_LIBS})
-    endif()
+    uicov_let_fork(${ARG_NAME})
     target_compile_definitions(${ARG_NAME} PRIVATE ${ARG_DEFINITIONS})
     set_target_properties(${ARG_NAME} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
     if(NOT ARG_NO_PCH)

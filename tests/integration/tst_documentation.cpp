@@ -161,7 +161,7 @@ private Q_SLOTS:
     /** In one shell, from a folder that looks as the sources do after "make demo". */
     void theCommandsOfGettingStartedRun() {
         if (TestLib::isEmulated()) {
-            QSKIP("what is preloaded is preloaded into the emulator too, whose loader complains");
+            QSKIP(TestLib::preloadedTwice);
         }
         const QVector<Block> blocks =
             blocksOf(read(m_sources.filePath(QStringLiteral("docs/getting-started.md"))));

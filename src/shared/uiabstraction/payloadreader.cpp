@@ -14,13 +14,6 @@
 namespace Vorsk {
 namespace UIAbstraction {
 
-namespace {
-
-/** What stands for nothing, where a text's length in bytes stands. */
-constexpr quint32 nullText = 0xffffffff;
-
-} // namespace
-
 PayloadReader::PayloadReader(const QByteArray& payload)
     : m_payload(payload) {}
 

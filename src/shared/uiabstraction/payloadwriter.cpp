@@ -20,9 +20,6 @@ namespace {
 /** Enough for all records but those of elements with much text or many below them. */
 constexpr int usualSize = 512;
 
-/** What stands for nothing, where a text's or an array's length in bytes stands. */
-constexpr quint32 nullText = 0xffffffff;
-
 void writeFields(PayloadWriter& writer, const UIElement& element) {
     writer << element.id() << element.standardType() << element.concreteType()
            << element.extraString3() << element.extraString4();

@@ -8,6 +8,9 @@ namespace UIAbstraction {
 /** The version that every stream of the model is written in: 12 on the wire's terms. */
 constexpr int streamVersion = QDataStream::Qt_4_6;
 
+/** What stands for none, where a text's or an array's length in bytes stands. */
+constexpr quint32 nullText = 0xffffffff;
+
 /**
  * What a record tells about its element. The numbers travel as the third argument of every
  * "uiCoverageData" message and never change. A record's payload begins with the element's id

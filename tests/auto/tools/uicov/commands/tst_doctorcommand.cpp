@@ -49,7 +49,7 @@ private Q_SLOTS:
 
     void aSoundApplication() {
         if (TestLib::isEmulated()) {
-            QSKIP("what is preloaded is preloaded into the emulator too, whose loader complains");
+            QSKIP(TestLib::preloadedTwice);
         }
         QCOMPARE(doctor({QStringLiteral("./gui")}), 0);
         QVERIFY(m_runner.output().contains(QStringLiteral("\napplication\n  ok       file")));

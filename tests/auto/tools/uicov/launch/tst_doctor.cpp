@@ -74,7 +74,7 @@ private Q_SLOTS:
 
     void aSoundApplicationHasNoProblem() {
         if (TestLib::isEmulated()) {
-            QSKIP("what is preloaded is preloaded into the emulator too, whose loader complains");
+            QSKIP(TestLib::preloadedTwice);
         }
         const Findings findings = examine(path("gui"));
         QStringList checks;
@@ -236,7 +236,7 @@ private Q_SLOTS:
 
     void theLikeliestCauseComesFirst() {
         if (TestLib::isEmulated()) {
-            QSKIP("what is preloaded is preloaded into the emulator too, whose loader complains");
+            QSKIP(TestLib::preloadedTwice);
         }
         Application plain(path("plain"));
         QVERIFY(

@@ -49,7 +49,7 @@ private Q_SLOTS:
 
     void aPreloadedLibraryIsListedToo() {
         if (TestLib::isEmulated()) {
-            QSKIP("what is preloaded is preloaded into the emulator too, whose loader complains");
+            QSKIP(TestLib::preloadedTwice);
         }
         const QStringList lines = Loader::list(interpreter(), path("program"), path("libplain.so"));
         QVERIFY(!lines.filter(path("libplain.so")).isEmpty());
@@ -76,7 +76,7 @@ private Q_SLOTS:
 
     void aVersionThatALibraryDoesNotHaveIsNamed() {
         if (TestLib::isEmulated()) {
-            QSKIP("what is preloaded is preloaded into the emulator too, whose loader complains");
+            QSKIP(TestLib::preloadedTwice);
         }
         QVERIFY(buildVersioned("libversioned.so", "V_5.15"));
         QVERIFY(buildC(QStringLiteral("int f(void); int g(void) { return f(); }"),
