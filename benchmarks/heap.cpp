@@ -50,7 +50,7 @@ QJsonObject measureAll() {
     MappingElementStore silent;
     MappingElementStore exported;
     exporter.addElementStore(&exported);
-    ObserverPool pool;
+    ObserverPool pool(&silent);
     const UIEvent shown(QStringLiteral("shown"));
     const UIEvent clicked(QStringLiteral("clicked"));
     std::vector<UIElement*> elements;

@@ -225,7 +225,7 @@ struct Objects {
     std::vector<UIElement*> elements;
     std::vector<std::unique_ptr<QObject>> all;
     MappingElementStore store;
-    ObserverPool pool;
+    ObserverPool pool{&store};
 };
 
 Work mappingsAdded(int items) {
@@ -241,6 +241,7 @@ Work mappedObjectsDestroyed(int items) {
 
 Work observersAdded(int items) {
     const auto objects = std::make_shared<Objects>(items);
+    objects->map();
     return [objects] { objects->observe(); };
 }
 

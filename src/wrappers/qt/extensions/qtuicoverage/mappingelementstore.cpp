@@ -36,7 +36,7 @@ UIElement* MappingElementStore::elementForObject(QObject* object) {
         return nullptr;
     }
     if (mapping->guard.isNull()) {
-        objectDestroyed(object);
+        forget(object);
         return nullptr;
     }
     return mapping->element;
@@ -58,6 +58,13 @@ QObject* MappingElementStore::objectForElement(const UIElement* element) {
 }
 
 void MappingElementStore::objectDestroyed(QObject* object) {
+    forget(object);
+    if (m_deathListener != nullptr) {
+        m_deathListener->mappedObjectDestroyed(object);
+    }
+}
+
+void MappingElementStore::forget(QObject* object) {
     const Mapping* const mapping = m_mapping.find(object);
     if (mapping == nullptr) {
         return;

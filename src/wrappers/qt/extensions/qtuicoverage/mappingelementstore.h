@@ -1,5 +1,6 @@
 #pragma once
 
+#include "objectdeathlistener.h"
 #include "uiabstraction/elementstore.h"
 #include "uiabstraction/pointertable.h"
 #include "uiabstraction/uielement.h"
@@ -39,6 +40,12 @@ public:
     /** A living object that is mapped to the element; null when there is none. */
     QObject* objectForElement(const UIAbstraction::UIElement* element);
 
+    /**
+     * Has the listener told of the death of every mapped object from now on, but not of those that
+     * died unnoticed; null ends that. Not owned.
+     */
+    void setDeathListener(ObjectDeathListener* listener) { m_deathListener = listener; }
+
 private Q_SLOTS:
     void objectDestroyed(QObject* object);
 
@@ -48,6 +55,7 @@ private:
         QPointer<QObject> guard;
     };
 
+    void forget(QObject* object);
     QList<QObject*> objectsOf(const UIAbstraction::UIElement* element) const;
     void forgetObject(const UIAbstraction::UIElement* element, QObject* object);
 
@@ -56,6 +64,7 @@ private:
     UIAbstraction::PointerTable<QObject*> m_lastObject;
     /** The others, of the few elements that stand for several. */
     QMultiHash<const UIAbstraction::UIElement*, QObject*> m_earlierObjects;
+    ObjectDeathListener* m_deathListener = nullptr;
 };
 
 } // namespace UICoverage

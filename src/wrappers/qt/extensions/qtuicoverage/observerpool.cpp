@@ -1,5 +1,6 @@
 #include "observerpool.h"
 
+#include "mappingelementstore.h"
 #include "metamethods.h"
 
 #include <QSet>
@@ -33,9 +34,17 @@ void deleteObservers(const std::vector<QtObjectObserver*>& observers) {
 
 } // namespace
 
-ObserverPool::ObserverPool() = default;
+ObserverPool::ObserverPool(MappingElementStore* store)
+    : m_store(store) {
+    if (m_store != nullptr) {
+        m_store->setDeathListener(this);
+    }
+}
 
 ObserverPool::~ObserverPool() {
+    if (m_store != nullptr) {
+        m_store->setDeathListener(nullptr);
+    }
     deleteObservers(m_observersByElement.values());
     // What is left was replaced by another observer of its element, and outlives the pool.
     std::vector<QtObjectObserver*> left = m_firstByObject.values();
@@ -63,9 +72,11 @@ void ObserverPool::addObserver(UIElement* element, QtObjectObserver* observer) {
         observer->m_pool = this;
         observer->m_place = {element, object};
     }
-    static const int objectSlot =
-        methodNumber(staticMetaObject, "observedObjectDestroyed(QObject*)");
-    connectDestroyed(object, this, objectSlot);
+    if (m_store == nullptr || m_store->elementForObject(object) == nullptr) {
+        static const int objectSlot =
+            methodNumber(staticMetaObject, "observedObjectDestroyed(QObject*)");
+        connectDestroyed(object, this, objectSlot);
+    }
 }
 
 bool ObserverPool::hasObserver(UIElement* element) {
@@ -79,6 +90,10 @@ QtObjectObserver* ObserverPool::observerForElement(UIElement* element) {
         return nullptr;
     }
     return observer;
+}
+
+void ObserverPool::mappedObjectDestroyed(QObject* object) {
+    observedObjectDestroyed(object);
 }
 
 void ObserverPool::observedObjectDestroyed(QObject* object) {

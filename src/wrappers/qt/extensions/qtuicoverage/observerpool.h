@@ -1,5 +1,6 @@
 #pragma once
 
+#include "objectdeathlistener.h"
 #include "qtobjectobserver.h"
 #include "uiabstraction/pointertable.h"
 
@@ -11,16 +12,22 @@
 namespace Vorsk {
 namespace UICoverage {
 
+class MappingElementStore;
+
 /**
  * Owns the observers of one tracker, one for each element, and deletes an observer when the object
  * that it watches dies. An object whose death went unnoticed, because the application cut our
  * connections, counts as destroyed when its observer is next asked for. GUI thread only.
  */
-class ObserverPool : public QObject {
+class ObserverPool : public QObject, private ObjectDeathListener {
     Q_OBJECT
 
 public:
-    ObserverPool();
+    /**
+     * @param store tells of the deaths of the objects that it maps; not owned, outlives the pool.
+     *              To any other object, and to all of them when it is null, the pool connects.
+     */
+    explicit ObserverPool(MappingElementStore* store = nullptr);
     /** Deletes every observer. */
     ~ObserverPool() override;
 
@@ -43,11 +50,13 @@ private:
 
     using Place = QtObjectObserver::Place;
 
+    void mappedObjectDestroyed(QObject* object) override;
     void forget(const QtObjectObserver* observer);
     void forgetPlace(const QtObjectObserver* observer, const Place& place);
     std::vector<QtObjectObserver*> observersOf(QObject* object) const;
     void deleteDeadObservers(QObject* object);
 
+    MappingElementStore* m_store;
     UIAbstraction::PointerTable<QtObjectObserver*> m_observersByElement;
     UIAbstraction::PointerTable<QtObjectObserver*> m_firstByObject;
     /** Those that were added later, of the few objects that have several. */

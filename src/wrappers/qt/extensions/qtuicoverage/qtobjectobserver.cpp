@@ -1,6 +1,5 @@
 #include "qtobjectobserver.h"
 
-#include "metamethods.h"
 #include "observerpool.h"
 
 namespace Vorsk {
@@ -10,10 +9,7 @@ QtObjectObserver::QtObjectObserver(QObject* observedObject, UIAbstraction::UIEle
                                    UICoverageTracker* tracker)
     : m_observedObject(observedObject)
     , m_element(element)
-    , m_tracker(tracker) {
-    static const int slot = methodNumber(staticMetaObject, "objectDestroyed()");
-    connectDestroyed(observedObject, this, slot);
-}
+    , m_tracker(tracker) {}
 
 QtObjectObserver::~QtObjectObserver() {
     if (m_pool != nullptr) {
@@ -22,7 +18,8 @@ QtObjectObserver::~QtObjectObserver() {
 }
 
 void QtObjectObserver::objectDestroyed() {
-    // The pool deletes this observer; nothing else is left to do.
+    // The pool deletes this observer, and nothing else is left to do; so nothing is connected to
+    // this, which would be done for each object of the application and once more undone.
 }
 
 } // namespace UICoverage

@@ -36,7 +36,8 @@ UIElement* makeElement(const QObject* object, const StandardType& standardType) 
 } // namespace
 
 QtQuickCoverageTracker::QtQuickCoverageTracker(AbstractUIElementExporter* exporter)
-    : UICoverageTracker(exporter) {
+    : UICoverageTracker(exporter)
+    , m_observers(&elementStore()) {
     // They go with the tracker when it moves to another thread.
     m_observers.setParent(this);
     elementStore().setParent(this);

@@ -43,7 +43,8 @@ UIElement* makeElement(const QObject* object, const StandardType& standardType) 
 } // namespace
 
 QtWidgetsCoverageTracker::QtWidgetsCoverageTracker(AbstractUIElementExporter* exporter)
-    : UICoverageTracker(exporter) {
+    : UICoverageTracker(exporter)
+    , m_observers(&elementStore()) {
     // They go with the tracker when it moves to another thread.
     m_observers.setParent(this);
     elementStore().setParent(this);

@@ -1,3 +1,4 @@
+#include "mappingelementstore.h"
 #include "observerpool.h"
 #include "testlib/samestorage.h"
 #include "testlib/testcase.h"
@@ -26,6 +27,11 @@ QPointer<QtObjectObserver> addTo(ObserverPool& pool, UIElement* element, QObject
     pool.addObserver(element, observer);
     return observer;
 }
+
+class CountingObject : public QObject {
+public:
+    int destroyedReceivers() const { return receivers(SIGNAL(destroyed(QObject*))); }
+};
 
 /** What the pool promises, in the plainest form: everything is searched. */
 struct PlainPool {
@@ -81,14 +87,16 @@ public:
     static constexpr std::size_t objectCount = 5;
     static constexpr std::size_t elementCount = 7;
 
-    explicit History(quint32 seed)
+    /** @param mapped that many of the objects, the first ones, are known to the pool's store */
+    History(quint32 seed, std::size_t mapped)
         : m_random(seed)
-        , m_pool(std::make_unique<ObserverPool>()) {
+        , m_pool(std::make_unique<ObserverPool>(&m_store))
+        , m_mapped(mapped) {
         for (std::size_t i = 0; i < elementCount; ++i) {
             m_elements.push_back(makeElement());
         }
-        for (auto& object : m_objects) {
-            object = std::make_unique<QObject>();
+        for (std::size_t i = 0; i < objectCount; ++i) {
+            makeObject(i);
         }
     }
 
@@ -102,11 +110,12 @@ public:
     }
 
     void step() {
-        auto& object = m_objects[m_random.bounded(quint32{objectCount})];
+        const std::size_t place = m_random.bounded(quint32{objectCount});
+        const std::unique_ptr<QObject>& object = m_objects[place];
         switch (m_random.bounded(4)) {
         case 0: {
             const QList<QtObjectObserver*> observers = m_plain.observersOf(object.get());
-            object = std::make_unique<QObject>();
+            makeObject(place);
             for (QtObjectObserver* observer : observers) {
                 expectDeath(observer);
             }
@@ -161,6 +170,14 @@ public:
     }
 
 private:
+    /** In place of the one that was there. */
+    void makeObject(std::size_t place) {
+        m_objects[place] = std::make_unique<QObject>();
+        if (place < m_mapped) {
+            m_store.addMapping(m_objects[place].get(), m_elements[place].get());
+        }
+    }
+
     void expectDeath(QtObjectObserver* observer) {
         QCOMPARE(m_deaths.take(observer), 1);
         m_plain.observerDestroyed(observer);
@@ -176,7 +193,9 @@ private:
     };
 
     QRandomGenerator m_random;
+    MappingElementStore m_store;
     std::unique_ptr<ObserverPool> m_pool;
+    std::size_t m_mapped;
     PlainPool m_plain;
     std::vector<std::unique_ptr<UIElement>> m_elements;
     std::array<std::unique_ptr<QObject>, objectCount> m_objects;
@@ -317,16 +336,83 @@ private Q_SLOTS:
         QVERIFY(newObserver.isNull());
     }
 
+    void connectsOnlyToObjectsThatTheStoreDoesNotMap() {
+        const auto mappedElement = makeElement();
+        const auto otherElement = makeElement();
+        CountingObject mapped;
+        CountingObject other;
+        MappingElementStore store;
+        ObserverPool pool(&store);
+        store.addMapping(&mapped, mappedElement.get());
+        QCOMPARE(mapped.destroyedReceivers(), 1);
+        addTo(pool, mappedElement.get(), &mapped);
+        addTo(pool, otherElement.get(), &other);
+        QCOMPARE(mapped.destroyedReceivers(), 1);
+        QCOMPARE(other.destroyedReceivers(), 1);
+    }
+
+    void deathThatTheStoreTellsOfDeletesTheObserver() {
+        const auto element = makeElement();
+        auto object = std::make_unique<QObject>();
+        MappingElementStore store;
+        ObserverPool pool(&store);
+        store.addMapping(object.get(), element.get());
+        const QPointer<QtObjectObserver> observer = addTo(pool, element.get(), object.get());
+        // The store has forgotten the object by then, as whoever looks its element up there sees.
+        bool isForgotten = false;
+        connect(observer.data(), &QObject::destroyed, this,
+                [&] { isForgotten = store.elements().isEmpty(); });
+        object.reset();
+        QVERIFY(observer.isNull());
+        QVERIFY(isForgotten);
+        QVERIFY(!pool.hasObserver(element.get()));
+    }
+
+    void mappedObjectThatDiedUnnoticedLosesItsObserverWhenAskedFor() {
+        const auto element = makeElement();
+        auto object = std::make_unique<QObject>();
+        QObject* const address = object.get();
+        MappingElementStore store;
+        ObserverPool pool(&store);
+        store.addMapping(address, element.get());
+        const QPointer<QtObjectObserver> observer = addTo(pool, element.get(), address);
+        object->disconnect();
+        object.reset();
+        // Whoever asks the store may be the observer itself.
+        QCOMPARE(store.elementForObject(address), nullptr);
+        QVERIFY(!observer.isNull());
+        QCOMPARE(pool.observerForElement(element.get()), nullptr);
+        QVERIFY(observer.isNull());
+    }
+
+    void storeTellsNobodyOnceThePoolIsGone() {
+        const auto element = makeElement();
+        auto object = std::make_unique<QObject>();
+        MappingElementStore store;
+        {
+            ObserverPool pool(&store);
+            store.addMapping(object.get(), element.get());
+            addTo(pool, element.get(), object.get());
+        }
+        object.reset();
+        QVERIFY(store.elements().isEmpty());
+    }
+
     void randomHistoriesAgreeWithThePlainForm_data() {
         QTest::addColumn<quint32>("seed");
-        for (quint32 seed = 1; seed <= 40; ++seed) {
-            QTest::addRow("seed %u", seed) << seed;
+        QTest::addColumn<int>("mapped");
+        constexpr int some = 3;
+        for (quint32 seed = 1; seed <= 20; ++seed) {
+            for (int mapped : {0, some, static_cast<int>(History::objectCount)}) {
+                QTest::addRow("seed %u, %d mapped", seed, mapped) << seed << mapped;
+            }
         }
     }
 
     void randomHistoriesAgreeWithThePlainForm() {
         QFETCH(quint32, seed);
-        History history(seed);
+        QFETCH(int, mapped);
+        History history(seed, static_cast<std::size_t>(mapped));
         for (int i = 0; i < 200 && !QTest::currentTestFailed(); ++i) {
             history.step();
             history.compare();
