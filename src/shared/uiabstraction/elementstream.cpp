@@ -100,26 +100,28 @@ private:
         const QString unknown = QStringLiteral("unknown");
         auto element = std::make_unique<UIElement>(unknown, StandardType(), unknown);
         UIElement& e = *element;
+        UIElement::Extras extras;
         const bool isComplete =
-            read(m_stream, e.m_id, e.m_standardType, e.m_concreteType, e.m_extraString3,
-                 e.m_extraString4) &&
-            readExtraStrings(e) &&
+            read(m_stream, e.m_id, e.m_standardType, e.m_concreteType, extras.string3,
+                 extras.string4) &&
+            readStrings(extras.strings) &&
             read(m_stream, e.m_isTransparentNode, e.m_isSubgraphTransparent, e.m_isWindowNode,
-                 e.m_text, e.m_geometry, e.m_image, e.m_extraString1, e.m_extraString2,
-                 e.m_extraAttributes1, e.m_extraAttributes2) &&
+                 e.m_text, e.m_geometry, e.m_image, extras.string1, extras.string2,
+                 extras.attributes1, extras.attributes2) &&
             readUsage(e);
+        e.setExtras(std::move(extras));
         e.cover(Extent(e.m_geometry.rect()));
         return {std::move(element), isComplete ? readCount(m_stream) : 0};
     }
 
-    bool readExtraStrings(UIElement& element) {
+    bool readStrings(QStringList& strings) {
         // Each text is looked for before there is a place for it: the count may be damaged.
         for (qint32 count = readCount(m_stream); count > 0; --count) {
             QString text;
             if (!read(m_stream, text)) {
                 break;
             }
-            element.m_extraStrings.append(text);
+            strings.append(text);
         }
         return isSound(m_stream);
     }
@@ -131,7 +133,7 @@ private:
             if (!read(m_stream, event, usage)) {
                 break;
             }
-            element.m_usage.insert(event, usage);
+            element.m_usage[event] = usage;
         }
         return isSound(m_stream);
     }

@@ -105,20 +105,25 @@ void UIElement::removeFromSurvivors(const std::vector<UIElement*>& dying,
         const auto isGone = [&isDying](const UIElement* child) { return isDying.contains(child); };
         children.erase(std::remove_if(children.begin(), children.end(), isGone), children.end());
         survivor->m_blocks.reset();
+        for (int i = 0; i < children.size(); ++i) {
+            if (children.at(i)->m_parent == survivor) {
+                children.at(i)->m_place = i;
+            }
+        }
     }
 }
 
 void UIElement::addListener(const std::shared_ptr<ElementListener>& listener) const {
-    m_listeners.push_back(listener);
+    m_listeners.append(listener);
 }
 
 template <class... Parameters, class... Values>
 void UIElement::tell(void (ElementListener::*change)(const UIElement*, Parameters...),
                      const Values&... values) const {
     // By index, and up to what was there at first: a listener may add further ones.
-    const std::size_t count = m_listeners.size();
-    for (std::size_t i = 0; i < count; ++i) {
-        (m_listeners[i].get()->*change)(this, values...);
+    const int count = m_listeners.size();
+    for (int i = 0; i < count; ++i) {
+        (m_listeners.at(i).get()->*change)(this, values...);
     }
 }
 
@@ -167,9 +172,24 @@ void UIElement::setSubgraphTransparent(bool isSubgraphTransparent) {
 }
 
 void UIElement::setExtraStrings(const QStringList& extraStrings) {
-    if (!m_extraStrings.isSharedWith(extraStrings)) {
-        m_extraStrings = extraStrings;
-    }
+    Extras changed = extras();
+    changed.strings = extraStrings;
+    setExtras(std::move(changed));
+}
+
+const UIElement::Extras& UIElement::extras() const {
+    static const Extras none;
+    return m_extras ? *m_extras : none;
+}
+
+void UIElement::setExtras(Extras&& extras) {
+    m_extras = extras.areNull() ? nullptr : std::make_unique<Extras>(std::move(extras));
+}
+
+bool UIElement::Extras::areNull() const {
+    // An empty text is not a null one.
+    return string1.isNull() && string2.isNull() && string3.isNull() && string4.isNull() &&
+           strings.isEmpty() && attributes1.isEmpty() && attributes2.isEmpty();
 }
 
 bool UIElement::hasChild(const UIElement* child) const {
@@ -188,6 +208,7 @@ void UIElement::addChild(UIElement* child) {
     cover(child->m_extent);
     if (child->m_parent == nullptr) {
         child->m_parent = this;
+        child->m_place = m_children.size() - 1;
     } else {
         child->m_furtherParents.push_back(this);
     }
@@ -196,16 +217,16 @@ void UIElement::addChild(UIElement* child) {
 }
 
 void UIElement::registerEvent(const UIEvent& event) {
-    if (m_usage.contains(event)) {
+    if (hasEvent(event)) {
         return;
     }
-    m_usage.insert(event, 0);
+    m_usage[event] = 0;
     tell(&ElementListener::eventRegistered, event);
     Q_EMIT eventRegistered(this, event);
 }
 
 void UIElement::setUsage(const UIEvent& event, int usage) {
-    if (!m_usage.contains(event)) {
+    if (!hasEvent(event)) {
         QMessageLogger("uielement.cpp", __LINE__,
                        "void Vorsk::UIAbstraction::UIElement::setUsage("
                        "const Vorsk::UIAbstraction::UIEvent&, int)")
@@ -249,8 +270,9 @@ void UIElement::cover(const Extent& extent) {
         if (!element->m_extent.contains(extent)) {
             element->m_extent.unite(extent);
             next = element->m_parent;
-            if (next != nullptr) {
-                next->m_blocks.reset();
+            if (next != nullptr && next->m_blocks) {
+                (*next->m_blocks)[static_cast<std::size_t>(element->m_place / blockSize)].unite(
+                    extent);
             }
             for (UIElement* parent : element->m_furtherParents) {
                 parent->m_blocks.reset();
@@ -357,7 +379,8 @@ UIElement* UIElement::findSibling(const QString& concreteType) const {
 
 bool UIElement::hasEqualFields(const UIElement& other) const {
     return m_standardType == other.m_standardType && m_concreteType == other.m_concreteType &&
-           m_extraString3 == other.m_extraString3 && m_extraString4 == other.m_extraString4 &&
+           extras().string3 == other.extras().string3 &&
+           extras().string4 == other.extras().string4 &&
            m_isTransparentNode == other.m_isTransparentNode &&
            m_isSubgraphTransparent == other.m_isSubgraphTransparent &&
            m_isWindowNode == other.m_isWindowNode && m_text == other.m_text &&

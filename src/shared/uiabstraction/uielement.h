@@ -4,14 +4,15 @@
 #include "uiabstraction/extent.h"
 #include "uiabstraction/standardtype.h"
 #include "uiabstraction/uievent.h"
+#include "uiabstraction/usagecounts.h"
 
 #include <QHash>
 #include <QImage>
 #include <QList>
-#include <QMap>
 #include <QObject>
 #include <QSet>
 #include <QStringList>
+#include <QVarLengthArray>
 
 #include <memory>
 #include <vector>
@@ -59,20 +60,22 @@ public:
     UIElement* parent() const { return m_parent; }
     bool isRoot() const { return m_parent == nullptr; }
     /** Every registered event with its count, in the order of the events' names. */
-    QMap<UIEvent, int> usage() const { return m_usage; }
+    QMap<UIEvent, int> usage() const { return m_usage.toMap(); }
+    /** Whether the event is known, used or not. */
+    bool hasEvent(const UIEvent& event) const { return m_usage.find(event) != nullptr; }
     StandardType standardType() const { return m_standardType; }
     QString text() const { return m_text; }
     ElementGeometry geometry() const { return m_geometry; }
     QString concreteType() const { return m_concreteType; }
 
     // Carried in the stream form only; nothing in this system gives them a meaning.
-    QString extraString1() const { return m_extraString1; }
-    QString extraString2() const { return m_extraString2; }
-    QString extraString3() const { return m_extraString3; }
-    QString extraString4() const { return m_extraString4; }
-    QStringList extraStrings() const { return m_extraStrings; }
-    QHash<QString, QString> extraAttributes1() const { return m_extraAttributes1; }
-    QHash<QString, QString> extraAttributes2() const { return m_extraAttributes2; }
+    QString extraString1() const { return extras().string1; }
+    QString extraString2() const { return extras().string2; }
+    QString extraString3() const { return extras().string3; }
+    QString extraString4() const { return extras().string4; }
+    QStringList extraStrings() const { return extras().strings; }
+    QHash<QString, QString> extraAttributes1() const { return extras().attributes1; }
+    QHash<QString, QString> extraAttributes2() const { return extras().attributes2; }
 
     void setText(const QString& text);
     void setStandardType(const StandardType& standardType);
@@ -155,12 +158,26 @@ private:
     template <class Stream>
     friend class ElementReader;
 
+    struct Extras {
+        QString string1;
+        QString string2;
+        QString string3;
+        QString string4;
+        QStringList strings;
+        QHash<QString, QString> attributes1;
+        QHash<QString, QString> attributes2;
+
+        bool areNull() const;
+    };
+
     static void removeFromSurvivors(const std::vector<UIElement*>& dying,
                                     const QSet<const UIElement*>& isDying);
     bool hasChild(const UIElement* child) const;
     template <class... Parameters, class... Values>
     void tell(void (ElementListener::*change)(const UIElement*, Parameters...),
               const Values&... values) const;
+    const Extras& extras() const;
+    void setExtras(Extras&& extras);
     void cover(const Extent& extent);
     void findBlocks();
     UIElement* nextAround(const QPoint& point, int& place) const;
@@ -173,6 +190,8 @@ private:
     bool m_isWindowNode = false;
     /** Set while a walk is inside of this element. */
     bool m_isEntered = false;
+    /** Among the parent's children. */
+    int m_place = 0;
     QImage m_image;
     QList<UIElement*> m_children;
     UIElement* m_parent = nullptr;
@@ -180,24 +199,18 @@ private:
      * dies. */
     std::vector<UIElement*> m_furtherParents;
     /** Not part of what the element says: those who watch a const element are not its business. */
-    mutable std::vector<std::shared_ptr<ElementListener>> m_listeners;
+    mutable QVarLengthArray<std::shared_ptr<ElementListener>, 1> m_listeners;
     /** Covers the rectangles of this element and of all below it, and whatever they once were. */
     Extent m_extent;
-    /** What runs of so many children cover together; null until it is wanted, and of no use any
-     * more once they cover more. */
+    /** What runs of so many children cover together; null until it is wanted. */
     std::unique_ptr<std::vector<Extent>> m_blocks;
-    QMap<UIEvent, int> m_usage;
-    QString m_extraString1;
-    QString m_extraString2;
+    UsageCounts m_usage;
     StandardType m_standardType;
     QString m_text;
     ElementGeometry m_geometry;
     QString m_concreteType;
-    QString m_extraString3;
-    QString m_extraString4;
-    QStringList m_extraStrings;
-    QHash<QString, QString> m_extraAttributes1;
-    QHash<QString, QString> m_extraAttributes2;
+    /** Null as long as all of them are. */
+    std::unique_ptr<Extras> m_extras;
 };
 
 bool operator==(const UIElement& a, const UIElement& b);

@@ -1,6 +1,7 @@
 #include "actionelements.h"
 
 #include "abstractuielementexporter.h"
+#include "classname.h"
 #include "grab.h"
 #include "logging.h"
 #include "mnemonics.h"
@@ -61,8 +62,7 @@ void ActionElements::createElements(const std::function<void(QAction*)>& observe
 void ActionElements::createElement(QAction* action, const std::function<void(QAction*)>& observe) {
     const QPointer<QAction> guard(action);
     // Everything about the item stands in the record of its addition, so it is set before that.
-    auto* const item = new UIElement(QString::fromLatin1(action->metaObject()->className()),
-                                     StandardTypes::menuItem(), QString());
+    auto* const item = new UIElement(className(action), StandardTypes::menuItem(), QString());
     item->registerEvent(Events::clicked());
     item->registerEvent(Events::shown());
     item->setText(stripMnemonics(action->text()));

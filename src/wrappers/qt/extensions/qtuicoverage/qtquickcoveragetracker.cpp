@@ -1,5 +1,6 @@
 #include "qtquickcoveragetracker.h"
 
+#include "classname.h"
 #include "grab.h"
 #include "names.h"
 #include "qtquickitemobserver.h"
@@ -29,8 +30,7 @@ std::vector<QPointer<QQuickItem>> guarded(const QList<QQuickItem*>& items, int f
 }
 
 UIElement* makeElement(const QObject* object, const StandardType& standardType) {
-    return new UIElement(QString::fromLatin1(object->metaObject()->className()), standardType,
-                         QString());
+    return new UIElement(className(object), standardType, QString());
 }
 
 } // namespace

@@ -281,7 +281,7 @@ void QtQuickItemObserver::onTextChanged() {
         }
         return;
     }
-    if (element()->usage().contains(Events::textChanged())) {
+    if (element()->hasEvent(Events::textChanged())) {
         element()->increaseUsage(Events::textChanged());
     }
 }

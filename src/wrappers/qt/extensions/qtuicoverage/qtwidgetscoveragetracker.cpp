@@ -1,5 +1,6 @@
 #include "qtwidgetscoveragetracker.h"
 
+#include "classname.h"
 #include "grab.h"
 #include "logging.h"
 #include "names.h"
@@ -36,8 +37,7 @@ using UIAbstraction::UIElement;
 namespace {
 
 UIElement* makeElement(const QObject* object, const StandardType& standardType) {
-    return new UIElement(QString::fromLatin1(object->metaObject()->className()), standardType,
-                         QString());
+    return new UIElement(className(object), standardType, QString());
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "quickitemclass.h"
+#include "testlib/named.h"
 #include "testlib/testcase.h"
 
 #include <QMetaMethod>
@@ -89,26 +90,7 @@ private Q_SLOTS:
 
 namespace {
 
-/** An item that says of itself that its class has that name. */
-class NamedItem : public QQuickItem {
-public:
-    explicit NamedItem(const QByteArray& name)
-        : m_text(name)
-        , m_metaObject(QQuickItem::staticMetaObject) {
-        m_metaObject.d.superdata = &QQuickItem::staticMetaObject;
-        m_metaObject.d.stringdata = &m_name;
-        m_metaObject.d.data = m_data;
-    }
-    const QMetaObject* metaObject() const override { return &m_metaObject; }
-
-private:
-    QByteArray m_text;
-    QByteArrayData m_name = {Q_REFCOUNT_INITIALIZE_STATIC, m_text.size(), 0, 0,
-                             m_text.constData() - reinterpret_cast<const char*>(&m_name)};
-    /** Revision 7, no content. */
-    const uint m_data[15] = {7, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0};
-    QMetaObject m_metaObject;
-};
+using NamedItem = TestLib::Named<QQuickItem>;
 
 } // namespace
 
