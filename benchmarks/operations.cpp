@@ -91,7 +91,8 @@ Work recordsOfAWindowFlag(int items) {
 }
 
 Work recordsOfAText(int items) {
-    const QString text = QStringLiteral("Control 4711");
+    // With characters of its own, as a widget's.
+    const QString text = QString::fromLatin1("Control 4711");
     return recordsOf(items, [text](UIElement& element) { element.setText(text); });
 }
 
