@@ -188,7 +188,7 @@ Work hitTest(int items) {
 
 /** The first look at so many makes the next ones short. */
 Work hitTestAgain(int items) {
-    const Work test = hitTest(items);
+    Work test = hitTest(items);
     test();
     return test;
 }

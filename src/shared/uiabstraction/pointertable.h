@@ -79,6 +79,7 @@ public:
         std::vector<const void*> keys;
         for (const Entry& entry : m_entries) {
             if (entry.key != unused && entry.value == value) {
+                // NOLINTNEXTLINE(performance-no-int-to-ptr): it was one
                 keys.push_back(reinterpret_cast<const void*>(entry.key));
             }
         }
