@@ -73,8 +73,7 @@ function(uicov_add_library)
     endif()
 endfunction()
 
-# uicov_add_test(NAME <tst_class> SOURCES <files> [LINK <libraries>] [ENVIRONMENT <VAR=value>...]
-#                [DEFINITIONS <NAME=value>...] [LABELS <labels>] [TIMEOUT <seconds>] [NO_PCH] [ON_DISPLAY])
+# uicov_let_fork(<target>)
 # For a test, or a program that a test starts, that starts others by itself under emulation.
 function(uicov_let_fork target)
     if(CMAKE_CROSSCOMPILING)
@@ -83,6 +82,8 @@ function(uicov_let_fork target)
     endif()
 endfunction()
 
+# uicov_add_test(NAME <tst_class> SOURCES <files> [LINK <libraries>] [ENVIRONMENT <VAR=value>...]
+#                [DEFINITIONS <NAME=value>...] [LABELS <labels>] [TIMEOUT <seconds>] [NO_PCH] [ON_DISPLAY])
 # A Qt Test program that is run by CTest on the offscreen platform, or on an X display of its own.
 function(uicov_add_test)
     cmake_parse_arguments(ARG "NO_PCH;ON_DISPLAY" "NAME;TIMEOUT" "SOURCES;LINK;ENVIRONMENT;DEFINITIONS;LABELS" ${ARGN})
