@@ -1,6 +1,5 @@
 #include "qtquickcoveragetracker.h"
 
-#include "classname.h"
 #include "grab.h"
 #include "names.h"
 #include "qtquickitemobserver.h"
@@ -27,10 +26,6 @@ namespace {
 /** The items from first on, as guards: what runs while one is tracked may delete the next one. */
 std::vector<QPointer<QQuickItem>> guarded(const QList<QQuickItem*>& items, int first) {
     return {items.cbegin() + first, items.cend()};
-}
-
-UIElement* makeElement(const QObject* object, const StandardType& standardType) {
-    return new UIElement(className(object), standardType, QString());
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 #include "qtwidgetscoveragetracker.h"
 
-#include "classname.h"
 #include "grab.h"
 #include "logging.h"
 #include "names.h"
@@ -33,14 +32,6 @@ namespace UICoverage {
 
 using UIAbstraction::StandardType;
 using UIAbstraction::UIElement;
-
-namespace {
-
-UIElement* makeElement(const QObject* object, const StandardType& standardType) {
-    return new UIElement(className(object), standardType, QString());
-}
-
-} // namespace
 
 QtWidgetsCoverageTracker::QtWidgetsCoverageTracker(AbstractUIElementExporter* exporter)
     : UICoverageTracker(exporter)

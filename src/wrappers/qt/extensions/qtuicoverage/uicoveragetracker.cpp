@@ -1,6 +1,7 @@
 #include "uicoveragetracker.h"
 
 #include "abstractuielementexporter.h"
+#include "classname.h"
 
 namespace Vorsk {
 namespace UICoverage {
@@ -20,6 +21,11 @@ void UICoverageTracker::trackChildren(QObject*) {}
 
 UIElement* UICoverageTracker::element(QObject* object) {
     return m_elementStore.elementForObject(object);
+}
+
+UIElement* UICoverageTracker::makeElement(const QObject* object,
+                                          const UIAbstraction::StandardType& standardType) {
+    return new UIElement(className(object), standardType, QString());
 }
 
 QList<UIElement*> UICoverageTracker::rootElements() const {

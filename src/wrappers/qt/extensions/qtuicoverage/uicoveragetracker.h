@@ -34,6 +34,11 @@ public:
     AbstractUIElementExporter* exporter() const { return m_exporter; }
     MappingElementStore& elementStore() { return m_elementStore; }
 
+protected:
+    /** A new element of the object's class, which the store does not know yet. */
+    static UIAbstraction::UIElement* makeElement(const QObject* object,
+                                                 const UIAbstraction::StandardType& standardType);
+
 private:
     Q_DISABLE_COPY(UICoverageTracker)
 
