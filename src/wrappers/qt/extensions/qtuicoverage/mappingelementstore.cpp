@@ -59,8 +59,8 @@ QObject* MappingElementStore::objectForElement(const UIElement* element) {
 
 void MappingElementStore::objectDestroyed(QObject* object) {
     forget(object);
-    if (m_deathListener != nullptr) {
-        m_deathListener->mappedObjectDestroyed(object);
+    if (m_deathListener) {
+        m_deathListener(object);
     }
 }
 

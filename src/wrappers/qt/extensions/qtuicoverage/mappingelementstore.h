@@ -1,6 +1,5 @@
 #pragma once
 
-#include "objectdeathlistener.h"
 #include "uiabstraction/elementstore.h"
 #include "uiabstraction/pointertable.h"
 #include "uiabstraction/uielement.h"
@@ -8,6 +7,9 @@
 #include <QHash>
 #include <QObject>
 #include <QPointer>
+
+#include <functional>
+#include <utility>
 
 namespace Vorsk {
 namespace UICoverage {
@@ -40,11 +42,14 @@ public:
     /** A living object that is mapped to the element; null when there is none. */
     QObject* objectForElement(const UIAbstraction::UIElement* element);
 
+    /** Called once the store has forgotten an object that died, with its address. */
+    using DeathListener = std::function<void(QObject*)>;
+
     /**
-     * Has the listener told of the death of every mapped object from now on, but not of those that
-     * died unnoticed; null ends that. Not owned.
+     * Has the one listener told of each death from now on, but not of those that go unnoticed; an
+     * empty one ends that. Costs a fraction of a connection of its own to each object.
      */
-    void setDeathListener(ObjectDeathListener* listener) { m_deathListener = listener; }
+    void setDeathListener(DeathListener listener) { m_deathListener = std::move(listener); }
 
 private Q_SLOTS:
     void objectDestroyed(QObject* object);
@@ -64,7 +69,7 @@ private:
     UIAbstraction::PointerTable<QObject*> m_lastObject;
     /** The others, of the few elements that stand for several. */
     QMultiHash<const UIAbstraction::UIElement*, QObject*> m_earlierObjects;
-    ObjectDeathListener* m_deathListener = nullptr;
+    DeathListener m_deathListener;
 };
 
 } // namespace UICoverage

@@ -37,13 +37,13 @@ void deleteObservers(const std::vector<QtObjectObserver*>& observers) {
 ObserverPool::ObserverPool(MappingElementStore* store)
     : m_store(store) {
     if (m_store != nullptr) {
-        m_store->setDeathListener(this);
+        m_store->setDeathListener([this](QObject* object) { observedObjectDestroyed(object); });
     }
 }
 
 ObserverPool::~ObserverPool() {
     if (m_store != nullptr) {
-        m_store->setDeathListener(nullptr);
+        m_store->setDeathListener({});
     }
     deleteObservers(m_observersByElement.values());
     // What is left was replaced by another observer of its element, and outlives the pool.
@@ -90,10 +90,6 @@ QtObjectObserver* ObserverPool::observerForElement(UIElement* element) {
         return nullptr;
     }
     return observer;
-}
-
-void ObserverPool::mappedObjectDestroyed(QObject* object) {
-    observedObjectDestroyed(object);
 }
 
 void ObserverPool::observedObjectDestroyed(QObject* object) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "objectdeathlistener.h"
 #include "qtobjectobserver.h"
 #include "uiabstraction/pointertable.h"
 
@@ -19,7 +18,7 @@ class MappingElementStore;
  * that it watches dies. An object whose death went unnoticed, because the application cut our
  * connections, counts as destroyed when its observer is next asked for. GUI thread only.
  */
-class ObserverPool : public QObject, private ObjectDeathListener {
+class ObserverPool : public QObject {
     Q_OBJECT
 
 public:
@@ -50,7 +49,6 @@ private:
 
     using Place = QtObjectObserver::Place;
 
-    void mappedObjectDestroyed(QObject* object) override;
     void forget(const QtObjectObserver* observer);
     void forgetPlace(const QtObjectObserver* observer, const Place& place);
     std::vector<QtObjectObserver*> observersOf(QObject* object) const;
