@@ -237,20 +237,22 @@ void UIElement::setUsage(const UIEvent& event, int usage) {
                      m_concreteType.toLocal8Bit().constData(), m_text.toLocal8Bit().constData(),
                      event.name().toLocal8Bit().constData());
     }
+    storeUsage(event, m_usage[event], usage);
+}
+
+void UIElement::increaseUsage(const UIEvent& event) {
+    // A use of an event that nobody registered is counted in silence, and that is intended.
     int& stored = m_usage[event];
+    // A count that was read from a stream can be as large as there is.
+    storeUsage(event, stored, stored < std::numeric_limits<int>::max() ? stored + 1 : stored);
+}
+
+void UIElement::storeUsage(const UIEvent& event, int& stored, int usage) {
     const int old = std::exchange(stored, usage);
     if (usage > old) {
         tell(&ElementListener::usageIncreased, event, usage);
         Q_EMIT usageIncreased(this, event, usage);
     }
-}
-
-void UIElement::increaseUsage(const UIEvent& event) {
-    // The look-up makes the event known, so that setUsage() has nothing to warn about: a use of an
-    // event that nobody registered is counted in silence, and that is intended.
-    const int usage = m_usage[event];
-    // A count that was read from a stream can be as large as there is.
-    setUsage(event, usage < std::numeric_limits<int>::max() ? usage + 1 : usage);
 }
 
 void UIElement::increaseUsageOfChildren(const UIEvent& event) {

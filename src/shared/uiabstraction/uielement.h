@@ -176,6 +176,7 @@ private:
     template <class... Parameters, class... Values>
     void tell(void (ElementListener::*change)(const UIElement*, Parameters...),
               const Values&... values) const;
+    void storeUsage(const UIEvent& event, int& stored, int usage);
     const Extras& extras() const;
     void setExtras(Extras&& extras);
     void cover(const Extent& extent);
@@ -198,7 +199,8 @@ private:
     /** Elements other than the parent that list this one, so that it can leave their lists when it
      * dies. */
     std::vector<UIElement*> m_furtherParents;
-    /** Not part of what the element says: those who watch a const element are not its business. */
+    /** Not part of what the element says: those who watch a const element are not its business.
+     * Hardly ever more than one, which takes no memory of its own. */
     mutable QVarLengthArray<std::shared_ptr<ElementListener>, 1> m_listeners;
     /** Covers the rectangles of this element and of all below it, and whatever they once were. */
     Extent m_extent;

@@ -22,18 +22,19 @@ const int* UsageCounts::find(const UIEvent& event) const {
 }
 
 int& UsageCounts::operator[](const UIEvent& event) {
-    if (const int* const known = find(event)) {
-        return const_cast<int&>(*known); // NOLINT(*-const-cast): this object is not const
-    }
-    if (!m_many && m_few.size() == few) {
-        m_many = std::make_unique<QMap<UIEvent, int>>(toMap());
-        m_few = {};
-    }
     if (m_many) {
         return (*m_many)[event];
     }
-    const auto place = std::find_if(m_few.cbegin(), m_few.cend(),
-                                    [&event](const auto& entry) { return event < entry.first; });
+    const auto place = std::find_if(m_few.begin(), m_few.end(),
+                                    [&event](const auto& entry) { return !(entry.first < event); });
+    if (place != m_few.end() && place->first == event) {
+        return place->second;
+    }
+    if (m_few.size() == few) {
+        m_many = std::make_unique<QMap<UIEvent, int>>(toMap());
+        m_few = {};
+        return (*m_many)[event];
+    }
     return m_few.emplace(place, event, 0)->second;
 }
 
