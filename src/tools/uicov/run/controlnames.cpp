@@ -1,0 +1,70 @@
+#include "run/controlnames.h"
+
+#include "run/elementkinds.h"
+#include "run/run.h"
+
+namespace Uicov::Runs {
+
+namespace {
+
+/** Null for names that Qt gives to what it makes itself, and for groups, whose members all have the same. */
+QString givenName(const RunElement& element) {
+    if (element.attributes.contains(AttributeName::group())) {
+        return {};
+    }
+    const QString objectName = element.attributes.value(AttributeName::objectName());
+    const bool isQts = objectName.startsWith(QLatin1String("qt_")) ||
+                       objectName.startsWith(QLatin1String("_q_"));
+    return objectName.isEmpty() || isQts ? element.attributes.value(AttributeName::qmlId())
+                                         : objectName;
+}
+
+} // namespace
+
+ControlNames::ControlNames(const Run& run)
+    : m_run(run) {
+    for (const RunElement& element : run.elements) {
+        const QString name = givenName(element);
+        if (!name.isEmpty()) {
+            ++m_count[qMakePair(element.parent, element.type)][name];
+        }
+    }
+}
+
+QString ControlNames::captionOf(const RunElement& element) {
+    if (!element.text.trimmed().isEmpty()) {
+        return element.text;
+    }
+    for (const QString& name :
+         {AttributeName::page(), AttributeName::label(), AttributeName::placeholder(),
+          AttributeName::accessibleName(), AttributeName::toolTip(), AttributeName::objectName(),
+          AttributeName::qmlId()}) {
+        const QString value = element.attributes.value(name);
+        if (!value.trimmed().isEmpty()) {
+            return value;
+        }
+    }
+    return {};
+}
+
+QString ControlNames::authorsName(int element) const {
+    const RunElement& named = m_run.element(element);
+    const QString name = givenName(named);
+    if (name.isEmpty()) {
+        return {};
+    }
+    const int count = m_count.value(qMakePair(named.parent, named.type)).value(name);
+    return count == 1 ? name : QString();
+}
+
+QString ControlNames::keyLabelOf(int element) const {
+    const RunElement& named = m_run.element(element);
+    const QString group = named.attributes.value(AttributeName::group());
+    if (!group.isEmpty()) {
+        return group;
+    }
+    const QString name = authorsName(element);
+    return name.isEmpty() ? captionOf(named) : name;
+}
+
+} // namespace Uicov::Runs
