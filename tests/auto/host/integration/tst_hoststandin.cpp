@@ -49,6 +49,7 @@ private Q_SLOTS:
     void cleanup();
 
     void recordsAnApplication();
+    void endsOfDeliveriesAreToldToWhoAsks();
     void applicationBehavesAsWithoutHost();
     void withoutConfigurationNothingHappens_data();
     void withoutConfigurationNothingHappens();
@@ -119,6 +120,17 @@ Run tst_HostStandIn::run(const QString& way) {
     return {process.exitCode(), process.exitStatus() == QProcess::CrashExit,
             QString::fromUtf8(process.readAllStandardOutput()),
             QString::fromUtf8(process.readAllStandardError())};
+}
+
+void tst_HostStandIn::endsOfDeliveriesAreToldToWhoAsks() {
+    m_environment.insert(QStringLiteral("TEST_EXTENSION_ASKS_FOR_ENDS"), QStringLiteral("1"));
+    const Run result = run();
+    QCOMPARE(result.errors, QString());
+    QCOMPARE(namesOf(recording()),
+             (QStringList{QStringLiteral("initialize"), QStringLiteral("ends are told"),
+                          QStringLiteral("press"), QStringLiteral("end of press"),
+                          QStringLiteral("press"), QStringLiteral("end of press"),
+                          QStringLiteral("finish"), QStringLiteral("destroyed")}));
 }
 
 void tst_HostStandIn::recordsAnApplication() {
