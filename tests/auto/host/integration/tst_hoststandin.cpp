@@ -160,6 +160,8 @@ void tst_HostStandIn::recordsAnApplication() {
     QCOMPARE(parsed.processValue(QStringLiteral("run")).size(), 36);
     QCOMPARE(parsed.processValue(QStringLiteral("session")), QStringLiteral("the-session"));
     QCOMPARE(parsed.processValue(QStringLiteral("context")), QStringLiteral("nightly"));
+    QCOMPARE(parsed.processValue(QStringLiteral("extension")),
+             QStringLiteral("libhosttestextension"));
     QCOMPARE(parsed.processValue(QStringLiteral("label.branch")), QStringLiteral("main"));
     QCOMPARE(parsed.processValue(QStringLiteral("label.a")), QStringLiteral("1, 2"));
     QVERIFY(parsed.processValue(QStringLiteral("clock")).toLongLong() > 0);
@@ -348,6 +350,8 @@ void tst_HostStandIn::oneOfTwoExtensionsIsFaulty() {
     QVERIFY(result.errors.contains(QStringLiteral("extension-missing: ")));
     QCOMPARE(result.errors.count(QLatin1Char('\n')), 1);
     QCOMPARE(namesOf(recording()).count(QStringLiteral("press")), 2);
+    QCOMPARE(recording().processValue(QStringLiteral("extension")),
+             QStringLiteral("libhosttestextension"));
 }
 
 void tst_HostStandIn::extensionDeclines() {
