@@ -1,5 +1,6 @@
 #include "coverage/coveragecollector.h"
 
+#include "run/elementkinds.h"
 #include "run/run.h"
 
 #include <algorithm>
@@ -32,11 +33,63 @@ void CoverageCollector::collect(const Runs::Run& run) {
         nodes.push_back(node);
         const RunElement& element = run.element(place.element);
         m_tree.describe(node, element, structureKeys.last());
+        if (run.isOfControls()) {
+            addControl(element, node, contexts);
+            continue;
+        }
         if (!isWindow && KeyWalk::isMenu(element)) {
             m_tree.noteMenu(node, !element.isTransparentNode);
         }
         if (CoverageRules::isCountable(element)) {
             m_tree.count(node, CoverageRules::eventsOf(element, contexts));
+        }
+    }
+    if (run.isOfControls()) {
+        addGroups(run, places, nodes);
+        addOpeners(run, places, nodes);
+    }
+}
+
+void CoverageCollector::addControl(const RunElement& element, int node,
+                                   const QVector<int>& contexts) {
+    const Events events = CoverageRules::eventsOf(element, contexts);
+    if (Runs::isViewType(element.type)) {
+        m_tree.noteView(node, events.value(CoverageRules::seenEvent()).isCovered());
+    } else {
+        m_tree.noteControl(node, element);
+        m_tree.count(node, events);
+    }
+}
+
+/** Tells how many elements of the run are one node, where they are a group. */
+void CoverageCollector::addGroups(const Runs::Run& run, const Places& places,
+                                  const std::vector<int>& nodes) {
+    QMap<int, QPair<int, int>> members;
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        const RunElement& element = run.element(places[i].element);
+        if (Runs::ControlNames::isOfGroup(element)) {
+            QPair<int, int>& group = members[nodes[i]];
+            ++group.first;
+            group.second += element.hits.isEmpty() ? 0 : 1;
+        }
+    }
+    for (auto it = members.cbegin(); it != members.cend(); ++it) {
+        m_tree.noteMembers(it.key(), it->first, it->second);
+    }
+}
+
+void CoverageCollector::addOpeners(const Runs::Run& run, const Places& places,
+                                   const std::vector<int>& nodes) {
+    QHash<QString, int> nodeOf;
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        nodeOf.insert(run.element(places[i].element).id, nodes[i]);
+    }
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        const QString opened =
+            run.element(places[i].element).attributes.value(Runs::AttributeName::opens());
+        const auto view = nodeOf.constFind(opened);
+        if (!opened.isEmpty() && view != nodeOf.cend()) {
+            m_tree.noteOpener(*view, m_tree.keyOf(nodes[i]).toString());
         }
     }
 }

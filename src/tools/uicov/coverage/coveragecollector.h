@@ -8,6 +8,7 @@
 
 namespace Uicov::Runs {
 struct Run;
+struct RunElement;
 }
 
 namespace Uicov::Coverage {
@@ -32,6 +33,12 @@ public:
     bool isWanted(const QString& context) const;
 
 private:
+    using Places = std::vector<Runs::KeyWalk::Place>;
+
+    void addControl(const Runs::RunElement& element, int node, const QVector<int>& contexts);
+    void addGroups(const Runs::Run& run, const Places& places, const std::vector<int>& nodes);
+    void addOpeners(const Runs::Run& run, const Places& places, const std::vector<int>& nodes);
+
     CoverageTree& m_tree;
     Runs::KeyWalk::LabelRule m_labelRule;
     QVector<Pattern> m_contexts;

@@ -12,6 +12,10 @@ QString shownEvent() {
     return QStringLiteral("shown");
 }
 
+QString seenEvent() {
+    return QStringLiteral("seen");
+}
+
 bool isCountable(const RunElement& element) {
     return !element.isTransparentNode && !element.events.isEmpty();
 }

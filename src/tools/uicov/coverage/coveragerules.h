@@ -33,6 +33,9 @@ namespace CoverageRules {
 /** The event that tells that something was seen on the screen, and no more. */
 QString shownEvent();
 
+/** The event of a view of the controls extension: a person could see it. */
+QString seenEvent();
+
 /**
  * Whether the element is one that people can see or operate: no transparent node, and at least one
  * event. That it must not stand below a transparent subgraph is for the caller, who knows the path.

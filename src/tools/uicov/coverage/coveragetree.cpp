@@ -1,5 +1,6 @@
 #include "coverage/coveragetree.h"
 
+#include "run/elementkinds.h"
 #include "run/runelement.h"
 
 #include <algorithm>
@@ -15,6 +16,9 @@ CoverageTree::Totals& CoverageTree::Totals::operator+=(const Totals& other) {
     coveredEvents += other.coveredEvents;
     neverCountedEvents += other.neverCountedEvents;
     missedUnseen += other.missedUnseen;
+    unavailable += other.unavailable;
+    views += other.views;
+    seenViews += other.seenViews;
     return *this;
 }
 
@@ -108,7 +112,58 @@ bool CoverageTree::counts(int node) const {
     return element.isCountable && element.ignoredBy < 0;
 }
 
+void CoverageTree::noteView(int node, bool wasSeen) {
+    Node& view = m_nodes[static_cast<std::size_t>(node)];
+    view.role = Node::Role::View;
+    view.wasSeen = view.wasSeen || wasSeen;
+    m_isOfControls = true;
+}
+
+void CoverageTree::noteControl(int node, const Runs::RunElement& control) {
+    Node& target = m_nodes[static_cast<std::size_t>(node)];
+    target.role = Node::Role::Control;
+    target.wasSeen = target.wasSeen || control.wasSeen;
+    target.wasEnabled = target.wasEnabled || control.wasEnabled;
+    const auto add = [&](QStringList& list, const QString& attribute) {
+        list += control.attributes.value(attribute).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+        list.sort();
+        list.removeDuplicates();
+    };
+    add(target.ways, Runs::AttributeName::ways());
+    add(target.usedWays, Runs::AttributeName::usedWays());
+    m_isOfControls = true;
+}
+
+void CoverageTree::noteMembers(int node, int members, int usedMembers) {
+    Node& group = m_nodes[static_cast<std::size_t>(node)];
+    group.members = qMax(group.members, members);
+    group.usedMembers = qMax(group.usedMembers, usedMembers);
+}
+
+void CoverageTree::noteOpener(int view, const QString& control) {
+    QString& opener = m_nodes[static_cast<std::size_t>(view)].openedBy;
+    // The least, so that it makes no difference in which order runs come.
+    if (opener.isEmpty() || control < opener) {
+        opener = control;
+    }
+}
+
+State CoverageTree::controlState(const Node& control, const Events& events) const {
+    const State state = CoverageRules::stateOf(events, m_criteria.value(control.type));
+    if (state == State::Used) {
+        return state;
+    }
+    if (!control.wasEnabled) {
+        return State::Unavailable;
+    }
+    // Used in a way that is not enough is seen as well.
+    return control.wasSeen || state == State::Shown ? State::Shown : State::Missed;
+}
+
 State CoverageTree::stateOf(int node, const Events& events) const {
+    if (this->node(node).role == Node::Role::Control) {
+        return controlState(this->node(node), events);
+    }
     return CoverageRules::stateOf(events, m_criteria.value(this->node(node).type));
 }
 
@@ -134,16 +189,25 @@ std::vector<int> CoverageTree::nodesOf(int window) const {
 CoverageTree::Totals CoverageTree::totalsOf(int window) const {
     Totals totals;
     for (const int index : nodesOf(window)) {
+        const Node& element = node(index);
+        if (element.role == Node::Role::View && element.ignoredBy < 0) {
+            ++totals.views;
+            totals.seenViews += element.wasSeen ? 1 : 0;
+        }
         if (!counts(index)) {
             continue;
         }
-        const Node& element = node(index);
-        ++totals.elements;
         const State state = stateOf(index);
+        if (state == State::Unavailable) {
+            ++totals.unavailable;
+            continue;
+        }
+        ++totals.elements;
         ++(state == State::Used    ? totals.used
            : state == State::Shown ? totals.shown
                                    : totals.missed);
-        if (state == State::Missed && !element.events.contains(CoverageRules::shownEvent())) {
+        if (state == State::Missed && element.role == Node::Role::Element &&
+            !element.events.contains(CoverageRules::shownEvent())) {
             ++totals.missedUnseen;
         }
         for (const EventCoverage& event : element.events) {

@@ -33,6 +33,21 @@ public:
         QString application;
         QMap<ElementKey::Step, int> children;
         bool isCountable = false;
+        /** What the element is to a run of the controls extension; Element in one of the classic. */
+        enum class Role { Element, View, Control };
+        Role role = Role::Element;
+        /** Of a view: a person could see it at some time. Of a control: and operate it. */
+        bool wasSeen = false;
+        /** Of a control: at some time. */
+        bool wasEnabled = false;
+        /** How many of a group there were at most in one run, and how many of them were used; 0 and 0 for no group. */
+        int members = 0;
+        int usedMembers = 0;
+        /** Of a command: the ways in which it can be reached, and those in which it was. */
+        QStringList ways;
+        QStringList usedWays;
+        /** Of a view: the key of the control that brings it up, where that is known. */
+        QString openedBy;
         /** A menu that was announced, and whether it was ever opened. */
         bool isMenu = false;
         bool isOpenedMenu = false;
@@ -59,6 +74,10 @@ public:
         /** Missed elements that have no "shown" event, so that nobody knows whether they were seen.
          */
         int missedUnseen = 0;
+        /** Controls that were never enabled; in none of the other numbers. */
+        int unavailable = 0;
+        int views = 0;
+        int seenViews = 0;
 
         Totals& operator+=(const Totals& other);
     };
@@ -77,6 +96,17 @@ public:
     int findChild(int parent, const ElementKey::Step& step) const;
     /** Makes the node countable and adds the events to those that it has. */
     void count(int node, const Events& events);
+    /** Makes the node a view, and adds to it whether it was seen. */
+    void noteView(int node, bool wasSeen);
+    /** Makes the node a control, and adds what is known of it. */
+    void noteControl(int node, const Runs::RunElement& control);
+    /** What a run has of a group. */
+    void noteMembers(int node, int members, int usedMembers);
+    /** The view is brought up by the control of that key. */
+    void noteOpener(int view, const QString& control);
+    /** Whether the tree is of runs of the controls extension. */
+    bool isOfControls() const { return m_isOfControls; }
+
     /** Makes the node a menu; one that was opened once stays opened. */
     void noteMenu(int node, bool isOpened);
 
@@ -109,6 +139,9 @@ public:
 private:
     int add(const ElementKey::Step& step, int parent);
 
+    State controlState(const Node& control, const Events& events) const;
+
+    bool m_isOfControls = false;
     QMap<QString, QStringList> m_criteria;
     QStringList m_contexts;
     QHash<QString, int> m_contextNumbers;

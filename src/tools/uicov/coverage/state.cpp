@@ -8,10 +8,16 @@ QString wordFor(State state) {
         return QStringLiteral("used");
     case State::Shown:
         return QStringLiteral("shown");
+    case State::Unavailable:
+        return QStringLiteral("unavailable");
     case State::Missed:
         break;
     }
     return QStringLiteral("missed");
+}
+
+QString wordForControl(State state) {
+    return state == State::Shown ? QStringLiteral("seen") : wordFor(state);
 }
 
 } // namespace Uicov::Coverage

@@ -47,6 +47,10 @@ QString ControlNames::captionOf(const RunElement& element) {
     return {};
 }
 
+bool ControlNames::isOfGroup(const RunElement& element) {
+    return !element.attributes.value(AttributeName::group()).isEmpty();
+}
+
 QString ControlNames::authorsName(int element) const {
     const RunElement& named = m_run.element(element);
     const QString name = givenName(named);

@@ -30,6 +30,9 @@ public:
      */
     QString keyLabelOf(int element) const;
 
+    /** Whether the element is one of those that a view, a repeater or a loader makes again and again. */
+    static bool isOfGroup(const RunElement& element);
+
     /** Whether the key of the element hangs on a name of the program's authors. */
     bool hasStableName(int element) const { return !authorsName(element).isEmpty(); }
 

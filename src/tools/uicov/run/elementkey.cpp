@@ -101,7 +101,7 @@ QString escaped(const QString& text) {
 } // namespace
 
 QString ElementKey::Step::toString() const {
-    return joined(*this, kind, label, className);
+    return joined(*this, kind, caption.isEmpty() ? label : caption, className);
 }
 
 QString ElementKey::Step::toKey() const {

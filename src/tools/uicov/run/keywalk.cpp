@@ -25,7 +25,11 @@ bool isTelling(const Step& step) {
 
 KeyWalk::KeyWalk(const Run& run, LabelRule labelRule)
     : m_run(run)
-    , m_labelRule(std::move(labelRule)) {}
+    , m_labelRule(std::move(labelRule)) {
+    if (run.isOfControls()) {
+        m_names.emplace(run);
+    }
+}
 
 bool KeyWalk::isMenu(const RunElement& element) {
     return element.type == QLatin1String("Menu");
@@ -93,6 +97,15 @@ Step KeyWalk::labelled(Step step) const {
     return step;
 }
 
+/** Views and controls are called by their names and not by their texts, which may be values. */
+Step KeyWalk::named(Step step, int element) const {
+    if (m_names) {
+        step.label = ElementKey::normalisedLabel(m_names->keyLabelOf(element));
+        step.caption = ElementKey::normalisedLabel(ControlNames::captionOf(this->element(element)));
+    }
+    return labelled(std::move(step));
+}
+
 Step KeyWalk::windowStructure(const Step& step, int window) {
     Step structure = ElementKey::structureOf(step, element(window), true);
     if (!isTelling(structure)) {
@@ -104,7 +117,8 @@ Step KeyWalk::windowStructure(const Step& step, int window) {
 void KeyWalk::walkWindow(int window) {
     m_ordinals.clear();
     m_structureOrdinals.clear();
-    Step step = labelled(ElementKey::windowStepOf(element(window)));
+    Step step = named(ElementKey::windowStepOf(element(window)), window);
+    step.className.clear();
     if (step.label.isEmpty()) {
         step.className = ElementKey::normalisedClass(element(window).className);
     }
@@ -155,9 +169,12 @@ void KeyWalk::visit(const Visit& visit) {
     // A menu that was not opened is transparent still, and a step all the same: the same menu may
     // have been opened in another instance of its window.
     if (!visited.isTransparentNode || isMenu(visited)) {
-        Step step = labelled(ElementKey::stepOf(visited));
+        Step step = named(ElementKey::stepOf(visited), visit.element);
         Step structure = ElementKey::structureOf(step, visited, false);
-        step.ordinal = ++m_ordinals[qMakePair(above, step)];
+        // What is made again and again is one thing to people.
+        if (!m_names || !ControlNames::isOfGroup(visited)) {
+            step.ordinal = ++m_ordinals[qMakePair(above, step)];
+        }
         structure.ordinal = ++m_structureOrdinals[qMakePair(above, structure)];
         m_places.push_back({visit.element, above, step, structure});
         above = static_cast<int>(m_places.size()) - 1;

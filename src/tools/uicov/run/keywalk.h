@@ -1,5 +1,6 @@
 #pragma once
 
+#include "run/controlnames.h"
 #include "run/elementkey.h"
 
 #include <QHash>
@@ -8,6 +9,7 @@
 #include <QString>
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace Uicov::Runs {
@@ -60,10 +62,13 @@ private:
     void visit(const Visit& visit);
     void enqueueChildren(int index, int above);
     ElementKey::Step labelled(ElementKey::Step step) const;
+    ElementKey::Step named(ElementKey::Step step, int element) const;
     ElementKey::Step windowStructure(const ElementKey::Step& step, int window);
 
     const Run& m_run;
     LabelRule m_labelRule;
+    /** Of a run of the controls extension. */
+    std::optional<ControlNames> m_names;
     std::vector<Place> m_places;
     std::vector<bool> m_isKnownWindow;
     std::vector<int> m_windowsToCome;

@@ -1,9 +1,15 @@
 #include "run/run.h"
 
+#include "run/elementkinds.h"
+
 namespace Uicov::Runs {
 
 QString Run::picturesLeftOutLine() {
     return QStringLiteral("Picture left out: the recording reached its size limit");
+}
+
+bool Run::isOfControls() const {
+    return extension.split(QLatin1Char(',')).contains(controlsExtension());
 }
 
 qint64 Run::picturesLeftOut() const {

@@ -21,6 +21,9 @@ struct Run {
     /** UUID of the "uicov run" that started the process; empty when none did. */
     QString session;
     QString application;
+    /** Which extensions made the recording, by their base names; empty for what does not tell, which the classic one
+     * made. */
+    QString extension;
     /** Path on the machine that recorded. */
     QString executable;
     QString qtVersion;
@@ -59,6 +62,9 @@ struct Run {
     static QString picturesLeftOutLine();
     /** Number of pictures that are missing since the recording reached its size limit. */
     qint64 picturesLeftOut() const;
+
+    /** Whether the extension that knows views and controls made it. */
+    bool isOfControls() const;
 
     const RunElement& element(int index) const { return elements[static_cast<std::size_t>(index)]; }
 };

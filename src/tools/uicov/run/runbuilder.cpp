@@ -65,6 +65,8 @@ QString reasonOf(const Ending& ending, const Loss& loss, qint64 unusable, qint64
 } // namespace
 
 void RunBuilder::add(const Frame& frame) {
+    constexpr quint64 microseconds = 1000;
+    m_time = static_cast<qint64>(frame.time / microseconds);
     switch (frame.type) {
     case FrameType::Process:
         takeProcess(frame.body);
@@ -152,7 +154,20 @@ void RunBuilder::takeRecord(Record& record) {
             seen.picture = record.picture;
         }
     }
+    const RecordKind kind = record.kind;
+    const QString id = kind == RecordKind::ElementAdded ? record.element->id()
+                       : kind == RecordKind::ChildAdded ? record.text
+                                                        : record.elementId;
     m_replay.apply(record);
+    const UIElement* const changed = m_replay.elementById(id);
+    if (changed == nullptr) {
+        return;
+    }
+    if (kind == RecordKind::ElementAdded || kind == RecordKind::ChildAdded) {
+        m_states.announced(*changed);
+    } else if (kind == RecordKind::AttributeChanged) {
+        m_states.changed(*changed);
+    }
 }
 
 void RunBuilder::takeAnnounced(const UIElement& announced) {
@@ -177,7 +192,11 @@ void RunBuilder::takeAnnounced(const UIElement& announced) {
 void RunBuilder::count(EventCount& event, int count) const {
     // The application sends totals; what came since the last one belongs to this context.
     if (count > event.last) {
-        event.byContext[m_context] += static_cast<qint64>(count) - event.last;
+        const bool isFirst = !event.byContext.contains(m_context);
+        ContextCount& ofContext = event.byContext[m_context];
+        ofContext.count += static_cast<qint64>(count) - event.last;
+        ofContext.first = isFirst ? m_time : ofContext.first;
+        ofContext.last = m_time;
     }
     event.last = count;
 }
@@ -190,6 +209,7 @@ Run RunBuilder::build(const Ending& ending) const {
     run.uuid = value(Key::run);
     run.session = value(Key::session);
     run.application = value(Key::application);
+    run.extension = value(Key::extension);
     run.executable = value(Key::executable);
     run.qtVersion = value(Key::qtVersion);
     run.platform = value(Key::platform);
@@ -225,6 +245,7 @@ void RunBuilder::fillElements(Run& run) const {
     for (UIElement* element : elements) {
         indexOf.insert(element, indexOf.size());
     }
+    const bool isOfControls = run.isOfControls();
     run.elements.reserve(elements.size());
     for (const UIElement* source : elements) {
         RunElement element;
@@ -242,6 +263,14 @@ void RunBuilder::fillElements(Run& run) const {
         }
         if (source->geometry().isValid()) {
             element.place = source->geometry().rect();
+        }
+        const QHash<QString, QString> attributes = source->attributes();
+        for (auto it = attributes.cbegin(); it != attributes.cend(); ++it) {
+            element.attributes.insert(StoredText::of(it.key()), StoredText::of(it.value()));
+        }
+        if (isOfControls) {
+            element.wasEnabled = m_states.wasEnabled(source);
+            element.wasSeen = m_states.wasSeen(source);
         }
         const auto seen = m_seen.constFind(source->id());
         if (seen != m_seen.cend()) {
@@ -262,7 +291,8 @@ void RunBuilder::fillCounts(const Seen& seen, RunElement& element) {
             element.events.append(name);
         }
         for (auto hit = it->byContext.cbegin(); hit != it->byContext.cend(); ++hit) {
-            element.hits.append(Hit{name, hit.key(), hit.value()});
+            element.hits.append(
+                Hit{name, hit.key(), hit.value().count, hit.value().first, hit.value().last});
         }
     }
 }

@@ -3,6 +3,7 @@
 #include "recording/ending.h"
 #include "recording/hookmessage.h"
 #include "recording/replay.h"
+#include "run/controlstates.h"
 #include "run/run.h"
 
 #include <QHash>
@@ -44,12 +45,19 @@ public:
     quint64 recordsWithoutElement() const { return m_replay.recordsWithoutElement(); }
 
 private:
+    struct ContextCount {
+        qint64 count = 0;
+        /** Milliseconds since the recording began. */
+        qint64 first = 0;
+        qint64 last = 0;
+    };
+
     struct EventCount {
         /** The element itself says that it can happen. */
         bool isAnnounced = false;
         int last = 0;
         /** By index of the context. */
-        QMap<int, qint64> byContext;
+        QMap<int, ContextCount> byContext;
     };
 
     struct Seen {
@@ -69,6 +77,9 @@ private:
 
     bool m_takesPictures = false;
     Recording::Replay m_replay;
+    ControlStates m_states;
+    /** Of the frame that is being taken: milliseconds since the recording began. */
+    qint64 m_time = 0;
     Recording::ProcessInfo m_process;
     bool m_isNamed = false;
     QHash<QString, Seen> m_seen;

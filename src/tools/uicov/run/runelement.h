@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QMap>
 #include <QRect>
 #include <QString>
 #include <QStringList>
@@ -17,6 +18,10 @@ struct Hit {
     int context = 0;
     /** Above zero. */
     qint64 count = 0;
+    /** Milliseconds from the beginning of the recording to the first and to the last time; -1 where that was not
+     * recorded. */
+    qint64 first = -1;
+    qint64 last = -1;
 };
 
 /** One element as it was at the end of its run, with nothing interpreted. A value. */
@@ -45,6 +50,12 @@ struct RunElement {
     std::optional<QRect> place;
     /** SHA-256 of the last picture's PNG; empty when there is none. */
     QByteArray picture;
+    /** By name, as at the end of the run. */
+    QMap<QString, QString> attributes;
+    /** Of a control: it was enabled at some time. */
+    bool wasEnabled = true;
+    /** Of a control: its view was showing at some time at which it was there, enabled and not hidden. */
+    bool wasSeen = false;
 };
 
 } // namespace Uicov::Runs

@@ -105,6 +105,8 @@ std::optional<Problem> DataFile::check() {
     if (version < 1) {
         return foreign(m_path, QStringLiteral("a data file of schema version 0, which never was"));
     }
+    m_version = version;
+    m_reader->setExtended(version >= schemaVersion);
     return std::nullopt;
 }
 
@@ -130,7 +132,25 @@ void DataFile::begin() {
         // combining.
         m_sql.execute(QStringLiteral("PRAGMA foreign_keys = OFF"));
         m_isInTransaction = m_sql.execute(QStringLiteral("BEGIN IMMEDIATE"));
+        migrate();
     }
+}
+
+/** Brings the tables to the present version before anything is written to them, in the same transaction. */
+void DataFile::migrate() {
+    if (m_version >= schemaVersion) {
+        return;
+    }
+    m_sql.execute(QStringLiteral(
+        "ALTER TABLE run ADD COLUMN extension TEXT NOT NULL DEFAULT '';\n"
+        "ALTER TABLE element ADD COLUMN attributes INTEGER REFERENCES text (id);\n"
+        "ALTER TABLE element ADD COLUMN was_enabled INTEGER NOT NULL DEFAULT 1;\n"
+        "ALTER TABLE element ADD COLUMN was_seen INTEGER NOT NULL DEFAULT 0;\n"
+        "ALTER TABLE hit ADD COLUMN first INTEGER;\n"
+        "ALTER TABLE hit ADD COLUMN last INTEGER;"));
+    m_sql.execute(QStringLiteral("PRAGMA user_version = %1").arg(schemaVersion));
+    m_version = schemaVersion;
+    m_reader->setExtended(true);
 }
 
 std::optional<Problem> DataFile::add(const Run& run, Added* added, const QByteArray& digest) {
@@ -162,6 +182,7 @@ void DataFile::dropUnused() {
         "   UNION SELECT text FROM element WHERE text IS NOT NULL\n"
         "   UNION SELECT key FROM element WHERE key IS NOT NULL\n"
         "   UNION SELECT structure_key FROM element WHERE structure_key IS NOT NULL\n"
+        "   UNION SELECT attributes FROM element WHERE attributes IS NOT NULL\n"
         "   UNION SELECT event FROM hit);"));
 }
 

@@ -21,7 +21,7 @@ class RunWriter;
  */
 class DataFile {
 public:
-    static constexpr int schemaVersion = 1;
+    static constexpr int schemaVersion = 2;
 
     DataFile();
     ~DataFile();
@@ -78,6 +78,7 @@ private:
     std::optional<Base::Problem> check();
     std::optional<Base::Problem> failure() const;
     void begin();
+    void migrate();
     void dropUnused();
 
     QString m_path;
@@ -86,6 +87,8 @@ private:
     std::unique_ptr<RunReader> m_reader;
     bool m_isInTransaction = false;
     bool m_hasRemoved = false;
+    /** That of the open file. */
+    int m_version = schemaVersion;
 };
 
 } // namespace Uicov::Store

@@ -29,7 +29,8 @@ void writeList(PayloadWriter& writer, const List& list) {
     }
 }
 
-void write(PayloadWriter& writer, const RunElement& element) {
+/** @param isExtended whether the run has what version 2 of the schema added: those of version 1 keep their digests */
+void write(PayloadWriter& writer, const RunElement& element, bool isExtended) {
     writer << element.id << element.className << element.type << element.text
            << element.isTransparentNode << element.isSubgraphTransparent << element.isWindowNode
            << element.parent;
@@ -39,6 +40,15 @@ void write(PayloadWriter& writer, const RunElement& element) {
            << element.picture;
     for (const Hit& hit : element.hits) {
         writer << hit.event << hit.context << hit.count;
+        if (isExtended) {
+            writer << hit.first << hit.last;
+        }
+    }
+    if (isExtended) {
+        writer << element.attributes.size() << element.wasEnabled << element.wasSeen;
+        for (auto it = element.attributes.cbegin(); it != element.attributes.cend(); ++it) {
+            writer << it.key() << it.value();
+        }
     }
 }
 
@@ -50,6 +60,9 @@ QByteArray attributesOf(const Run& run) {
            << run.platform << run.locale << run.architecture << run.started << run.labels
            << run.isComplete << run.partialReason << run.bytesLost << run.messages
            << run.messagesLost << run.contexts << run.warnings;
+    if (!run.extension.isEmpty()) {
+        stream << run.extension;
+    }
     return bytes;
 }
 
@@ -63,7 +76,7 @@ QByteArray digestOf(const Run& run) {
         PayloadWriter writer(std::move(memory));
         const std::size_t end = std::min(i + elementsAtOnce, run.elements.size());
         for (; i < end; ++i) {
-            write(writer, run.elements[i]);
+            write(writer, run.elements[i], !run.extension.isEmpty());
         }
         memory = writer.take();
         hash.add(memory);

@@ -2,6 +2,7 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QJsonObject>
 
 #include <algorithm>
 #include <limits>
@@ -55,7 +56,10 @@ enum Column {
     Top,
     Width,
     Height,
-    PictureHash
+    PictureHash,
+    Attributes,
+    WasEnabled,
+    WasSeen
 };
 
 std::optional<QRect> placeFrom(const QSqlQuery& row) {
@@ -87,7 +91,9 @@ void RunReader::readAttributes(const QString& uuid, Run& run) {
     QSqlQuery& row = m_sql.query(
         QStringLiteral("SELECT id, uuid, session, application, executable, qt_version, platform, "
                        "locale, architecture, started, is_complete, partial_reason, bytes_lost, "
-                       "messages, messages_lost, digest FROM run WHERE uuid = ?"),
+                       "messages, messages_lost, digest, ") +
+            (m_isExtended ? QStringLiteral("extension") : QStringLiteral("''")) +
+            QStringLiteral(" FROM run WHERE uuid = ?"),
         {uuid});
     if (!m_sql.next(row)) {
         m_sql.fail(QStringLiteral("there is no run ") + uuid + QStringLiteral(" in it"));
@@ -105,7 +111,8 @@ void RunReader::readAttributes(const QString& uuid, Run& run) {
     run.bytesLost = row.value(column++).toLongLong();
     run.messages = row.value(column++).toLongLong();
     run.messagesLost = row.value(column++).toLongLong();
-    m_digest = row.value(column).toByteArray();
+    m_digest = row.value(column++).toByteArray();
+    run.extension = row.value(column).toString();
     row.finish();
     if (run.bytesLost < 0 || run.messages < 0 || run.messagesLost < 0) {
         m_sql.fail(damage("it has less than nothing"));
@@ -155,8 +162,10 @@ void RunReader::readElements(Run& run) {
     QSqlQuery& row = m_sql.query(
         QStringLiteral(
             "SELECT number, element.id, parent, position, class, type, text, transparent_node, "
-            "transparent_subgraph, window_node, events, x, y, width, height, picture.hash "
-            "FROM element LEFT JOIN picture ON picture.id = element.picture "
+            "transparent_subgraph, window_node, events, x, y, width, height, picture.hash, ") +
+            (m_isExtended ? QStringLiteral("attributes, was_enabled, was_seen ")
+                          : QStringLiteral("NULL, 1, 0 ")) +
+            QStringLiteral("FROM element LEFT JOIN picture ON picture.id = element.picture "
             "WHERE run = ? ORDER BY number"),
         {m_id});
     while (m_sql.next(row)) {
@@ -185,6 +194,9 @@ RunElement RunReader::elementFrom(const QSqlQuery& row) {
     element.events = eventsById(row.value(EventNames));
     element.place = placeFrom(row);
     element.picture = row.value(PictureHash).toByteArray();
+    element.attributes = attributesById(row.value(Attributes));
+    element.wasEnabled = row.value(WasEnabled).toBool();
+    element.wasSeen = row.value(WasSeen).toBool();
     return element;
 }
 
@@ -209,12 +221,20 @@ void RunReader::linkChildren(Run& run) {
 
 void RunReader::readHits(Run& run) {
     QSqlQuery& row = m_sql.query(
-        QStringLiteral("SELECT element, event, context, count FROM hit WHERE run = ?"), {m_id});
+        QStringLiteral("SELECT element, event, context, count, ") +
+            (m_isExtended ? QStringLiteral("first, last") : QStringLiteral("NULL, NULL")) +
+            QStringLiteral(" FROM hit WHERE run = ?"),
+        {m_id});
     while (m_sql.next(row)) {
         const int number = row.value(0).toInt();
-        const Hit hit{textById(row.value(1)), row.value(2).toInt(), row.value(3).toLongLong()};
+        Hit hit{textById(row.value(1)), row.value(2).toInt(), row.value(3).toLongLong(), -1, -1};
+        if (!row.isNull(4) && !row.isNull(5)) {
+            hit.first = row.value(4).toLongLong();
+            hit.last = row.value(5).toLongLong();
+        }
         const bool isSound = isElement(run, number) && isCount(hit.count) && hit.context >= 0 &&
-                             hit.context < run.contexts.size();
+                             hit.context < run.contexts.size() && hit.first >= -1 &&
+                             hit.last >= hit.first;
         if (!isSound) {
             m_sql.fail(damage("a count belongs to nothing"));
             return;
@@ -267,6 +287,17 @@ QStringList RunReader::eventsById(const QVariant& id) {
         events.append(name.toString());
     }
     return *m_events.insert(number, events);
+}
+
+QMap<QString, QString> RunReader::attributesById(const QVariant& id) {
+    QMap<QString, QString> attributes;
+    if (!id.isNull()) {
+        const QJsonObject object = QJsonDocument::fromJson(textById(id).toUtf8()).object();
+        for (auto it = object.begin(); it != object.end(); ++it) {
+            attributes.insert(it.key(), it.value().toString());
+        }
+    }
+    return attributes;
 }
 
 bool RunReader::isElement(const Run& run, int number) const {

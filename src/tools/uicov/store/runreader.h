@@ -17,6 +17,9 @@ public:
     /** @param sql outlives this; tells of failures */
     explicit RunReader(Sql& sql);
 
+    /** Whether the tables have what version 2 of the schema added; they have unless this is told otherwise. */
+    void setExtended(bool isExtended) { m_isExtended = isExtended; }
+
     /** All but the elements. */
     void readAttributes(const QString& uuid, Runs::Run& run);
     void read(const QString& uuid, bool withPictures, Runs::Run& run);
@@ -37,9 +40,11 @@ private:
     void readPictures(Runs::Run& run);
     QString textById(const QVariant& id);
     QStringList eventsById(const QVariant& id);
+    QMap<QString, QString> attributesById(const QVariant& id);
     bool isElement(const Runs::Run& run, int number) const;
 
     Sql& m_sql;
+    bool m_isExtended = true;
     qint64 m_id = 0;
     QByteArray m_digest;
     QHash<qint64, QString> m_texts;

@@ -5,6 +5,7 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QJsonObject>
 
 namespace Uicov::Store {
 
@@ -27,6 +28,14 @@ QVariant nothing() {
 QString eventsAsJson(const QStringList& events) {
     return QString::fromUtf8(
         QJsonDocument(QJsonArray::fromStringList(events)).toJson(QJsonDocument::Compact));
+}
+
+QString attributesAsJson(const QMap<QString, QString>& attributes) {
+    QJsonObject object;
+    for (auto it = attributes.cbegin(); it != attributes.cend(); ++it) {
+        object.insert(it.key(), it.value());
+    }
+    return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
 }
 
 /** An empty text that is not null: SQLite would take a null one for NULL. */
@@ -105,12 +114,13 @@ qint64 RunWriter::writeAttributes(const Run& run, const QByteArray& digest) {
     const qint64 id = m_sql.insert(
         QStringLiteral("INSERT INTO run (uuid, session, application, executable, qt_version, "
                        "platform, locale, architecture, started, is_complete, partial_reason, "
-                       "bytes_lost, messages, messages_lost, digest) "
-                       "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
+                       "bytes_lost, messages, messages_lost, digest, extension) "
+                       "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
         {run.uuid, notNull(run.session), notNull(run.application), notNull(run.executable),
          notNull(run.qtVersion), notNull(run.platform), notNull(run.locale),
          notNull(run.architecture), notNull(run.started), run.isComplete,
-         notNull(run.partialReason), run.bytesLost, run.messages, run.messagesLost, digest});
+         notNull(run.partialReason), run.bytesLost, run.messages, run.messagesLost, digest,
+         notNull(run.extension)});
     for (auto it = run.labels.cbegin(); it != run.labels.cend(); ++it) {
         m_sql.insert(QStringLiteral("INSERT INTO label VALUES (?, ?, ?)"),
                      {id, notNull(it.key()), notNull(it.value())});
@@ -144,12 +154,14 @@ void RunWriter::writeElements(qint64 id, const Run& run) {
             }
         }
     }
-    RowBatch elements(m_sql, "element", 19);
-    RowBatch hits(m_sql, "hit", 5);
+    RowBatch elements(m_sql, "element", 22);
+    RowBatch hits(m_sql, "hit", 7);
     for (int i = 0; i < count && m_sql.isOk(); ++i) {
         writeElement(elements, id, run, i, positions.at(i));
         for (const Hit& hit : run.element(i).hits) {
-            hits.add({id, i, textId(hit.event), hit.context, hit.count});
+            hits.add({id, i, textId(hit.event), hit.context, hit.count,
+                      hit.first < 0 ? nothing() : QVariant(hit.first),
+                      hit.last < 0 ? nothing() : QVariant(hit.last)});
         }
     }
     elements.flush();
@@ -172,7 +184,9 @@ void RunWriter::writeElement(RowBatch& rows, qint64 id, const Run& run, int numb
               textOrNull(m_structureKeys.at(number), m_structureKeys.at(number).isEmpty()),
               hasPlace ? QVariant(place.left()) : nothing(),
               hasPlace ? QVariant(place.top()) : nothing(), hasPlace ? QVariant(width) : nothing(),
-              hasPlace ? QVariant(height) : nothing(), pictureId(element.picture, run)});
+              hasPlace ? QVariant(height) : nothing(), pictureId(element.picture, run),
+              textOrNull(attributesAsJson(element.attributes), element.attributes.isEmpty()),
+              element.wasEnabled, element.wasSeen});
 }
 
 QVariant RunWriter::textOrNull(const QString& text, bool isNull) {

@@ -15,7 +15,8 @@ CREATE TABLE run (
     bytes_lost     INTEGER NOT NULL, -- at the end of the recording
     messages       INTEGER NOT NULL, -- that carried a record
     messages_lost  INTEGER NOT NULL, -- of those: could not be used
-    digest         BLOB    NOT NULL  -- SHA-256 of the run; tells which of two forms of it is kept
+    digest         BLOB    NOT NULL, -- SHA-256 of the run; tells which of two forms of it is kept
+    extension      TEXT    NOT NULL DEFAULT '' -- libraries that made it, comma separated; empty: classic
 );
 
 -- What the user called the run by: --label NAME=VALUE.
@@ -76,6 +77,9 @@ CREATE TABLE element (
     width               INTEGER,
     height              INTEGER,
     picture             INTEGER REFERENCES picture (id), -- the last one; NULL for none
+    attributes          INTEGER REFERENCES text (id), -- JSON object, name to text; NULL for none
+    was_enabled         INTEGER NOT NULL DEFAULT 1, -- 0: a control that never was
+    was_seen            INTEGER NOT NULL DEFAULT 0, -- 1: a control that a person could have operated
     PRIMARY KEY (run, number)
 ) WITHOUT ROWID;
 
@@ -95,6 +99,8 @@ CREATE TABLE hit (
     event   INTEGER NOT NULL REFERENCES text (id),
     context INTEGER NOT NULL, -- number among the run's contexts
     count   INTEGER NOT NULL,
+    first   INTEGER, -- milliseconds since the recording began; NULL where that was not recorded
+    last    INTEGER,
     PRIMARY KEY (run, element, event, context)
 ) WITHOUT ROWID;
 
