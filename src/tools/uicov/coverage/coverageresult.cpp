@@ -54,6 +54,7 @@ void CoverageResult::finish() {
 bool CoverageResult::matchesWindow(const Pattern& pattern, const Runs::ElementKey::Step& window) {
     return pattern.matches(window.toString()) ||
            (!window.label.isEmpty() && pattern.matches(window.label)) ||
+           (!window.caption.isEmpty() && pattern.matches(window.caption)) ||
            (!window.className.isEmpty() && pattern.matches(window.className));
 }
 

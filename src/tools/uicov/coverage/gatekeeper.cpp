@@ -17,7 +17,8 @@ bool isAtLeast(const CoverageTree::Totals& totals, double percent) {
 }
 
 QString usedOf(const CoverageTree::Totals& totals, int digits) {
-    return QStringLiteral("%1 of %2 elements are used, %3")
+    return (totals.views > 0 ? QStringLiteral("%1 of %2 controls are used, %3")
+                             : QStringLiteral("%1 of %2 elements are used, %3"))
         .arg(totals.used)
         .arg(totals.elements)
         .arg(Base::Percentage::text(totals.used, totals.elements, digits));
@@ -62,7 +63,9 @@ QVector<GateResult> Gatekeeper::judge(const CoverageResult& coverage, const Gate
     const QList<int> windows = tree.windows();
     for (const Pattern& pattern : gates.requiredWindows) {
         const auto it = std::find_if(windows.cbegin(), windows.cend(), [&](int window) {
-            return CoverageResult::matchesWindow(pattern, tree.node(window).step);
+            const CoverageTree::Node& node = tree.node(window);
+            return CoverageResult::matchesWindow(pattern, node.step) &&
+                   (node.role != CoverageTree::Node::Role::View || node.wasSeen);
         });
         const bool isOpened = it != windows.cend();
         results.append({QStringLiteral("require-window ") + pattern.glob(),

@@ -20,7 +20,9 @@ constexpr int maximumSteps = 24;
 } // namespace
 
 QString displayedStep(ElementKey::Step step) {
-    step.label = DisplayText::elided(DisplayText::escaped(step.label), maximumLabelColumns);
+    step.label = DisplayText::elided(
+        DisplayText::escaped(step.caption.isEmpty() ? step.label : step.caption), maximumLabelColumns);
+    step.caption.clear();
     step.kind = DisplayText::escaped(step.kind);
     step.className = DisplayText::escaped(step.className);
     return step.toString();
@@ -40,6 +42,44 @@ QString stepsBelowWindow(const CoverageTree& tree, int node) {
                            : texts.join(QStringLiteral(" > "));
 }
 
+QString wordOf(const CoverageTree& tree, int node) {
+    const Coverage::State state = tree.stateOf(node);
+    return tree.node(node).role == CoverageTree::Node::Role::Control
+               ? Coverage::wordForControl(state)
+               : Coverage::wordFor(state);
+}
+
+QString membersText(const CoverageTree::Node& element) {
+    return element.members < 2 ? QString()
+                               : QStringLiteral(" \u00d7%1: %2 used")
+                                     .arg(element.members)
+                                     .arg(element.usedMembers);
+}
+
+QString neverOpenedText(const CoverageTree& tree, int view) {
+    int controls = 0;
+    for (const int node : tree.nodesOf(view)) {
+        controls += tree.counts(node) && tree.stateOf(node) != Coverage::State::Unavailable ? 1 : 0;
+    }
+    const QString opener = tree.node(view).openedBy;
+    return stepsBelowWindow(tree, view) +
+           QStringLiteral(" (%1)").arg(controls == 1 ? QStringLiteral("1 control")
+                                                      : QStringLiteral("%1 controls").arg(controls)) +
+           QStringLiteral(": never opened") +
+           (opener.isEmpty() ? QString()
+                             : QStringLiteral("; by ") + DisplayText::escaped(opener));
+}
+
+bool isBelowUnseenView(const CoverageTree& tree, int node) {
+    for (int above = tree.node(node).parent; above >= 0; above = tree.node(above).parent) {
+        const CoverageTree::Node& view = tree.node(above);
+        if (view.role == CoverageTree::Node::Role::View) {
+            return !view.wasSeen || isBelowUnseenView(tree, above);
+        }
+    }
+    return false;
+}
+
 QStringList uncoveredEvents(const CoverageTree::Node& element) {
     QStringList names;
     for (auto it = element.events.cbegin(); it != element.events.cend(); ++it) {
@@ -51,6 +91,12 @@ QStringList uncoveredEvents(const CoverageTree::Node& element) {
 }
 
 bool lacksEvents(const CoverageTree& tree, int node) {
+    if (tree.node(node).role == CoverageTree::Node::Role::Control) {
+        // A button that can be clicked and checked is not half used when it was clicked.
+        const Coverage::State state = tree.stateOf(node);
+        return tree.counts(node) && state != Coverage::State::Used &&
+               state != Coverage::State::Unavailable;
+    }
     return tree.counts(node) && !uncoveredEvents(tree.node(node)).isEmpty();
 }
 

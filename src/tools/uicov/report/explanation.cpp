@@ -74,16 +74,17 @@ QStringList eventsOf(const CoverageTree::Node& element, bool wantsHappened) {
 /** What has to be known to understand the counts. */
 QStringList notesOn(const CoverageTree::Node& element, State state) {
     QStringList notes;
+    const bool isClassic = element.role == CoverageTree::Node::Role::Element;
     const bool isWidget = element.events.contains(Coverage::CoverageRules::shownEvent());
     if (element.type == QLatin1String("MenuItem") && isWidget) {
         notes.append(QStringLiteral("A click with the mouse counts twice on a menu item, for the "
                                     "press and for what it triggers; the keyboard counts once."));
     }
-    if (!isWidget && element.events.contains(QStringLiteral("clicked"))) {
+    if (!isWidget && isClassic && element.events.contains(QStringLiteral("clicked"))) {
         notes.append(QStringLiteral("A click counts twice on a Qt Quick item once its window has "
                                     "had the focus: where the press hits, and by its signal."));
     }
-    if (state == State::Missed && !element.events.isEmpty() && !isWidget) {
+    if (state == State::Missed && !element.events.isEmpty() && !isWidget && isClassic) {
         notes.append(QStringLiteral("Qt Quick items do not tell that they are seen; this one may "
                                     "have been."));
     }
@@ -213,9 +214,17 @@ QString Explanation::reasonOf(int node) const {
                (isOnlySeen ? QStringLiteral(", and nothing else can happen to it") : QString()) +
                criteria;
     case State::Shown:
+        if (element.role == CoverageTree::Node::Role::Control) {
+            return QStringLiteral("seen: its view was seen while it was enabled") + lack + criteria;
+        }
         return QStringLiteral("shown: ") + what + lack + criteria;
+    case State::Unavailable:
+        return QStringLiteral("unavailable: it was never enabled, so it is not counted");
     case State::Missed:
         break;
+    }
+    if (element.role == CoverageTree::Node::Role::Control) {
+        return QStringLiteral("missed: its view was never seen") + lack + criteria;
     }
     return QStringLiteral("missed: nothing happened") + lack + criteria;
 }

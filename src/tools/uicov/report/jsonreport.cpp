@@ -1,6 +1,7 @@
 #include "report/jsonreport.h"
 
 #include "base/jsontext.h"
+#include "report/elementtext.h"
 #include "report/totalsjson.h"
 
 #include <QJsonDocument>
@@ -75,6 +76,7 @@ QJsonArray JsonReport::runs() const {
             QJsonObject{{QStringLiteral("uuid"), run.uuid},
                         {QStringLiteral("session"), run.session},
                         {QStringLiteral("application"), run.application},
+                        {QStringLiteral("extension"), run.extension},
                         {QStringLiteral("executable"), run.executable},
                         {QStringLiteral("qt_version"), run.qtVersion},
                         {QStringLiteral("platform"), run.platform},
@@ -106,9 +108,13 @@ QJsonObject JsonReport::window(int window) const {
     const CoverageTree& tree = m_coverage.tree();
     QJsonArray elements;
     QJsonArray unopened;
+    QJsonArray views;
     for (const int node : tree.nodesOf(window)) {
         if (tree.node(node).isMenu && !tree.node(node).isOpenedMenu) {
             unopened.append(tree.keyOf(node).toKey());
+        }
+        if (tree.node(node).role == CoverageTree::Node::Role::View) {
+            views.append(view(node));
         }
         if (tree.node(node).isCountable) {
             elements.append(element(node));
@@ -118,7 +124,20 @@ QJsonObject JsonReport::window(int window) const {
             {QStringLiteral("key"), tree.node(window).step.toKey()},
             {QStringLiteral("totals"), totalsJson(tree.totalsOf(window))},
             {QStringLiteral("unopened_menus"), unopened},
+            {QStringLiteral("views"), views},
             {QStringLiteral("elements"), elements}};
+}
+
+QJsonObject JsonReport::view(int node) const {
+    const CoverageTree& tree = m_coverage.tree();
+    const CoverageTree::Node& view = tree.node(node);
+    return {{QStringLiteral("key"), tree.keyOf(node).toKey()},
+            {QStringLiteral("name"), tree.keyOf(node).toString()},
+            {QStringLiteral("type"), view.type},
+            {QStringLiteral("class"), view.className},
+            {QStringLiteral("text"), textOrNull(view.text)},
+            {QStringLiteral("seen"), view.wasSeen},
+            {QStringLiteral("opened_by"), view.openedBy.isEmpty() ? QJsonValue() : QJsonValue(view.openedBy)}};
 }
 
 QJsonObject JsonReport::element(int node) const {
@@ -129,9 +148,14 @@ QJsonObject JsonReport::element(int node) const {
             {QStringLiteral("type"), element.type},
             {QStringLiteral("class"), element.className},
             {QStringLiteral("text"), textOrNull(element.text)},
-            {QStringLiteral("state"), wordFor(tree.stateOf(node))},
+            {QStringLiteral("state"), wordOf(tree, node)},
             {QStringLiteral("ignored_by"),
              element.ignoredBy < 0 ? QJsonValue() : QJsonValue(element.ignoredBy)},
+            {QStringLiteral("name"), tree.keyOf(node).toString()},
+            {QStringLiteral("members"), element.members},
+            {QStringLiteral("used_members"), element.usedMembers},
+            {QStringLiteral("ways"), QJsonArray::fromStringList(element.ways)},
+            {QStringLiteral("used_ways"), QJsonArray::fromStringList(element.usedWays)},
             {QStringLiteral("events"), events(element.events)}};
 }
 

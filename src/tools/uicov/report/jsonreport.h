@@ -29,6 +29,7 @@ private:
     QJsonArray runs() const;
     QJsonArray windows() const;
     QJsonObject window(int window) const;
+    QJsonObject view(int node) const;
     QJsonObject element(int node) const;
     QJsonArray events(const Coverage::Events& events) const;
     QJsonArray onlyContexts() const;

@@ -63,14 +63,17 @@ Case caseOfWindow(const CoverageResult& coverage, int window, const QVector<Gate
         }
     }
     result.failure = failures.join(QStringLiteral("; "));
-    result.output = QStringLiteral("%1 of %2 elements used, %3\n")
+    result.output = QStringLiteral("%1 of %2 %3 used, %4\n")
                         .arg(totals.used)
                         .arg(totals.elements)
+                        .arg(tree.isOfControls() ? QStringLiteral("controls")
+                                                 : QStringLiteral("elements"))
                         .arg(Base::Percentage::text(totals.used, totals.elements, digits));
     for (const int node : tree.nodesOf(window)) {
-        if (tree.counts(node) && tree.stateOf(node) != State::Used) {
-            result.output += (tree.stateOf(node) == State::Shown ? QStringLiteral("shown   ")
-                                                                 : QStringLiteral("missed  ")) +
+        if (tree.counts(node) && tree.stateOf(node) != State::Used &&
+            tree.stateOf(node) != State::Unavailable) {
+            constexpr int columns = 8;
+            result.output += wordOf(tree, node).leftJustified(columns) +
                              stepsBelowWindow(tree, node) + QLatin1Char('\n');
         }
     }

@@ -18,6 +18,18 @@ MarkdownReport::MarkdownReport(const CoverageResult& coverage)
     : m_coverage(coverage) {}
 
 QString MarkdownReport::row(const QString& name, const CoverageTree::Totals& totals) const {
+    if (m_coverage.tree().isOfControls()) {
+        return QStringLiteral("| ") +
+               QStringList{name,
+                           QStringLiteral("%1/%2").arg(totals.seenViews).arg(totals.views),
+                           QString::number(totals.elements),
+                           QString::number(totals.used),
+                           QString::number(totals.shown),
+                           QString::number(totals.missed),
+                           Base::Percentage::text(totals.used, totals.elements, m_precision)}
+                   .join(QStringLiteral(" | ")) +
+               QStringLiteral(" |\n");
+    }
     return QStringLiteral("| ") +
            QStringList{name,
                        QString::number(totals.elements),
@@ -32,7 +44,12 @@ QString MarkdownReport::row(const QString& name, const CoverageTree::Totals& tot
 
 QString MarkdownReport::line(int node, const char* title, const QStringList& names) const {
     const CoverageTree& tree = m_coverage.tree();
-    return QStringLiteral("- %1: ").arg(wordFor(tree.stateOf(node))) +
+    if (tree.isOfControls() && QLatin1String(title) == QLatin1String("never")) {
+        return QStringLiteral("- %1: ").arg(wordOf(tree, node)) +
+               markdownMarkup(stepsBelowWindow(tree, node) + membersText(tree.node(node))) +
+               QLatin1Char('\n');
+    }
+    return QStringLiteral("- %1: ").arg(wordOf(tree, node)) +
            markdownMarkup(stepsBelowWindow(tree, node)) + QStringLiteral(" (") +
            QLatin1String(title) + QStringLiteral(": ") +
            markdownMarkup(names.join(QStringLiteral(", "))) + QStringLiteral(")\n");
@@ -42,6 +59,15 @@ QStringList MarkdownReport::lines(int window) const {
     const CoverageTree& tree = m_coverage.tree();
     QStringList lines;
     for (const int node : tree.nodesOf(window)) {
+        const bool isUnseenView = tree.node(node).role == CoverageTree::Node::Role::View &&
+                                  !tree.node(node).wasSeen;
+        if (m_listsMissed && isBelowUnseenView(tree, node)) {
+            continue;
+        }
+        if (m_listsMissed && isUnseenView) {
+            lines.append(QStringLiteral("- unseen: ") +
+                         markdownMarkup(neverOpenedText(tree, node)) + QLatin1Char('\n'));
+        }
         if (m_listsMissed && lacksEvents(tree, node)) {
             lines.append(line(node, "never", uncoveredEvents(tree.node(node))));
         }
@@ -63,7 +89,10 @@ QString MarkdownReport::toString() const {
                          markdownEscaped(gate.name), markdownEscaped(gate.finding));
     }
     text += m_gates.isEmpty() ? QString() : QStringLiteral("\n");
-    text += QStringLiteral("| Window | Elements | Used | Shown | Missed | Cover | Events |\n"
+    text += tree.isOfControls()
+                ? QStringLiteral("| Window | Views | Controls | Used | Seen | Missed | Cover |\n"
+                                 "|:---|---:|---:|---:|---:|---:|---:|\n")
+                : QStringLiteral("| Window | Elements | Used | Shown | Missed | Cover | Events |\n"
                            "|:---|---:|---:|---:|---:|---:|---:|\n");
     QString missed;
     const QList<int> windows = WindowOrder::sorted(tree, m_order);

@@ -24,6 +24,15 @@ constexpr int wordColumns = 10;
 } // namespace
 
 QStringList TextReport::row(const QString& name, const CoverageTree::Totals& totals) const {
+    if (m_tree.isOfControls()) {
+        return {name,
+                QStringLiteral("%1/%2").arg(totals.seenViews).arg(totals.views),
+                QString::number(totals.elements),
+                QString::number(totals.used),
+                QString::number(totals.shown),
+                QString::number(totals.missed),
+                Base::Percentage::text(totals.used, totals.elements, m_precision)};
+    }
     return {name,
             QString::number(totals.elements),
             QString::number(totals.used),
@@ -39,11 +48,14 @@ TextReport::TextReport(const CoverageTree& tree)
 QString TextReport::line(const QString& word, int node, const QString& rest) const {
     const QString line = QStringLiteral("    ") + word.leftJustified(wordColumns) +
                          stepsBelowWindow(m_tree, node) + rest;
-    return m_width > 0 ? DisplayText::elided(line, m_width) : line;
+    return limited(line);
 }
 
 QStringList TextReport::missedLines(int window) const {
     QStringList lines;
+    if (m_tree.isOfControls()) {
+        return missedControls(window);
+    }
     for (const int node : m_tree.nodesOf(window)) {
         const CoverageTree::Node& element = m_tree.node(node);
         if (element.isMenu && !element.isOpenedMenu) {
@@ -56,6 +68,34 @@ QStringList TextReport::missedLines(int window) const {
         }
     }
     return lines;
+}
+
+QStringList TextReport::missedControls(int window) const {
+    QStringList lines;
+    for (const int node : m_tree.nodesOf(window)) {
+        const CoverageTree::Node& element = m_tree.node(node);
+        if (isBelowUnseenView(m_tree, node)) {
+            continue; // told with the view
+        }
+        if (element.role == CoverageTree::Node::Role::View) {
+            if (!element.wasSeen) {
+                lines.append(limited(QStringLiteral("    ") +
+                                     QStringLiteral("unseen").leftJustified(wordColumns) +
+                                     neverOpenedText(m_tree, node)));
+            }
+        } else if (lacksEvents(m_tree, node)) {
+            const QString ways = element.ways.isEmpty() ? QString()
+                                                        : QStringLiteral("  (by ") +
+                                                              element.ways.join(QStringLiteral(", ")) +
+                                                              QLatin1Char(')');
+            lines.append(line(wordOf(m_tree, node), node, membersText(element) + ways));
+        }
+    }
+    return lines;
+}
+
+QString TextReport::limited(const QString& line) const {
+    return m_width > 0 ? DisplayText::elided(line, m_width) : line;
 }
 
 QStringList TextReport::contextLines(int window) const {
@@ -71,7 +111,12 @@ QStringList TextReport::contextLines(int window) const {
     return lines;
 }
 
-QStringList TextReport::legend() {
+QStringList TextReport::legend() const {
+    if (m_tree.isOfControls()) {
+        return {QStringLiteral("Used: a person operated it. Seen: its view was seen, but it was not used. "
+                               "Missed: its view was never seen."),
+                QStringLiteral("Views: seen/known. Cover: share of the controls used.")};
+    }
     return {
         QStringLiteral("Used: operated, or seen where there is nothing to operate. Shown: only "
                        "seen. Missed: neither."),
@@ -81,6 +126,18 @@ QStringList TextReport::legend() {
 
 QStringList TextReport::notes(const CoverageTree::Totals& totals, int emptyWindows) const {
     QStringList notes = m_notes;
+    if (m_tree.isOfControls()) {
+        notes.prepend(QStringLiteral("Views seen: %1 of %2. Controls used: %3 of %4 (%5).")
+                          .arg(totals.seenViews)
+                          .arg(totals.views)
+                          .arg(totals.used)
+                          .arg(totals.elements)
+                          .arg(Base::Percentage::text(totals.used, totals.elements, m_precision)));
+        if (totals.unavailable > 0) {
+            notes.append(QStringLiteral("Controls that were never enabled, and so are not counted: %1.")
+                             .arg(totals.unavailable));
+        }
+    }
     if (totals.neverCountedEvents > 0) {
         const QString boxes = totals.neverCountedEvents == 1
                                   ? QStringLiteral("1 check box")
@@ -127,11 +184,20 @@ bool TextReport::isSkipped(const CoverageTree::Totals& totals) const {
     return m_skipsCovered && totals.used == totals.elements;
 }
 
+QStringList TextReport::header() const {
+    if (m_tree.isOfControls()) {
+        return {QStringLiteral("Window"), QStringLiteral("Views"),  QStringLiteral("Controls"),
+                QStringLiteral("Used"),   QStringLiteral("Seen"),   QStringLiteral("Missed"),
+                QStringLiteral("Cover")};
+    }
+    return {QStringLiteral("Window"), QStringLiteral("Elements"), QStringLiteral("Used"),
+            QStringLiteral("Shown"),  QStringLiteral("Missed"),   QStringLiteral("Cover"),
+            QStringLiteral("Events")};
+}
+
 QString TextReport::toString() const {
     TextTable table;
-    table.addRow({QStringLiteral("Window"), QStringLiteral("Elements"), QStringLiteral("Used"),
-                  QStringLiteral("Shown"), QStringLiteral("Missed"), QStringLiteral("Cover"),
-                  QStringLiteral("Events")});
+    table.addRow(header());
     table.addRule();
     CoverageTree::Totals all;
     int emptyWindows = 0;
@@ -141,7 +207,7 @@ QString TextReport::toString() const {
     for (const int window : windows) {
         const CoverageTree::Totals totals = m_tree.totalsOf(window);
         all += totals;
-        if (totals.elements == 0) {
+        if (totals.elements == 0 && totals.views == 0) {
             ++emptyWindows;
         } else {
             skippedWindows += isSkipped(totals) ? 1 : 0;

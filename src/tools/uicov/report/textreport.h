@@ -42,7 +42,10 @@ private:
     QStringList contextLines(int window) const;
     QStringList row(const QString& name, const Coverage::CoverageTree::Totals& totals) const;
     bool isSkipped(const Coverage::CoverageTree::Totals& totals) const;
-    static QStringList legend();
+    QStringList missedControls(int window) const;
+    QString limited(const QString& line) const;
+    QStringList header() const;
+    QStringList legend() const;
     QStringList notes(const Coverage::CoverageTree::Totals& totals, int emptyWindows) const;
 
     const Coverage::CoverageTree& m_tree;

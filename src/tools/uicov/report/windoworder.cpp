@@ -28,7 +28,10 @@ double rank(const CoverageTree::Totals& totals, const QString& order) {
 
 QList<int> WindowOrder::sorted(const CoverageTree& tree, const QString& order) {
     const bool isReversed = order.startsWith(QLatin1Char('-'));
-    const QString key = isReversed ? order.mid(1) : order;
+    // What needs attention first comes first where there are controls, unless something else is asked for.
+    const QString key = isReversed                                  ? order.mid(1)
+                        : order.isEmpty() && tree.isOfControls() ? QStringLiteral("cover")
+                                                                    : order;
     struct Row {
         int window;
         double rank;
@@ -37,7 +40,7 @@ QList<int> WindowOrder::sorted(const CoverageTree& tree, const QString& order) {
     const QList<int> windows = tree.windows(); // by application and name
     for (const int window : windows) {
         const CoverageTree::Totals totals = tree.totalsOf(window);
-        if (totals.elements > 0) {
+        if (totals.elements > 0 || totals.views > 0) {
             applications[tree.node(window).application].push_back({window, rank(totals, key)});
         }
     }
