@@ -1,5 +1,5 @@
-#include "abstractuielementexporter.h"
 #include "testlib/testcase.h"
+#include "tracking/abstractuielementexporter.h"
 
 #include <QImage>
 #include <QMetaMethod>
