@@ -1,6 +1,6 @@
 #include "bookofelements.h"
 
-#include "streamuielementexporter.h"
+#include "tracking/streamuielementexporter.h"
 #include "uiabstraction/uielement.h"
 
 #include <array>
@@ -78,8 +78,8 @@ BookOfElements::BookOfElements(UICoverage::StreamUIElementExporter& exporter)
     : m_exporter(exporter) {}
 
 BookOfElements::~BookOfElements() {
-    // Elements that were announced may be asked for by whoever reads the stream in this process; they go with their
-    // roots.
+    // Elements that were announced may be asked for by whoever reads the stream in this process;
+    // they go with their roots.
     for (UIElement* root : m_roots) {
         delete root;
     }
@@ -189,7 +189,8 @@ UIElement* BookOfElements::reusable(UIElement* parent, quint64 likeness) {
     return isDead(element, entryOf(parent).life) ? element : nullptr;
 }
 
-/** Whether what the element stood for is gone: its object, or for one without, the object of its parent. */
+/** Whether what the element stood for is gone: its object, or for one without, the object of its
+ * parent. */
 bool BookOfElements::isDead(const UIElement* element, int parentsLife) const {
     const Entry* const entry = m_entries.find(element);
     return entry->hasObject ? m_objects.objectOf(element) == nullptr
@@ -197,8 +198,8 @@ bool BookOfElements::isDead(const UIElement* element, int parentsLife) const {
 }
 
 /**
- * Looks for children whose objects have died. Not each time among many: as often as their number has grown by a
- * quarter, which bounds the work for each.
+ * Looks for children whose objects have died. Not each time among many: as often as their number
+ * has grown by a quarter, which bounds the work for each.
  */
 void BookOfElements::sweep(UIElement* parent) {
     constexpr int few = 64;

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "elementbook.h"
-#include "objecttable.h"
+#include "qtuicontrols/elementbook.h"
+#include "qtuicontrols/objecttable.h"
 #include "uiabstraction/pointertable.h"
 
 #include <QHash>
@@ -18,10 +18,11 @@ class StreamUIElementExporter;
 namespace UIControls {
 
 /**
- * The extension's ElementBook: the elements of the model, and the exporter that tells the host of each change. An element
- * whose object has died is used again when the same thing is made anew below the same parent (the boxes of a page that
- * is visited once more, a dialog that is built for each use), so that it stays one element and memory does not grow with
- * each visit. GUI thread only.
+ * The extension's ElementBook: the elements of the model, and the exporter that tells the host of
+ * each change. An element whose object has died is used again when the same thing is made anew
+ * below the same parent (the boxes of a page that is visited once more, a dialog that is built for
+ * each use), so that it stays one element and memory does not grow with each visit. GUI thread
+ * only.
  */
 class BookOfElements final : public ElementBook {
 public:
@@ -54,7 +55,8 @@ private:
         bool hasObject = false;
         /** Of what it was made as. */
         quint64 likeness = 0;
-        /** How often it was used again, and which of the parent's lives it belongs to when it has no object. */
+        /** How often it was used again, and which of the parent's lives it belongs to when it has
+         * no object. */
         int life = 0;
         int parentsLife = 0;
         /** Children that were looked at for ones to use again, and those that came since. */

@@ -1,6 +1,6 @@
 #include "deliverystack.h"
 
-#include "eventkinds.h"
+#include "qtuicontrols/eventkinds.h"
 
 #include <QThread>
 
@@ -65,9 +65,8 @@ void DeliveryStack::prune(const void* frame) {
         return;
     }
     const int loopLevel = QThread::currentThread()->loopLevel();
-    while (!m_deliveries.empty() &&
-           (std::less_equal<>()(m_deliveries.back().frame, frame) ||
-            m_deliveries.back().loopLevel > loopLevel)) {
+    while (!m_deliveries.empty() && (std::less_equal<>()(m_deliveries.back().frame, frame) ||
+                                     m_deliveries.back().loopLevel > loopLevel)) {
         m_deliveries.pop_back();
     }
 }

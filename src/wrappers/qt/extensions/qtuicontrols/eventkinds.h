@@ -6,8 +6,8 @@ namespace Vorsk {
 namespace UIControls {
 
 /**
- * Whether an event of that type brings what a person, or a robot in a person's place, does. Moves count as input, since
- * a drag is made of them; hovering does not.
+ * Whether an event of that type brings what a person, or a robot in a person's place, does. Moves
+ * count as input, since a drag is made of them; hovering does not.
  */
 constexpr bool isInput(QEvent::Type type) {
     switch (type) {

@@ -1,6 +1,6 @@
 #include "inputattribution.h"
 
-#include "eventkinds.h"
+#include "qtuicontrols/eventkinds.h"
 
 #include <algorithm>
 #include <cstring>
@@ -10,7 +10,8 @@ namespace UIControls {
 
 namespace {
 
-/** The class of Qt's accessibility bridge to D-Bus; each call of a client is a queued call to it. */
+/** The class of Qt's accessibility bridge to D-Bus; each call of a client is a queued call to it.
+ */
 bool isAccessibilityCall(const QObject* receiver, QEvent::Type type) {
     return type == QEvent::MetaCall &&
            std::strcmp(receiver->metaObject()->className(), "AtSpiAdaptor") == 0;

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "attribution.h"
-#include "deliverystack.h"
+#include "qtuicontrols/attribution.h"
+#include "qtuicontrols/deliverystack.h"
 
 #include <QPointer>
 
@@ -10,7 +10,8 @@
 namespace Vorsk {
 namespace UIControls {
 
-/** The extension's Attribution: is told of each delivery and answers from what is going on. GUI thread only. */
+/** The extension's Attribution: is told of each delivery and answers from what is going on. GUI
+ * thread only. */
 class InputAttribution final : public Attribution {
 public:
     InputAttribution() = default;

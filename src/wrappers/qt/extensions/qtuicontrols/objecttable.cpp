@@ -27,7 +27,7 @@ QObject* ObjectTable::objectOf(const UIElement* element) const {
     QObject* const object = m_objects.value(element);
     const Entry* const entry = object == nullptr ? nullptr : m_elements.find(object);
     return entry == nullptr || entry->living.isNull() || entry->element != element ? nullptr
-                                                                                    : object;
+                                                                                   : object;
 }
 
 void ObjectTable::removeDead() {

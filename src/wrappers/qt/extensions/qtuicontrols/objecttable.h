@@ -16,9 +16,10 @@ class UIElement;
 namespace UIControls {
 
 /**
- * Which element each object of the application stands for. A guard tells whether the object still lives, so that nothing
- * is connected to its death, which would cost each object of the application twice, when it comes and when it goes. What
- * died is found when its address is next asked for, or when the table has doubled. Owns neither. GUI thread only.
+ * Which element each object of the application stands for. A guard tells whether the object still
+ * lives, so that nothing is connected to its death, which would cost each object of the application
+ * twice, when it comes and when it goes. What died is found when its address is next asked for, or
+ * when the table has doubled. Owns neither. GUI thread only.
  */
 class ObjectTable {
 public:
@@ -28,7 +29,8 @@ public:
     /** Null when it has none, or when another object was there. The object is not touched. */
     UIAbstraction::UIElement* elementOf(const QObject* object) const;
 
-    /** The object that was inserted last for the element; null when it has died or there was none. */
+    /** The object that was inserted last for the element; null when it has died or there was none.
+     */
     QObject* objectOf(const UIAbstraction::UIElement* element) const;
 
     std::size_t size() const { return m_elements.size(); }

@@ -2,12 +2,12 @@
 
 #include "bookofelements.h"
 #include "deliveryendsource.h"
-#include "environment.h"
 #include "inputattribution.h"
-#include "logging.h"
-#include "quickhalf.h"
-#include "streamuielementexporter.h"
-#include "widgets/widgetstracker.h"
+#include "qtuicontrols/quickhalf.h"
+#include "qtuicontrols/widgets/widgetstracker.h"
+#include "tracking/environment.h"
+#include "tracking/logging.h"
+#include "tracking/streamuielementexporter.h"
 
 #include <vorsk/optionset.h>
 #include <vorsk/wrappercontext.h>
@@ -25,7 +25,8 @@ using namespace UIControls;
 
 namespace {
 
-/** Where events go; null before the first init_extension() and from the extension's destruction on. */
+/** Where events go; null before the first init_extension() and from the extension's destruction on.
+ */
 std::atomic<QtUiControlsExtension*> activeExtension{nullptr};
 
 } // namespace
@@ -104,7 +105,8 @@ void QtUiControlsExtension::handleEvent(QObject* object, QEvent* event) {
         }
         return;
     }
-    // What is neither a widget nor an item, as an action, a window, a scene or a timer, may belong to either half.
+    // What is neither a widget nor an item, as an action, a window, a scene or a timer, may belong
+    // to either half.
     const QPointer<QObject> guard(object);
     if (m_widgets != nullptr) {
         m_widgets->handleEvent(object, event);

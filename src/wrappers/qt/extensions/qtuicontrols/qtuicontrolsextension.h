@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controlstracker.h"
+#include "qtuicontrols/controlstracker.h"
 
 #include <vorsk/extension.h>
 
