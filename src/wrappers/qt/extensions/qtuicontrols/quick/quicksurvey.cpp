@@ -30,6 +30,19 @@ bool acceptsPresses(const QQuickItem* area, const QuickClass& cls) {
     return !buttons.isValid() || buttons.toInt() != Qt::NoButton;
 }
 
+/** Whether what is no item is there only because a control is made of it, as the menu of a text field. */
+bool isOfQtControls(const QObject* object, const QuickClass& cls) {
+    switch (cls.role()) {
+    case QuickRole::Handler:
+    case QuickRole::Action:
+    case QuickRole::Shortcut:
+    case QuickRole::Popup:
+        return isInsideQtControls(object);
+    default:
+        return false;
+    }
+}
+
 /** As a page would: what is smaller is something on it. */
 bool coversMuch(const QQuickItem* item) {
     const QQuickWindow* const window = item->window();
@@ -66,6 +79,34 @@ void QuickSurvey::addWindow(QQuickWindow* window) {
     m_windows.emplace_back(window);
     m_newWindows.emplace_back(window);
     m_hubs.connectWindow(window);
+}
+
+void QuickSurvey::handleEvent(QObject* object, const QEvent* event) {
+    switch (event->type()) {
+    case QEvent::Expose:
+    case QEvent::Show:
+        if (auto* const window = qobject_cast<QQuickWindow*>(object)) {
+            addWindow(window);
+        }
+        break;
+    case QEvent::Hide:
+    case QEvent::Close:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::TouchBegin:
+    case QEvent::TabletPress:
+    case QEvent::Wheel:
+    case QEvent::KeyPress:
+    case QEvent::InputMethod:
+        // What came since the last frame can be operated already.
+        if (auto* const window = qobject_cast<QQuickWindow*>(object)) {
+            addWindow(window);
+            update();
+        }
+        break;
+    default:
+        break;
+    }
 }
 
 void QuickSurvey::childrenChanged(QObject* item) {
@@ -228,7 +269,7 @@ void QuickSurvey::visitItem(QQuickItem* item, const QuickClass& cls, const Surro
         }
         break;
     case QuickRole::ItemView:
-        if (isOwn && showsRows(item)) {
+        if (isOwn && showsRows(item) && !isInsideQtControls(item)) {
             m_elements.addControl(item, cls, cls.type(), where);
         }
         break;
@@ -254,6 +295,9 @@ void QuickSurvey::visitItem(QQuickItem* item, const QuickClass& cls, const Surro
 }
 
 void QuickSurvey::visitControl(QQuickItem* item, const QuickClass& cls, const Surroundings& where) {
+    if (cls.generation() == 1 && isInsideQtControls(item)) {
+        return; // a part of another, as the check box of a group box
+    }
     if (m_book.elementOf(item) == nullptr) {
         m_elements.addControl(item, cls, cls.type(), where);
     }
@@ -309,7 +353,7 @@ void QuickSurvey::visitObjects(const QObject* object, const Surroundings& where,
     const QObjectList children = object->children();
     for (QObject* child : children) {
         const QuickClass& cls = QuickClass::of(child);
-        switch (cls.role()) {
+        switch (isOfQtControls(child, cls) ? QuickRole::Part : cls.role()) {
         case QuickRole::Handler:
             if (!where.isInControl && m_book.elementOf(child) == nullptr && itemOf(child) != nullptr) {
                 m_elements.addControl(child, cls, ElementType::Area, where);

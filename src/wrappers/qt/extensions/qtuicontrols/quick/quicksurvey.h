@@ -11,6 +11,7 @@
 #include <vector>
 
 QT_BEGIN_NAMESPACE
+class QEvent;
 class QQuickItem;
 class QQuickWindow;
 QT_END_NAMESPACE
@@ -31,6 +32,9 @@ class QuickSurvey final : private SignalReceiver {
 public:
     QuickSurvey(const TrackerServices& services, QuickElements::Watch watch);
     ~QuickSurvey();
+
+    /** Each event, before its receiver gets it. */
+    void handleEvent(QObject* object, const QEvent* event);
 
     /** The window is a view from now on, known or not. */
     void addWindow(QQuickWindow* window);

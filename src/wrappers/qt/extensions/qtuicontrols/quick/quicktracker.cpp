@@ -4,8 +4,6 @@
 #include "quickuses.h"
 
 #include <QEvent>
-#include <QPointer>
-#include <QQuickWindow>
 
 namespace Vorsk {
 namespace UIControls {
@@ -23,31 +21,7 @@ QuickTracker::~QuickTracker() {
 }
 
 void QuickTracker::handleEvent(QObject* object, QEvent* event) {
-    switch (event->type()) {
-    case QEvent::Expose:
-    case QEvent::Show:
-        if (auto* const window = qobject_cast<QQuickWindow*>(object)) {
-            m_survey->addWindow(window);
-        }
-        return;
-    case QEvent::Hide:
-    case QEvent::Close:
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonDblClick:
-    case QEvent::TouchBegin:
-    case QEvent::TabletPress:
-    case QEvent::Wheel:
-    case QEvent::KeyPress:
-    case QEvent::InputMethod:
-        // What came since the last frame can be operated already.
-        if (auto* const window = qobject_cast<QQuickWindow*>(object)) {
-            m_survey->addWindow(window);
-            m_survey->update();
-        }
-        break;
-    default:
-        break;
-    }
+    m_survey->handleEvent(object, event);
     m_uses->handleEvent(object, event);
 }
 
