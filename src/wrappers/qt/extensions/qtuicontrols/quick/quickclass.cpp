@@ -252,9 +252,12 @@ bool extendsClass(const QObject* object, const char* name) {
 }
 
 QByteArray stableClassName(const QObject* object) {
-    const char* const name = object->metaObject()->className();
-    const char* const end = qmlPart(name);
-    return end == nullptr ? QByteArray(name) : QByteArray(name, static_cast<int>(end - name));
+    return withoutQmlPart(object->metaObject()->className());
+}
+
+QByteArray withoutQmlPart(const QByteArray& className) {
+    const char* const end = qmlPart(className.constData());
+    return end == nullptr ? className : className.left(static_cast<int>(end - className.constData()));
 }
 
 } // namespace UIControls

@@ -92,6 +92,7 @@ bool extendsClass(const QObject* object, const char* name);
 
 /** The name of a class without the numbers that QML adds and that differ from run to run. */
 QByteArray stableClassName(const QObject* object);
+QByteArray withoutQmlPart(const QByteArray& className);
 
 } // namespace UIControls
 } // namespace Vorsk

@@ -1,8 +1,10 @@
 #include "quickelements.h"
 
+#include "qtuicontrols/controlstracker.h"
 #include "quickclass.h"
 #include "quickgroups.h"
 #include "quicknames.h"
+#include "quickpictures.h"
 #include "quickplaces.h"
 #include "quickstates.h"
 #include "quickviews.h"
@@ -43,11 +45,17 @@ Uses usesOfHandler(const QObject* handler) {
 
 } // namespace
 
-QuickElements::QuickElements(ElementBook& book, QuickViews& views, QuickStates& states, Watch watch)
-    : m_book(book)
+QuickElements::QuickElements(const TrackerServices& services, QuickViews& views, QuickStates& states,
+                             QuickPictures& pictures, Watch watch)
+    : m_book(services.book)
     , m_views(views)
     , m_states(states)
-    , m_watch(std::move(watch)) {}
+    , m_pictures(pictures)
+    , m_watch(std::move(watch)) {
+    for (const QString& pattern : services.options.redacted) {
+        m_redacted.append(QRegularExpression(QRegularExpression::wildcardToRegularExpression(pattern)));
+    }
+}
 
 UIElement* QuickElements::addControl(QObject* object, const QuickClass& cls, ElementType type,
                                      const Surroundings& where) {
@@ -71,8 +79,29 @@ UIElement* QuickElements::addControl(QObject* object, const QuickClass& cls, Ele
         where.isInRow ? addRow(object, what, where) : m_book.add(object, what, where.view);
     m_views.addControl(object, element);
     m_states.follow(object, cls);
+    if (isRedacted(what)) {
+        m_pictures.redact(element);
+    }
     m_watch(object, type, element);
     return element;
+}
+
+bool QuickElements::isRedacted(const Description& what) const {
+    if (m_redacted.isEmpty()) {
+        return false;
+    }
+    QStringList names{what.className, QString::fromLatin1(withoutQmlPart(what.className.toLatin1()))};
+    for (const auto& attribute : what.attributes) {
+        if (attribute.first == Attribute::ObjectName || attribute.first == Attribute::QmlId) {
+            names.append(attribute.second);
+        }
+    }
+    for (const QRegularExpression& pattern : m_redacted) {
+        if (names.indexOf(pattern) != -1) {
+            return true;
+        }
+    }
+    return false;
 }
 
 /** The element of one of many, which may be one that it shares. */

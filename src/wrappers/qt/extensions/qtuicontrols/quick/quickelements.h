@@ -4,6 +4,7 @@
 
 #include <QHash>
 #include <QPair>
+#include <QRegularExpression>
 #include <QString>
 #include <QVector>
 
@@ -18,8 +19,10 @@ namespace Vorsk {
 namespace UIControls {
 
 class QuickClass;
+class QuickPictures;
 class QuickStates;
 class QuickViews;
+struct TrackerServices;
 
 /** Where in the interface the survey is. A value. */
 struct Surroundings {
@@ -43,7 +46,8 @@ public:
     /** Is told of each object that a control has, so that its uses are counted. */
     using Watch = std::function<void(QObject* object, ElementType type, UIElement* element)>;
 
-    QuickElements(ElementBook& book, QuickViews& views, QuickStates& states, Watch watch);
+    QuickElements(const TrackerServices& services, QuickViews& views, QuickStates& states, QuickPictures& pictures,
+                  Watch watch);
 
     UIElement* addControl(QObject* object, const QuickClass& cls, ElementType type, const Surroundings& where);
     UIElement* addWindow(QQuickWindow* window);
@@ -54,6 +58,7 @@ public:
 private:
     UIElement* addRow(QObject* object, const Description& what, const Surroundings& where);
     UIElement* addForAction(QObject* button, const QuickClass& cls, const Surroundings& where);
+    bool isRedacted(const Description& what) const;
     void addWay(UIElement* command, const QString& way);
     static QString labelOf(const QObject* object, const QuickClass& cls, ElementType type, const Surroundings& where);
     static Uses usesOf(const QObject* object, const QuickClass& cls, ElementType type);
@@ -62,6 +67,9 @@ private:
     ElementBook& m_book;
     QuickViews& m_views;
     QuickStates& m_states;
+    QuickPictures& m_pictures;
+    /** Of what is blacked out of pictures. */
+    QVector<QRegularExpression> m_redacted;
     Watch m_watch;
     /** What was made of each group in each view. */
     QHash<QPair<UIElement*, QString>, QVector<UIElement*>> m_rows;

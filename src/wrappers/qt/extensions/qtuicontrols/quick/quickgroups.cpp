@@ -78,16 +78,14 @@ bool showsRows(const QQuickItem* view) {
 
 SiblingMakers::SiblingMakers(const QQuickItem* parent) {
     auto* const item = const_cast<QQuickItem*>(parent); // as it was given
-    switch (QuickClass::of(parent).role()) {
-    case QuickRole::Loader:
-    case QuickRole::StackView:
+    const QuickClass& cls = QuickClass::of(parent);
+    if (cls.role() == QuickRole::Loader || cls.role() == QuickRole::StackView) {
         m_parent = {item, false};
         return;
-    case QuickRole::ItemView: // a path view, which has no content item
-        m_parent = {item, true};
+    }
+    if (cls.name() == "QQuickPathView") { // has no content item
+        m_parent = {item, showsRows(parent)};
         return;
-    default:
-        break;
     }
     QQuickItem* const above = parent->parentItem();
     if (above != nullptr && QuickClass::of(above).role() == QuickRole::ItemView && showsRows(above)) {

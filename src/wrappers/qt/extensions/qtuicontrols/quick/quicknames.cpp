@@ -44,6 +44,16 @@ void add(Description& what, Attribute attribute, const QString& value) {
     }
 }
 
+/** Of a shortcut: its sequence, or the first of several. */
+QString keysOf(const QObject* shortcut) {
+    const QString one = shortcut->property("nativeText").toString();
+    if (!one.isEmpty()) {
+        return one;
+    }
+    const QVariantList several = shortcut->property("sequences").toList();
+    return several.isEmpty() ? QString() : several.first().toString();
+}
+
 /** The text of the first item of that kind down to a depth. */
 QString firstText(const QQuickItem* parent, const QQuickItem* except, int depth) {
     const QList<QQuickItem*> children = parent->childItems();
@@ -77,7 +87,7 @@ QString captionOf(const QObject* object, const QuickClass& cls) {
     case QuickRole::Handler:
         return {}; // their texts are what was typed, or none
     case QuickRole::Shortcut:
-        return object->property("nativeText").toString();
+        return keysOf(object);
     case QuickRole::Text:
         return withoutMarkup(cls.read(object, QuickClass::TextProperty).toString());
     case QuickRole::Window:

@@ -95,6 +95,9 @@ void QuickStates::follow(QObject* object, const QuickClass& cls) {
     if (!isItem || cls.role() == QuickRole::Area) {
         m_hubs.connectStateChanged(object, cls.notifier(object, QuickClass::EnabledProperty));
     }
+    if (cls.role() == QuickRole::Input) {
+        m_hubs.connectStateChanged(object, cls.notifier(object, QuickClass::Echo));
+    }
     if (hasCaption(cls)) {
         const bool hasTitle = cls.role() == QuickRole::Window || cls.role() == QuickRole::Popup;
         m_hubs.connectStateChanged(object,
@@ -133,6 +136,10 @@ void QuickStates::updateObject(QObject* object, UIElement* element) {
     if (m_book.objectOf(element) == object) {
         if (hasCaption(cls)) {
             m_book.setText(element, captionOf(object, cls));
+        }
+        if (cls.role() == QuickRole::Input && hidesInput(object, cls)) {
+            // And stays so when it is shown for a moment.
+            m_book.setAttribute(element, Attribute::Sensitive, yes());
         }
         if (view != element) {
             m_book.setAttribute(element, Attribute::Enabled, isEnabled(object, cls) ? QString() : no());

@@ -64,10 +64,12 @@ QString titleOf(const QQuickItem* page, const QQuickItem* parent) {
 
 QuickSurvey::QuickSurvey(const TrackerServices& services, QuickElements::Watch watch)
     : m_book(services.book)
+    , m_options(services.options)
     , m_hubs(*this)
     , m_views(services.book)
     , m_states(services.book, m_views, m_hubs)
-    , m_elements(services.book, m_views, m_states, std::move(watch)) {}
+    , m_pictures(services.book, m_views)
+    , m_elements(services, m_views, m_states, m_pictures, std::move(watch)) {}
 
 QuickSurvey::~QuickSurvey() = default;
 
@@ -78,7 +80,10 @@ void QuickSurvey::addWindow(QQuickWindow* window) {
     m_elements.addWindow(window);
     m_windows.emplace_back(window);
     m_newWindows.emplace_back(window);
-    m_hubs.connectWindow(window);
+    m_hubs.connectFramePrepared(window);
+    if (m_options.takesPictures) {
+        m_hubs.connectFrameShown(window);
+    }
 }
 
 void QuickSurvey::handleEvent(QObject* object, const QEvent* event) {
@@ -122,11 +127,14 @@ void QuickSurvey::stateChanged(QObject* object) {
     m_states.noteChange(object);
 }
 
-void QuickSurvey::framePrepared(QObject*) {
+void QuickSurvey::framePrepared(QObject* window) {
+    Q_UNUSED(window)
     update();
 }
 
-void QuickSurvey::frameShown(QObject*) {}
+void QuickSurvey::frameShown(QObject* window) {
+    m_pictures.frameShown(static_cast<QQuickWindow*>(window));
+}
 
 void QuickSurvey::update() {
     if (m_isUpdating) {

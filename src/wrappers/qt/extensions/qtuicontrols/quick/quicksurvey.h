@@ -1,6 +1,7 @@
 #pragma once
 
 #include "quickelements.h"
+#include "quickpictures.h"
 #include "quickstates.h"
 #include "quickviews.h"
 #include "signalhub.h"
@@ -74,9 +75,11 @@ private:
     void remember(QQuickItem* container);
 
     ElementBook& m_book;
+    const TrackerOptions& m_options;
     SignalHubs m_hubs;
     QuickViews m_views;
     QuickStates m_states;
+    QuickPictures m_pictures;
     QuickElements m_elements;
     std::vector<QPointer<QQuickWindow>> m_windows;
     /** Windows that no frame has been prepared of. */

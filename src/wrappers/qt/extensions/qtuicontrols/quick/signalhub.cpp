@@ -39,14 +39,17 @@ void SignalHubs::connectStateChanged(QObject* object, int signal) {
     }
 }
 
-void SignalHubs::connectWindow(QObject* window) {
-    static const int preparing = QQuickWindow::staticMetaObject.indexOfSignal("afterAnimating()");
-    static const int prepared = slotNumber("onFramePrepared()");
-    static const int swapping = QQuickWindow::staticMetaObject.indexOfSignal("frameSwapped()");
-    static const int shown = slotNumber("onFrameShown()");
-    QMetaObject::connect(window, preparing, hub(), prepared, Qt::DirectConnection);
+void SignalHubs::connectFramePrepared(QObject* window) {
+    static const int signal = QQuickWindow::staticMetaObject.indexOfSignal("afterAnimating()");
+    static const int slot = slotNumber("onFramePrepared()");
+    QMetaObject::connect(window, signal, hub(), slot, Qt::DirectConnection);
+}
+
+void SignalHubs::connectFrameShown(QObject* window) {
+    static const int signal = QQuickWindow::staticMetaObject.indexOfSignal("frameSwapped()");
+    static const int slot = slotNumber("onFrameShown()");
     // Signalled on the thread that renders.
-    QMetaObject::connect(window, swapping, hub(), shown, Qt::AutoConnection);
+    QMetaObject::connect(window, signal, hub(), slot, Qt::AutoConnection);
 }
 
 } // namespace UIControls

@@ -51,7 +51,8 @@ public:
 
     void connectChildrenChanged(QObject* item);
     void connectStateChanged(QObject* object, int signal);
-    void connectWindow(QObject* window);
+    void connectFramePrepared(QObject* window);
+    void connectFrameShown(QObject* window);
 
 private:
     SignalHub* hub();
