@@ -50,6 +50,9 @@ public:
      * end() or innermost(). */
     const Delivery* innermost(const void* frame);
 
+    /** The one that was noted last and is not known to have ended; null when there is none. */
+    const Delivery* last() const { return m_deliveries.empty() ? nullptr : &m_deliveries.back(); }
+
     bool isEmpty() const { return m_deliveries.empty(); }
 
     /** Has deliveries noted that are no input and lie within none. */

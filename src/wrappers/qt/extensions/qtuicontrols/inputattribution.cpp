@@ -34,7 +34,9 @@ void InputAttribution::begin(QObject* receiver, const QEvent* event) {
     }
     m_deliveries.begin(receiver, event, type, presentFrame());
     if (isDecidedInput(type)) {
-        m_lastInputReceiver = receiver;
+        // Guarded once already, where it can be.
+        const DeliveryStack::Delivery* const delivery = m_deliveries.last();
+        m_lastInputReceiver = delivery == nullptr ? nullptr : delivery->living;
     }
 }
 
