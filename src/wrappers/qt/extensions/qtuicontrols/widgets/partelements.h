@@ -3,58 +3,82 @@
 #include "qtuicontrols/elementbook.h"
 
 #include <QHash>
-#include <QPersistentModelIndex>
 #include <QPointer>
+#include <QSet>
+#include <QTabBar>
 
-#include <memory>
 #include <vector>
 
 QT_BEGIN_NAMESPACE
 class QAbstractItemView;
 class QComboBox;
 class QModelIndex;
-class QTabBar;
 QT_END_NAMESPACE
 
 namespace Vorsk {
 namespace UIControls {
 
+class WidgetViews;
+
 /**
- * The elements of what a person operates without its being an object of its own: the tabs of tab bars, and the options
- * that an interface itself has put into combo boxes and item widgets. Tabs move, come, go and are renamed and keep their
- * elements. GUI thread only.
+ * The elements of what a person operates without its being an object of its own: the tabs of tab
+ * bars, and the options that an interface itself has put into combo boxes and item widgets. Tabs
+ * move, come, go and are renamed and keep their elements. GUI thread only.
  */
 class PartElements {
 public:
-    explicit PartElements(ElementBook& book);
+    /** Both outlive this object. */
+    PartElements(ElementBook& book, WidgetViews& views);
     ~PartElements();
+    Q_DISABLE_COPY(PartElements)
 
-    /** Makes and updates the elements of all tabs of the bar; the view is that of the bar. */
-    void surveyTabs(QTabBar* bar, UIElement* view);
-    /** Makes the elements of the options of a combo box, list, tree or table that is about to be shown, below it. To be
-     * called once for each control: what comes later is data. */
+    /** Makes the elements of the bar's tabs, or brings those up to date that are known already. */
+    void surveyTabs(QTabBar* bar);
+
+    /**
+     * Makes the elements of the options of a combo box, list, tree or table, below its own one. To
+     * be called once for each, when it is found: what comes later is data, and so is all of a model
+     * that the application has made, or more than 50 items.
+     */
     void surveyOptions(QWidget* control, UIElement* element);
 
-    /** The tab's element, up to date with its name; null when the bar is not known or has no such tab. */
+    /** The tab's element, up to date with its name; null when the bar is not known or has no such
+     * tab. */
     UIElement* tabElement(QTabBar* bar, int index);
     /** The option's element; null for what is data. */
     UIElement* optionElement(const QComboBox* box, int row);
     UIElement* optionElement(const QAbstractItemView* view, const QModelIndex& index);
 
-    /** Whether the bar is known. */
-    bool knows(const QTabBar* bar) const;
-
 private:
-    struct Tab;
-    struct Bar;
+    struct Tab {
+        UIElement* element = nullptr;
+        QString text;
+        /** What the tab brings up; an address. */
+        const QWidget* page = nullptr;
+        QString toolTip;
+        bool isEnabled = true;
+        bool isHidden = false;
+    };
+    struct Bar {
+        QPointer<QTabBar> bar;
+        std::vector<Tab> tabs;
+    };
 
-    void matchTabs(Bar& known);
+    Tab read(const QTabBar* bar, int index) const;
+    void match(Bar& known, UIElement* view);
+    void apply(const Tab& from, Tab& to);
+    UIElement* makeTab(const QTabBar* bar, const Tab& tab, UIElement* view);
+    void tellTab(UIElement* element, const Tab& tab);
+    void addOptions(const QAbstractItemModel& model, const QModelIndex& parent, int column,
+                    UIElement* element, const QString& path);
 
     ElementBook& m_book;
-    /** By the bar's address; the bar in it is null when that has died. */
-    QHash<const QTabBar*, std::shared_ptr<Bar>> m_bars;
-    /** By the control's element and the option's text with those of the items above it. */
+    WidgetViews& m_views;
+    QHash<const QTabBar*, Bar> m_bars;
+    /** By the control's element and the option's text, after those of the items above it. */
     QHash<QPair<const UIElement*, QString>, UIElement*> m_options;
+    /** The options made by the present survey. */
+    QSet<QString> m_surveyed;
 };
 
 } // namespace UIControls

@@ -14,6 +14,7 @@ enum class WidgetClass : quint8 {
     Plain,         ///< a container, a display, or the application's own: no control until it takes a press
     Part,          ///< belongs to the control around it, or to what is no control, as a scroll bar; so does all in it
     GraphicsView,  ///< shows the widgets of its scene
+    MainWindow,
     Dialog,
     Wizard,
     WizardPage,
@@ -47,6 +48,10 @@ enum class WidgetClass : quint8 {
 
 /** The class of a widget that has been constructed. */
 WidgetClass classOf(const QWidget* widget);
+
+/** Whether a widget of that class is a control wherever it stands. What is one in some places only, as a group box or a
+ * tool button, is not. */
+bool isControlClass(WidgetClass cls);
 
 /** Whether controls are looked for below a widget of that class: the outermost control wins, other than a group box
  * and what scrolls the widgets that the application has put into it. */
