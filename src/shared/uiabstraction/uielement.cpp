@@ -171,6 +171,27 @@ void UIElement::setSubgraphTransparent(bool isSubgraphTransparent) {
     Q_EMIT subgraphTransparentChanged(this, isSubgraphTransparent);
 }
 
+void UIElement::setAttribute(const QString& name, const QString& value) {
+    const QString old = attribute(name);
+    if (old == value && old.isNull() == value.isNull()) {
+        return;
+    }
+    const QString kept = withOwnCharacters(value);
+    if (!m_extras) {
+        m_extras = std::make_unique<Extras>();
+    }
+    if (value.isNull()) {
+        m_extras->attributes1.remove(name);
+    } else {
+        m_extras->attributes1.insert(name, kept);
+    }
+    if (m_extras->areNull()) {
+        m_extras.reset();
+    }
+    tell(&ElementListener::attributeChanged, name, kept);
+    Q_EMIT attributeChanged(this, name, kept);
+}
+
 void UIElement::setExtraStrings(const QStringList& extraStrings) {
     Extras changed = extras();
     changed.strings = extraStrings;

@@ -77,6 +77,8 @@ void tst_RecordPrinter::printsEachKind_data() {
     row(10, "window", payload(id, true), "kind 10 windowNodeChanged #1 true");
     row(11, "usage", payload(id, QStringLiteral("clicked"), qint32(7)),
         "kind 11 usageIncreased #1 clicked=7");
+    row(12, "attribute", payload(id, QStringLiteral("enabled"), QStringLiteral("false")),
+        R"(kind 12 attributeChanged #1 enabled="false")");
 }
 
 void tst_RecordPrinter::printsEachKind() {

@@ -17,8 +17,8 @@ class ElementBook;
 struct TrackerOptions {
     /** Whether views get pictures. */
     bool takesPictures = false;
-    /** Controls whose content is blacked out of pictures besides inputs that hide what is typed: wildcard patterns
-     * over objectName, QML id and class name. */
+    /** Controls whose content is blacked out of pictures besides inputs that hide what is typed:
+     * wildcard patterns over objectName, QML id and class name. */
     QStringList redacted;
 };
 
@@ -30,8 +30,9 @@ struct TrackerServices {
 };
 
 /**
- * The half of the extension that knows one toolkit: finds its views and controls and counts their uses. It is handed
- * each event on the GUI thread before the receiver gets it and must decide by the event's type first. GUI thread only.
+ * The half of the extension that knows one toolkit: finds its views and controls and counts their
+ * uses. It is handed each event on the GUI thread before the receiver gets it and must decide by
+ * the event's type first. GUI thread only.
  */
 class ControlsTracker {
 public:
@@ -40,8 +41,8 @@ public:
     /** The delivery has been noted already: Attribution::verdict() says this event. */
     virtual void handleEvent(QObject* object, QEvent* event) = 0;
 
-    /** The delivery to the object has ended; asked for only where the host tells, so nothing may depend on it alone.
-     * The object may be dead: its address is for comparison. */
+    /** The delivery to the object has ended; asked for only where the host tells, so nothing may
+     * depend on it alone. The object may be dead: its address is for comparison. */
     virtual void handleDelivered(const QObject* object, int eventType) {
         Q_UNUSED(object)
         Q_UNUSED(eventType)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "elementtype.h"
+#include "qtuicontrols/elementtype.h"
 
 #include <QImage>
 #include <QObject>
@@ -33,21 +33,25 @@ struct Description {
 };
 
 /**
- * All elements of the extension, and the one way in which both toolkits' halves make and change them. An interface of
- * virtual operations only, because the Qt Quick half is a library of its own that does not link the model: to it an
- * element is an address. Elements live until the process ends, objects may die at any time; an object that died has no
- * element any more, and a new object at its address does not inherit one. GUI thread only.
+ * All elements of the extension, and the one way in which both toolkits' halves make and change
+ * them. An interface of virtual operations only, because the Qt Quick half is a library of its own
+ * that does not link the model: to it an element is an address. Elements live until the process
+ * ends, objects may die at any time; an object that died has no element any more, and a new object
+ * at its address does not inherit one. GUI thread only.
  */
 class ElementBook {
 public:
-    /** The object's element; null when it has none or the object is dead. The object is not touched. */
+    /** The object's element; null when it has none or the object is dead. The object is not
+     * touched. */
     virtual UIElement* elementOf(const QObject* object) = 0;
     /** A living object that the element stands for; null when there is none. */
     virtual QObject* objectOf(const UIElement* element) = 0;
 
     /**
-     * A new element as the last child of the parent. It is announced at once, or with its root while a batch is open.
-     * @param object what it stands for from now on; null for what has no object of its own, as a tab
+     * A new element as the last child of the parent. It is announced at once, or with its root
+     * while a batch is open.
+     * @param object what it stands for from now on; null for what has no object of its own, as a
+     * tab
      * @param parent null for a view that stands by itself
      */
     virtual UIElement* add(QObject* object, const Description& what, UIElement* parent) = 0;
@@ -61,8 +65,8 @@ public:
     virtual QString attribute(const UIElement* element, Attribute attribute) const = 0;
     /** Pixels, in the coordinates of its top-level window or Quick scene. */
     virtual void setPlace(UIElement* element, const QRect& place) = 0;
-    /** Of a view: what it looks like, one pixel of the image for one of its place, or a multiple by the image's device
-     * pixel ratio. */
+    /** Of a view: what it looks like, one pixel of the image for one of its place, or a multiple by
+     * the image's device pixel ratio. */
     virtual void setPicture(UIElement* element, const QImage& picture) = 0;
     /** Makes an event known that the element did not announce when it was made. */
     virtual void announceUse(UIElement* element, Use use) = 0;
@@ -72,10 +76,12 @@ public:
 
     virtual ElementType typeOf(const UIElement* element) const = 0;
     virtual UIElement* parentOf(const UIElement* element) const = 0;
-    /** The element itself when it is a view, else the nearest view above it; null when there is none. */
+    /** The element itself when it is a view, else the nearest view above it; null when there is
+     * none. */
     virtual UIElement* viewOf(UIElement* element) const = 0;
 
-    // What is added between the two is announced with its root at the end, by one record for each subtree. They nest.
+    // What is added between the two is announced with its root at the end, by one record for each
+    // subtree. They nest.
     virtual void beginBatch() = 0;
     virtual void endBatch() = 0;
 

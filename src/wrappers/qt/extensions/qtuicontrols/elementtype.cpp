@@ -9,19 +9,19 @@ namespace {
 
 // In the order of the enumerations.
 constexpr std::array<const char*, 24> types{
-    "Window", "Dialog",  "Menu",      "Popup",   "Drawer", "Page", "Button", "RadioButton",
+    "Window",   "Dialog", "Menu",     "Popup",   "Drawer",   "Page",      "Button",  "RadioButton",
     "CheckBox", "Switch", "GroupBox", "Command", "ComboBox", "TextInput", "SpinBox", "Slider",
-    "Dial",   "Tab",     "List",      "Tree",    "Table",  "Option", "Link", "Area"};
+    "Dial",     "Tab",    "List",     "Tree",    "Table",    "Option",    "Link",    "Area"};
 
 constexpr std::array<const char*, useCount> uses{
-    "activated", "changed",  "checked", "chosen",           "clicked", "confirmed",
-    "dragged",   "edited",   "expanded", "followed",        "moved",   "partiallyChecked",
-    "pressed",   "seen",     "sorted",  "triggered",        "unchecked"};
+    "activated", "changed", "checked",  "chosen",    "clicked",  "confirmed",
+    "dragged",   "edited",  "expanded", "followed",  "moved",    "partiallyChecked",
+    "pressed",   "seen",    "sorted",   "triggered", "unchecked"};
 
 constexpr std::array<const char*, 16> attributes{
-    "accessibleName", "description", "enabled",   "group",   "hidden",  "label",
-    "objectName",     "opens",       "page",      "placeholder", "qmlId", "sensitive",
-    "showing",        "toolTip",     "usedWays",  "ways"};
+    "accessibleName", "description", "enabled",  "group",       "hidden", "label",
+    "objectName",     "opens",       "page",     "placeholder", "qmlId",  "sensitive",
+    "showing",        "toolTip",     "usedWays", "ways"};
 
 constexpr std::array<const char*, 4> ways{"menu", "toolBar", "shortcut", "contextMenu"};
 

@@ -5,7 +5,8 @@
 namespace Vorsk {
 namespace UIControls {
 
-/** What an element of this extension is: a view, which has to be brought up, or a control, which can be operated. */
+/** What an element of this extension is: a view, which has to be brought up, or a control, which
+ * can be operated. */
 enum class ElementType : quint8 {
     // Views
     Window,
@@ -86,7 +87,8 @@ private:
     quint32 m_bits = 0;
 };
 
-/** What else is known of an element; each is an attribute of the stream. docs/controls.md says what the values mean. */
+/** What else is known of an element; each is an attribute of the stream. docs/controls.md says what
+ * the values mean. */
 enum class Attribute : quint8 {
     AccessibleName,
     Description,

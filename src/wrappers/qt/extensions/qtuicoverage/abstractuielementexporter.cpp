@@ -50,6 +50,10 @@ public:
     void windowNodeChanged(const UIElement* element, bool isWindowNode) override {
         pass(&AbstractUIElementExporter::onWindowNodeChanged, element, isWindowNode);
     }
+    void attributeChanged(const UIElement* element, const QString& name,
+                          const QString& value) override {
+        pass(&AbstractUIElementExporter::onAttributeChanged, element, name, value);
+    }
 
 private:
     template <class... Parameters, class... Values>
@@ -74,6 +78,10 @@ void AbstractUIElementExporter::addElementStore(const ElementStore* store) {
             &AbstractUIElementExporter::onElementAdded_internal);
     onElementStoreAdded(store);
 }
+
+void AbstractUIElementExporter::onAttributeChanged(const UIElement* /*element*/,
+                                                   const QString& /*name*/,
+                                                   const QString& /*value*/) {}
 
 void AbstractUIElementExporter::onElementAdded_internal(const UIElement* element) {
     element->addListener(m_listener);

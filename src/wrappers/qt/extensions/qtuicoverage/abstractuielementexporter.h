@@ -56,6 +56,14 @@ protected Q_SLOTS:
     virtual void onWindowNodeChanged(const Vorsk::UIAbstraction::UIElement* element,
                                      bool isWindowNode) = 0;
 
+protected:
+    /**
+     * The value is null when the attribute is gone. Behind the others and no slot, so that theirs
+     * keep their places; an exporter that does not know attributes has nothing to do.
+     */
+    virtual void onAttributeChanged(const Vorsk::UIAbstraction::UIElement* element,
+                                    const QString& name, const QString& value);
+
 private Q_SLOTS:
     void onElementAdded_internal(const Vorsk::UIAbstraction::UIElement* element);
 

@@ -1,5 +1,5 @@
-#include "abstractuielementexporter.h"
 #include "testlib/testcase.h"
+#include "tracking/abstractuielementexporter.h"
 
 #include <QImage>
 #include <QMetaMethod>
@@ -70,6 +70,11 @@ public:
     }
     void onWindowNodeChanged(const UIElement* element, bool isWindowNode) override {
         note("windowNode", element, number(isWindowNode ? 1 : 0));
+    }
+    void onAttributeChanged(const UIElement* element, const QString& name,
+                            const QString& value) override {
+        note("attribute", element,
+             name + QLatin1Char('=') + (value.isNull() ? QStringLiteral("null") : value));
     }
 
 private:
@@ -188,7 +193,8 @@ void tst_AbstractUIElementExporter::virtualSlotsFollowThoseOfQObject() {
         slotOf(&E::onGeometryChanged),     slotOf(&E::onImageChanged),
         slotOf(&E::onStandardTypeChanged), slotOf(&E::onSubgraphTransparentChanged),
         slotOf(&E::onTextChanged),         slotOf(&E::onTransparentNodeChanged),
-        slotOf(&E::onUsageIncreased),      slotOf(&E::onWindowNodeChanged)};
+        slotOf(&E::onUsageIncreased),      slotOf(&E::onWindowNodeChanged),
+        slotOf(&E::onAttributeChanged)};
     for (int i = 0; i < found.size(); ++i) {
         QCOMPARE(found.at(i), first + i);
     }
@@ -235,6 +241,8 @@ void tst_AbstractUIElementExporter::everyChangeReachesItsSlot_data() {
     row("transparentNode A 1", [](UIElement& e) { e.setTransparentNode(true); });
     row("usage A clicked=1", [=](UIElement& e) { e.increaseUsage(clicked); });
     row("windowNode A 0", [](UIElement& e) { e.setWindowNode(false); });
+    row("attribute A k=v",
+        [](UIElement& e) { e.setAttribute(QStringLiteral("k"), QStringLiteral("v")); });
 }
 
 void tst_AbstractUIElementExporter::everyChangeReachesItsSlot() {

@@ -1,6 +1,6 @@
-#include "mappingelementstore.h"
 #include "testlib/samestorage.h"
 #include "testlib/testcase.h"
+#include "tracking/mappingelementstore.h"
 
 #include <QRandomGenerator>
 #include <QSignalSpy>

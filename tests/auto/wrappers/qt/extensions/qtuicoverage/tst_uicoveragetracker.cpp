@@ -1,7 +1,7 @@
-#include "streamuielementexporter.h"
 #include "testlib/fakehook.h"
 #include "testlib/testcase.h"
-#include "uicoveragetracker.h"
+#include "tracking/streamuielementexporter.h"
+#include "tracking/uicoveragetracker.h"
 
 #include <QTest>
 
