@@ -159,7 +159,7 @@ void BookOfElements::endBatch() {
 }
 
 void BookOfElements::announce(UIElement* root) {
-    m_exporter.announceSubtree(root);
+    m_exporter.announceTree(root);
     std::vector<UIElement*> open{root};
     while (!open.empty()) {
         UIElement* const element = open.back();
@@ -270,7 +270,7 @@ QString BookOfElements::attribute(const UIElement* element, Attribute attribute)
 
 void BookOfElements::setPlace(UIElement* element, const QRect& place) {
     if (!element->geometry().isValid() || element->geometry().rect() != place) {
-        element->setGeometry(ElementGeometry(place));
+        element->setGeometry(ElementGeometry(place, true));
     }
 }
 
