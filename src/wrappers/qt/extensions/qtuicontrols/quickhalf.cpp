@@ -55,12 +55,6 @@ void QuickHalf::handleEvent(QObject* object, QEvent* event) {
     m_tracker->handleEvent(object, event);
 }
 
-void QuickHalf::handleDelivered(const QObject* object, int eventType) {
-    if (m_tracker != nullptr) {
-        m_tracker->handleDelivered(object, eventType);
-    }
-}
-
 void QuickHalf::lookForQtQuick() {
     if (m_isMissing) {
         return;
@@ -84,7 +78,9 @@ void QuickHalf::bringIn() {
     const auto entry = handle == nullptr ? nullptr : reinterpret_cast<Entry>(dlsym(handle, entryName));
     if (entry == nullptr) {
         m_isMissing = true;
-        UICoverage::logWarning("Qt Quick is not recorded: " + std::string(dlerror()));
+        const char* const reason = dlerror();
+        UICoverage::logWarning("Qt Quick is not recorded: %s; install uicov anew",
+                               reason == nullptr ? "no entry" : reason);
         return;
     }
     m_tracker.reset(entry(&m_services));

@@ -23,7 +23,6 @@ public:
     ~QuickHalf() override;
 
     void handleEvent(QObject* object, QEvent* event) override;
-    void handleDelivered(const QObject* object, int eventType) override;
 
 private:
     /** Looks whether it is time, when libraries have been loaded since it was last asked. */
