@@ -37,6 +37,20 @@ public:
      */
     static QObject* outerOf(QObject* object);
 
+    /** The nearest of the object and all outer ones for which the condition holds; null when it
+     * holds for none. */
+    template <class Condition>
+    static QObject* nearest(QObject* object, Condition condition) {
+        // Popups may be declared to lie in one another, which never ends; nobody nests a thousand.
+        for (int steps = 0; object != nullptr && steps < 1000; ++steps) {
+            if (condition(object)) {
+                return object;
+            }
+            object = outerOf(object);
+        }
+        return nullptr;
+    }
+
 private:
     ElementBook& m_book;
 };

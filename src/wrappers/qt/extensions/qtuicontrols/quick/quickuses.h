@@ -32,9 +32,6 @@ public:
     ~QuickUses();
     Q_DISABLE_COPY(QuickUses)
 
-    /** What a control of that type announces: the uses to put into its description. */
-    static Uses usesOf(const QObject* object, ElementType type);
-
     /**
      * The object has become a control: an item, a pointer handler, an action or a shortcut; for the
      * pages of a swipe view, which are tabs, the page. To be called once for each object, after its
