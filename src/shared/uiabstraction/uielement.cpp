@@ -117,6 +117,10 @@ void UIElement::addListener(const std::shared_ptr<ElementListener>& listener) co
     m_listeners.append(listener);
 }
 
+bool UIElement::hasListener(const std::shared_ptr<ElementListener>& listener) const {
+    return m_listeners.contains(listener);
+}
+
 template <class... Parameters, class... Values>
 void UIElement::tell(void (ElementListener::*change)(const UIElement*, Parameters...),
                      const Values&... values) const {

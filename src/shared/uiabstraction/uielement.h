@@ -131,6 +131,7 @@ public:
      * signals. A listener that is added twice is called twice. Kept until the element dies.
      */
     void addListener(const std::shared_ptr<ElementListener>& listener) const;
+    bool hasListener(const std::shared_ptr<ElementListener>& listener) const;
 
     /** The first direct child with this text and, unless its name is null, this type; null when
      * none. */

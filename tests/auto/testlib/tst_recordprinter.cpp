@@ -124,7 +124,7 @@ void tst_RecordPrinter::namesIdsInOrderOfAppearance() {
 void tst_RecordPrinter::reportsUnknownKinds_data() {
     QTest::addColumn<int>("kind");
     QTest::newRow("below") << 0;
-    QTest::newRow("above") << 12;
+    QTest::newRow("above") << 13;
     QTest::newRow("negative") << -1;
 }
 

@@ -1,6 +1,7 @@
 #include "abstractuielementexporter.h"
 
 #include "uiabstraction/elementlistener.h"
+#include "uiabstraction/elementwalk.h"
 
 namespace Vorsk {
 namespace UICoverage {
@@ -77,6 +78,20 @@ void AbstractUIElementExporter::addElementStore(const ElementStore* store) {
     connect(store, &ElementStore::elementAdded, this,
             &AbstractUIElementExporter::onElementAdded_internal);
     onElementStoreAdded(store);
+}
+
+void AbstractUIElementExporter::attachTo(const UIElement* element) {
+    if (!element->hasListener(m_listener)) {
+        element->addListener(m_listener);
+    }
+}
+
+void AbstractUIElementExporter::announceTree(const UIElement* root) {
+    UIAbstraction::ElementWalk walk(root);
+    while (const UIElement* element = walk.next()) {
+        attachTo(element);
+    }
+    onElementAdded(root);
 }
 
 void AbstractUIElementExporter::onAttributeChanged(const UIElement* /*element*/,

@@ -147,7 +147,7 @@ private Q_SLOTS:
             QStringList(
                 {QStringLiteral("+0.000000 record damaged \"uiCoverageData\" (4711, 1, 7, <2 "
                                 "bytes>)"),
-                 QStringLiteral("+0.000000 record unknown \"uiCoverageData\" (4711, 1, 12, <2 "
+                 QStringLiteral("+0.000000 record unknown \"uiCoverageData\" (4711, 1, 13, <2 "
                                 "bytes>)"),
                  QStringLiteral("+0.000000 message \"other\" (1, -2)"),
                  QStringLiteral("+0.000000 process damaged"),

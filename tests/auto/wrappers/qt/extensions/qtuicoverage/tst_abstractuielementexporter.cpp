@@ -124,6 +124,9 @@ private Q_SLOTS:
     void everyChangeReachesItsSlot();
     void elementIsAttachedBeforeItIsAnnounced();
     void elementThatIsInNoStoreIsNotSeen();
+    void attachedElementIsSeenButNotAnnounced();
+    void attachingAgainChangesNothing();
+    void treeIsAnnouncedByItsRoot();
     void elementAddedTwiceIsAttachedTwice();
     void storeAddedTwiceAttachesTwice();
     void twoStoresShareAnExporter();
@@ -283,6 +286,40 @@ void tst_AbstractUIElementExporter::elementThatIsInNoStoreIsNotSeen() {
     exporter.calls.clear();
     child->setText(QStringLiteral("not seen"));
     QVERIFY(exporter.calls.isEmpty());
+}
+
+void tst_AbstractUIElementExporter::attachedElementIsSeenButNotAnnounced() {
+    RecordingExporter exporter;
+    const auto element = newElement("A");
+    exporter.attachTo(element.get());
+    QVERIFY(exporter.calls.isEmpty());
+    element->setText(QStringLiteral("t"));
+    QCOMPARE(exporter.calls, QStringList{QStringLiteral("text A t")});
+}
+
+void tst_AbstractUIElementExporter::attachingAgainChangesNothing() {
+    RecordingExporter exporter;
+    RecordingExporter other;
+    const auto element = newElement("A");
+    exporter.attachTo(element.get());
+    other.attachTo(element.get());
+    exporter.attachTo(element.get());
+    element->setText(QStringLiteral("t"));
+    QCOMPARE(exporter.calls, QStringList{QStringLiteral("text A t")});
+    QCOMPARE(other.calls, exporter.calls);
+}
+
+void tst_AbstractUIElementExporter::treeIsAnnouncedByItsRoot() {
+    RecordingExporter exporter;
+    const auto root = newElement("root");
+    UIElement* const child = newElement("child").release();
+    root->addChild(child);
+    exporter.whenElementAdded = [child](const UIElement*) {
+        child->setText(QStringLiteral("inside")); // attached before the announcement
+    };
+    exporter.announceTree(root.get());
+    QCOMPARE(exporter.calls,
+             (QStringList{QStringLiteral("element root"), QStringLiteral("text child inside")}));
 }
 
 void tst_AbstractUIElementExporter::elementAddedTwiceIsAttachedTwice() {
