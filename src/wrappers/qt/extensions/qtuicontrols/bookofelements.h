@@ -30,6 +30,9 @@ public:
     explicit BookOfElements(UICoverage::StreamUIElementExporter& exporter);
     ~BookOfElements();
 
+    /** Those without a parent, in the order in which they came. */
+    const std::vector<UIElement*>& roots() const { return m_roots; }
+
     UIElement* elementOf(const QObject* object) override { return m_objects.elementOf(object); }
     QObject* objectOf(const UIElement* element) override { return m_objects.objectOf(element); }
     UIElement* add(QObject* object, const Description& what, UIElement* parent) override;

@@ -22,6 +22,7 @@ namespace UIControls {
 
 class QuickClass;
 struct Maker;
+struct TrackerOptions;
 struct TrackerServices;
 
 /**

@@ -156,6 +156,17 @@ bool isPartByPlace(const QWidget* widget, WidgetClass cls) {
     return WidgetOwners::isItemEditor(widget);
 }
 
+bool liesInControl(const QWidget* widget) {
+    for (const QWidget* inner = widget; inner->parentWidget() != nullptr && !inner->isWindow();
+         inner = inner->parentWidget()) {
+        const WidgetClass outer = classOf(inner->parentWidget());
+        if (!isEntered(outer) || isPartByPlace(inner->parentWidget(), outer)) {
+            return true;
+        }
+    }
+    return false;
+}
+
 QMenu* menuOf(const QWidget* button) {
     if (const auto* const push = qobject_cast<const QPushButton*>(button)) {
         return push->menu();

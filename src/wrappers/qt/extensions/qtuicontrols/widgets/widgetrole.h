@@ -20,6 +20,9 @@ bool isControl(const QWidget* widget, WidgetClass cls, ElementType* type);
 /** Whether the widget is a piece of the control that it lies in, although its class could stand by itself. */
 bool isPartByPlace(const QWidget* widget, WidgetClass cls);
 
+/** Whether the widget lies in a control, or a part of one, that holds nothing but its own parts. */
+bool liesInControl(const QWidget* widget);
+
 /** The menu that a button brings up; null when it has none. */
 QMenu* menuOf(const QWidget* button);
 

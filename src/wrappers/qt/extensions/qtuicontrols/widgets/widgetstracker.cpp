@@ -4,6 +4,7 @@
 #include "qtuicontrols/widgets/commands.h"
 #include "qtuicontrols/widgets/partelements.h"
 #include "qtuicontrols/widgets/widgetclass.h"
+#include "qtuicontrols/widgets/widgetpictures.h"
 #include "qtuicontrols/widgets/widgetstates.h"
 #include "qtuicontrols/widgets/widgetsurvey.h"
 #include "qtuicontrols/widgets/widgetuses.h"
@@ -11,6 +12,7 @@
 
 #include <QEvent>
 #include <QLayout>
+#include <QPaintEvent>
 #include <QPointer>
 #include <QStackedLayout>
 #include <QWidget>
@@ -27,7 +29,15 @@ struct WidgetsTracker::Pieces {
         , commands(services)
         , uses(services, parts, commands)
         , survey({book, views, parts, uses, commands})
-        , states({book, views, parts, uses}) {}
+        , states({book, views, parts, uses}) {
+        if (services.options.takesPictures) {
+            pictures =
+                std::make_unique<WidgetPictures>(book, views, services.options.redacted);
+            views.setSeenListener([this](QWidget* widget, UIElement* view) {
+                pictures->noteSeen(widget, view);
+            });
+        }
+    }
 
     ElementBook& book;
     WidgetViews views;
@@ -36,6 +46,8 @@ struct WidgetsTracker::Pieces {
     WidgetUses uses;
     WidgetSurvey survey;
     WidgetStates states;
+    /** Null where none are wanted. */
+    std::unique_ptr<WidgetPictures> pictures;
 };
 
 WidgetsTracker::WidgetsTracker(const TrackerServices& services)
@@ -60,6 +72,13 @@ void WidgetsTracker::handleEvent(QObject* object, QEvent* event) {
     case QEvent::Drop:
         m_pieces->survey.flush();
         m_pieces->views.settle();
+        if (m_pieces->pictures != nullptr) {
+            const QPointer<QObject> guard(object);
+            m_pieces->pictures->takeFirst();
+            if (guard.isNull()) {
+                return;
+            }
+        }
         break;
     case QEvent::LayoutRequest:
     case QEvent::UpdateRequest:
@@ -95,6 +114,10 @@ void WidgetsTracker::handleWidget(QWidget* widget, const QEvent& event) {
         m_pieces->survey.flush();
         m_pieces->views.settle();
         m_pieces->states.updateTexts(widget);
+        if (m_pieces->pictures != nullptr) {
+            m_pieces->pictures->notePainted(widget,
+                                            static_cast<const QPaintEvent&>(event).region());
+        }
         break;
     case QEvent::PolishRequest:
         notePolished(widget);

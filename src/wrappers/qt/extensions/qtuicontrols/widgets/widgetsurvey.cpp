@@ -83,12 +83,8 @@ void WidgetSurvey::surveyNoted() {
 
 void WidgetSurvey::surveyOne(const Noted& noted) {
     QWidget* const widget = noted.widget;
-    for (const QWidget* inner = widget; inner->parentWidget() != nullptr && !inner->isWindow();
-         inner = inner->parentWidget()) {
-        const QWidget* const outer = inner->parentWidget();
-        if (!isEntered(classOf(outer)) || isPartByPlace(outer, classOf(outer))) {
-            return; // what a part is made of
-        }
+    if (liesInControl(widget)) {
+        return;
     }
     const WidgetClass cls = classOf(widget);
     if (cls == WidgetClass::Menu) {

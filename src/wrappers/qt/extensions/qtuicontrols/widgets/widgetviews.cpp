@@ -4,6 +4,7 @@
 #include "qtuicontrols/widgets/widgetlabels.h"
 #include "qtuicontrols/widgets/widgetnames.h"
 #include "qtuicontrols/widgets/widgetpages.h"
+#include "qtuicontrols/widgets/widgetrole.h"
 
 #include <QAction>
 #include <QGraphicsProxyWidget>
@@ -43,7 +44,11 @@ bool isPartMenu(QMenu* menu) {
     if (menu->objectName() == QLatin1String("qt_edit_menu")) {
         return true;
     }
-    auto* const sub = qobject_cast<QMdiSubWindow*>(menu->parentWidget());
+    QWidget* const parent = menu->parentWidget();
+    if (parent != nullptr && liesInControl(parent)) {
+        return true;
+    }
+    auto* const sub = qobject_cast<QMdiSubWindow*>(parent);
     return sub != nullptr && sub->systemMenu() == menu;
 }
 
@@ -206,7 +211,7 @@ UIElement* WidgetViews::viewAboveMenu(QMenu* menu) {
     m_path.push_back(menu);
     UIElement* found = nullptr;
     for (QWidget* host : menu->menuAction()->associatedWidgets()) {
-        if (host != menu && classOf(host) != WidgetClass::Part) {
+        if (host != menu && classOf(host) != WidgetClass::Part && !liesInControl(host)) {
             found = viewOf(host);
         }
         if (found != nullptr) {
