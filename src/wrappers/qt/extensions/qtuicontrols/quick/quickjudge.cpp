@@ -52,6 +52,13 @@ QObject* movingPartOf(QObject* view) {
     return view->property("contentItem").value<QObject*>();
 }
 
+/** Handlers get what the window gets; where a host does not tell that a delivery to an item of it
+ * has ended, it may seem to go on. */
+const QQuickWindow* windowOf(QObject* receiver) {
+    const auto* const item = qobject_cast<const QQuickItem*>(receiver);
+    return item != nullptr ? item->window() : qobject_cast<const QQuickWindow*>(receiver);
+}
+
 /** Whether it covers at least half of the other. */
 bool fills(const QQuickItem& item, const QQuickItem& row) {
     return item.width() * item.height() >= row.width() * row.height() / 2;
@@ -153,7 +160,7 @@ bool QuickJudge::isHandlerOperated(QObject* handler) const {
         return isLaterStepOf(handler, verdict) ||
                (item->window() != nullptr && isLaterStepOf(item->window(), verdict));
     }
-    return verdict.cause == Attribution::Cause::Input && verdict.receiver == item->window();
+    return verdict.cause == Attribution::Cause::Input && windowOf(verdict.receiver) == item->window();
 }
 
 bool QuickJudge::isTriggeredBy(QObject* command, QObject* receiver) const {

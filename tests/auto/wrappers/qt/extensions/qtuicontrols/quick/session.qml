@@ -111,6 +111,7 @@ ApplicationWindow {
     Dialog {
         id: dialog
         objectName: "dialog"
+        closePolicy: Popup.NoAutoClose
         modal: true
         title: "Dialog"
         x: 600; y: 100; width: 300; height: 250
@@ -135,6 +136,8 @@ ApplicationWindow {
         height: window.height
         Button { objectName: "drawerButton"; y: 100; text: "In the drawer" }
     }
+
+    Item { objectName: "ground"; anchors.fill: parent; z: -1 }
 
     // One column of things to operate, 200 wide each.
     Column {
@@ -163,7 +166,7 @@ ApplicationWindow {
         Button { objectName: "disabled"; text: "Disabled"; enabled: false }
         Button { objectName: "repeating"; text: "Repeating"; autoRepeat: true; autoRepeatDelay: 10; autoRepeatInterval: 5; onClicked: setEverything(7) }
         RoundButton { objectName: "round"; text: "R"; onPressed: setEverything(8) }
-        DelayButton { id: delayButton; objectName: "delay"; text: "Delay"; delay: 60 }
+        DelayButton { id: delayButton; objectName: "delay"; text: "Delay"; delay: 1000 }
         CheckBox { id: check; objectName: "check"; text: "Check"; onToggled: setEverything(9); onCheckedChanged: noiseCheck.checked = checked }
         CheckBox { id: triCheck; objectName: "tri"; text: "Tri"; tristate: true }
         Switch { objectName: "switch"; text: "Switch"; onToggled: setEverything(10) }
@@ -214,6 +217,7 @@ ApplicationWindow {
         SwipeView {
             id: swipe
             objectName: "swipe"
+            Component.onCompleted: contentItem.objectName = "swipePages"
             width: 180; height: 80; clip: true
             Rectangle { color: "lightblue"; Button { objectName: "swipe1"; text: "S1"; onClicked: swipe.currentIndex = 1 } }
             Rectangle { color: "lightgreen"; Button { objectName: "swipe2"; text: "S2" } }

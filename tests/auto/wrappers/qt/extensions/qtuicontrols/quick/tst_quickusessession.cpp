@@ -17,7 +17,7 @@ using TestLib::QuickUsesProbe;
 namespace {
 
 QByteArray read(const QString& name) {
-    QFile file(QStringLiteral(UICOV_SESSIONS "/") + name);
+    QFile file(name.startsWith(QLatin1Char(0x2f)) ? name : QStringLiteral(UICOV_SESSIONS "/") + name);
     if (!file.open(QIODevice::ReadOnly)) {
         qFatal("%s cannot be read", qPrintable(file.fileName()));
     }
