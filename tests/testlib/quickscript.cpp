@@ -22,9 +22,12 @@ QTouchDevice* finger() {
     return device;
 }
 
-/** By objectName, also among what belongs to an item and is none. */
+/** By objectName, also among what belongs to an item and is none, or by the text that it shows. */
 QObject* find(QQuickItem* item, const QString& name) {
-    if (item->objectName() == name) {
+    static const QString byText = QStringLiteral("text:");
+    if (item->objectName() == name ||
+        (name.startsWith(byText) && item->isVisible() &&
+         item->property("text").toString() == name.mid(byText.size()))) {
         return item;
     }
     const QObjectList owned = item->children();
@@ -91,7 +94,9 @@ QString QuickScript::runStep(const QString& step) {
         return runKeyStep(verb, words.join(QLatin1Char(' ')));
     }
     if (verb == text("release")) {
-        QTest::mouseRelease(&m_window, Qt::LeftButton, Qt::NoModifier, m_pressed);
+        if (!m_pressedWindow.isNull()) {
+            QTest::mouseRelease(m_pressedWindow, Qt::LeftButton, Qt::NoModifier, m_pressed);
+        }
         return {};
     }
     if (object(words.value(0)) == nullptr) {
@@ -106,56 +111,59 @@ QString QuickScript::runPointerStep(const QString& verb, const QStringList& word
     if (itemOf(words.first()) == nullptr) {
         return text("it has no place");
     }
+    QQuickWindow* const window = itemOf(words.first())->window();
     const QPoint at = place(words, 1);
     if (verb == text("click")) {
-        QTest::mouseClick(&m_window, Qt::LeftButton, Qt::NoModifier, at);
+        QTest::mouseClick(window, Qt::LeftButton, Qt::NoModifier, at);
     } else if (verb == text("rightClick")) {
-        QTest::mouseClick(&m_window, Qt::RightButton, Qt::NoModifier, at);
+        QTest::mouseClick(window, Qt::RightButton, Qt::NoModifier, at);
     } else if (verb == text("doubleClick")) {
-        QTest::mouseClick(&m_window, Qt::LeftButton, Qt::NoModifier, at);
-        QTest::mouseDClick(&m_window, Qt::LeftButton, Qt::NoModifier, at);
+        QTest::mouseClick(window, Qt::LeftButton, Qt::NoModifier, at);
+        QTest::mouseDClick(window, Qt::LeftButton, Qt::NoModifier, at);
     } else if (verb == text("press")) {
         m_pressed = at;
-        QTest::mousePress(&m_window, Qt::LeftButton, Qt::NoModifier, at);
+        m_pressedWindow = window;
+        QTest::mousePress(window, Qt::LeftButton, Qt::NoModifier, at);
     } else if (verb == text("move") || verb == text("hover")) {
         m_pressed = at;
-        QTest::mouseMove(&m_window, at);
+        m_pressedWindow = window;
+        QTest::mouseMove(window, at);
     } else if (verb == text("touch")) {
-        QTest::touchEvent(&m_window, finger()).press(0, at, &m_window);
-        QTest::touchEvent(&m_window, finger()).release(0, at, &m_window);
+        QTest::touchEvent(window, finger()).press(0, at, window);
+        QTest::touchEvent(window, finger()).release(0, at, window);
     } else if (verb == text("drag") || verb == text("touchDrag")) {
-        drag(at, place(words, 2), verb == text("touchDrag"));
+        drag(*window, at, place(words, 2), verb == text("touchDrag"));
     } else if (verb == text("wheel")) {
         const QPoint angle(0, 8 * words.value(1).toInt());
-        QWheelEvent event(place({words.first()}, 1), m_window.mapToGlobal(at), QPoint(), angle,
+        QWheelEvent event(place({words.first()}, 1), window->mapToGlobal(at), QPoint(), angle,
                           Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(&m_window, &event);
+        QCoreApplication::sendEvent(window, &event);
     } else {
         return text("no such verb");
     }
     return {};
 }
 
-void QuickScript::drag(QPoint from, QPoint to, bool isTouch) {
+void QuickScript::drag(QQuickWindow& window, QPoint from, QPoint to, bool isTouch) {
     constexpr int steps = 8;
     const auto at = [&](int step) { return from + (to - from) * step / steps; };
     if (isTouch) {
-        QTest::touchEvent(&m_window, finger()).press(0, from, &m_window);
+        QTest::touchEvent(&window, finger()).press(0, from, &window);
     } else {
-        QTest::mousePress(&m_window, Qt::LeftButton, Qt::NoModifier, from);
+        QTest::mousePress(&window, Qt::LeftButton, Qt::NoModifier, from);
     }
     for (int step = 1; step <= steps; ++step) {
         if (isTouch) {
-            QTest::touchEvent(&m_window, finger()).move(0, at(step), &m_window);
+            QTest::touchEvent(&window, finger()).move(0, at(step), &window);
         } else {
-            QTest::mouseMove(&m_window, at(step));
+            QTest::mouseMove(&window, at(step));
         }
         QCoreApplication::processEvents();
     }
     if (isTouch) {
-        QTest::touchEvent(&m_window, finger()).release(0, to, &m_window);
+        QTest::touchEvent(&window, finger()).release(0, to, &window);
     } else {
-        QTest::mouseRelease(&m_window, Qt::LeftButton, Qt::NoModifier, to);
+        QTest::mouseRelease(&window, Qt::LeftButton, Qt::NoModifier, to);
     }
 }
 
@@ -215,8 +223,14 @@ QObject* QuickScript::object(const QString& name) const {
     if (m_window.objectName() == name) {
         return &m_window;
     }
-    if (QObject* const found = find(m_window.contentItem(), name)) {
-        return found;
+    const QWindowList windows = QGuiApplication::allWindows();
+    for (QWindow* window : windows) {
+        auto* const quickWindow = qobject_cast<QQuickWindow*>(window);
+        QObject* const found =
+            quickWindow == nullptr ? nullptr : find(quickWindow->contentItem(), name);
+        if (found != nullptr) {
+            return found;
+        }
     }
     return m_window.findChild<QObject*>(name);
 }

@@ -3,7 +3,8 @@
 #include <QByteArray>
 #include <QObject>
 #include <QPoint>
-#include <QQmlEngine>
+#include <QPointer>
+#include <QQuickWindow>
 #include <QStringList>
 
 #include <functional>
@@ -11,7 +12,6 @@
 
 QT_BEGIN_NAMESPACE
 class QQuickItem;
-class QQuickWindow;
 QT_END_NAMESPACE
 
 namespace TestLib {
@@ -25,8 +25,8 @@ namespace TestLib {
  * What stands behind the arrow is what the step has to lead to, in a sorted list; nothing stands
  * for nothing. Lines that begin with # and empty ones are skipped.
  *
- * Things are called by their objectName; a pointer handler stands for the item that it is attached
- * to. Places are shares of an item's width and height; its centre where none is given.
+ * Things are called by their objectName, or as "text:Open" by the text that a visible item shows, in
+ * whatever window; a pointer handler stands for the item that it is attached to. Places are shares of an item's width and height; its centre where none is given.
  *
  *     click | rightClick | doubleClick | press | move | touch | hover THING [PLACE]
  *     release                                       what press has pressed
@@ -58,7 +58,7 @@ private:
     QString runPointerStep(const QString& verb, const QStringList& words);
     QString runKeyStep(const QString& verb, const QString& text);
     QString runProgramStep(const QString& verb, const QStringList& words);
-    void drag(QPoint from, QPoint to, bool isTouch);
+    void drag(QQuickWindow& window, QPoint from, QPoint to, bool isTouch);
     QObject* object(const QString& name) const;
     QQuickItem* itemOf(const QString& name) const;
     QPoint place(const QStringList& words, int index) const;
@@ -66,6 +66,7 @@ private:
     QQuickWindow& m_window;
     std::function<QStringList()> m_takeResults;
     std::function<void()> m_settle;
+    QPointer<QQuickWindow> m_pressedWindow;
     QPoint m_pressed;
     int m_steps = 0;
 };

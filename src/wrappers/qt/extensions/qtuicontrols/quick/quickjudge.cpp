@@ -100,10 +100,11 @@ bool QuickJudge::isOperated(QObject* control) const {
     return false;
 }
 
-bool QuickJudge::isTypedInto(QObject* control) const {
+bool QuickJudge::isTypedIntoPartOf(QObject* control) const {
     const Verdict verdict = m_attribution.verdict();
     return verdict.cause == Attribution::Cause::Input && verdict.receiver != nullptr &&
-           extendsClass(verdict.receiver, "QQuickTextInput") && isOperated(control);
+           verdict.receiver != control && extendsClass(verdict.receiver, "QQuickTextInput") &&
+           isOperated(control);
 }
 
 /** A view that takes a drag away from what was pressed does so in the window's delivery. */

@@ -26,8 +26,8 @@ public:
 
     /** A control whose parts are none themselves. */
     bool isOperated(QObject* control) const;
-    /** The same, if what got the input is a text input in it. */
-    bool isTypedInto(QObject* control) const;
+    /** The same, if what got the input is a text input in it and not itself. */
+    bool isTypedIntoPartOf(QObject* control) const;
     /** A list whose current row changes: by itself, or by a press on a row. */
     bool isViewOperated(QObject* view) const;
     /** What shows one page at a time and is no control itself. */

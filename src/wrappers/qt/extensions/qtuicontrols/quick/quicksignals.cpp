@@ -27,8 +27,8 @@ constexpr Types buttons = only({ElementType::Button, ElementType::RadioButton,
 constexpr Types views = only({ElementType::List, ElementType::Tree, ElementType::Table});
 constexpr Types sliders = only({ElementType::Slider, ElementType::Dial});
 
-/** Of the signals, the first that a class has is connected to the slot. Signals to whose having a
- * receiver Qt Quick pays heed, such as clicked() of a MouseArea, must not be here. */
+/** Of the signals, the first that a class has is connected to the slot. Qt Quick pays heed to
+ * whether some signals have a receiver, such as clicked() of a MouseArea: they must not be here. */
 struct Rule {
     Types types;
     const char* slot;
@@ -43,7 +43,6 @@ constexpr Rule rules[] = {
     {buttons | only({ElementType::Tab}), "onClicked()", "clicked()"},
     {buttons, "onClicked()", "activated()"}, // a delayed button, while it is still held
     {only({ElementType::ComboBox}), "onChosen()", "activated(int)"},
-    {only({ElementType::ComboBox}), "onComboBoxEdited()", "editTextChanged()"},
     {only({ElementType::TextInput}), "onEdited()", "textEdited()", "textChanged()"},
     {only({ElementType::TextInput, ElementType::ComboBox}), "onConfirmed()", "accepted()"},
     {only({ElementType::SpinBox}), "onChanged()", "valueModified()", "valueChanged()",
@@ -61,6 +60,7 @@ constexpr Rule rules[] = {
     {only({ElementType::Command}), "onTriggered()", "triggered(QObject*)", "triggered()",
      "activated()"},
     {only({ElementType::Command}), "onTriggered()", "activatedAmbiguously()"},
+    {only({ElementType::Link}), "onLinkActivated()", "linkActivated(QString)"},
     {only({ElementType::Area}), "onPressedChanged()", "pressedChanged()"},
     {only({ElementType::Area}), "onTapped()", "tapped(QQuickEventPoint*)"},
     {only({ElementType::Area}), "onTapped()", "longPressed()"},
@@ -102,6 +102,9 @@ void QuickSignals::connect(QObject* control, ElementType type) {
     while (isDefinedInQml(*cppClass)) {
         cppClass = cppClass->superClass();
     }
+    if (type == ElementType::Link && control->inherits("QQuickText")) {
+        return; // takes presses on links only if somebody is told of them
+    }
     const std::vector<Link>& links = findOnce(*cppClass, type);
     if (!links.empty()) {
         connect(control, links);
@@ -122,6 +125,13 @@ void QuickSignals::connectPages(QObject* container) {
     const int signal = container->metaObject()->indexOfSignal("currentIndexChanged()");
     if (signal != -1) {
         connect(container, {{signal, slotNumber("onPageChanged()")}});
+    }
+}
+
+void QuickSignals::connectPart(QObject* textInput) {
+    const int signal = textInput->metaObject()->indexOfSignal("textEdited()");
+    if (signal != -1) {
+        connect(textInput, {{signal, slotNumber("onPartEdited()")}});
     }
 }
 

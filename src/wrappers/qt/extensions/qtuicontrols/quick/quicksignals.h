@@ -34,6 +34,9 @@ public:
     /** Connects the change of the current page of a tab bar, a swipe view or what is like them. */
     void connectPages(QObject* container);
 
+    /** Connects the text input in a control that may be edited. */
+    void connectPart(QObject* textInput);
+
     /** Connects, besides, what accessibility clients change: they set values, as no input does. */
     void connectForClients(QObject* control, ElementType type);
 

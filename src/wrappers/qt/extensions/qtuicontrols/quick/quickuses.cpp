@@ -60,14 +60,17 @@ public:
 
 private:
     void prepare(QObject* object, UIElement* element);
+    void preparePart(QObject* textInput);
     void prepareLater(QObject* object, ElementType type);
+    void countDrag(QObject* area);
 
     /** What was pressed, and where in the scene. */
     QPointer<QObject> m_pressed;
     QPointF m_pressedAt;
     /** The link that was pressed; null when none was. */
     QString m_link;
-    bool m_isDragged = false;
+    enum class Drag : quint8 { None, Begun, Counted };
+    Drag m_drag = Drag::None;
 };
 
 QuickUses::Private::Private(const TrackerServices& services)
@@ -88,6 +91,9 @@ void QuickUses::Private::noteBegin(QObject* receiver, QEvent* event) {
             motions.begin(receiver, QuickMotions::End::Release);
         }
         return;
+    }
+    if (extendsClass(receiver, "QQuickTextInput")) {
+        preparePart(receiver);
     }
     QuickOwners::nearest(receiver, [this](QObject* object) {
         UIElement* const element = book.elementOf(object);
@@ -110,6 +116,18 @@ void QuickUses::Private::prepare(QObject* object, UIElement* element) {
         }
     }
     prepareLater(object, type);
+}
+
+/** The text input of an editable combo box, or of a text field of the first generation. */
+void QuickUses::Private::preparePart(QObject* textInput) {
+    const QObject* const control = judge.owners().controlOf(textInput);
+    if (control == nullptr || control == textInput) {
+        return;
+    }
+    const ElementType type = book.typeOf(book.elementOf(control));
+    if (type == ElementType::ComboBox || type == ElementType::TextInput) {
+        signalsOfUse.connectPart(textInput);
+    }
 }
 
 void QuickUses::Private::prepareLater(QObject* object, ElementType type) {
@@ -135,24 +153,34 @@ void QuickUses::Private::prepareLater(QObject* object, ElementType type) {
 void QuickUses::Private::notePress(QObject* receiver, QMouseEvent* event) {
     m_pressed = receiver;
     m_pressedAt = event->windowPos();
-    m_isDragged = false;
-    m_link = extendsClass(receiver, "QQuickText") ? linkAt(receiver, event->localPos()) : QString();
+    m_drag = Drag::None;
+    const UIElement* const element = book.elementOf(receiver);
+    const bool isLink = element != nullptr && book.typeOf(element) == ElementType::Link;
+    m_link = isLink && extendsClass(receiver, "QQuickText") ? linkAt(receiver, event->localPos()) : QString();
 }
 
-/** An area that is held while the mouse moves is dragged, whatever it does with that. */
+/** An area that keeps what was pressed while the mouse moves is dragged, whatever it does with that.
+ * What lies around it may take the first move that goes far enough; the next one tells. */
 void QuickUses::Private::noteMove(QObject* receiver, const QMouseEvent& event) {
-    if (receiver != m_pressed || m_isDragged) {
+    if (receiver != m_pressed || m_drag == Drag::Counted) {
+        return;
+    }
+    if (m_drag == Drag::Begun) {
+        countDrag(receiver);
         return;
     }
     const QPointF way = event.windowPos() - m_pressedAt;
-    if (way.manhattanLength() < QGuiApplication::styleHints()->startDragDistance()) {
-        return;
+    if (way.manhattanLength() >= QGuiApplication::styleHints()->startDragDistance()) {
+        m_drag = Drag::Begun;
     }
-    m_isDragged = true;
-    const UIElement* const element = book.elementOf(receiver);
+}
+
+void QuickUses::Private::countDrag(QObject* area) {
+    m_drag = Drag::Counted;
+    const UIElement* const element = book.elementOf(area);
     if (element != nullptr && book.typeOf(element) == ElementType::Area &&
-        receiver->property("pressed").toBool()) {
-        uses.count(receiver, Use::Dragged);
+        area->property("pressed").toBool()) {
+        uses.count(area, Use::Dragged);
     }
 }
 
@@ -160,8 +188,14 @@ void QuickUses::Private::noteRelease(QObject* receiver, QEvent* event) {
     if (receiver->isWindowType()) {
         motions.noteRelease();
     }
+    if (event->type() != QEvent::MouseButtonRelease || receiver != m_pressed) {
+        return;
+    }
+    if (m_drag == Drag::Begun) {
+        countDrag(receiver);
+    }
     // Listening to linkActivated() would have texts take presses that they leave to others.
-    if (event->type() == QEvent::MouseButtonRelease && !m_link.isEmpty() && receiver == m_pressed &&
+    if (!m_link.isEmpty() &&
         linkAt(receiver, static_cast<QMouseEvent*>(event)->localPos()) == m_link) {
         uses.count(receiver, Use::Followed);
     }

@@ -127,17 +127,24 @@ void QuickUseSlots::onChosen() {
     countIfOperated(sender(), Use::Chosen);
 }
 
-void QuickUseSlots::onComboBoxEdited() {
-    if (m_judge.isTypedInto(sender())) {
-        count(sender(), Use::Edited);
+void QuickUseSlots::onEdited() {
+    // Where the text input in it tells itself, other changes during the key are the program's.
+    if (!m_judge.isTypedIntoPartOf(sender())) {
+        countEdit(sender());
     }
 }
 
-void QuickUseSlots::onEdited() {
+void QuickUseSlots::onPartEdited() {
+    if (QObject* const control = m_judge.owners().controlOf(sender())) {
+        countEdit(control);
+    }
+}
+
+void QuickUseSlots::countEdit(QObject* control) {
     const bool isComposing =
         m_judge.decisiveType() == QEvent::InputMethod && !m_gesture.isCommitted();
     if (!isComposing) {
-        countIfOperated(sender(), Use::Edited);
+        countIfOperated(control, Use::Edited);
     }
 }
 

@@ -39,7 +39,6 @@ public Q_SLOTS:
     void onChanged();
     void onChosen();
     void onClicked();
-    void onComboBoxEdited();
     void onConfirmed();
     void onCurrentChanged();
     void onEdited();
@@ -48,6 +47,7 @@ public Q_SLOTS:
     void onMoved();
     void onMovingChanged();
     void onPageChanged();
+    void onPartEdited();
     void onPinched();
     void onPressedChanged();
     void onRowClicked();
@@ -60,6 +60,7 @@ public Q_SLOTS:
 private:
     void countIfOperated(QObject* control, Use use);
     void countState(QObject* control);
+    void countEdit(QObject* control);
     void countElement(QObject* object, UIElement* element, Use use);
     void countRowOf(QObject* control);
     bool isCounted(const UIElement* element, Use use);

@@ -53,6 +53,8 @@ void tst_QuickUsesSession::onlyWhatAPersonOperatesIsUsed_data() {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QuickUsesProbe::Ends>("ends");
     QTest::newRow("Controls 2, ends told") << QStringLiteral("session") << QuickUsesProbe::Ends::Told;
+    QTest::newRow("Controls 1, ends told")
+        << QStringLiteral("session1") << QuickUsesProbe::Ends::Told;
     QTest::newRow("Controls 2, ends untold")
         << QStringLiteral("session") << QuickUsesProbe::Ends::Untold;
 }
