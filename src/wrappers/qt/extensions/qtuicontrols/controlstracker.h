@@ -41,13 +41,6 @@ public:
     /** The delivery has been noted already: Attribution::verdict() says this event. */
     virtual void handleEvent(QObject* object, QEvent* event) = 0;
 
-    /** The delivery to the object has ended; asked for only where the host tells, so nothing may
-     * depend on it alone. The object may be dead: its address is for comparison. */
-    virtual void handleDelivered(const QObject* object, int eventType) {
-        Q_UNUSED(object)
-        Q_UNUSED(eventType)
-    }
-
 protected:
     ControlsTracker() = default;
     Q_DISABLE_COPY(ControlsTracker)

@@ -1,10 +1,10 @@
 #include "qtuicontrolsextension.h"
 
 #include "bookofelements.h"
-#include "deliveryendsource.h"
 #include "inputattribution.h"
 #include "qtuicontrols/quickhalf.h"
 #include "qtuicontrols/widgets/widgetstracker.h"
+#include "tracking/deliveryends.h"
 #include "tracking/environment.h"
 #include "tracking/logging.h"
 #include "tracking/streamuielementexporter.h"
@@ -68,7 +68,7 @@ void QtUiControlsExtension::initialize(WrapperContext* context) {
     if (tracksQuick) {
         m_quick = std::make_unique<QuickHalf>(services);
     }
-    onDeliveryEnd(context, &QtUiControlsExtension::deliveryEnded);
+    UICoverage::registerDeliveryEndCallback(*context, &QtUiControlsExtension::deliveryEnded);
     context->registerEventCallback(&QObject::staticMetaObject,
                                    &QtUiControlsExtension::eventCallback);
     UICoverage::logInfo("Registered to record the use of controls.");
