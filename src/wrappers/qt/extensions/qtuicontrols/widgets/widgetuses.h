@@ -1,6 +1,6 @@
 #pragma once
 
-#include "../elementbook.h"
+#include "qtuicontrols/elementbook.h"
 
 #include <memory>
 
@@ -18,9 +18,9 @@ class PartElements;
 struct TrackerServices;
 
 /**
- * Counts the uses of all widgets that are controls. Signals are connected when input first goes to a control, so that a
- * control that nobody operates costs nothing, and again when the application has cut the connections since. A member of
- * the tracker; GUI thread only.
+ * Counts the uses of all widgets that are controls. Signals are connected when input first goes to
+ * a control, so that a control that nobody operates costs nothing, and again when the application
+ * has cut the connections since. A member of the tracker; GUI thread only.
  */
 class WidgetUses {
 public:
@@ -36,17 +36,26 @@ public:
     void watch(QWidget* widget, ElementType type, UIElement* element);
 
     /**
-     * The anchors of a QLabel or QTextBrowser become Link elements of that view, up to 50 of them. To be called when
-     * the widget is found and again when its text may have changed; those that are known already are not made again.
+     * The anchors of a QLabel or QTextBrowser become Link elements of that view, up to 50 of them.
+     * To be called when the widget is found and again when its text may have changed; those that
+     * are known already are not made again. Other widgets are ignored.
      */
-    void findLinks(QWidget* labelOrBrowser, UIElement* view);
+    void findLinks(QWidget* widget, UIElement* view);
 
     /** Every event, before its receiver gets it. */
     void handleEvent(QObject* object, QEvent* event);
 
 private:
-    class Private;
-    std::unique_ptr<Private> m_private;
+    class Hubs;
+
+    void handleInput(QWidget* receiver, QEvent* event);
+    void connectTo(QWidget* control, ElementType type);
+    void connectToAll();
+
+    std::unique_ptr<Hubs> m_hubs;
+    Commands& m_commands;
+    /** An accessibility client operates controls without input. */
+    bool m_connectsAll = false;
 };
 
 } // namespace UIControls
