@@ -292,6 +292,10 @@ ElementType BookOfElements::typeOf(const UIElement* element) const {
     return m_entries.value(element).type;
 }
 
+QString BookOfElements::idOf(const UIElement* element) const {
+    return element->id();
+}
+
 UIElement* BookOfElements::parentOf(const UIElement* element) const {
     return element->parent();
 }

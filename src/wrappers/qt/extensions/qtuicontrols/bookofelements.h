@@ -45,6 +45,7 @@ public:
     void announceUse(UIElement* element, Use use) override;
     void countUse(UIElement* element, Use use) override;
     ElementType typeOf(const UIElement* element) const override;
+    QString idOf(const UIElement* element) const override;
     UIElement* parentOf(const UIElement* element) const override;
     UIElement* viewOf(UIElement* element) const override;
     void beginBatch() override { ++m_openBatches; }

@@ -75,6 +75,8 @@ public:
     virtual void countUse(UIElement* element, Use use) = 0;
 
     virtual ElementType typeOf(const UIElement* element) const = 0;
+    /** As the attribute Opens has it. */
+    virtual QString idOf(const UIElement* element) const = 0;
     virtual UIElement* parentOf(const UIElement* element) const = 0;
     /** The element itself when it is a view, else the nearest view above it; null when there is
      * none. */

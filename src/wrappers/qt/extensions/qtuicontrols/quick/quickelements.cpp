@@ -1,9 +1,11 @@
 #include "quickelements.h"
 
 #include "qtuicontrols/controlstracker.h"
+#include "qtuicontrols/wildcard.h"
 #include "quickclass.h"
 #include "quickgroups.h"
 #include "quicknames.h"
+#include "quickparts.h"
 #include "quickpictures.h"
 #include "quickplaces.h"
 #include "quickstates.h"
@@ -45,15 +47,15 @@ Uses usesOfHandler(const QObject* handler) {
 
 } // namespace
 
-QuickElements::QuickElements(const TrackerServices& services, QuickViews& views, QuickStates& states,
-                             QuickPictures& pictures, Watch watch)
+QuickElements::QuickElements(const TrackerServices& services, const Followers& followers, Watch watch)
     : m_book(services.book)
-    , m_views(views)
-    , m_states(states)
-    , m_pictures(pictures)
+    , m_views(followers.views)
+    , m_states(followers.states)
+    , m_pictures(followers.pictures)
+    , m_parts(followers.parts)
     , m_watch(std::move(watch)) {
     for (const QString& pattern : services.options.redacted) {
-        m_redacted.append(QRegularExpression(QRegularExpression::wildcardToRegularExpression(pattern)));
+        m_redacted.append(fromWildcard(pattern));
     }
 }
 
@@ -79,11 +81,40 @@ UIElement* QuickElements::addControl(QObject* object, const QuickClass& cls, Ele
         where.isInRow ? addRow(object, what, where) : m_book.add(object, what, where.view);
     m_views.addControl(object, element);
     m_states.follow(object, cls);
+    if (type == ElementType::Command || cls.generation() == 1) {
+        tellWhatOpens(object, element);
+    }
     if (isRedacted(what)) {
         m_pictures.redact(element);
     }
+    if (type == ElementType::ComboBox && !where.isInRow) {
+        m_parts.addOptions(object, element);
+    }
     m_watch(object, type, element);
     return element;
+}
+
+void QuickElements::addTab(QObject* page, UIElement* pageElement, const Surroundings& where, const QString& title) {
+    Description what;
+    what.type = ElementType::Tab;
+    what.className = classNameOf(page);
+    what.text = title;
+    what.uses = {Use::Chosen};
+    add(what, Attribute::QmlId, qmlIdOf(page));
+    add(what, Attribute::Group, where.group);
+    add(what, Attribute::Opens, m_book.idOf(pageElement));
+    m_watch(page, ElementType::Tab, m_book.add(nullptr, what, where.view));
+}
+
+/** The menu that a control brings up, which is a view already. */
+void QuickElements::tellWhatOpens(const QObject* control, UIElement* element) {
+    for (const char* const name : {"subMenu", "menu"}) {
+        const QVariant menu = control->property(name);
+        UIElement* const view = m_book.elementOf(menu.value<QObject*>());
+        if (view != nullptr && isView(m_book.typeOf(view))) {
+            m_book.setAttribute(element, Attribute::Opens, m_book.idOf(view));
+        }
+    }
 }
 
 bool QuickElements::isRedacted(const Description& what) const {

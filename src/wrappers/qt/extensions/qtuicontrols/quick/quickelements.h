@@ -19,6 +19,7 @@ namespace Vorsk {
 namespace UIControls {
 
 class QuickClass;
+class QuickParts;
 class QuickPictures;
 class QuickStates;
 class QuickViews;
@@ -46,19 +47,29 @@ public:
     /** Is told of each object that a control has, so that its uses are counted. */
     using Watch = std::function<void(QObject* object, ElementType type, UIElement* element)>;
 
-    QuickElements(const TrackerServices& services, QuickViews& views, QuickStates& states, QuickPictures& pictures,
-                  Watch watch);
+    /** What is told of new elements; all of it outlives this object. */
+    struct Followers {
+        QuickViews& views;
+        QuickStates& states;
+        QuickPictures& pictures;
+        QuickParts& parts;
+    };
+
+    QuickElements(const TrackerServices& services, const Followers& followers, Watch watch);
 
     UIElement* addControl(QObject* object, const QuickClass& cls, ElementType type, const Surroundings& where);
     UIElement* addWindow(QQuickWindow* window);
     /** @param object a popup, or an item that is a page */
     UIElement* addView(QObject* object, const QuickClass& cls, ElementType type, const Surroundings& where,
                        const QString& title);
+    /** The tab by which a person reaches a page that has none of its own: by swiping. */
+    void addTab(QObject* page, UIElement* pageElement, const Surroundings& where, const QString& title);
 
 private:
     UIElement* addRow(QObject* object, const Description& what, const Surroundings& where);
     UIElement* addForAction(QObject* button, const QuickClass& cls, const Surroundings& where);
     bool isRedacted(const Description& what) const;
+    void tellWhatOpens(const QObject* control, UIElement* element);
     void addWay(UIElement* command, const QString& way);
     static QString labelOf(const QObject* object, const QuickClass& cls, ElementType type, const Surroundings& where);
     static Uses usesOf(const QObject* object, const QuickClass& cls, ElementType type);
@@ -68,6 +79,7 @@ private:
     QuickViews& m_views;
     QuickStates& m_states;
     QuickPictures& m_pictures;
+    QuickParts& m_parts;
     /** Of what is blacked out of pictures. */
     QVector<QRegularExpression> m_redacted;
     Watch m_watch;

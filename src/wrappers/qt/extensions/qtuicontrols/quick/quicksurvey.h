@@ -1,27 +1,27 @@
 #pragma once
 
+#include "quickcontainers.h"
 #include "quickelements.h"
+#include "quickparts.h"
 #include "quickpictures.h"
 #include "quickstates.h"
 #include "quickviews.h"
+#include "quickwalk.h"
 #include "signalhub.h"
 
-#include <QHash>
 #include <QPointer>
 
 #include <vector>
 
 QT_BEGIN_NAMESPACE
 class QEvent;
-class QQuickItem;
+class QObject;
 class QQuickWindow;
 QT_END_NAMESPACE
 
 namespace Vorsk {
 namespace UIControls {
 
-class QuickClass;
-struct Maker;
 struct TrackerOptions;
 struct TrackerServices;
 
@@ -32,48 +32,28 @@ struct TrackerServices;
  */
 class QuickSurvey final : private SignalReceiver {
 public:
+    /** The services outlive this object. */
     QuickSurvey(const TrackerServices& services, QuickElements::Watch watch);
     ~QuickSurvey();
+    Q_DISABLE_COPY(QuickSurvey)
 
     /** Each event, before its receiver gets it. */
     void handleEvent(QObject* object, const QEvent* event);
 
-    /** The window is a view from now on, known or not. */
-    void addWindow(QQuickWindow* window);
     /** Looks at all that has changed since. */
     void update();
 
-    QuickViews& views() { return m_views; }
+    const QuickParts& parts() const { return m_parts; }
 
 private:
-    struct Container {
-        QPointer<QQuickItem> item;
-        bool isDirty = false;
-    };
-
     void childrenChanged(QObject* item) override;
     void stateChanged(QObject* object) override;
     void framePrepared(QObject* window) override;
     void frameShown(QObject* window) override;
 
-    void surveyWindow(QQuickWindow* window);
-    void surveyContainer(QQuickItem* container);
-    Surroundings surroundingsOf(QQuickItem* container);
-
-    void visitChildren(QQuickItem* item, const Surroundings& within);
-    void visitChild(QQuickItem* item, Surroundings& where, bool isPage);
-    void visitItem(QQuickItem* item, const QuickClass& cls, const Surroundings& where);
-    void visitControl(QQuickItem* item, const QuickClass& cls, const Surroundings& where);
-    void visitInput(QQuickItem* item, const QuickClass& cls, const Surroundings& where);
-    void visitPopupItem(QQuickItem* item, const Surroundings& where);
-    /** What belongs to an object without being an item of its own: handlers, actions, shortcuts, popups, windows. */
-    void visitObjects(const QObject* object, const Surroundings& where, int depth);
-    void visitPopup(QObject* popup, const QuickClass& cls, const Surroundings& where);
-
-    bool isPage(const QQuickItem* item, const QQuickItem* parent, const Surroundings& where) const;
-    UIElement* addPage(QQuickItem* page, const Surroundings& where);
-    bool isKnown(const QQuickItem* item) const;
-    void remember(QQuickItem* container);
+    /** The window is a view from the next update on, shown or not. */
+    void addWindow(QQuickWindow* window);
+    void lookAtWhatIsNew();
 
     ElementBook& m_book;
     const TrackerOptions& m_options;
@@ -81,16 +61,12 @@ private:
     QuickViews m_views;
     QuickStates m_states;
     QuickPictures m_pictures;
+    QuickParts m_parts;
     QuickElements m_elements;
+    QuickContainers m_containers;
+    QuickWalk m_walk;
     std::vector<QPointer<QQuickWindow>> m_windows;
-    /** Windows that no frame has been prepared of. */
     std::vector<QPointer<QQuickWindow>> m_newWindows;
-    /** Items that were looked into. */
-    QHash<const QQuickItem*, Container> m_containers;
-    int m_containersToClean = 1024;
-    std::vector<QQuickItem*> m_dirty;
-    /** Popups that were looked into. */
-    QHash<const QObject*, QPointer<QObject>> m_popups;
     bool m_isUpdating = false;
 };
 

@@ -3,6 +3,7 @@
 #include "qtuicontrols/widgets/buttonrelations.h"
 #include "qtuicontrols/widgets/lazyconnections.h"
 #include "qtuicontrols/widgets/usecounter.h"
+#include "qtuicontrols/widgets/widgetrole.h"
 
 #include <QAbstractButton>
 #include <QCheckBox>
@@ -21,35 +22,28 @@ using UICoverage::methodNumber;
 
 namespace {
 
-QMenu* menuOf(const QAbstractButton* button) {
-    if (const auto* const push = qobject_cast<const QPushButton*>(button)) {
-        return push->menu();
-    }
-    const auto* const tool = qobject_cast<const QToolButton*>(button);
-    return tool == nullptr ? nullptr : tool->menu();
-}
-
 /** Whether a press brings up a menu and nothing else. */
 bool opensMenuAtPress(const QAbstractButton* button) {
-    if (const auto* const push = qobject_cast<const QPushButton*>(button)) {
-        return push->menu() != nullptr;
-    }
     const auto* const tool = qobject_cast<const QToolButton*>(button);
-    return tool != nullptr && tool->popupMode() == QToolButton::InstantPopup &&
-           (tool->menu() != nullptr || !tool->actions().isEmpty());
+    if (tool == nullptr) {
+        return menuOf(button) != nullptr;
+    }
+    return tool->popupMode() == QToolButton::InstantPopup &&
+           (menuOf(button) != nullptr || !tool->actions().isEmpty());
 }
 
 /** Whether a press that is held brings up a menu later. */
 bool opensMenuWhileHeld(const QAbstractButton* button) {
     const auto* const tool = qobject_cast<const QToolButton*>(button);
     return tool != nullptr && tool->popupMode() == QToolButton::DelayedPopup &&
-           (tool->menu() != nullptr || !tool->actions().isEmpty());
+           (menuOf(button) != nullptr || !tool->actions().isEmpty());
 }
 
 /** A tool button may stand for a command. */
 bool isButton(ElementType type) {
     return type == ElementType::Button || type == ElementType::RadioButton ||
-           type == ElementType::CheckBox || type == ElementType::Switch;
+           type == ElementType::CheckBox || type == ElementType::Switch ||
+           type == ElementType::Tab; // that of a tool box
 }
 
 Use useOf(const QAbstractButton* button) {
@@ -238,7 +232,8 @@ void ButtonUses::menuShows() {
 }
 
 void ButtonUses::count(QAbstractButton* button) {
-    m_counter.count(button, useOf(button));
+    m_counter.count(button, m_counter.typeOf(button) == ElementType::Tab ? Use::Chosen
+                                                                         : useOf(button));
 }
 
 } // namespace UIControls

@@ -171,6 +171,7 @@ void WidgetUses::connectTo(QWidget* control, ElementType type) {
     case ElementType::CheckBox:
     case ElementType::Switch:
     case ElementType::GroupBox:
+    case ElementType::Tab:
         hubs.buttons.connectTo(control);
         break;
     case ElementType::TextInput:

@@ -100,7 +100,7 @@ bool WidgetViews::typeOf(const QWidget* widget, ElementType* type) const {
         return true;
     }
     if (isPage(widget)) {
-        *type = ElementType::Page;
+        *type = cls == WidgetClass::MdiWindow ? ElementType::Window : ElementType::Page;
         return true;
     }
     if (!isTopLevel(widget)) {
@@ -164,7 +164,7 @@ UIElement* WidgetViews::make(QWidget* widget, ElementType type) {
     }
     ElementBook::Batch batch(m_book);
     UIElement* const parent = parentViewOf(widget, type);
-    if (parent == nullptr && type == ElementType::Page) {
+    if (parent == nullptr && isPage(widget)) {
         return nullptr;
     }
     if (UIElement* const made = knownView(widget)) {
@@ -198,10 +198,8 @@ UIElement* WidgetViews::parentViewOf(QWidget* widget, ElementType type) {
     if (type == ElementType::Menu) {
         return viewAboveMenu(static_cast<QMenu*>(widget));
     }
-    if (type != ElementType::Page) {
-        return nullptr;
-    }
-    return viewOf(widget->parentWidget());
+    const bool isWithin = type == ElementType::Page || !widget->isWindow();
+    return isWithin ? viewOf(widget->parentWidget()) : nullptr;
 }
 
 UIElement* WidgetViews::viewAboveMenu(QMenu* menu) {

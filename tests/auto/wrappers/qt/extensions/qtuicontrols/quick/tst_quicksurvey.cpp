@@ -40,6 +40,11 @@ void tst_QuickSurvey::everyControlIsKnownByWhatItExtends_data() {
     add("switch delegate", two, "SwitchDelegate { text: 'OK' }", "Switch \"OK\"");
     add("tab button", two, "TabBar { TabButton { text: 'OK' } }", "Tab \"OK\"");
     add("combo box", two, "ComboBox { model: 3 }", "ComboBox");
+    add("combo box with entries", two, "ComboBox { model: ['a', 'b'] }", "ComboBox\nOption \"a\"\nOption \"b\"");
+    add("combo box with a list model", two,
+        "ComboBox { textRole: 'name'; model: ListModel { ListElement { name: 'a'; other: 1 } } }",
+        "ComboBox\nOption \"a\"");
+    add("combo box with data", two, "ComboBox { model: Array(51).fill('a') }", "ComboBox");
     add("spin box", two, "SpinBox { editable: true }", "SpinBox");
     add("tumbler", two, "Tumbler { model: 3 }", "SpinBox");
     add("slider", two, "Slider {}", "Slider");
@@ -84,7 +89,8 @@ void tst_QuickSurvey::everyControlIsKnownByWhatItExtends_data() {
     add("check box of the first generation", one, "CheckBox { text: 'OK' }", "CheckBox \"OK\"");
     add("radio button of the first generation", one, "RadioButton { text: 'OK' }", "RadioButton \"OK\"");
     add("switch of the first generation", one, "Switch {}", "Switch");
-    add("combo box of the first generation", one, "ComboBox { model: ['a', 'b'] }", "ComboBox");
+    add("combo box of the first generation", one, "ComboBox { model: ['a', 'b'] }",
+        "ComboBox\nOption \"a\"\nOption \"b\"");
     add("text field of the first generation", one, "TextField { text: 'typed' }", "TextInput");
     add("text area of the first generation", one, "TextArea { text: 'typed' }", "TextInput");
     add("spin box of the first generation", one, "SpinBox {}", "SpinBox");
