@@ -27,9 +27,10 @@ const QStringList phases{QStringLiteral("build"), QStringLiteral("events"),
                          QStringLiteral("disturb"), QStringLiteral("clicks"),
                          QStringLiteral("destroy")};
 
-Mode recordingMode(const QString& name, const QString& build) {
+Mode recordingMode(const QString& name, const QString& build,
+                   const QString& extension = QStringLiteral("/libqtuicoverage.so")) {
     const QString libraries = QDir(build).absoluteFilePath(QStringLiteral("lib"));
-    return {name, libraries, libraries + QStringLiteral("/libqtuicoverage.so"), QString(), false};
+    return {name, libraries, libraries + extension, QString(), false};
 }
 
 /** The first one is what the others are compared with. */
@@ -39,10 +40,18 @@ QVector<Mode> allModes(const QString& build) {
     host.extension = own + QStringLiteral("libhostonly.so");
     Mode dropping = recordingMode(QStringLiteral("dropping"), build);
     dropping.preload = own + QStringLiteral("libdroppinghook.so");
-    Mode pictures = recordingMode(QStringLiteral("pictures"), build);
+    Mode pictures = recordingMode(QStringLiteral("classic-pictures"), build);
     pictures.takesScreenshots = true;
-    return {Mode{QStringLiteral("bare"), {}, {}, {}, false}, host, dropping,
-            recordingMode(QStringLiteral("recording"), build), pictures};
+    const QString controls = QStringLiteral("/libqtuicontrols.so");
+    Mode controlsPictures = recordingMode(QStringLiteral("controls-pictures"), build, controls);
+    controlsPictures.takesScreenshots = true;
+    return {Mode{QStringLiteral("bare"), {}, {}, {}, false},
+            host,
+            dropping,
+            recordingMode(QStringLiteral("classic"), build),
+            pictures,
+            recordingMode(QStringLiteral("controls"), build, controls),
+            controlsPictures};
 }
 
 std::vector<Program> programs(const QString& list) {
@@ -239,7 +248,7 @@ int main(int argc, char* argv[]) {
     const QCoreApplication application(argc, argv);
     const Options options = parse(application);
     const Launcher launcher(QCoreApplication::applicationDirPath() +
-                            QStringLiteral("/subject/subject"));
+                            QStringLiteral("/subject/subject-"));
     QJsonArray all;
     for (const Program& program : options.programs) {
         const Rounds rounds = measure(launcher, program, options.modes, options.rounds);

@@ -63,7 +63,7 @@ QJsonObject Launcher::run(const Program& program, const Mode& mode) const {
     QProcess process;
     process.setProcessEnvironment(environment(mode, folder.path(), options));
     process.setProcessChannelMode(QProcess::MergedChannels);
-    process.start(m_subject, {program.kind, QString::number(program.leaves), output});
+    process.start(m_subject + program.kind, {QString::number(program.leaves), output});
     process.waitForFinished(-1);
     QJsonObject result = read(output);
     const bool isRecorded = mode.libraries.isEmpty() || QFileInfo::exists(recording);

@@ -27,6 +27,7 @@ struct Program {
  */
 class Launcher {
 public:
+    /** @param subject path of the measured programs, to which the kind is added */
     explicit Launcher(const QString& subject);
 
     /** What the program measured of itself, with the recording's size in bytes; empty, with a

@@ -1,15 +1,24 @@
-// subject KIND LEAVES FILE [PART]: one program of that kind ("widgets", "quick") and size, from its
+// subject-KIND LEAVES FILE [PART]: one program of that kind ("widgets", "quick") and size, from its
 // first window to the last; what each phase cost goes into the file as JSON. With PART all that is
 // repeated happens that many times less often, as suits a slow instrument. A process measures once.
 #include "phases.h"
-#include "quicksubject.h"
+
+#if defined(SUBJECT_widgets)
 #include "widgetssubject.h"
 
 #include <QApplication>
+using Application = QApplication;
+using MeasuredSubject = WidgetsSubject;
+#else
+#include "quicksubject.h"
+
+#include <QGuiApplication>
+using Application = QGuiApplication;
+using MeasuredSubject = QuickSubject;
+#endif
+
 #include <QFile>
 #include <QJsonDocument>
-
-#include <memory>
 
 namespace {
 
@@ -43,20 +52,15 @@ bool write(const QJsonObject& result, const QString& path) {
 } // namespace
 
 int main(int argc, char* argv[]) {
-    const QApplication application(argc, argv);
+    const Application application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
-    const int part = arguments.size() == 5 ? arguments.at(4).toInt() : 1;
-    if (arguments.size() < 4 || arguments.size() > 5 || arguments.at(2).toInt() < 4 || part < 1 ||
+    const int part = arguments.size() == 4 ? arguments.at(3).toInt() : 1;
+    if (arguments.size() < 3 || arguments.size() > 4 || arguments.at(1).toInt() < 4 || part < 1 ||
         part > disturbances) {
-        qCritical("use: subject widgets|quick LEAVES FILE [PART], with four leaves or more");
+        qCritical("use: %s LEAVES FILE [PART], with four leaves or more", argv[0]);
         return 1;
     }
-    std::unique_ptr<Subject> subject;
-    if (arguments.at(1) == QLatin1String("quick")) {
-        subject = std::make_unique<QuickSubject>();
-    } else {
-        subject = std::make_unique<WidgetsSubject>();
-    }
-    const QJsonObject result = measure(*subject, arguments.at(2).toInt(), part);
-    return write(result, arguments.at(3)) ? 0 : 1;
+    MeasuredSubject subject;
+    const QJsonObject result = measure(subject, arguments.at(1).toInt(), part);
+    return write(result, arguments.at(2)) ? 0 : 1;
 }

@@ -17,6 +17,8 @@ QByteArray importLines(QuickScene::Imports imports) {
     case QuickScene::Imports::Templates2:
         return "import QtQuick 2.9; import QtQuick.Window 2.2; import QtQuick.Controls 2.3; "
                "import QtQuick.Templates 2.3 as T; ";
+    case QuickScene::Imports::Pointers:
+        return "import QtQuick 2.15; import QtQuick.Window 2.2; ";
     case QuickScene::Imports::Quick:
         break;
     }

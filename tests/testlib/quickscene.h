@@ -20,8 +20,9 @@ namespace TestLib {
 class QuickScene {
 public:
     /** What the text imports: nothing but Qt Quick, or a generation of the controls as well; with
-     * Templates2 those that the second one is made of too, as T. */
-    enum class Imports { Quick, Controls1, Controls2, Templates2 };
+     * Templates2 those that the second one is made of too, as T; with Pointers the Qt Quick that
+     * has pointer handlers. */
+    enum class Imports { Quick, Controls1, Controls2, Templates2, Pointers };
 
     /**
      * @param qml      one object without the import lines

@@ -67,6 +67,20 @@ public:
         return true;
     }
 
+    /** Removes each entry for whose value the predicate holds. */
+    template <class Predicate>
+    void removeIf(Predicate predicate) {
+        std::vector<Entry> all;
+        all.swap(m_entries);
+        m_size = 0;
+        for (Entry& entry : all) {
+            if (entry.key != unused && !predicate(std::as_const(entry.value))) {
+                // NOLINTNEXTLINE(performance-no-int-to-ptr): it was one
+                (*this)[reinterpret_cast<const void*>(entry.key)] = std::move(entry.value);
+            }
+        }
+    }
+
     void clear() {
         m_entries.clear();
         m_size = 0;

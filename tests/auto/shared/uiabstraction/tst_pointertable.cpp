@@ -20,6 +20,7 @@ private Q_SLOTS:
     void nullIsAKeyLikeOthers();
     void removedValuesAreGivenBack();
     void growsFromNothingAgain();
+    void removesWhatAPredicateNames();
     void behavesAsAHashDoes_data();
     void behavesAsAHashDoes();
     void stepsAreShortWhateverTheDistance_data();
@@ -80,6 +81,22 @@ void tst_PointerTable::removedValuesAreGivenBack() {
     QCOMPARE(shared.use_count(), 51L);
     table.clear();
     QCOMPARE(shared.use_count(), 1L);
+}
+
+void tst_PointerTable::removesWhatAPredicateNames() {
+    PointerTable<int> table;
+    for (quintptr i = 0; i < 1000; ++i) {
+        table[address(16 * i)] = static_cast<int>(i);
+    }
+    table.removeIf([](int value) { return value % 3 != 0; });
+    QCOMPARE(table.size(), std::size_t{334});
+    for (quintptr i = 0; i < 1000; ++i) {
+        QCOMPARE(table.contains(address(16 * i)), i % 3 == 0);
+    }
+    table.removeIf([](int) { return true; });
+    QCOMPARE(table.size(), std::size_t{0});
+    table[address(16)] = 7;
+    QCOMPARE(table.value(address(16)), 7);
 }
 
 void tst_PointerTable::growsFromNothingAgain() {

@@ -1,0 +1,68 @@
+#include "quickplaces.h"
+
+#include "quickclass.h"
+
+#include <QQuickItem>
+#include <QQuickWindow>
+
+#include <cmath>
+
+namespace Vorsk {
+namespace UIControls {
+
+namespace {
+
+int saturated(qreal value) {
+    constexpr qreal most = 1 << 24;
+    if (std::isnan(value)) {
+        return 0;
+    }
+    return static_cast<int>(std::lround(qBound(-most, value, most)));
+}
+
+} // namespace
+
+QQuickItem* itemOf(const QObject* object) {
+    if (object == nullptr) {
+        return nullptr;
+    }
+    if (auto* const item = qobject_cast<QQuickItem*>(const_cast<QObject*>(object))) { // as it was given
+        return item;
+    }
+    if (const auto* const window = qobject_cast<const QQuickWindow*>(object)) {
+        return window->contentItem();
+    }
+    switch (QuickClass::of(object).role()) {
+    case QuickRole::Popup:
+        for (QObject* child : object->children()) {
+            if (QuickClass::of(child).role() == QuickRole::PopupItem) {
+                return qobject_cast<QQuickItem*>(child);
+            }
+        }
+        return nullptr;
+    case QuickRole::Handler:
+        return qobject_cast<QQuickItem*>(object->parent());
+    default:
+        return nullptr;
+    }
+}
+
+QRect placeOf(const QObject* object) {
+    if (const auto* const window = qobject_cast<const QQuickWindow*>(object)) {
+        return {QPoint(0, 0), window->size()};
+    }
+    const QQuickItem* const item = itemOf(object);
+    if (item == nullptr || item->window() == nullptr) {
+        return {};
+    }
+    return toPixels(item->mapRectToScene(QRectF(0, 0, item->width(), item->height())));
+}
+
+QRect toPixels(const QRectF& rectangle) {
+    const int left = saturated(rectangle.left());
+    const int top = saturated(rectangle.top());
+    return {left, top, saturated(rectangle.right()) - left, saturated(rectangle.bottom()) - top};
+}
+
+} // namespace UIControls
+} // namespace Vorsk

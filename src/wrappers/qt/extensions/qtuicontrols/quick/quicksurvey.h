@@ -1,0 +1,74 @@
+#pragma once
+
+#include "quickcontainers.h"
+#include "quickelements.h"
+#include "quickparts.h"
+#include "quickpictures.h"
+#include "quickstates.h"
+#include "quickviews.h"
+#include "quickwalk.h"
+#include "signalhub.h"
+
+#include <QPointer>
+
+#include <vector>
+
+QT_BEGIN_NAMESPACE
+class QEvent;
+class QObject;
+class QQuickWindow;
+QT_END_NAMESPACE
+
+namespace Vorsk {
+namespace UIControls {
+
+struct TrackerOptions;
+struct TrackerServices;
+
+/**
+ * Finds the views and controls of Qt Quick windows: all that there is when a window prepares its first frame, and what
+ * came since when it prepares another or gets input. Nothing is looked at while QML is still making it: what is
+ * signalled then is only noted. GUI thread only.
+ */
+class QuickSurvey final : private SignalReceiver {
+public:
+    /** The services outlive this object. */
+    QuickSurvey(const TrackerServices& services, QuickElements::Watch watch);
+    ~QuickSurvey();
+    Q_DISABLE_COPY(QuickSurvey)
+
+    /** Each event, before its receiver gets it. */
+    void handleEvent(QObject* object, const QEvent* event);
+
+    /** Looks at all that has changed since. */
+    void update();
+
+    const QuickParts& parts() const { return m_parts; }
+
+private:
+    void childrenChanged(QObject* item) override;
+    void stateChanged(QObject* object) override;
+    void framePrepared(QObject* window) override;
+    void frameShown(QObject* window) override;
+
+    /** The window is a view from the next update on, shown or not. */
+    void addWindow(QQuickWindow* window);
+    void lookAtWhatIsNew();
+
+    ElementBook& m_book;
+    const TrackerOptions& m_options;
+    SignalHubs m_hubs;
+    QuickViews m_views;
+    QuickStates m_states;
+    QuickPictures m_pictures;
+    QuickParts m_parts;
+    QuickElements m_elements;
+    QuickContainers m_containers;
+    QuickWalk m_walk;
+    std::vector<QPointer<QQuickWindow>> m_windows;
+    std::vector<QPointer<QQuickWindow>> m_newWindows;
+    bool m_isUpdating = false;
+};
+
+} // namespace UIControls
+} // namespace Vorsk

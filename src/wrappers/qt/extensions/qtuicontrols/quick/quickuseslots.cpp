@@ -1,0 +1,286 @@
+#include "quickuseslots.h"
+
+#include "quickclass.h"
+#include "quickgesture.h"
+#include "quickjudge.h"
+#include "quickmotions.h"
+#include "quickplaces.h"
+
+#include <QStringList>
+#include <QVariant>
+
+#include <algorithm>
+
+namespace Vorsk {
+namespace UIControls {
+
+namespace {
+
+/** What the present state of something that can be checked is called. */
+Use stateOf(const QObject* control) {
+    for (const char* const name : {"checkState", "checkedState"}) {
+        const QVariant state = control->property(name);
+        if (state.isValid() && state.toInt() == Qt::PartiallyChecked) {
+            return Use::PartiallyChecked;
+        }
+    }
+    return control->property("checked").toBool() ? Use::Checked : Use::Unchecked;
+}
+
+} // namespace
+
+QuickUseSlots::QuickUseSlots(ElementBook& book, const QuickJudge& judge, QuickMotions& motions,
+                             const QuickGesture& gesture)
+    : m_book(book)
+    , m_judge(judge)
+    , m_motions(motions)
+    , m_gesture(gesture) {}
+
+void QuickUseSlots::addPage(QObject* page, UIElement* tab) {
+    m_pages[page] = {page, tab};
+}
+
+void QuickUseSlots::count(QObject* control, Use use) {
+    if (UIElement* const element = m_book.elementOf(control)) {
+        countElement(control, element, use);
+        countRowOf(control);
+    }
+}
+
+void QuickUseSlots::countElement(QObject* object, UIElement* element, Use use) {
+    if (isCounted(element, use)) {
+        return;
+    }
+    m_counted.push_back({element, use});
+    const QRect place = placeOf(object);
+    if (!place.isEmpty()) {
+        m_book.setPlace(element, place);
+    }
+    m_book.announceUse(element, use);
+    m_book.countUse(element, use);
+}
+
+/** A press on a row chooses it, also where nothing keeps a current one. */
+void QuickUseSlots::countRowOf(QObject* control) {
+    QObject* const view = m_judge.viewAround(control);
+    if (view != nullptr && m_judge.rowOf(control, view) != nullptr) {
+        countElement(view, m_book.elementOf(view), Use::Chosen);
+    }
+}
+
+bool QuickUseSlots::isCounted(const UIElement* element, Use use) {
+    if (m_countedIn != m_gesture.serial()) {
+        m_countedIn = m_gesture.serial();
+        m_counted.clear();
+    }
+    return std::any_of(m_counted.begin(), m_counted.end(), [&](const Counted& counted) {
+        return counted.element == element && counted.use == use;
+    });
+}
+
+bool QuickUseSlots::isStateCounted(const UIElement* element) {
+    return isCounted(element, Use::Checked) || isCounted(element, Use::Unchecked) ||
+           isCounted(element, Use::PartiallyChecked);
+}
+
+void QuickUseSlots::countIfOperated(QObject* control, Use use) {
+    if (m_judge.isOperated(control)) {
+        count(control, use);
+    }
+}
+
+void QuickUseSlots::countState(QObject* control) {
+    count(control, stateOf(control));
+}
+
+void QuickUseSlots::onToggled() {
+    if (m_judge.isOperated(sender())) {
+        countState(sender());
+    }
+}
+
+void QuickUseSlots::onClicked() {
+    QObject* const control = sender();
+    UIElement* const element = m_book.elementOf(control);
+    if (element == nullptr || !m_judge.isOperated(control)) {
+        return;
+    }
+    switch (m_book.typeOf(element)) {
+    case ElementType::Tab:
+        count(control, Use::Chosen);
+        break;
+    case ElementType::Button:
+        if (!isStateCounted(element)) {
+            count(control, Use::Clicked);
+        }
+        break;
+    default:
+        // As a radio button that is checked already.
+        if (!isStateCounted(element)) {
+            countState(control);
+        }
+        break;
+    }
+}
+
+void QuickUseSlots::onChosen() {
+    countIfOperated(sender(), Use::Chosen);
+}
+
+void QuickUseSlots::onEdited() {
+    // Where the text input in it tells itself, other changes during the key are the program's.
+    if (!m_judge.isTypedIntoPartOf(sender())) {
+        countEdit(sender());
+    }
+}
+
+void QuickUseSlots::onPartEdited() {
+    if (QObject* const control = m_judge.owners().controlOf(sender())) {
+        countEdit(control);
+    }
+}
+
+void QuickUseSlots::countEdit(QObject* control) {
+    const bool isComposing =
+        m_judge.decisiveType() == QEvent::InputMethod && !m_gesture.isCommitted();
+    if (!isComposing) {
+        countIfOperated(control, Use::Edited);
+    }
+}
+
+void QuickUseSlots::onConfirmed() {
+    countIfOperated(sender(), Use::Confirmed);
+}
+
+void QuickUseSlots::onChanged() {
+    countIfOperated(sender(), Use::Changed);
+}
+
+void QuickUseSlots::onMoved() {
+    QObject* const control = sender();
+    // The handles of a range slider are objects of their own.
+    countIfOperated(m_book.elementOf(control) == nullptr ? control->parent() : control, Use::Moved);
+}
+
+void QuickUseSlots::onMovingChanged() {
+    if (!QuickMotions::isMoving(sender())) {
+        m_motions.end(sender());
+    }
+}
+
+void QuickUseSlots::onCurrentChanged() {
+    if (m_judge.isViewOperated(sender())) {
+        count(sender(), Use::Chosen);
+    }
+}
+
+void QuickUseSlots::onRowClicked() {
+    countIfOperated(sender(), Use::Chosen);
+}
+
+void QuickUseSlots::onActivated() {
+    countIfOperated(sender(), Use::Activated);
+}
+
+void QuickUseSlots::onExpanded() {
+    countIfOperated(sender(), Use::Expanded);
+}
+
+void QuickUseSlots::onSorted() {
+    countIfOperated(sender(), Use::Sorted);
+}
+
+void QuickUseSlots::onPageChanged() {
+    QObject* const container = sender();
+    if (!m_judge.isContainerOperated(container)) {
+        return;
+    }
+    auto* const current = container->property("currentItem").value<QObject*>();
+    const auto page = m_pages.constFind(current);
+    if (page != m_pages.cend() && page->object == current) {
+        countElement(current, page->tab, Use::Chosen);
+        return;
+    }
+    UIElement* const element = m_book.elementOf(current);
+    if (element != nullptr && m_book.typeOf(element) == ElementType::Tab) {
+        countElement(current, element, Use::Chosen);
+    }
+}
+
+void QuickUseSlots::onPressedChanged() {
+    QObject* const area = sender();
+    const bool isPressed = area->property("pressed").toBool();
+    if (QuickClass::of(area).role() != QuickRole::Handler) {
+        if (isPressed) {
+            countIfOperated(area, Use::Pressed);
+        }
+        return;
+    }
+    // It tells of a tap or a long press later.
+    if (isPressed && m_judge.isHandlerOperated(area)) {
+        m_motions.begin(area, QuickMotions::End::Release);
+    }
+}
+
+void QuickUseSlots::onTapped() {
+    if (m_judge.isHandlerOperated(sender())) {
+        count(sender(), Use::Pressed);
+    }
+}
+
+void QuickUseSlots::onActiveChanged() {
+    QObject* const handler = sender();
+    if (!handler->property("active").toBool() || !m_judge.isHandlerOperated(handler)) {
+        return;
+    }
+    if (extendsClass(handler, "QQuickTapHandler") || extendsClass(handler, "QQuickHoverHandler")) {
+        return; // tells of what it has recognised
+    }
+    const bool isDragged = extendsClass(handler, "QQuickMultiPointHandler");
+    count(handler, isDragged ? Use::Dragged : Use::Pressed);
+}
+
+void QuickUseSlots::onTouched() {
+    countIfOperated(sender(), Use::Pressed);
+}
+
+void QuickUseSlots::onPinched() {
+    countIfOperated(sender(), Use::Dragged);
+}
+
+void QuickUseSlots::onLinkActivated() {
+    countIfOperated(sender(), Use::Followed);
+}
+
+void QuickUseSlots::onTriggered() {
+    QObject* const command = sender();
+    UIElement* const element = m_book.elementOf(command);
+    if (element == nullptr || isCounted(element, Use::Triggered) ||
+        !m_judge.isTriggered(command)) {
+        return;
+    }
+    tellWay(command, element);
+    count(command, Use::Triggered);
+}
+
+void QuickUseSlots::tellWay(QObject* command, UIElement* element) {
+    Way way = Way::Menu;
+    if (m_judge.findWay(command, m_gesture.shortcut(), way)) {
+        addWay(element, Attribute::Ways, way);
+        addWay(element, Attribute::UsedWays, way);
+    }
+}
+
+void QuickUseSlots::addWay(UIElement* element, Attribute attribute, Way way) {
+    const QString name = QLatin1String(nameOf(way));
+    const QString known = m_book.attribute(element, attribute);
+    QStringList ways = known.isEmpty() ? QStringList() : known.split(QLatin1Char(' '));
+    if (!ways.contains(name)) {
+        ways.append(name);
+        ways.sort();
+        m_book.setAttribute(element, attribute, ways.join(QLatin1Char(' ')));
+    }
+}
+
+} // namespace UIControls
+} // namespace Vorsk

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "qtuicontrols/elementbook.h"
+
+#include <QHash>
+#include <QObject>
+#include <QPointer>
+
+#include <vector>
+
+namespace Vorsk {
+namespace UIControls {
+
+class QuickGesture;
+class QuickJudge;
+class QuickMotions;
+
+/**
+ * What signals of controls are connected to: asks whether a person operates the sender and counts
+ * the use, once for each gesture. GUI thread only.
+ */
+class QuickUseSlots : public QObject {
+    Q_OBJECT
+
+public:
+    /** All outlive this object. */
+    QuickUseSlots(ElementBook& book, const QuickJudge& judge, QuickMotions& motions,
+                  const QuickGesture& gesture);
+
+    /** Has the page's tab counted when the page becomes the current one of what it lies in. */
+    void addPage(QObject* page, UIElement* tab);
+
+    /** A person does this to the control now. */
+    void count(QObject* control, Use use);
+
+public Q_SLOTS:
+    void onActivated();
+    void onActiveChanged();
+    void onChanged();
+    void onChosen();
+    void onClicked();
+    void onConfirmed();
+    void onCurrentChanged();
+    void onEdited();
+    void onExpanded();
+    void onLinkActivated();
+    void onMoved();
+    void onMovingChanged();
+    void onPageChanged();
+    void onPartEdited();
+    void onPinched();
+    void onPressedChanged();
+    void onRowClicked();
+    void onSorted();
+    void onTapped();
+    void onToggled();
+    void onTouched();
+    void onTriggered();
+
+private:
+    void countIfOperated(QObject* control, Use use);
+    void countState(QObject* control);
+    void countEdit(QObject* control);
+    void countElement(QObject* object, UIElement* element, Use use);
+    void countRowOf(QObject* control);
+    bool isCounted(const UIElement* element, Use use);
+    bool isStateCounted(const UIElement* element);
+    void tellWay(QObject* command, UIElement* element);
+    void addWay(UIElement* element, Attribute attribute, Way way);
+
+    struct Counted {
+        const UIElement* element;
+        Use use;
+    };
+
+    ElementBook& m_book;
+    const QuickJudge& m_judge;
+    QuickMotions& m_motions;
+    const QuickGesture& m_gesture;
+    /** In the gesture of that number. */
+    std::vector<Counted> m_counted;
+    int m_countedIn = 0;
+    struct Page {
+        QPointer<QObject> object;
+        UIElement* tab;
+    };
+    QHash<const QObject*, Page> m_pages;
+};
+
+} // namespace UIControls
+} // namespace Vorsk

@@ -1,0 +1,125 @@
+#include "quickviews.h"
+
+#include "quickclass.h"
+#include "quickplaces.h"
+
+#include <QQuickRenderControl>
+
+#include <algorithm>
+
+namespace Vorsk {
+namespace UIControls {
+
+namespace {
+
+/** Whether the page is the one that its swipe view shows; true for all others. */
+bool isCurrent(const QQuickItem& page) {
+    // The pages of a swipe view lie side by side in the content item of the view that is its content item.
+    const QQuickItem* parent = page.parentItem();
+    for (int i = 0; i < 2 && parent != nullptr; ++i) {
+        parent = parent->parentItem();
+    }
+    if (parent == nullptr || QuickClass::of(parent).role() != QuickRole::SwipeView) {
+        return true;
+    }
+    return parent->property("currentItem").value<QQuickItem*>() == &page;
+}
+
+} // namespace
+
+void QuickViews::add(QObject* object, UIElement* element) {
+    m_views.erase(std::remove_if(m_views.begin(), m_views.end(),
+                                 [element](const QuickView& view) {
+                                     return view.object.isNull() && (view.element == element || !view.isShowing);
+                                 }),
+                  m_views.end());
+    QuickView view;
+    view.object = object;
+    view.item = itemOf(object);
+    view.element = element;
+    m_views.push_back(view);
+}
+
+void QuickViews::addControl(QObject* control, UIElement* element) {
+    QuickView* const view = find(m_book.viewOf(element));
+    if (view == nullptr) {
+        return;
+    }
+    std::vector<QObject*>& controls = view->controls;
+    constexpr std::size_t few = 64;
+    if (controls.size() >= few && controls.size() == controls.capacity()) {
+        controls.erase(std::remove_if(controls.begin(), controls.end(),
+                                      [this](const QObject* known) { return m_book.elementOf(known) == nullptr; }),
+                       controls.end());
+        controls.reserve(controls.size() * 2);
+    }
+    controls.push_back(control);
+}
+
+QuickView* QuickViews::find(const UIElement* element) {
+    const auto found = std::find_if(m_views.begin(), m_views.end(), [element](const QuickView& view) {
+        return view.element == element && !view.object.isNull();
+    });
+    return element == nullptr || found == m_views.end() ? nullptr : &*found;
+}
+
+bool QuickViews::isShown(QQuickWindow& window) {
+    if (QWindow* const real = QQuickRenderControl::renderWindowFor(&window)) {
+        return real->isVisible() && real->isExposed() && !window.size().isEmpty();
+    }
+    return window.isVisible() && window.isExposed() && !window.size().isEmpty() && window.opacity() > 0;
+}
+
+bool QuickViews::isVisible(const QQuickItem& item) {
+    if (!item.isVisible() || !(item.width() > 0) || !(item.height() > 0)) {
+        return false;
+    }
+    for (const QQuickItem* above = &item; above != nullptr; above = above->parentItem()) {
+        if (!(above->opacity() > 0)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool QuickViews::canBeSeen(const QuickView& view) const {
+    if (view.object.isNull()) {
+        return false;
+    }
+    if (auto* const window = qobject_cast<QQuickWindow*>(view.object.data())) {
+        return isShown(*window);
+    }
+    if (view.item.isNull()) {
+        return QuickClass::of(view.object).generation() == 1 && view.object->property("__popupVisible").toBool();
+    }
+    QQuickWindow* const window = view.item->window();
+    if (window == nullptr || !isShown(*window) || !isVisible(*view.item) || !isCurrent(*view.item)) {
+        return false;
+    }
+    return placeOf(view.item).intersects(QRect(QPoint(0, 0), window->size()));
+}
+
+std::vector<UIElement*> QuickViews::update() {
+    std::vector<UIElement*> came;
+    for (QuickView& view : m_views) {
+        if (view.item.isNull() && !view.object.isNull()) {
+            view.item = itemOf(view.object); // a popup's item may be made later
+        }
+        const bool isShowing = canBeSeen(view);
+        if (isShowing == view.isShowing) {
+            continue;
+        }
+        view.isShowing = isShowing;
+        m_book.setAttribute(view.element, Attribute::Showing, isShowing ? QStringLiteral("true") : QString());
+        if (isShowing) {
+            view.hasChanged = true;
+            m_book.setPlace(view.element, placeOf(view.object));
+            m_book.countUse(view.element, Use::Seen);
+            came.push_back(view.element);
+        }
+    }
+    return came;
+}
+
+} // namespace UIControls
+} // namespace Vorsk

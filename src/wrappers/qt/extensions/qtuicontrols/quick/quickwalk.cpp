@@ -1,0 +1,368 @@
+#include "quickwalk.h"
+
+#include "quickclass.h"
+#include "quickcontainers.h"
+#include "quickgroups.h"
+#include "quicknames.h"
+#include "quickparts.h"
+#include "quickplaces.h"
+
+#include <QQuickItem>
+#include <QQuickWindow>
+
+#include <utility>
+
+namespace Vorsk {
+namespace UIControls {
+
+namespace {
+
+/** Whether another item than itself may be operated within a control: the content of a delegate. */
+bool mayHoldControls(const QuickClass& cls) {
+    return cls.generation() == 2 && (cls.name().endsWith("Delegate") || cls.name() == "QQuickAbstractButton");
+}
+
+bool hasLinks(const QQuickItem* text, const QuickClass& cls) {
+    return cls.read(text, QuickClass::TextProperty).toString().contains(QLatin1String("<a "), Qt::CaseInsensitive);
+}
+
+bool acceptsPresses(const QQuickItem* area, const QuickClass& cls) {
+    const QVariant buttons = cls.read(area, QuickClass::AcceptedButtons);
+    return !buttons.isValid() || buttons.toInt() != Qt::NoButton;
+}
+
+/** Whether what is no item is there only because a control is made of it, as the menu of a text field. */
+bool isOfQtControls(const QObject* object, const QuickClass& cls) {
+    switch (cls.role()) {
+    case QuickRole::Handler:
+    case QuickRole::Action:
+    case QuickRole::Shortcut:
+    case QuickRole::Popup:
+        return isInsideQtControls(object);
+    default:
+        return false;
+    }
+}
+
+/** As a page would: what is smaller is something on it. */
+bool coversMuch(const QQuickItem* item) {
+    const QQuickWindow* const window = item->window();
+    constexpr qreal part = 0.5;
+    return window != nullptr && item->width() >= part * window->width() && item->height() >= part * window->height();
+}
+
+/** Whose page the item is; null for none. Pages lie in the content item of the list that is the view's content item. */
+const QQuickItem* swipeViewOf(const QQuickItem* page) {
+    const QQuickItem* const content = page->parentItem();
+    const QQuickItem* const list = content == nullptr ? nullptr : content->parentItem();
+    const QQuickItem* const view = list == nullptr ? nullptr : list->parentItem();
+    return view != nullptr && QuickClass::of(list).role() == QuickRole::ItemView &&
+                   QuickClass::of(view).role() == QuickRole::SwipeView
+               ? view
+               : nullptr;
+}
+
+QString titleOf(const QQuickItem* page, const QQuickItem* parent) {
+    for (const char* const name : {"title", "text"}) {
+        const QString title = page->property(name).toString();
+        if (!title.isEmpty()) {
+            return title;
+        }
+    }
+    return parent->property("title").toString(); // of a tab of the first generation
+}
+
+} // namespace
+
+QuickWalk::QuickWalk(ElementBook& book, QuickElements& elements, QuickContainers& containers, AddWindow addWindow)
+    : m_book(book)
+    , m_elements(elements)
+    , m_containers(containers)
+    , m_addWindow(std::move(addWindow)) {}
+
+void QuickWalk::lookAtWindow(QQuickWindow* window) {
+    Surroundings where;
+    where.view = m_elements.addWindow(window);
+    visitObjects(window, where, 0);
+    m_containers.remember(window->contentItem());
+    visitChildren(window->contentItem(), where);
+}
+
+void QuickWalk::lookAtContainer(QQuickItem* container) {
+    const Surroundings where = surroundingsOf(container);
+    if (where.view != nullptr) {
+        visitChildren(container, where);
+    }
+}
+
+bool QuickWalk::isKnown(const QQuickItem* item) const {
+    return m_containers.isKnown(item) || m_book.elementOf(item) != nullptr;
+}
+
+/** Found by climbing, for an item that was looked into before. */
+Surroundings QuickWalk::surroundingsOf(QQuickItem* container) {
+    Surroundings where;
+    for (QQuickItem* item = container; item != nullptr && where.view == nullptr; item = item->parentItem()) {
+        QObject* object = item;
+        if (QuickClass::of(item).role() == QuickRole::PopupItem && item->parent() != nullptr) {
+            object = item->parent();
+        }
+        UIElement* const element = m_book.elementOf(object);
+        if (element == nullptr) {
+            continue;
+        }
+        if (isView(m_book.typeOf(element))) {
+            where.view = element;
+        } else if (QuickClass::of(item).role() == QuickRole::Control) {
+            where.isInControl = true;
+        }
+    }
+    if (where.view == nullptr && container->window() != nullptr) {
+        where.view = m_book.elementOf(container->window());
+    }
+    where.group = groupOf(container);
+    where.isInRow = !where.group.isNull() && isInRow(container);
+    return where;
+}
+
+void QuickWalk::visitChildren(QQuickItem* item, const Surroundings& within) {
+    const QList<QQuickItem*> children = item->childItems();
+    if (children.isEmpty()) {
+        return;
+    }
+    const SiblingMakers makers(item);
+    Surroundings where = within;
+    for (QQuickItem* child : children) {
+        const QuickClass& cls = QuickClass::of(child);
+        if (cls.role() == QuickRole::Text) {
+            where.textBefore = child;
+        }
+        const bool isPageHere = isPage(child, item, within);
+        if (isKnown(child) && !(isPageHere && m_book.elementOf(child) == nullptr)) {
+            continue;
+        }
+        const Maker maker = makers.makerOf(child);
+        where.group = groupOf(child, within.group, maker);
+        where.isInRow = within.isInRow || maker.makesRows;
+        visitChild(child, where, isPageHere);
+    }
+}
+
+void QuickWalk::visitChild(QQuickItem* item, Surroundings& where, bool isPage) {
+    const QuickClass& cls = QuickClass::of(item);
+    Surroundings inner = where;
+    if (isPage) {
+        inner.view = addPage(item, where);
+        inner.textBefore = nullptr;
+        inner.title.clear();
+    }
+    switch (cls.role()) {
+    case QuickRole::Control:
+        visitControl(item, cls, inner);
+        where.textBefore = nullptr;
+        break;
+    case QuickRole::Input:
+        visitInput(item, cls, inner);
+        where.textBefore = nullptr;
+        break;
+    case QuickRole::None:
+    case QuickRole::Part:
+    case QuickRole::Repeater:
+        break;
+    case QuickRole::PopupItem:
+        visitPopupItem(item, inner);
+        break;
+    default:
+        visitItem(item, cls, inner);
+        break;
+    }
+}
+
+/** What is looked into, and may be operated itself. */
+void QuickWalk::visitItem(QQuickItem* item, const QuickClass& cls, const Surroundings& where) {
+    const bool isOwn = !where.isInControl && m_book.elementOf(item) == nullptr;
+    Surroundings inner = where;
+    switch (cls.role()) {
+    case QuickRole::Text:
+        if (isOwn && hasLinks(item, cls)) {
+            m_elements.addControl(item, cls, ElementType::Link, where);
+        }
+        break;
+    case QuickRole::Area:
+        if (isOwn && acceptsPresses(item, cls) && !isInsideQtControls(item)) {
+            m_elements.addControl(item, cls, ElementType::Area, where);
+        }
+        break;
+    case QuickRole::ItemView:
+        if (isOwn && showsRows(item) && !isInsideQtControls(item)) {
+            m_elements.addControl(item, cls, cls.type(), where);
+        }
+        break;
+    case QuickRole::Item:
+        if (cls.type() == ElementType::GroupBox && isOwn && cls.read(item, QuickClass::Checkable).toBool()) {
+            m_elements.addControl(item, cls, ElementType::GroupBox, where);
+        }
+        break;
+    default:
+        break;
+    }
+    const QString title = cls.generation() != 0 ? captionOf(item, cls) : QString();
+    if (!title.isEmpty()) {
+        inner.title = title;
+        inner.textBefore = nullptr;
+    }
+    const bool isLeaf = cls.role() == QuickRole::Text && item->childItems().isEmpty();
+    if (!isLeaf) {
+        m_containers.remember(item);
+    }
+    visitObjects(item, inner, 0);
+    visitChildren(item, inner);
+}
+
+void QuickWalk::visitControl(QQuickItem* item, const QuickClass& cls, const Surroundings& where) {
+    if (cls.generation() == 1 && isInsideQtControls(item)) {
+        return; // a part of another, as the check box of a group box
+    }
+    if (m_book.elementOf(item) == nullptr) {
+        m_elements.addControl(item, cls, cls.type(), where);
+    }
+    Surroundings inner = where;
+    inner.isInControl = true;
+    if (cls.type() != ElementType::ComboBox) {
+        visitObjects(item, inner, 0);
+    }
+    if (mayHoldControls(cls)) {
+        inner.textBefore = nullptr;
+        m_containers.remember(item);
+        visitChildren(item, inner);
+    }
+}
+
+void QuickWalk::visitInput(QQuickItem* item, const QuickClass& cls, const Surroundings& where) {
+    if (m_book.elementOf(item) != nullptr || (where.isInControl && isInsideQtControls(item))) {
+        return;
+    }
+    if (!cls.read(item, QuickClass::ReadOnly).toBool()) {
+        m_elements.addControl(item, cls, ElementType::TextInput, where);
+    } else if (hasLinks(item, cls)) {
+        m_elements.addControl(item, cls, ElementType::Link, where);
+    }
+}
+
+/** The item of a popup that came to be shown: the popup is a view, unless it is part of a control. */
+void QuickWalk::visitPopupItem(QQuickItem* item, const Surroundings& where) {
+    QObject* const popup = item->parent();
+    if (popup == nullptr) {
+        return;
+    }
+    const QuickClass& cls = QuickClass::of(popup);
+    UIElement* const owner = m_book.elementOf(popup->parent());
+    if (cls.role() != QuickRole::Popup ||
+        (owner != nullptr && m_book.typeOf(owner) == ElementType::ComboBox)) {
+        return;
+    }
+    Surroundings outer = where;
+    outer.isInControl = false;
+    for (QObject* above = popup->parent(); above != nullptr; above = above->parent()) {
+        UIElement* const element = m_book.viewOf(m_book.elementOf(above));
+        if (element != nullptr) {
+            outer.view = element;
+            break;
+        }
+    }
+    visitPopup(popup, cls, outer);
+}
+
+void QuickWalk::visitObjects(const QObject* object, const Surroundings& where, int depth) {
+    constexpr int deepest = 3;
+    const QObjectList children = object->children();
+    for (QObject* child : children) {
+        const QuickClass& cls = QuickClass::of(child);
+        switch (isOfQtControls(child, cls) ? QuickRole::Part : cls.role()) {
+        case QuickRole::Handler:
+            if (!where.isInControl && m_book.elementOf(child) == nullptr && itemOf(child) != nullptr) {
+                m_elements.addControl(child, cls, ElementType::Area, where);
+            }
+            break;
+        case QuickRole::Action:
+        case QuickRole::Shortcut:
+            if (m_book.elementOf(child) == nullptr) {
+                m_elements.addControl(child, cls, ElementType::Command, where);
+            }
+            break;
+        case QuickRole::Popup:
+            visitPopup(child, cls, where);
+            break;
+        case QuickRole::Window:
+            m_addWindow(static_cast<QQuickWindow*>(child));
+            break;
+        case QuickRole::None:
+            if (depth < deepest && !child->children().isEmpty()) {
+                visitObjects(child, where, depth + 1);
+            }
+            break;
+        default: // items come by their parent items
+            break;
+        }
+    }
+}
+
+void QuickWalk::visitPopup(QObject* popup, const QuickClass& cls, const Surroundings& where) {
+    QPointer<QObject>& known = m_popups[popup];
+    if (!known.isNull() && m_book.elementOf(popup) != nullptr) {
+        return;
+    }
+    known = popup;
+    UIElement* element = m_book.elementOf(popup);
+    if (element == nullptr) {
+        element = m_elements.addView(popup, cls, cls.type(), where, QString());
+    }
+    Surroundings inner;
+    inner.view = element;
+    inner.group = where.group;
+    inner.isInRow = where.isInRow;
+    visitObjects(popup, inner, 0);
+    if (QQuickItem* const item = itemOf(popup)) {
+        m_containers.remember(item);
+        visitChildren(item, inner);
+    }
+}
+
+/** Whether the parent shows the item as one of its pages. */
+bool QuickWalk::isPage(const QQuickItem* item, const QQuickItem* parent, const Surroundings& where) const {
+    const QuickClass& cls = QuickClass::of(item);
+    if (cls.role() == QuickRole::Repeater || cls.role() == QuickRole::Part || cls.role() == QuickRole::None) {
+        return false;
+    }
+    switch (QuickClass::of(parent).role()) {
+    case QuickRole::StackView:
+        return !isInsideQtControls(item);
+    case QuickRole::StackLayout:
+        return true;
+    case QuickRole::Loader:
+        if (QuickClass::of(parent).name() == "Tab") {
+            return true;
+        }
+        return !where.isInRow && cls.role() != QuickRole::Control && cls.role() != QuickRole::Input &&
+               !isInsideQtControls(parent) && coversMuch(parent);
+    default:
+        return swipeViewOf(item) != nullptr;
+    }
+}
+
+UIElement* QuickWalk::addPage(QQuickItem* page, const Surroundings& where) {
+    if (UIElement* const known = m_book.elementOf(page)) {
+        return known;
+    }
+    const QString title = titleOf(page, page->parentItem());
+    UIElement* const element =
+        m_elements.addView(page, QuickClass::of(page), ElementType::Page, where, title);
+    const QQuickItem* const swipeView = swipeViewOf(page);
+    if (swipeView != nullptr && swipeView->property("interactive") != QVariant(false)) {
+        m_elements.addTab(page, element, where, title);
+    }
+    return element;
+}
+
+} // namespace UIControls
+} // namespace Vorsk

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "qtuicontrols/controlstracker.h"
+
+#include <memory>
+
+namespace Vorsk {
+namespace UIControls {
+
+/**
+ * The half for Qt Quick, which is a library of its own beside this one: brought in when the program has loaded Qt Quick
+ * itself, so that a program of widgets never does because of us. Programs load Qt Quick before the first of its objects
+ * gets an event. A library that is missing is one warning. GUI thread only.
+ */
+class QuickHalf final : public ControlsTracker {
+public:
+    /** What the library exports: makes its tracker, which the caller owns. */
+    using Entry = ControlsTracker* (*)(const TrackerServices* services);
+    static constexpr const char* entryName = "uicov_quick_half";
+
+    /** @param services outlives this; so does all that it refers to */
+    explicit QuickHalf(const TrackerServices& services);
+    ~QuickHalf() override;
+
+    void handleEvent(QObject* object, QEvent* event) override;
+
+private:
+    /** Looks whether it is time, when libraries have been loaded since it was last asked. */
+    void lookForQtQuick();
+    void bringIn();
+
+    TrackerServices m_services;
+    std::unique_ptr<ControlsTracker> m_tracker;
+    /** How many libraries the process had loaded when it was last asked. */
+    unsigned long long m_loadedLibraries = 0;
+    bool m_isMissing = false;
+};
+
+} // namespace UIControls
+} // namespace Vorsk

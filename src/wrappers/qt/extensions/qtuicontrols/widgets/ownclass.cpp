@@ -1,0 +1,59 @@
+#include "ownclass.h"
+
+#include <QHash>
+#include <QWidget>
+
+#include <cstddef>
+#include <cstring>
+
+#include <dlfcn.h>
+
+namespace Vorsk {
+namespace UIControls {
+
+namespace {
+
+/** Whether the address lies in one of Qt's libraries. */
+bool isOfQt(const void* address) {
+    static QHash<const void*, bool> known;
+    const auto found = known.constFind(address);
+    if (found != known.constEnd()) {
+        return *found;
+    }
+    Dl_info info;
+    const bool isIt = dladdr(address, &info) != 0 && info.dli_fname != nullptr &&
+                      std::strstr(info.dli_fname, "libQt5") != nullptr;
+    known.insert(address, isIt);
+    return isIt;
+}
+
+/** Where in a widget's table of virtual functions mousePressEvent() stands. */
+class PressSlot : public QWidget {
+public:
+    static std::size_t index() {
+        void (QWidget::*const member)(QMouseEvent*) = &PressSlot::mousePressEvent;
+        // The ABI's pointer to a virtual member holds its offset in the table; the lowest bit is a
+        // mark on most processors.
+        std::size_t parts[2];
+        static_assert(sizeof(parts) == sizeof(member), "not as the Itanium C++ ABI has it");
+        std::memcpy(parts, &member, sizeof(parts));
+        return parts[0] / sizeof(void*);
+    }
+};
+
+} // namespace
+
+bool isOwnClass(const QWidget* widget) {
+    // The meta-object itself may have been copied into the program, what it points to is not.
+    return !isOfQt(widget->metaObject()->d.stringdata);
+}
+
+bool handlesPress(const QWidget* widget) {
+    static const std::size_t index = PressSlot::index();
+    const void* const* table = nullptr;
+    std::memcpy(&table, static_cast<const void*>(widget), sizeof(table));
+    return !isOfQt(table[index]);
+}
+
+} // namespace UIControls
+} // namespace Vorsk

@@ -1,0 +1,167 @@
+#include "qtuicontrols/widgets/widgetnames.h"
+
+#include "qtuicontrols/widgets/widgetclass.h"
+#include "qtuicontrols/widgets/widgetlabels.h"
+#include "tracking/classname.h"
+#include "tracking/mnemonics.h"
+
+#include <QAbstractButton>
+#include <QAbstractSpinBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QTextEdit>
+#include <QWizardPage>
+
+namespace Vorsk {
+namespace UIControls {
+
+using UICoverage::stripMnemonics;
+
+namespace {
+
+QString nullIfEmpty(const QString& text) {
+    return text.isEmpty() ? QString() : text;
+}
+
+/** A window's title without the mark that stands for "modified". */
+QString windowTitleOf(const QWidget* widget) {
+    QString title = widget->windowTitle();
+    title.remove(QLatin1String("[*]"));
+    return title.trimmed();
+}
+
+void add(Description& what, Attribute attribute, const QString& value) {
+    if (!value.isEmpty()) {
+        what.attributes.append({attribute, value});
+    }
+}
+
+bool isReadOnly(const QWidget* widget) {
+    switch (classOf(widget)) {
+    case WidgetClass::LineEdit:
+        return static_cast<const QLineEdit*>(widget)->isReadOnly();
+    case WidgetClass::SpinBox:
+        return static_cast<const QAbstractSpinBox*>(widget)->isReadOnly();
+    case WidgetClass::TextBrowser:
+    case WidgetClass::TextEdit: {
+        const auto* const rich = qobject_cast<const QTextEdit*>(widget);
+        return rich != nullptr ? rich->isReadOnly()
+                               : static_cast<const QPlainTextEdit*>(widget)->isReadOnly();
+    }
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+QString captionOf(const QWidget* widget) {
+    switch (classOf(widget)) {
+    case WidgetClass::Button:
+    case WidgetClass::ToolButton:
+    case WidgetClass::RadioButton:
+    case WidgetClass::CheckBox:
+    case WidgetClass::ToolBoxButton:
+        return nullIfEmpty(stripMnemonics(static_cast<const QAbstractButton*>(widget)->text()));
+    case WidgetClass::GroupBox:
+        return nullIfEmpty(stripMnemonics(static_cast<const QGroupBox*>(widget)->title()));
+    case WidgetClass::Menu:
+        return nullIfEmpty(stripMnemonics(static_cast<const QMenu*>(widget)->title()));
+    case WidgetClass::WizardPage:
+        return nullIfEmpty(static_cast<const QWizardPage*>(widget)->title());
+    case WidgetClass::MainWindow:
+    case WidgetClass::Dialog:
+    case WidgetClass::Wizard:
+    case WidgetClass::Dock:
+    case WidgetClass::MdiWindow:
+        return nullIfEmpty(windowTitleOf(widget));
+    default:
+        return {};
+    }
+}
+
+QString placeholderOf(const QWidget* widget) {
+    switch (classOf(widget)) {
+    case WidgetClass::LineEdit:
+        return nullIfEmpty(static_cast<const QLineEdit*>(widget)->placeholderText());
+    case WidgetClass::TextEdit: {
+        const auto* const rich = qobject_cast<const QTextEdit*>(widget);
+        return nullIfEmpty(rich != nullptr
+                               ? rich->placeholderText()
+                               : static_cast<const QPlainTextEdit*>(widget)->placeholderText());
+    }
+    case WidgetClass::ComboBox: {
+        const QLineEdit* const edit = static_cast<const QComboBox*>(widget)->lineEdit();
+        return edit == nullptr ? QString() : nullIfEmpty(edit->placeholderText());
+    }
+    default:
+        return {};
+    }
+}
+
+QString objectNameOf(const QWidget* widget) {
+    const QString name = widget->objectName();
+    return name.isEmpty() || name.startsWith(QLatin1String("qt_")) ? QString() : name;
+}
+
+bool isOperable(const QWidget* widget) {
+    return widget->isEnabled() && !isReadOnly(widget);
+}
+
+bool isHiddenWithin(const QWidget* widget, const QWidget* view) {
+    for (const QWidget* at = widget; at != nullptr && at != view; at = at->parentWidget()) {
+        if (at->isHidden()) {
+            return true;
+        }
+        if (at->isWindow()) {
+            break;
+        }
+    }
+    return false;
+}
+
+bool isSensitive(const QWidget* widget) {
+    if (classOf(widget) == WidgetClass::LineEdit &&
+        static_cast<const QLineEdit*>(widget)->echoMode() != QLineEdit::Normal) {
+        return true;
+    }
+    return widget->testAttribute(Qt::WA_InputMethodEnabled) &&
+           (widget->inputMethodHints() & Qt::ImhHiddenText) != 0;
+}
+
+Description describe(const QWidget* widget, ElementType type, const QWidget* view,
+                     WidgetLabels& labels) {
+    Description what;
+    what.type = type;
+    what.className = UICoverage::className(widget);
+    what.text = captionOf(widget);
+    add(what, Attribute::ObjectName, objectNameOf(widget));
+    add(what, Attribute::ToolTip, widget->toolTip());
+    add(what, Attribute::AccessibleName, widget->accessibleName());
+    add(what, Attribute::Description, widget->accessibleDescription().isEmpty()
+                                          ? widget->whatsThis()
+                                          : widget->accessibleDescription());
+    if (isView(type)) {
+        return what;
+    }
+    add(what, Attribute::Placeholder, placeholderOf(widget));
+    if (what.text.isNull()) {
+        add(what, Attribute::Label, labels.labelOf(widget));
+    }
+    if (!isOperable(widget)) {
+        add(what, Attribute::Enabled, QStringLiteral("false"));
+    }
+    if (widget != view && isHiddenWithin(widget, view)) {
+        add(what, Attribute::Hidden, QStringLiteral("true"));
+    }
+    if (isSensitive(widget)) {
+        add(what, Attribute::Sensitive, QStringLiteral("true"));
+    }
+    return what;
+}
+
+} // namespace UIControls
+} // namespace Vorsk

@@ -1,0 +1,233 @@
+#include "qtuicontrols/widgets/widgetsurvey.h"
+
+#include "qtuicontrols/widgets/commands.h"
+#include "qtuicontrols/widgets/partelements.h"
+#include "qtuicontrols/widgets/widgetnames.h"
+#include "qtuicontrols/widgets/widgetpages.h"
+#include "qtuicontrols/widgets/widgetrole.h"
+#include "qtuicontrols/widgets/widgetuses.h"
+#include "qtuicontrols/widgets/widgetviews.h"
+#include "uiabstraction/uielement.h"
+
+#include <QAction>
+#include <QGraphicsProxyWidget>
+#include <QLabel>
+#include <QMenu>
+#include <QTabBar>
+#include <QToolBox>
+#include <QToolButton>
+
+namespace Vorsk {
+namespace UIControls {
+
+namespace {
+
+bool isTopLevel(const QWidget* widget) {
+    return widget->isWindow() && widget->graphicsProxyWidget() == nullptr;
+}
+
+bool mayHaveLinks(const QWidget* widget, WidgetClass cls) {
+    return cls == WidgetClass::TextBrowser ||
+           (cls == WidgetClass::Label &&
+            static_cast<const QLabel*>(widget)->text().contains(QLatin1Char('<')));
+}
+
+/** The page that the button of a tool box opens; null when that cannot be told. */
+QWidget* toolBoxPage(const QWidget* button) {
+    const auto* const box = qobject_cast<QToolBox*>(button->parentWidget());
+    const QString text = captionOf(button);
+    QWidget* page = nullptr;
+    for (int i = 0; box != nullptr && i < box->count(); ++i) {
+        QWidget* const candidate = box->widget(i);
+        if (candidate != nullptr && pageTitleOf(candidate) == text) {
+            if (page != nullptr) {
+                return nullptr;
+            }
+            page = candidate;
+        }
+    }
+    return page;
+}
+
+} // namespace
+
+WidgetSurvey::WidgetSurvey(const Pieces& pieces)
+    : m_pieces(pieces)
+    , m_listers(pieces.commands) {}
+
+void WidgetSurvey::note(QWidget* widget, Extent extent) {
+    // A menu that is being filled is noted for each of its actions.
+    if (m_noted.empty() || m_noted.back().widget != widget || m_noted.back().extent != extent) {
+        m_noted.push_back({widget, extent});
+    }
+}
+
+void WidgetSurvey::survey(QWidget* widget) {
+    m_noted.push_back({widget, Extent::Tree});
+    surveyNoted();
+}
+
+void WidgetSurvey::surveyNoted() {
+    ElementBook::Batch batch(m_pieces.book);
+    std::vector<Noted> noted;
+    noted.swap(m_noted);
+    m_labels = WidgetLabels();
+    m_walkedMenus.clear();
+    for (const Noted& each : noted) {
+        if (!each.widget.isNull()) {
+            surveyOne(each);
+        }
+    }
+    m_labels = WidgetLabels();
+}
+
+void WidgetSurvey::surveyOne(const Noted& noted) {
+    QWidget* const widget = noted.widget;
+    if (liesInControl(widget)) {
+        return;
+    }
+    const WidgetClass cls = classOf(widget);
+    if (cls == WidgetClass::Menu) {
+        walkMenu(static_cast<QMenu*>(widget));
+        return;
+    }
+    Place place;
+    if (!isTopLevel(widget)) {
+        place = {m_pieces.views.viewWidgetOf(widget), m_pieces.views.viewOf(widget)};
+    }
+    if (noted.extent == Extent::Tree) {
+        walk(widget, place, true);
+    } else if (cls != WidgetClass::Part && !isPartByPlace(widget, cls) &&
+               enterView(widget, cls, place, true)) {
+        visit(widget, cls, place);
+    }
+}
+
+void WidgetSurvey::walk(QWidget* widget, Place place, bool mayBePage) {
+    const WidgetClass cls = classOf(widget);
+    if (cls == WidgetClass::Menu) {
+        walkMenu(static_cast<QMenu*>(widget));
+        return;
+    }
+    if (cls == WidgetClass::Part || isPartByPlace(widget, cls) ||
+        !enterView(widget, cls, place, mayBePage)) {
+        return;
+    }
+    visit(widget, cls, place);
+    if (isEntered(cls)) {
+        walkChildren(widget, place);
+    }
+}
+
+void WidgetSurvey::walkChildren(QWidget* widget, const Place& place) {
+    const bool mayBePages = mayHavePages(widget);
+    const QObjectList children = widget->children();
+    for (QObject* child : children) {
+        if (child->isWidgetType()) {
+            auto* const inner = static_cast<QWidget*>(child);
+            walk(inner, isTopLevel(inner) ? Place() : place, mayBePages);
+        }
+    }
+}
+
+/** Where the widget is a view, what lies in it belongs there. False where nobody could ever see it. */
+bool WidgetSurvey::enterView(QWidget* widget, WidgetClass cls, Place& place, bool mayBePage) {
+    const bool isWindow = isTopLevel(widget);
+    if (!isWindow && !mayBePage && !isPageClass(cls)) {
+        return true;
+    }
+    if (m_pieces.views.knownView(widget) == nullptr && !m_pieces.views.isView(widget)) {
+        return !isWindow;
+    }
+    const bool isPlain = isWindow && cls != WidgetClass::MainWindow && cls != WidgetClass::Dialog &&
+                         cls != WidgetClass::Wizard && cls != WidgetClass::Dock;
+    if (isPlain && !widget->isVisible() && m_pieces.views.knownView(widget) == nullptr) {
+        // It becomes a view when a control is found in it, or when it is shown.
+        place = Place();
+        return widget->parentWidget() != nullptr;
+    }
+    place = {widget, m_pieces.views.viewOf(widget)};
+    return place.view != nullptr;
+}
+
+void WidgetSurvey::walkMenu(QMenu* menu) {
+    if (m_walkedMenus.contains(menu)) {
+        return;
+    }
+    m_walkedMenus.insert(menu);
+    const Place place{menu, m_pieces.views.viewOf(menu)};
+    if (place.view != nullptr) {
+        visitActions(menu, WidgetClass::Menu, place);
+        walkChildren(menu, place);
+    }
+}
+
+void WidgetSurvey::visit(QWidget* widget, WidgetClass cls, const Place& place) {
+    ElementType type = ElementType::Area;
+    if (isControl(widget, cls, &type)) {
+        const UIElement* const known = m_pieces.book.elementOf(widget);
+        if (known == nullptr || isView(m_pieces.book.typeOf(known))) {
+            addControl(widget, type, place);
+        }
+    } else if (cls == WidgetClass::TabBar) {
+        m_pieces.parts.surveyTabs(static_cast<QTabBar*>(widget));
+    } else if (mayHaveLinks(widget, cls)) {
+        if (UIElement* const view = m_pieces.views.viewOf(widget)) {
+            m_pieces.uses.findLinks(widget, view);
+        }
+    }
+    visitActions(widget, cls, place);
+}
+
+void WidgetSurvey::addControl(QWidget* widget, ElementType type, Place place) {
+    if (place.view == nullptr) {
+        place = {m_pieces.views.viewWidgetOf(widget), m_pieces.views.viewOf(widget)};
+    }
+    if (place.view == nullptr) {
+        return;
+    }
+    Description what = describe(widget, type, place.viewWidget, m_labels);
+    what.uses = WidgetUses::usesOf(widget, type);
+    UIElement* const control = m_pieces.book.add(widget, what, place.view);
+    m_pieces.uses.watch(widget, type, control);
+    m_pieces.parts.surveyOptions(widget, control);
+    tellWhatOpens(widget, control);
+}
+
+void WidgetSurvey::tellWhatOpens(QWidget* widget, UIElement* control) {
+    const UIElement* opened = nullptr;
+    if (QMenu* const menu = menuOf(widget)) {
+        walkMenu(menu);
+        opened = m_pieces.views.viewOf(menu);
+    } else if (m_pieces.book.typeOf(control) == ElementType::Tab) {
+        QWidget* const page = toolBoxPage(widget);
+        opened = page == nullptr ? nullptr : m_pieces.views.viewOf(page);
+    }
+    if (opened != nullptr) {
+        m_pieces.book.setAttribute(control, Attribute::Opens, opened->id());
+    }
+}
+
+/** Tells which actions can be reached through the widget, and walks the menus that they open. */
+void WidgetSurvey::visitActions(QWidget* widget, WidgetClass cls, const Place& place) {
+    const QList<QAction*> actions = widget->actions();
+    const auto* const tool = qobject_cast<const QToolButton*>(widget);
+    if (actions.isEmpty() && tool == nullptr) {
+        m_listers.update(widget, {}, Way::Menu, nullptr);
+        return;
+    }
+    for (QAction* action : actions) {
+        if (QMenu* const menu = action->menu()) {
+            walkMenu(menu);
+        }
+    }
+    UIElement* const view = place.view != nullptr ? place.view : m_pieces.views.viewOf(widget);
+    if (view == nullptr) {
+        return;
+    }
+    const ReachedActions reached = actionsReachedThrough(widget, cls);
+    m_listers.update(widget, reached.actions, reached.way, view);
+}
+
+} // namespace UIControls
+} // namespace Vorsk

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "qtuicontrols/bookofelements.h"
+#include "qtuicontrols/controlstracker.h"
+#include "qtuicontrols/inputattribution.h"
+#include "testlib/fakehook.h"
+#include "tracking/streamuielementexporter.h"
+
+#include <QObject>
+#include <QStringList>
+
+#include <memory>
+
+namespace TestLib {
+
+/**
+ * The half of the controls extension that knows Qt Widgets, between the application's deliveries and
+ * a fake hook. Plays the host that tells the begin of each delivery only. One at a time.
+ */
+class ControlsProbe : public QObject {
+    Q_OBJECT
+
+public:
+    using Attribute = Vorsk::UIControls::Attribute;
+    using UIElement = Vorsk::UIAbstraction::UIElement;
+
+    explicit ControlsProbe(const Vorsk::UIControls::TrackerOptions& options = {});
+    ~ControlsProbe() override;
+
+    Vorsk::UIControls::BookOfElements& book() { return m_book; }
+    Vorsk::UIControls::ControlsTracker& tracker() { return *m_tracker; }
+    UIElement* element(const QObject* object) { return m_book.elementOf(object); }
+
+    /** All views and controls, as controlsTree() prints them, in the order in which they came. */
+    QString tree(const QStringList& attributes = {}) const;
+    /** The element's line as controlLine() prints it; empty when the object has no element. */
+    QString line(const QObject* object, const QStringList& attributes = {});
+    QString attribute(const QObject* object, Attribute attribute);
+    /** The first element of that type and text anywhere; null when there is none. */
+    UIElement* find(const QString& type, const QString& text) const;
+    QString attribute(const QString& type, const QString& text, Attribute attribute) const;
+    /** How many elements of that type there are. */
+    int count(const QString& type) const;
+    /** How often the event of the element was counted. */
+    static int usage(const UIElement* element, const char* event);
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    FakeHook m_hook;
+    Vorsk::UICoverage::StreamUIElementExporter m_exporter;
+    Vorsk::UIControls::TrackerOptions m_options;
+    Vorsk::UIControls::BookOfElements m_book;
+    Vorsk::UIControls::InputAttribution m_attribution;
+    std::unique_ptr<Vorsk::UIControls::ControlsTracker> m_tracker;
+};
+
+} // namespace TestLib
