@@ -13,14 +13,22 @@ using namespace Vorsk::UIControls;
 using Vorsk::UIAbstraction::ElementWalk;
 using Vorsk::UIAbstraction::UIEvent;
 
+namespace {
+
+ControlsProbe* current = nullptr;
+
+} // namespace
+
 ControlsProbe::ControlsProbe(const TrackerOptions& options)
     : m_options(options)
     , m_book(m_exporter)
     , m_tracker(new WidgetsTracker({m_book, m_attribution, m_options})) {
+    current = this;
     QCoreApplication::instance()->installEventFilter(this);
 }
 
 ControlsProbe::~ControlsProbe() {
+    current = nullptr;
     QCoreApplication::instance()->removeEventFilter(this);
 }
 
@@ -28,6 +36,20 @@ bool ControlsProbe::eventFilter(QObject* watched, QEvent* event) {
     m_attribution.begin(watched, event);
     m_tracker->handleEvent(watched, event);
     return false;
+}
+
+void ControlsProbe::end(const QObject* receiver, const QEvent* event) {
+    if (current != nullptr) {
+        current->m_attribution.end(receiver, event);
+    }
+}
+
+QList<ControlsProbe::UIElement*> ControlsProbe::roots() const {
+    QList<UIElement*> all;
+    for (UIElement* root : m_book.roots()) {
+        all.append(root);
+    }
+    return all;
 }
 
 QString ControlsProbe::tree(const QStringList& attributes) const {
@@ -78,7 +100,8 @@ int ControlsProbe::count(const QString& type) const {
 }
 
 int ControlsProbe::usage(const UIElement* element, const char* event) {
-    return element == nullptr ? -1 : element->usage().value(UIEvent(QString::fromLatin1(event)), -1);
+    return element == nullptr ? -1
+                              : element->usage().value(UIEvent(QString::fromLatin1(event)), -1);
 }
 
 } // namespace TestLib

@@ -6,6 +6,7 @@
 #include "testlib/fakehook.h"
 #include "tracking/streamuielementexporter.h"
 
+#include <QList>
 #include <QObject>
 #include <QStringList>
 
@@ -14,8 +15,8 @@
 namespace TestLib {
 
 /**
- * The half of the controls extension that knows Qt Widgets, between the application's deliveries and
- * a fake hook. Plays the host that tells the begin of each delivery only. One at a time.
+ * The half of the controls extension that knows Qt Widgets, between the application's deliveries
+ * and a fake hook. Plays the host that tells the begin of each delivery only. One at a time.
  */
 class ControlsProbe : public QObject {
     Q_OBJECT
@@ -31,6 +32,7 @@ public:
     Vorsk::UIControls::ControlsTracker& tracker() { return *m_tracker; }
     UIElement* element(const QObject* object) { return m_book.elementOf(object); }
 
+    QList<UIElement*> roots() const;
     /** All views and controls, as controlsTree() prints them, in the order in which they came. */
     QString tree(const QStringList& attributes = {}) const;
     /** The element's line as controlLine() prints it; empty when the object has no element. */
@@ -45,6 +47,9 @@ public:
     static int usage(const UIElement* element, const char* event);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
+
+    /** Plays the host that tells ends as well: a delivery is over. Called by HostApplication. */
+    static void end(const QObject* receiver, const QEvent* event);
 
 private:
     FakeHook m_hook;
