@@ -27,7 +27,7 @@ QStringList knownKeys(const QString& section) {
         return {extensionKey, recordingKey, sessionKey, contextKey, markKey, labelsKey};
     }
     return {QStringLiteral("enabled"), QStringLiteral("qtwidgets"), QStringLiteral("qtquick"),
-            QStringLiteral("takeScreenshotsOfElements")};
+            QStringLiteral("takeScreenshotsOfElements"), QStringLiteral("redact")};
 }
 
 /** As qEnvironmentVariable, which came with Qt 5.10. */
@@ -118,6 +118,10 @@ QString faultOf(const QString& file, QSettings& settings) {
 
 const QString consequence = QStringLiteral("; nothing is recorded, ");
 
+// Values of VORSK_RECORDING_EXTENSION.
+const QString controls = QStringLiteral("controls");
+const QString classic = QStringLiteral("classic");
+
 } // namespace
 
 std::optional<HostConfiguration> HostConfiguration::fromEnvironment(const QString& libraryFolder) {
@@ -146,7 +150,17 @@ HostConfiguration HostConfiguration::forFolder(const QString& folder,
     recordings.mkpath(QStringLiteral("."));
     result.m_recording = recordings.filePath(
         QFileInfo(QCoreApplication::applicationFilePath()).fileName() + QStringLiteral(".uirec"));
-    result.m_extensions.append(QDir(libraryFolder).filePath(QStringLiteral("libqtuicoverage.so")));
+    const QString extension = fromEnvironmentVariable("VORSK_RECORDING_EXTENSION");
+    if (!extension.isEmpty() && extension != classic && extension != controls) {
+        result.m_error = QStringLiteral("options-malformed: VORSK_RECORDING_EXTENSION is \"%1\"%2give "
+                                        "controls or classic")
+                             .arg(extension, consequence);
+        return result;
+    }
+    result.m_extensions.append(QDir(libraryFolder)
+                                   .filePath(extension == classic
+                                                 ? QStringLiteral("libqtuicoverage.so")
+                                                 : QStringLiteral("libqtuicontrols.so")));
     result.m_context = fromEnvironmentVariable("VORSK_RECORDING_CONTEXT");
     for (const char* option : {"enabled", "qtwidgets", "qtquick"}) {
         result.m_options[option] = {"1"};

@@ -22,6 +22,7 @@ constexpr std::array<Entry, messageCount> entries{{
     {Message::InputNewer, "input-newer"},
     {Message::InputTorn, "input-torn"},
     {Message::NoElements, "no-elements"},
+    {Message::ExtensionsMixed, "extensions-mixed"},
     {Message::EndedAbnormally, "ended-abnormally"},
     {Message::RecordingFull, "recording-full"},
     {Message::RecordingTorn, "recording-torn"},

@@ -17,6 +17,7 @@ enum class Message {
     InputNewer,
     InputTorn,
     NoElements,
+    ExtensionsMixed,
     EndedAbnormally,
     RecordingFull,
     RecordingTorn,

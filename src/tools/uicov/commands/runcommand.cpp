@@ -4,6 +4,8 @@
 #include "commands/cli/helpformatter.h"
 #include "commands/runkeeper.h"
 #include "console/terminal.h"
+#include "coverage/configuration.h"
+#include "coverage/configurationfile.h"
 #include "doctor/diagnosis.h"
 #include "launch/application.h"
 #include "launch/childprocess.h"
@@ -88,7 +90,10 @@ CLI::App* RunCommand::declare(CLI::App& commands) {
         ->envname("UICOV_TOOLKIT")
         ->check(CLI::IsMember({"widgets", "quick", "both"}).description(""))
         ->capture_default_str();
-    app->add_flag("--screenshots", m_takesScreenshots, "Record a picture of every element")
+    app->add_flag("--classic", m_isClassic,
+                  "Record with the classic extension, which knows fewer controls")
+        ->envname("UICOV_CLASSIC");
+    app->add_flag("--screenshots", m_takesScreenshots, "Record a picture of every view")
         ->envname("UICOV_SCREENSHOTS");
     app->add_flag("--keep-recording", m_keepsRecording,
                   "Keep the recording, under the name of APP with .uirec");
@@ -97,6 +102,10 @@ CLI::App* RunCommand::declare(CLI::App& commands) {
     app->add_option("--libdir", m_libraryFolder, "Where the extension is, if not beside uicov")
         ->type_name("DIR")
         ->envname("UICOV_LIBDIR");
+    app->add_option("--config", m_configFile, "What to black out (default: uicov.toml, if it is here)")
+        ->type_name("FILE")
+        ->envname("UICOV_CONFIG");
+    app->add_flag("--no-config", m_ignoresConfig, "Read no uicov.toml");
     app->add_flag("-q,--quiet", m_isQuiet, "Print nothing but errors");
     app->prefix_command();
     app->footer(examples);
@@ -129,7 +138,7 @@ int RunCommand::run(Console::Terminal& terminal) {
                                                               "before the application")});
         return Failed;
     }
-    const Launch::Installation installation(QFile::decodeName(m_libraryFolder.c_str()));
+    const Launch::Installation installation = this->installation();
     Launch::Application application(command);
     // A wrong name is the commonest mistake by far, so it is told before anything else.
     const auto applicationProblem = application.check(installation.extension());
@@ -146,6 +155,24 @@ int RunCommand::run(Console::Terminal& terminal) {
         return Failed;
     }
     return record(application, terminal);
+}
+
+Launch::Installation RunCommand::installation() const {
+    return Launch::Installation(QFile::decodeName(m_libraryFolder.c_str()),
+                                m_isClassic ? Launch::Extension::Classic
+                                            : Launch::Extension::Controls);
+}
+
+std::optional<Problem> RunCommand::readConfiguration() {
+    const QString path = m_configFile.empty() ? Coverage::ConfigurationFile::defaultName()
+                                              : QFile::decodeName(m_configFile.c_str());
+    if (m_ignoresConfig || (m_configFile.empty() && !QFile::exists(path))) {
+        return std::nullopt;
+    }
+    Coverage::Configuration configuration;
+    auto problem = Coverage::ConfigurationFile::read(path, configuration);
+    m_redacted = configuration.redacted;
+    return problem;
 }
 
 std::optional<Problem> RunCommand::checkOptions() const {
@@ -184,13 +211,16 @@ int RunCommand::record(Launch::Application& application, Console::Terminal& term
     if (const auto problem = checkOptions()) {
         return fail(*problem);
     }
+    if (const auto problem = readConfiguration()) {
+        return fail(*problem);
+    }
     constexpr int uuidLength = 36;
     const QString session = QUuid::createUuid().toString().mid(1, uuidLength);
     Launch::RunFolder folder;
     if (const auto problem = folder.create(Store::DataFilePath::of(m_output), session)) {
         return fail(*problem);
     }
-    const Launch::Installation installation(QFile::decodeName(m_libraryFolder.c_str()));
+    const Launch::Installation installation = this->installation();
     const Recording::RecordingOutput output(recordingPath(application, folder));
     if (const auto problem = output.check()) {
         return fail(*problem);
@@ -224,6 +254,7 @@ int RunCommand::record(Launch::Application& application, Console::Terminal& term
 void RunCommand::configure(RecordingSetup& setup) const {
     setup.setToolkit(toolkitOf(m_toolkit));
     setup.setTakesScreenshots(m_takesScreenshots);
+    setup.setRedacted(m_redacted);
     setup.setContext(QString::fromStdString(m_context));
     QStringList labels;
     for (const std::string& label : m_labels) {
@@ -247,7 +278,7 @@ QString RunCommand::causeOfSilence(Launch::Application& application, int signal,
                               "file alone, or record elsewhere with --recording")
             .arg(output.absolutePath());
     }
-    const Launch::Installation installation(QFile::decodeName(m_libraryFolder.c_str()));
+    const Launch::Installation installation = this->installation();
     const QStringList causes = Doctor::Diagnosis(installation, Store::DataFilePath::of(m_output))
                                    .likelyCauses(application, signal);
     return causes.first() + (causes.size() > 1

@@ -2,6 +2,7 @@
 
 #include "base/message.h"
 #include "commands/cli/command.h"
+#include "launch/installation.h"
 
 #include <QString>
 #include <QStringList>
@@ -34,6 +35,9 @@ public:
 private:
     int record(Launch::Application& application, Console::Terminal& terminal);
     std::optional<Base::Problem> checkOptions() const;
+    /** Takes what uicov.toml says of recording. */
+    std::optional<Base::Problem> readConfiguration();
+    Launch::Installation installation() const;
     QString recordingPath(const Launch::Application& application,
                           const Launch::RunFolder& folder) const;
     void configure(Launch::RecordingSetup& setup) const;
@@ -56,6 +60,10 @@ private:
     std::string m_recording;
     std::string m_toolkit = "both";
     std::string m_libraryFolder;
+    bool m_isClassic = false;
+    std::string m_configFile;
+    bool m_ignoresConfig = false;
+    QStringList m_redacted;
     bool m_takesScreenshots = false;
     bool m_isQuiet = false;
     bool m_hasUnknownOption = false;

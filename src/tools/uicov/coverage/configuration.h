@@ -74,6 +74,8 @@ struct Configuration {
     QMap<QString, QStringList> criteria;
     Gates gates;
     ReportDefaults report;
+    /** Wildcard patterns over objectName, QML id and class: what "uicov run" has blacked out of pictures. */
+    QStringList redacted;
 
     /** The label as the rules make it, one after the other. */
     QString appliedTo(const QString& label) const;

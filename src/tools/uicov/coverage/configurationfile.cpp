@@ -278,7 +278,13 @@ std::optional<Problem> ConfigurationFile::read(const QString& path, Configuratio
                       {QStringLiteral("gates"),
                        [&](const auto& node) { readGates(reader, node, configuration.gates); }},
                       {QStringLiteral("report"),
-                       [&](const auto& node) { readReport(reader, node, configuration.report); }}});
+                       [&](const auto& node) { readReport(reader, node, configuration.report); }},
+                      {QStringLiteral("redact"), [&](const auto& node) {
+                           reader.readTable(node, QStringLiteral("redact"),
+                                            {{QStringLiteral("patterns"), [&](const auto& value) {
+                                                  configuration.redacted = reader.texts(value);
+                                              }}});
+                       }}});
     return reader.problem();
 }
 

@@ -11,6 +11,19 @@ namespace Uicov::Launch {
 using Base::Message;
 using Base::Problem;
 
+namespace {
+
+QString nameOf(Extension extension) {
+    return extension == Extension::Classic ? QStringLiteral("libqtuicoverage.so")
+                                           : QStringLiteral("libqtuicontrols.so");
+}
+
+} // namespace
+
+QString Installation::extension() const {
+    return file(nameOf(m_extension));
+}
+
 QStringList Installation::candidates(const QString& programFolder) {
     QStringList folders;
     const QStringList relative{QStringLiteral("../" UICOV_INSTALL_LIBDIR "/uicov"),
@@ -26,12 +39,13 @@ QStringList Installation::candidates(const QString& programFolder) {
     return folders;
 }
 
-Installation::Installation(const QString& libraryFolder)
-    : m_searched(libraryFolder.isEmpty() ? candidates(QCoreApplication::applicationDirPath())
+Installation::Installation(const QString& libraryFolder, Extension extension)
+    : m_extension(extension)
+    , m_searched(libraryFolder.isEmpty() ? candidates(QCoreApplication::applicationDirPath())
                                          : QStringList{QDir(libraryFolder).absolutePath()}) {
     m_folder = m_searched.first();
     for (const QString& folder : qAsConst(m_searched)) {
-        if (QFileInfo::exists(folder + QStringLiteral("/libqtuicoverage.so"))) {
+        if (QFileInfo::exists(folder + QLatin1Char('/') + nameOf(extension))) {
             m_folder = folder;
             return;
         }
@@ -41,17 +55,21 @@ Installation::Installation(const QString& libraryFolder)
 std::optional<Problem> Installation::problem() const {
     if (!QFileInfo::exists(extension())) {
         return Problem{Message::LibrariesMissing,
-                       QStringLiteral("the extension libqtuicoverage.so is not in ") +
+                       QStringLiteral("the extension ") + nameOf(m_extension) +
+                           QStringLiteral(" is not in ") +
                            m_searched.join(QStringLiteral(", ")) +
                            QStringLiteral("; install uicov anew or set UICOV_LIBDIR")};
     }
-    const QStringList others{QStringLiteral("libvorskhook.so"),
+    QStringList others{QStringLiteral("libvorskhook.so"),
                              QStringLiteral("libvorskqtwrapper.so"),
                              QStringLiteral("plugins/generic/libvorskstarter.so")};
-    for (const QString& name : others) {
+    if (m_extension == Extension::Controls) {
+        others.append(QStringLiteral("libqtuicontrolsquick.so"));
+    }
+    for (const QString& name : qAsConst(others)) {
         if (!QFileInfo::exists(file(name))) {
             return Problem{Message::LibrariesMissing,
-                           QStringLiteral("the host library ") + file(name) +
+                           QStringLiteral("the library ") + file(name) +
                                QStringLiteral(" is missing; install uicov anew or set "
                                               "UICOV_LIBDIR")};
         }

@@ -73,6 +73,9 @@ std::optional<Base::Problem> RecordingSetup::write(const Installation& installat
         settings.setValue(QStringLiteral("options/qtquick"), number(m_toolkit != Toolkit::Widgets));
         settings.setValue(QStringLiteral("options/takeScreenshotsOfElements"),
                           number(m_takesScreenshots));
+        if (!m_redacted.isEmpty()) {
+            settings.setValue(QStringLiteral("options/redact"), m_redacted);
+        }
         settings.sync();
         if (settings.status() == QSettings::NoError) {
             return std::nullopt;

@@ -27,6 +27,8 @@ public:
 
     void setToolkit(Toolkit toolkit) { m_toolkit = toolkit; }
     void setTakesScreenshots(bool takes) { m_takesScreenshots = takes; }
+    /** Patterns over objectName, QML id and class: what is blacked out of pictures. */
+    void setRedacted(const QStringList& patterns) { m_redacted = patterns; }
     /** Name of the context of the run as a whole. */
     void setContext(const QString& context) { m_context = context; }
     /** NAME=VALUE each. */
@@ -56,6 +58,7 @@ private:
     QString m_session;
     Toolkit m_toolkit = Toolkit::Both;
     bool m_takesScreenshots = false;
+    QStringList m_redacted;
     QString m_context;
     QStringList m_labels;
 };

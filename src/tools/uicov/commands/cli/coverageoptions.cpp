@@ -29,6 +29,10 @@ void CoverageOptions::declare(CLI::App& app) {
         ->expected(1)
         ->take_all()
         ->allow_extra_args(false);
+    app.add_option("--extension", m_extension,
+                   "Read only runs of this extension: controls or classic")
+        ->type_name("NAME")
+        ->check(CLI::IsMember({"controls", "classic"}).description(""));
     app.add_flag("--strict", m_isStrict, "End with 3 when a run is partial")
         ->envname("UICOV_STRICT");
 }
@@ -137,6 +141,10 @@ QStringList CoverageOptions::pathsOf(const std::vector<std::string>& files,
     return paths;
 }
 
+bool CoverageOptions::isWanted(const Runs::Run& run) const {
+    return m_extension.empty() || run.isOfControls() == (m_extension == "controls");
+}
+
 std::unique_ptr<CoverageResult> CoverageOptions::read(const std::vector<std::string>& files,
                                                       Console::Terminal& terminal) {
     const QStringList paths = pathsOf(files, terminal);
@@ -150,7 +158,17 @@ std::unique_ptr<CoverageResult> CoverageOptions::read(const std::vector<std::str
     auto coverage = std::make_unique<CoverageResult>(m_configuration, contexts);
     m_inputs = std::make_unique<Inputs>();
     m_inputs->setTakesPictures(m_visitor != nullptr);
+    bool isMixed = false;
+    std::optional<bool> isOfControls;
     const auto take = [&](const Runs::Run& run) {
+        if (!isWanted(run)) {
+            return;
+        }
+        isMixed = isMixed || isOfControls.value_or(run.isOfControls()) != run.isOfControls();
+        isOfControls = run.isOfControls();
+        if (isMixed) {
+            return;
+        }
         coverage->add(run);
         if (m_visitor) {
             m_visitor(run, *coverage);
@@ -161,6 +179,13 @@ std::unique_ptr<CoverageResult> CoverageOptions::read(const std::vector<std::str
     if (!isRead) {
         return nullptr; // it has been told why
     }
+    if (isMixed) {
+        terminal.error({Message::ExtensionsMixed,
+                        QStringLiteral("some of the runs were made by the controls extension and others by "
+                                       "the classic one, which know different things; choose with "
+                                       "--extension controls or --extension classic")});
+        return nullptr;
+    }
     coverage->finish();
     const QStringList& known = coverage->tree().contexts();
     if (!contexts.isEmpty() && known.isEmpty()) {
@@ -169,7 +194,8 @@ std::unique_ptr<CoverageResult> CoverageOptions::read(const std::vector<std::str
                                        "uicov report --by-context for those that there are")});
         return nullptr;
     }
-    if (coverage->tree().totals().elements == 0) {
+    const Coverage::CoverageTree::Totals totals = coverage->tree().totals();
+    if (totals.elements == 0 && totals.views == 0) {
         terminal.error({Message::NoElements,
                         QStringLiteral("nothing to report: no element that counts was recorded; "
                                        "check that the application showed a window, that "

@@ -76,12 +76,14 @@ public:
 
 private:
     bool mergeGates(Console::Terminal& terminal);
+    bool isWanted(const Runs::Run& run) const;
     QStringList pathsOf(const std::vector<std::string>& files, Console::Terminal& terminal) const;
 
     std::vector<std::string> m_files;
     std::string m_configFile;
     bool m_ignoresConfig = false;
     std::vector<std::string> m_contexts;
+    std::string m_extension;
     bool m_isStrict = false;
     double m_failUnder = -1;
     std::vector<std::string> m_failUnderWindows;
