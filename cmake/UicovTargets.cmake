@@ -1,5 +1,5 @@
-# The only two ways to make a library and a test here. Both fail on arguments that they do not know, so
-# that a misspelt keyword does not silently drop a source file or a dependency.
+# The only ways to make a library and a test here. All fail on arguments that they do not know, so that
+# a misspelt keyword does not silently drop a source file or a dependency.
 
 # Flags that every target of ours is compiled with.
 add_library(uicov_flags INTERFACE)
@@ -71,6 +71,69 @@ function(uicov_add_library)
         set_target_properties(${ARG_NAME} PROPERTIES
             LIBRARY_OUTPUT_DIRECTORY ${CMAKE_LIBRARY_OUTPUT_DIRECTORY}/${ARG_OUTPUT_SUBDIR})
     endif()
+endfunction()
+
+# uicov_add_room(NAME <target> TYPE <STATIC|OBJECT|SHARED|MODULE|INTERFACE> FOLDER <folder> SOURCES <files>
+#                [LINK <libraries>] [LINK_PRIVATE <libraries>] [VERSION_SCRIPT <file>]
+#                [OUTPUT_SUBDIR <folder below lib>] [PCH])
+# The library of one folder. FOLDER is what stands before the header's name in an include ("store",
+# "report/html"). The library's include root holds links to the headers in SOURCES and nothing else, so
+# that the headers of a folder can be included only by what links its library: an include that the link
+# list does not allow does not compile. scripts/structure reads what is noted here.
+function(uicov_add_room)
+    cmake_parse_arguments(ARG "PCH" "NAME;TYPE;FOLDER;VERSION_SCRIPT;OUTPUT_SUBDIR" "SOURCES;LINK;LINK_PRIVATE" ${ARGN})
+    _uicov_reject_unknown(uicov_add_room)
+    set(root ${CMAKE_BINARY_DIR}/includes/${ARG_NAME})
+    set(wanted)
+    foreach(header ${ARG_SOURCES})
+        if(header MATCHES "\\.h$")
+            get_filename_component(file ${header} ABSOLUTE)
+            get_filename_component(name ${header} NAME)
+            file(MAKE_DIRECTORY ${root}/${ARG_FOLDER})
+            file(CREATE_LINK ${file} ${root}/${ARG_FOLDER}/${name} SYMBOLIC)
+            list(APPEND wanted ${root}/${ARG_FOLDER}/${name})
+        endif()
+    endforeach()
+    # Links of headers that have gone, or of the folder's former name.
+    file(GLOB_RECURSE present ${root}/*)
+    list(REMOVE_ITEM present ${wanted})
+    if(present)
+        file(REMOVE ${present})
+    endif()
+
+    if(ARG_TYPE STREQUAL "INTERFACE")
+        add_library(${ARG_NAME} INTERFACE)
+        target_include_directories(${ARG_NAME} INTERFACE $<BUILD_INTERFACE:${root}>)
+        target_link_libraries(${ARG_NAME} INTERFACE ${ARG_LINK})
+    else()
+        set(pass)
+        if(ARG_PCH)
+            list(APPEND pass PCH)
+        endif()
+        foreach(key VERSION_SCRIPT OUTPUT_SUBDIR LINK LINK_PRIVATE)
+            if(ARG_${key})
+                list(APPEND pass ${key} ${ARG_${key}})
+            endif()
+        endforeach()
+        uicov_add_library(NAME ${ARG_NAME} TYPE ${ARG_TYPE} SOURCES ${ARG_SOURCES} INCLUDE ${root} ${pass})
+    endif()
+
+    list(GET ARG_SOURCES 0 first)
+    get_filename_component(place ${first} ABSOLUTE)
+    get_filename_component(place ${place} DIRECTORY)
+    file(RELATIVE_PATH place ${PROJECT_SOURCE_DIR} ${place})
+    list(JOIN ARG_LINK "," public)
+    list(JOIN ARG_LINK_PRIVATE "," private)
+    set_property(GLOBAL APPEND_STRING PROPERTY UICOV_ROOMS
+        "${ARG_NAME}\t${ARG_FOLDER}\t${place}\t${public}\t${private}\n")
+endfunction()
+
+# uicov_write_rooms()
+# Notes every room for scripts/structure, a line each: target, folder, place in the source tree, libraries
+# linked publicly and privately.
+function(uicov_write_rooms)
+    get_property(rooms GLOBAL PROPERTY UICOV_ROOMS)
+    file(WRITE ${CMAKE_BINARY_DIR}/rooms.tsv "${rooms}")
 endfunction()
 
 # uicov_let_fork(<target>)

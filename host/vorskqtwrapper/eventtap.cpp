@@ -20,10 +20,11 @@ public:
 
 } // namespace
 
-EventTap::Delivery::Delivery(EventTap& owner, QObject* to, QEvent::Type eventType)
+EventTap::Delivery::Delivery(EventTap& owner, QObject* to, QEvent* what)
     : tap(owner)
     , receiver(to)
-    , type(eventType)
+    , event(what)
+    , type(what->type())
     , outer(owner.m_innermost) {
     tap.m_innermost = this;
 }
@@ -35,6 +36,11 @@ EventTap::Delivery::~Delivery() {
         link = &(*link)->outer;
     }
     *link = outer;
+    // By index: a callback may register another.
+    // NOLINTNEXTLINE(modernize-loop-convert)
+    for (size_t i = 0; i < tap.m_endCallbacks.size(); ++i) {
+        tap.m_endCallbacks[i](receiver, event);
+    }
 }
 
 EventTap& EventTap::instance() {
@@ -47,6 +53,10 @@ void EventTap::add(const QMetaObject* cls, Callback callback) {
     if (m_registrations.size() == 1) {
         watch();
     }
+}
+
+void EventTap::addEnd(Vorsk::DeliveryEndCallback callback) {
+    m_endCallbacks.push_back(callback);
 }
 
 void EventTap::watch() {
@@ -70,7 +80,7 @@ bool EventTap::notify(QCoreApplication* application, QObject* receiver, QEvent* 
         event == nullptr) {
         return original(application, receiver, event);
     }
-    const Delivery delivery(tap, receiver, event->type());
+    const Delivery delivery(tap, receiver, event);
     return !tap.handOver(receiver, event) || original(application, receiver, event);
 }
 

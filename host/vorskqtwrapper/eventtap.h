@@ -2,6 +2,7 @@
 
 #include "vorskqtwrapper/notifyinterceptor.h"
 
+#include <vorsk/deliveryend.h>
 #include <vorsk/wrappercontext.h>
 
 #include <QEvent>
@@ -32,6 +33,9 @@ public:
     /** From now on the callback gets what is delivered to objects of this class and below. */
     void add(const QMetaObject* cls, Callback callback);
 
+    /** From now on the callback is told of the end of each delivery. */
+    void addEnd(Vorsk::DeliveryEndCallback callback);
+
     /**
      * Watches the application that runs now, unless nobody wants its events. The first add() does
      * this; it has to be called when a process makes a further application.
@@ -49,12 +53,13 @@ private:
     /** A delivery that has begun; lives on the stack of notify(). */
     class Delivery {
     public:
-        Delivery(EventTap& owner, QObject* to, QEvent::Type eventType);
+        Delivery(EventTap& owner, QObject* to, QEvent* what);
         ~Delivery();
         Q_DISABLE_COPY(Delivery)
 
         EventTap& tap;
         QObject* receiver;
+        QEvent* event;
         QEvent::Type type;
         bool reachedFilters = false;
         Delivery* outer;
@@ -68,6 +73,7 @@ private:
     bool handOver(QObject* receiver, QEvent* event);
 
     std::vector<Registration> m_registrations;
+    std::vector<Vorsk::DeliveryEndCallback> m_endCallbacks;
     NotifyInterceptor m_interceptor;
     Delivery* m_innermost = nullptr;
     pthread_t m_guiThread = pthread_self();

@@ -25,11 +25,20 @@ namespace {
 Wrapper* theWrapper = nullptr;
 bool isStarted = false;
 
-ProcessInfo processInfo(const HostConfiguration& configuration) {
+QString nameOf(const ExtensionLibrary& library) {
+    return QFileInfo(library.path()).completeBaseName();
+}
+
+ProcessInfo processInfo(const HostConfiguration& configuration,
+                        const std::vector<ExtensionLibrary>& libraries) {
     namespace Key = RecordingFormat::Key;
     const auto entry = [](const char* key, const QString& value) {
         return qMakePair(QString::fromLatin1(key), value);
     };
+    QStringList names;
+    for (const ExtensionLibrary& library : libraries) {
+        names.append(nameOf(library));
+    }
     ProcessInfo info{
         entry(Key::application, QCoreApplication::applicationName()),
         entry(Key::executable, QCoreApplication::applicationFilePath()),
@@ -42,6 +51,7 @@ ProcessInfo processInfo(const HostConfiguration& configuration) {
         entry(Key::architecture, QSysInfo::buildAbi()),
         entry(Key::started, QDateTime::currentDateTimeUtc().toString(Qt::ISODate)),
         entry(Key::context, configuration.context()),
+        entry(Key::extension, names.join(QLatin1Char(','))),
     };
     for (const auto& label : configuration.labels()) {
         info.append(entry(Key::label, label.second));
@@ -123,7 +133,7 @@ void Wrapper::startConfigured(const HostConfiguration& configuration) {
         return;
     }
     RecordingHook* hook =
-        RecordingHook::start(configuration.recording(), processInfo(configuration),
+        RecordingHook::start(configuration.recording(), processInfo(configuration, libraries),
                              configuration.maximumSize(), configuration.isShared());
     if (hook == nullptr) {
         return;
@@ -148,7 +158,7 @@ void Wrapper::activate(const ExtensionLibrary& library) {
         return;
     }
     const QByteArray path = QFile::encodeName(library.path());
-    extension->name = QFileInfo(library.path()).completeBaseName().toStdString();
+    extension->name = nameOf(library).toStdString();
     extension->path.assign(path.constData(), static_cast<size_t>(path.size()));
     extension->options = &m_options;
     m_extensions.push_back(extension);

@@ -141,6 +141,10 @@ void RecordingBuilder::announce(UIElement* element) {
             [this](const auto* from, const UIEvent& event, int usage) {
                 send(RecordKind::UsageIncreased, from, event, static_cast<qint32>(usage));
             });
+    connect(element, &UIElement::attributeChanged, this,
+            [this](const auto* from, const QString& name, const QString& value) {
+                send(RecordKind::AttributeChanged, from, name, value);
+            });
     send(RecordKind::ElementAdded, element, *element);
 }
 

@@ -31,7 +31,8 @@ const char* const kindNames[] = {"elementAdded",
                                  "transparentNodeChanged",
                                  "subgraphTransparentChanged",
                                  "windowNodeChanged",
-                                 "usageIncreased"};
+                                 "usageIncreased",
+                                 "attributeChanged"};
 constexpr int kindCount = static_cast<int>(std::size(kindNames));
 
 QString error(const QString& record, const QString& what) {
@@ -114,6 +115,11 @@ QString RecordPrinter::printItems(int kind, QDataStream& stream) {
     case RecordKind::UsageIncreased: {
         const auto event = take<QString>(stream);
         return TreePrinter::bare(event) + QLatin1Char('=') + QString::number(take<qint32>(stream));
+    }
+    case RecordKind::AttributeChanged: {
+        const auto name = take<QString>(stream);
+        return TreePrinter::bare(name) + QLatin1Char('=') +
+               TreePrinter::quoted(take<QString>(stream));
     }
     }
     return {};

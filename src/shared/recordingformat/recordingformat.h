@@ -89,8 +89,9 @@ constexpr char locale[] = "locale";
 constexpr char architecture[] = "architecture"; ///< QSysInfo::buildAbi()
 constexpr char started[] = "started";           ///< ISO 8601, UTC
 constexpr char context[] = "context"; ///< name of the context of the run as a whole; may be empty
-constexpr char clock[] = "clock";     ///< microseconds of CLOCK_MONOTONIC at time 0
-constexpr char label[] = "label.";    ///< start of the keys of labels; the label's name follows
+constexpr char extension[] = "extension"; ///< names of the extension libraries, with commas between
+constexpr char clock[] = "clock";         ///< microseconds of CLOCK_MONOTONIC at time 0
+constexpr char label[] = "label.";        ///< start of the keys of labels; the label's name follows
 } // namespace Key
 
 } // namespace RecordingFormat

@@ -38,6 +38,8 @@ public:
     virtual void transparentNodeChanged(const UIElement* element, bool isTransparentNode) = 0;
     virtual void usageIncreased(const UIElement* element, const UIEvent& event, int usage) = 0;
     virtual void windowNodeChanged(const UIElement* element, bool isWindowNode) = 0;
+    virtual void attributeChanged(const UIElement* element, const QString& name,
+                                  const QString& value) = 0;
 };
 
 } // namespace UIAbstraction

@@ -27,7 +27,8 @@ enum class RecordKind : int {
     TransparentNodeChanged = 8,     ///< bool, one byte
     SubgraphTransparentChanged = 9, ///< bool, one byte
     WindowNodeChanged = 10,         ///< bool, one byte
-    UsageIncreased = 11             ///< event name (QString), new count (qint32)
+    UsageIncreased = 11,            ///< event name (QString), new count (qint32)
+    AttributeChanged = 12           ///< name (QString), value (QString; null: it is gone)
 };
 
 /** The name of every message that carries a record. */

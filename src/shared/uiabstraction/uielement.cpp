@@ -117,6 +117,10 @@ void UIElement::addListener(const std::shared_ptr<ElementListener>& listener) co
     m_listeners.append(listener);
 }
 
+bool UIElement::hasListener(const std::shared_ptr<ElementListener>& listener) const {
+    return m_listeners.contains(listener);
+}
+
 template <class... Parameters, class... Values>
 void UIElement::tell(void (ElementListener::*change)(const UIElement*, Parameters...),
                      const Values&... values) const {
@@ -169,6 +173,27 @@ void UIElement::setSubgraphTransparent(bool isSubgraphTransparent) {
     m_isSubgraphTransparent = isSubgraphTransparent;
     tell(&ElementListener::subgraphTransparentChanged, isSubgraphTransparent);
     Q_EMIT subgraphTransparentChanged(this, isSubgraphTransparent);
+}
+
+void UIElement::setAttribute(const QString& name, const QString& value) {
+    const QString old = attribute(name);
+    if (old == value && old.isNull() == value.isNull()) {
+        return;
+    }
+    const QString kept = withOwnCharacters(value);
+    if (!m_extras) {
+        m_extras = std::make_unique<Extras>();
+    }
+    if (value.isNull()) {
+        m_extras->attributes1.remove(name);
+    } else {
+        m_extras->attributes1.insert(name, kept);
+    }
+    if (m_extras->areNull()) {
+        m_extras.reset();
+    }
+    tell(&ElementListener::attributeChanged, name, kept);
+    Q_EMIT attributeChanged(this, name, kept);
 }
 
 void UIElement::setExtraStrings(const QStringList& extraStrings) {

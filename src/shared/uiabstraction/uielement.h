@@ -33,9 +33,10 @@ class ElementReader;
  * for.
  *
  * An element owns the elements in its children list; a root belongs to whoever made it. The QObject
- * parent is not used. Every setter announces its value by a signal, also a value that is not new.
- * The same element may be listed by several elements and even below itself: destruction deletes
- * each element once, and no walk enters an element that it is already inside of. GUI thread only.
+ * parent is not used. Every setter announces its value by a signal, also a value that is not new;
+ * setAttribute() alone keeps silent then. The same element may be listed by several elements and
+ * even below itself: destruction deletes each element once, and no walk enters an element that it
+ * is already inside of. GUI thread only.
  */
 class UIElement : public QObject {
     Q_OBJECT
@@ -74,6 +75,7 @@ public:
     QString extraString3() const { return extras().string3; }
     QString extraString4() const { return extras().string4; }
     QStringList extraStrings() const { return extras().strings; }
+    /** The attributes. */
     QHash<QString, QString> extraAttributes1() const { return extras().attributes1; }
     QHash<QString, QString> extraAttributes2() const { return extras().attributes2; }
 
@@ -84,6 +86,16 @@ public:
     void setWindowNode(bool isWindowNode);
     void setTransparentNode(bool isTransparentNode);
     void setSubgraphTransparent(bool isSubgraphTransparent);
+    /**
+     * Sets one of the attributes, which hold what no other field has a place for. A null value
+     * removes the attribute; an empty one does not. Announced only when it changes something.
+     * @param name not copied: the characters of a literal have to outlive the element
+     */
+    void setAttribute(const QString& name, const QString& value);
+    /** Null when there is none of that name. */
+    QString attribute(const QString& name) const { return extras().attributes1.value(name); }
+    QHash<QString, QString> attributes() const { return extras().attributes1; }
+
     /** Announces nothing. */
     void setExtraStrings(const QStringList& extraStrings);
 
@@ -119,6 +131,7 @@ public:
      * signals. A listener that is added twice is called twice. Kept until the element dies.
      */
     void addListener(const std::shared_ptr<ElementListener>& listener) const;
+    bool hasListener(const std::shared_ptr<ElementListener>& listener) const;
 
     /** The first direct child with this text and, unless its name is null, this type; null when
      * none. */
@@ -153,6 +166,8 @@ Q_SIGNALS:
     void usageIncreased(const Vorsk::UIAbstraction::UIElement* element,
                         Vorsk::UIAbstraction::UIEvent event, int usage);
     void windowNodeChanged(const Vorsk::UIAbstraction::UIElement* element, bool isWindowNode);
+    void attributeChanged(const Vorsk::UIAbstraction::UIElement* element, QString name,
+                          QString value);
 
 private:
     template <class Stream>

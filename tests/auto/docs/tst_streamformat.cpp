@@ -1,7 +1,7 @@
-#include "streamuielementexporter.h"
 #include "testlib/fakehook.h"
 #include "testlib/streamed.h"
 #include "testlib/testcase.h"
+#include "tracking/streamuielementexporter.h"
 #include "uiabstraction/elementstream.h"
 
 #include <QDataStream>
@@ -58,6 +58,13 @@ QByteArray payload(int kind, const std::function<void(UIElement&)>& change) {
     return args.at(2).toInt() == kind ? args.at(3).toByteArray() : QByteArray("another kind");
 }
 
+QByteArray attributeGone() {
+    return payload(12, [](UIElement& element) {
+        element.setAttribute(QStringLiteral("enabled"), QStringLiteral("false"));
+        element.setAttribute(QStringLiteral("enabled"), QString());
+    });
+}
+
 QByteArray elementRecord() {
     TestLib::FakeHook hook;
     StreamUIElementExporter exporter;
@@ -105,6 +112,9 @@ QMap<QString, QByteArray> produced() {
         {name("kind-9"), payload(9, [](E e) { e.setSubgraphTransparent(true); })},
         {name("kind-10"), payload(10, [](E e) { e.setWindowNode(true); })},
         {name("kind-11"), payload(11, [&](E e) { e.increaseUsage(clicked); })},
+        {name("kind-12"),
+         payload(12, [&](E e) { e.setAttribute(name("enabled"), name("false")); })},
+        {name("kind-12-gone"), attributeGone()},
     };
 }
 

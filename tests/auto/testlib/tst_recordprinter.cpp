@@ -77,6 +77,8 @@ void tst_RecordPrinter::printsEachKind_data() {
     row(10, "window", payload(id, true), "kind 10 windowNodeChanged #1 true");
     row(11, "usage", payload(id, QStringLiteral("clicked"), qint32(7)),
         "kind 11 usageIncreased #1 clicked=7");
+    row(12, "attribute", payload(id, QStringLiteral("enabled"), QStringLiteral("false")),
+        R"(kind 12 attributeChanged #1 enabled="false")");
 }
 
 void tst_RecordPrinter::printsEachKind() {
@@ -122,7 +124,7 @@ void tst_RecordPrinter::namesIdsInOrderOfAppearance() {
 void tst_RecordPrinter::reportsUnknownKinds_data() {
     QTest::addColumn<int>("kind");
     QTest::newRow("below") << 0;
-    QTest::newRow("above") << 12;
+    QTest::newRow("above") << 13;
     QTest::newRow("negative") << -1;
 }
 

@@ -19,8 +19,12 @@ struct Record {
     /** ElementAdded: the element with all below it. */
     std::unique_ptr<Vorsk::UIAbstraction::UIElement> element;
     /** ChildAdded: the child's id; EventRegistered, UsageIncreased: the event; StandardTypeChanged:
-     * the type; TextChanged: the text. */
+     * the type; TextChanged: the text; AttributeChanged: the value, null when the attribute is
+     * gone.
+     */
     QString text;
+    /** AttributeChanged: the attribute's name. */
+    QString name;
     /** GeometryChanged. */
     QRect rect;
     /** ImageChanged: the PNG as it was sent, not decoded; empty for a null image. */

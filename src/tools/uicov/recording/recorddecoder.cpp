@@ -32,7 +32,7 @@ bool hasRecordArguments(const QVector<HookArgument>& arguments) {
 
 bool isKnownKind(qint32 kind) {
     return kind >= static_cast<qint32>(RecordKind::ElementAdded) &&
-           kind <= static_cast<qint32>(RecordKind::UsageIncreased);
+           kind <= static_cast<qint32>(RecordKind::AttributeChanged);
 }
 
 bool readPicture(PayloadReader& reader, Record& record) {
@@ -74,6 +74,9 @@ bool readContent(PayloadReader& reader, Record& record) {
         break;
     case RecordKind::UsageIncreased:
         reader >> record.text >> record.count;
+        break;
+    case RecordKind::AttributeChanged:
+        reader >> record.name >> record.text;
         break;
     }
     return reader.isAtSoundEnd();

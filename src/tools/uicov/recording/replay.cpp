@@ -2,7 +2,9 @@
 
 #include "uiabstraction/elementwalk.h"
 
+#include <QHash>
 #include <QSet>
+#include <QStringList>
 
 namespace Uicov::Recording {
 
@@ -35,6 +37,16 @@ void setCount(UIElement& element, const UIEvent& event, int count) {
     // The application may count an event that it never registered; the model would warn here.
     element.registerEvent(event);
     element.setUsage(event, count);
+}
+
+void setAttributes(UIElement& element, const QHash<QString, QString>& attributes) {
+    const QStringList known = element.attributes().keys();
+    for (const QString& name : known) {
+        element.setAttribute(name, attributes.value(name));
+    }
+    for (auto it = attributes.cbegin(); it != attributes.cend(); ++it) {
+        element.setAttribute(it.key(), it.value());
+    }
 }
 
 } // namespace
@@ -102,6 +114,9 @@ void Replay::change(UIElement& element, const Record& record) {
     case RecordKind::UsageIncreased:
         setCount(element, UIEvent(record.text), record.count);
         break;
+    case RecordKind::AttributeChanged:
+        element.setAttribute(record.name, record.text);
+        break;
     }
 }
 
@@ -160,6 +175,7 @@ UIElement* Replay::merge(const UIElement& announced) {
     element->setText(announced.text());
     element->setGeometry(announced.geometry());
     element->setExtraStrings(announced.extraStrings());
+    setAttributes(*element, announced.attributes());
     const QMap<UIEvent, int> usage = announced.usage();
     for (auto it = usage.cbegin(); it != usage.cend(); ++it) {
         setCount(*element, it.key(), it.value());

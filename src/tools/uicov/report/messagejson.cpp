@@ -71,6 +71,14 @@ QJsonObject elementObject(const UIElement& element) {
     if (element.geometry().isValid()) {
         object.insert(key("rect"), rectObject(element.geometry().rect()));
     }
+    const QHash<QString, QString> attributes = element.attributes();
+    if (!attributes.isEmpty()) {
+        QJsonObject values;
+        for (auto it = attributes.cbegin(); it != attributes.cend(); ++it) {
+            values.insert(it.key(), textValue(it.value()));
+        }
+        object.insert(key("attributes"), values);
+    }
     return object;
 }
 
@@ -124,6 +132,10 @@ void addRecord(const Record& record, QJsonObject& object) {
     case RecordKind::UsageIncreased:
         object.insert(key("event"), record.text);
         object.insert(key("count"), record.count);
+        break;
+    case RecordKind::AttributeChanged:
+        object.insert(key("attribute"), record.name);
+        object.insert(key("value"), textValue(record.text));
         break;
     }
 }

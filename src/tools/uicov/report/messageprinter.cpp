@@ -5,7 +5,11 @@
 #include "recording/recorddecoder.h"
 #include "uiabstraction/elementwalk.h"
 
+#include <QHash>
 #include <QSize>
+#include <QStringList>
+
+#include <utility>
 
 namespace Uicov::Report {
 
@@ -49,6 +53,19 @@ QString printArguments(const HookMessage& message) {
     }
     return MessagePrinter::quoted(message.name) + QStringLiteral(" (") +
            texts.join(QStringLiteral(", ")) + QLatin1Char(')');
+}
+
+/** In the order of their names, which those in a recording do not have. */
+QString printAttributes(const UIElement& element) {
+    const QHash<QString, QString> attributes = element.attributes();
+    QStringList names = attributes.keys();
+    names.sort();
+    QString line;
+    for (const QString& name : std::as_const(names)) {
+        line += QLatin1Char(' ') + Console::DisplayText::escaped(name) + QLatin1Char('=') +
+                MessagePrinter::quoted(attributes.value(name));
+    }
+    return line;
 }
 
 QString printProcess(const QByteArray& body) {
@@ -118,6 +135,8 @@ QString MessagePrinter::kindName(RecordKind kind) {
         return QStringLiteral("windowNodeChanged");
     case RecordKind::UsageIncreased:
         return QStringLiteral("usageIncreased");
+    case RecordKind::AttributeChanged:
+        return QStringLiteral("attributeChanged");
     }
     return {};
 }
@@ -211,6 +230,7 @@ QString MessagePrinter::printAdded(const UIElement& added) {
     if (added.geometry().isValid()) {
         line += QLatin1Char(' ') + printRect(added.geometry().rect());
     }
+    line += printAttributes(added);
     if (elements > 1) {
         line += QStringLiteral(" with %1 below: ").arg(elements - 1) +
                 below.join(QStringLiteral(", ")) +
@@ -246,6 +266,9 @@ QString MessagePrinter::printValues(const Record& record) {
     case RecordKind::UsageIncreased:
         return QStringLiteral("event=") + quoted(record.text) + QStringLiteral(" count=") +
                QString::number(record.count);
+    case RecordKind::AttributeChanged:
+        return QStringLiteral("attribute=") + quoted(record.name) + QStringLiteral(" value=") +
+               quoted(record.text);
     }
     return {};
 }

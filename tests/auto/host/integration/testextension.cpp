@@ -1,3 +1,5 @@
+#include "tracking/deliveryends.h"
+
 #include <vorsk/extension.h>
 #include <vorsk/extensionhost.h>
 #include <vorsk/hook.h>
@@ -12,7 +14,8 @@
 
 /*
  * An extension that says all that happens to it as messages. TEST_EXTENSION_DECLINES in the
- * environment makes it give no extension at all.
+ * environment makes it give no extension at all, TEST_EXTENSION_ASKS_FOR_ENDS ask for the ends of
+ * deliveries.
  */
 
 namespace {
@@ -26,9 +29,19 @@ void say(const char* what, const Vorsk::ArgumentList& arguments = {}) {
     }
 }
 
+QObject* pressed = nullptr;
+
 void eventCallback(QObject* object, QEvent* event) {
     if (!object->objectName().isEmpty() && event->type() == QEvent::MouseButtonPress) {
+        pressed = object;
         say("press", {object->objectName()});
+    }
+}
+
+void endCallback(QObject* object, QEvent* event) {
+    // Addresses only: both may be dead. The receiver of the press is known to live.
+    if (object == pressed && event->type() == QEvent::MouseButtonPress) {
+        say("end of press", {object->objectName()});
     }
 }
 
@@ -49,6 +62,11 @@ public:
             {QString::fromStdString(name), QString::fromStdString(path), QVariant(enabled),
              options->contains("qtquick"), QCoreApplication::instance() != nullptr});
         context->registerEventCallback(&QObject::staticMetaObject, eventCallback);
+        if (qEnvironmentVariableIsSet("TEST_EXTENSION_ASKS_FOR_ENDS")) {
+            say(Vorsk::UICoverage::registerDeliveryEndCallback(*context, endCallback)
+                    ? "ends are told"
+                    : "ends are not told");
+        }
         host->logger()->info("ready");
         host->logger()->warning("careful");
     }

@@ -49,6 +49,7 @@ private Q_SLOTS:
     void cleanup();
 
     void recordsAnApplication();
+    void endsOfDeliveriesAreToldToWhoAsks();
     void applicationBehavesAsWithoutHost();
     void withoutConfigurationNothingHappens_data();
     void withoutConfigurationNothingHappens();
@@ -121,6 +122,17 @@ Run tst_HostStandIn::run(const QString& way) {
             QString::fromUtf8(process.readAllStandardError())};
 }
 
+void tst_HostStandIn::endsOfDeliveriesAreToldToWhoAsks() {
+    m_environment.insert(QStringLiteral("TEST_EXTENSION_ASKS_FOR_ENDS"), QStringLiteral("1"));
+    const Run result = run();
+    QCOMPARE(result.errors, QString());
+    QCOMPARE(namesOf(recording()),
+             (QStringList{QStringLiteral("initialize"), QStringLiteral("ends are told"),
+                          QStringLiteral("press"), QStringLiteral("end of press"),
+                          QStringLiteral("press"), QStringLiteral("end of press"),
+                          QStringLiteral("finish"), QStringLiteral("destroyed")}));
+}
+
 void tst_HostStandIn::recordsAnApplication() {
     const Run result = run();
     QCOMPARE(result.errors, QString());
@@ -148,6 +160,8 @@ void tst_HostStandIn::recordsAnApplication() {
     QCOMPARE(parsed.processValue(QStringLiteral("run")).size(), 36);
     QCOMPARE(parsed.processValue(QStringLiteral("session")), QStringLiteral("the-session"));
     QCOMPARE(parsed.processValue(QStringLiteral("context")), QStringLiteral("nightly"));
+    QCOMPARE(parsed.processValue(QStringLiteral("extension")),
+             QStringLiteral("libhosttestextension"));
     QCOMPARE(parsed.processValue(QStringLiteral("label.branch")), QStringLiteral("main"));
     QCOMPARE(parsed.processValue(QStringLiteral("label.a")), QStringLiteral("1, 2"));
     QVERIFY(parsed.processValue(QStringLiteral("clock")).toLongLong() > 0);
@@ -336,6 +350,8 @@ void tst_HostStandIn::oneOfTwoExtensionsIsFaulty() {
     QVERIFY(result.errors.contains(QStringLiteral("extension-missing: ")));
     QCOMPARE(result.errors.count(QLatin1Char('\n')), 1);
     QCOMPARE(namesOf(recording()).count(QStringLiteral("press")), 2);
+    QCOMPARE(recording().processValue(QStringLiteral("extension")),
+             QStringLiteral("libhosttestextension"));
 }
 
 void tst_HostStandIn::extensionDeclines() {

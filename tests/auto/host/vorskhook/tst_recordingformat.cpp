@@ -110,7 +110,7 @@ void tst_RecordingFormat::keysInTheDocument() {
     QStringList known;
     for (const char* key : {Key::application, Key::executable, Key::pid, Key::run, Key::session,
                             Key::qtVersion, Key::platform, Key::locale, Key::architecture,
-                            Key::started, Key::context, Key::label, Key::clock}) {
+                            Key::started, Key::context, Key::extension, Key::label, Key::clock}) {
         known.append(QString::fromLatin1(key));
     }
     QCOMPARE(documented, known);

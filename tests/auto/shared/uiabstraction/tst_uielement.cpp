@@ -35,11 +35,14 @@ private Q_SLOTS:
     void hasNoQObjectParent();
     void signalsStandInOrder_data();
     void signalsStandInOrder();
-    void declaresTenSignalsAndNothingElse();
+    void declaresElevenSignalsAndNothingElse();
     void setterAnnouncesEqualValueAgain_data();
     void setterAnnouncesEqualValueAgain();
     void setterStoresBeforeItAnnounces();
     void signalsCanBeQueued();
+    void attributeIsAnnouncedWhenItChanges_data();
+    void attributeIsAnnouncedWhenItChanges();
+    void attributesArePartOfTheElementForm();
     void setExtraStringsAnnouncesNothing();
     void listenerIsCalledBeforeTheSignal();
     void listenerIsCalledAsOftenAsItWasAdded();
@@ -75,6 +78,8 @@ public:
     void usageIncreased(const UIElement* /*element*/, const UIEvent& /*event*/,
                         int /*usage*/) override {}
     void windowNodeChanged(const UIElement* /*element*/, bool /*is*/) override {}
+    void attributeChanged(const UIElement* /*element*/, const QString& /*name*/,
+                          const QString& /*value*/) override {}
 };
 
 std::shared_ptr<TextListener> listenerInto(QStringList& calls, const char* name) {
@@ -191,6 +196,9 @@ void tst_UIElement::signalsStandInOrder_data() {
         << 8 << QByteArray("usageIncreased(" + element + ",Vorsk::UIAbstraction::UIEvent,int)")
         << QList<QByteArray>{"element", "event", "usage"};
     row(9, "windowNodeChanged", "bool", "isWindowNode");
+    QTest::newRow("attributeChanged")
+        << 10 << QByteArray("attributeChanged(" + element + ",QString,QString)")
+        << QList<QByteArray>{"element", "name", "value"};
 }
 
 void tst_UIElement::signalsStandInOrder() {
@@ -203,11 +211,11 @@ void tst_UIElement::signalsStandInOrder() {
     QCOMPARE(method.returnType(), int(QMetaType::Void));
 }
 
-void tst_UIElement::declaresTenSignalsAndNothingElse() {
+void tst_UIElement::declaresElevenSignalsAndNothingElse() {
     const QMetaObject& meta = UIElement::staticMetaObject;
     QCOMPARE(QByteArray(meta.className()), QByteArray("Vorsk::UIAbstraction::UIElement"));
     QCOMPARE(QByteArray(meta.superClass()->className()), QByteArray("QObject"));
-    QCOMPARE(meta.methodCount() - meta.methodOffset(), 10);
+    QCOMPARE(meta.methodCount() - meta.methodOffset(), 11);
     QCOMPARE(meta.propertyCount(), meta.propertyOffset());
 }
 
@@ -325,6 +333,62 @@ void tst_UIElement::signalsCanBeQueued() {
     QVERIFY(order.isEmpty());
     QCoreApplication::processEvents();
     QCOMPARE(order.join(QLatin1Char(' ')), QStringLiteral("usage geometry type child"));
+}
+
+void tst_UIElement::attributeIsAnnouncedWhenItChanges_data() {
+    QTest::addColumn<QString>("old");
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<bool>("isAnnounced");
+    const QString empty = QStringLiteral("");
+    QTest::newRow("new") << QString() << QStringLiteral("true") << true;
+    QTest::newRow("another value") << QStringLiteral("true") << QStringLiteral("false") << true;
+    QTest::newRow("the same value") << QStringLiteral("true") << QStringLiteral("true") << false;
+    QTest::newRow("gone") << QStringLiteral("true") << QString() << true;
+    QTest::newRow("empty") << QString() << empty << true;
+    QTest::newRow("empty again") << empty << empty << false;
+    QTest::newRow("empty and gone") << empty << QString() << true;
+    QTest::newRow("never there") << QString() << QString() << false;
+}
+
+void tst_UIElement::attributeIsAnnouncedWhenItChanges() {
+    QFETCH(QString, old);
+    QFETCH(QString, value);
+    QFETCH(bool, isAnnounced);
+    UIElement element(QStringLiteral("QWidget"), StandardType(), QString());
+    const QString name = QStringLiteral("enabled");
+    element.setAttribute(name, old);
+    QSignalSpy spy(&element, &UIElement::attributeChanged);
+    connect(&element, &UIElement::attributeChanged, this, [&] {
+        QCOMPARE(element.attribute(name), value); // stored before it is announced
+    });
+    element.setAttribute(name, value);
+    QCOMPARE(spy.size(), isAnnounced ? 1 : 0);
+    if (isAnnounced) {
+        QCOMPARE(spy.at(0).at(0).value<const UIElement*>(), &element);
+        QCOMPARE(spy.at(0).at(1).toString(), name);
+        QCOMPARE(spy.at(0).at(2).toString(), value);
+        QCOMPARE(spy.at(0).at(2).toString().isNull(), value.isNull());
+    }
+    QCOMPARE(element.attribute(name).isNull(), value.isNull());
+    QCOMPARE(element.attributes().contains(name), !value.isNull());
+}
+
+void tst_UIElement::attributesArePartOfTheElementForm() {
+    UIElement element(QStringLiteral("QWidget"), StandardType(), QString());
+    QVERIFY(element.attributes().isEmpty());
+    element.setAttribute(QStringLiteral("label"), QStringLiteral("Name:"));
+    element.setAttribute(QStringLiteral("page"), QStringLiteral("2"));
+    element.setAttribute(QStringLiteral("label"), QStringLiteral("Age:"));
+    const QHash<QString, QString> expected{{QStringLiteral("label"), QStringLiteral("Age:")},
+                                           {QStringLiteral("page"), QStringLiteral("2")}};
+    QCOMPARE(element.attributes(), expected);
+    QCOMPARE(element.extraAttributes1(), expected);
+    QVERIFY(element.extraAttributes2().isEmpty());
+    element.setExtraStrings({QStringLiteral("kept")});
+    element.setAttribute(QStringLiteral("label"), QString());
+    element.setAttribute(QStringLiteral("page"), QString());
+    QVERIFY(element.attributes().isEmpty());
+    QCOMPARE(element.extraStrings(), QStringList{QStringLiteral("kept")});
 }
 
 void tst_UIElement::setExtraStringsAnnouncesNothing() {

@@ -1,6 +1,7 @@
 #include "abstractuielementexporter.h"
 
 #include "uiabstraction/elementlistener.h"
+#include "uiabstraction/elementwalk.h"
 
 namespace Vorsk {
 namespace UICoverage {
@@ -50,6 +51,10 @@ public:
     void windowNodeChanged(const UIElement* element, bool isWindowNode) override {
         pass(&AbstractUIElementExporter::onWindowNodeChanged, element, isWindowNode);
     }
+    void attributeChanged(const UIElement* element, const QString& name,
+                          const QString& value) override {
+        pass(&AbstractUIElementExporter::onAttributeChanged, element, name, value);
+    }
 
 private:
     template <class... Parameters, class... Values>
@@ -74,6 +79,24 @@ void AbstractUIElementExporter::addElementStore(const ElementStore* store) {
             &AbstractUIElementExporter::onElementAdded_internal);
     onElementStoreAdded(store);
 }
+
+void AbstractUIElementExporter::attachTo(const UIElement* element) {
+    if (!element->hasListener(m_listener)) {
+        element->addListener(m_listener);
+    }
+}
+
+void AbstractUIElementExporter::announceTree(const UIElement* root) {
+    UIAbstraction::ElementWalk walk(root);
+    while (const UIElement* element = walk.next()) {
+        attachTo(element);
+    }
+    onElementAdded(root);
+}
+
+void AbstractUIElementExporter::onAttributeChanged(const UIElement* /*element*/,
+                                                   const QString& /*name*/,
+                                                   const QString& /*value*/) {}
 
 void AbstractUIElementExporter::onElementAdded_internal(const UIElement* element) {
     element->addListener(m_listener);

@@ -17,8 +17,8 @@ namespace UICoverage {
  * Sees every change of the elements of the stores that it is given: it attaches itself to each
  * element that a store announces. A concrete exporter implements one slot for each kind of change.
  *
- * Elements that never pass through a store are seen only as part of their ancestors. What is
- * attached ends with either side. GUI thread only.
+ * Elements that it is neither attached to nor shown by a store are seen only as part of their
+ * ancestors. What is attached ends with either side. GUI thread only.
  */
 class AbstractUIElementExporter : public QObject {
     Q_OBJECT
@@ -32,6 +32,18 @@ public:
      * is left to onElementStoreAdded(). The store is not kept.
      */
     void addElementStore(const Vorsk::UIAbstraction::ElementStore* store);
+
+    /**
+     * Attaches to the element without announcing it: what is in its place is told by the
+     * announcement of an element above it. Nothing happens where this is attached already.
+     */
+    void attachTo(const Vorsk::UIAbstraction::UIElement* element);
+
+    /**
+     * Attaches to the element and to all below it, then announces the element alone: the whole tree
+     * in one record, where a store's announcements make one for each element.
+     */
+    void announceTree(const Vorsk::UIAbstraction::UIElement* root);
 
 protected Q_SLOTS:
     virtual void onElementStoreAdded(const Vorsk::UIAbstraction::ElementStore* elementStore) = 0;
@@ -55,6 +67,14 @@ protected Q_SLOTS:
                                   Vorsk::UIAbstraction::UIEvent event, int usage) = 0;
     virtual void onWindowNodeChanged(const Vorsk::UIAbstraction::UIElement* element,
                                      bool isWindowNode) = 0;
+
+protected:
+    /**
+     * The value is null when the attribute is gone. Behind the others and no slot, so that theirs
+     * keep their places; an exporter that does not know attributes has nothing to do.
+     */
+    virtual void onAttributeChanged(const Vorsk::UIAbstraction::UIElement* element,
+                                    const QString& name, const QString& value);
 
 private Q_SLOTS:
     void onElementAdded_internal(const Vorsk::UIAbstraction::UIElement* element);

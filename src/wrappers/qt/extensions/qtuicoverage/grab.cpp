@@ -3,50 +3,23 @@
 #include "uiabstraction/pngreader.h"
 
 #include <QPixmap>
-#include <QQuickRenderControl>
-#include <QQuickWindow>
 #include <QRect>
-#include <QSGRendererInterface>
 #include <QWidget>
-
-#include <cstddef>
 
 namespace Vorsk {
 namespace UICoverage {
 
-namespace {
-
-bool isBeyondReason(const QSize& size, qreal devicePixelRatio) {
+bool isTooLargeToGrab(const QSize& size, qreal devicePixelRatio) {
     const qreal pixels = size.width() * devicePixelRatio * size.height() * devicePixelRatio;
     return pixels > static_cast<qreal>(UIAbstraction::maximumImagePixels);
 }
 
-/**
- * Qt 5 takes what draws a hidden window for OpenGL, also where it is the software renderer. What it
- * then reads is null where pointers have 32 bits, and it sets out to draw with it.
- */
-bool wouldCrash(QQuickWindow* window) {
-    constexpr std::size_t narrow = 4;
-    return sizeof(void*) == narrow && !window->isVisible() &&
-           window->rendererInterface()->graphicsApi() == QSGRendererInterface::Software &&
-           QQuickRenderControl::renderWindowFor(window) == nullptr;
-}
-
-} // namespace
-
 QImage grabWidget(QWidget* widget, const QRect& rectangle) {
     const QSize size = rectangle.size().isValid() ? rectangle.size() : widget->size();
-    if (isBeyondReason(size, widget->devicePixelRatioF())) {
+    if (isTooLargeToGrab(size, widget->devicePixelRatioF())) {
         return {};
     }
     return widget->grab(rectangle).toImage();
-}
-
-QImage grabWindow(QQuickWindow* window) {
-    if (isBeyondReason(window->size(), window->effectiveDevicePixelRatio()) || wouldCrash(window)) {
-        return {};
-    }
-    return window->grabWindow();
 }
 
 QImage copyImage(const QImage& image, const QRect& rectangle) {

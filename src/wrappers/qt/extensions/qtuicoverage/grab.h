@@ -3,8 +3,8 @@
 #include <QImage>
 
 QT_BEGIN_NAMESPACE
-class QQuickWindow;
 class QRect;
+class QSize;
 class QWidget;
 QT_END_NAMESPACE
 
@@ -12,9 +12,9 @@ namespace Vorsk {
 namespace UICoverage {
 
 // Pictures of what is on the screen. None has more pixels than any picture may have: a larger one
-// is a null image. While a widget or window is rendered the application's own paint, layout and
-// resize code runs: it may delete the widget or anything else, so callers must look everything up
-// anew afterwards.
+// is a null image. While something is rendered the application's own paint, layout and resize code
+// runs: it may delete the widget or anything else, so callers must look everything up anew
+// afterwards.
 
 /**
  * The widget's picture, or that part of it, as QWidget::grab() renders it; null when it has no
@@ -22,8 +22,8 @@ namespace UICoverage {
  */
 QImage grabWidget(QWidget* widget, const QRect& rectangle);
 
-/** The window's picture as QQuickWindow::grabWindow() renders it; null when that fails or would. */
-QImage grabWindow(QQuickWindow* window);
+/** Whether a picture of that size, in device-independent pixels, would have too many pixels. */
+bool isTooLargeToGrab(const QSize& size, qreal devicePixelRatio);
 
 /** The part of the image that QImage::copy() gives for the rectangle, in the image's pixels. */
 QImage copyImage(const QImage& image, const QRect& rectangle);

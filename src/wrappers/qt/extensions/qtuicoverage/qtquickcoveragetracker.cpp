@@ -4,6 +4,7 @@
 #include "names.h"
 #include "qtquickitemobserver.h"
 #include "quickgeometry.h"
+#include "quickgrab.h"
 #include "quickitemclass.h"
 
 #include <QMouseEvent>

@@ -96,6 +96,11 @@ void StreamUIElementExporter::onWindowNodeChanged(const UIElement* element, bool
     exportRecord(RecordKind::WindowNodeChanged, element, isWindowNode);
 }
 
+void StreamUIElementExporter::onAttributeChanged(const UIElement* element, const QString& name,
+                                                 const QString& value) {
+    exportRecord(RecordKind::AttributeChanged, element, name, value);
+}
+
 template <class... Items>
 void StreamUIElementExporter::exportRecord(RecordKind kind, const UIElement* element,
                                            const Items&... items) {

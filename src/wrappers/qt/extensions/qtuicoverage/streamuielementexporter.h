@@ -49,6 +49,10 @@ private Q_SLOTS:
     void onWindowNodeChanged(const Vorsk::UIAbstraction::UIElement* element,
                              bool isWindowNode) override;
 
+protected:
+    void onAttributeChanged(const Vorsk::UIAbstraction::UIElement* element, const QString& name,
+                            const QString& value) override;
+
 private:
     struct Record {
         UIAbstraction::RecordKind kind;

@@ -74,6 +74,12 @@ private Q_SLOTS:
         QCOMPARE(decode(11, payload(QStringLiteral("clicked"), qint32{3})), Result::Sound);
         QCOMPARE(m_record.text, QStringLiteral("clicked"));
         QCOMPARE(m_record.count, 3);
+        QCOMPARE(decode(12, payload(QStringLiteral("enabled"), QStringLiteral("false"))),
+                 Result::Sound);
+        QCOMPARE(m_record.name, QStringLiteral("enabled"));
+        QCOMPARE(m_record.text, QStringLiteral("false"));
+        QCOMPARE(decode(12, payload(QStringLiteral("enabled"), QString())), Result::Sound);
+        QVERIFY(m_record.text.isNull());
     }
 
     void nullAndEmptyTextsStayApart() {
@@ -114,6 +120,8 @@ private Q_SLOTS:
         QTest::newRow("subgraphTransparentChanged") << 9 << payload(false);
         QTest::newRow("windowNodeChanged") << 10 << payload(true);
         QTest::newRow("usageIncreased") << 11 << payload(QStringLiteral("clicked"), qint32{1});
+        QTest::newRow("attributeChanged")
+            << 12 << payload(QStringLiteral("enabled"), QStringLiteral("false"));
     }
 
     void everyTruncationAndATrailingByteIsDamage() {
@@ -132,7 +140,7 @@ private Q_SLOTS:
     }
 
     void otherKindsAndFormsAreUnknown() {
-        for (const int kind : {-1, 0, 12, 1000}) {
+        for (const int kind : {-1, 0, 13, 1000}) {
             QCOMPARE(decode(kind, payload()), Result::Unknown);
         }
         HookMessage message = messageOf(7, payload(QString()));

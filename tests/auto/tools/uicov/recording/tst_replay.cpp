@@ -79,12 +79,17 @@ private Q_SLOTS:
         element->setSubgraphTransparent(true);
         element->setWindowNode(true);
         element->increaseUsage(UIEvent(QStringLiteral("clicked")));
+        element->setAttribute(QStringLiteral("enabled"), QStringLiteral("true"));
+        element->setAttribute(QStringLiteral("enabled"), QStringLiteral("false"));
+        element->setAttribute(QStringLiteral("label"), QStringLiteral("Name:"));
+        element->setAttribute(QStringLiteral("label"), QString());
 
         const Replay& model = replay(recording);
         const UIElement* const copy = model.elementById(QStringLiteral("{a}"));
         QVERIFY(copy != nullptr);
         QVERIFY(*copy == *element);
         QCOMPARE(copy->usage(), element->usage());
+        QCOMPARE(copy->attributes(), element->attributes());
         QVERIFY(copy->geometry().isValid());
         QCOMPARE(model.recordsWithoutElement(), quint64{0});
         QVERIFY(model.elementById(QStringLiteral("{c}")) == nullptr);

@@ -90,6 +90,8 @@ private Q_SLOTS:
         button->setSubgraphTransparent(true);
         button->setWindowNode(true);
         button->increaseUsage(UIEvent(QStringLiteral("clicked")));
+        button->setAttribute(QStringLiteral("label"), QStringLiteral("Name:"));
+        button->setAttribute(QStringLiteral("label"), QString());
         const QStringList lines = print(recording);
         const char* const parts[] = {
             "'child':'{b}','frame':'message','id':'{w}','microseconds':0,'record':'childAdded'",
@@ -103,7 +105,11 @@ private Q_SLOTS:
             "'record':'subgraphTransparentChanged','value':true",
             "'record':'windowNodeChanged','value':true",
             ("'count':1,'event':'clicked','frame':'message','id':'{b}','microseconds':0,"
-             "'record':'usageIncreased'")};
+             "'record':'usageIncreased'"),
+            ("'attribute':'label','frame':'message','id':'{b}','microseconds':0,"
+             "'record':'attributeChanged','value':'Name:'"),
+            ("'attribute':'label','frame':'message','id':'{b}','microseconds':0,"
+             "'record':'attributeChanged','value':null")};
         for (const char* part : parts) {
             const QStringList found = lines.filter(json(part));
             QVERIFY2(found.size() == 1, part);

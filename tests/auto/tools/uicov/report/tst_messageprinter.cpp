@@ -61,6 +61,8 @@ private Q_SLOTS:
         button->setWindowNode(true);
         button->increaseUsage(UIEvent(QStringLiteral("clicked")));
         button->setText(QString());
+        button->setAttribute(QStringLiteral("enabled"), QStringLiteral("false"));
+        button->setAttribute(QStringLiteral("enabled"), QString());
         recording.addLog(RecordingFormat::Severity::Warning, QStringLiteral("No %1 \x1b"));
         recording.addLog(RecordingFormat::Severity::Info, QStringLiteral("hello"));
         recording.addMark(QStringLiteral("test one"));
@@ -84,10 +86,14 @@ private Q_SLOTS:
             QStringLiteral(
                 "+61.000042 usageIncreased #2 Button \"O\\nK\" event=\"clicked\" count=1"),
             QStringLiteral("+61.000042 textChanged #2 Button \"O\\nK\" text=null"),
+            QStringLiteral("+61.000042 attributeChanged #2 Button attribute=\"enabled\" "
+                           "value=\"false\""),
+            QStringLiteral(
+                "+61.000042 attributeChanged #2 Button attribute=\"enabled\" value=null"),
             QStringLiteral("+61.000042 log warning \"No %1 \\x1b\""),
             QStringLiteral("+61.000042 log info \"hello\""),
             QStringLiteral("+61.000042 mark \"test one\""),
-            QStringLiteral("+61.000042 end messages=13"),
+            QStringLiteral("+61.000042 end messages=15"),
         };
         QCOMPARE(print(recording).join(QLatin1Char('\n')), expected.join(QLatin1Char('\n')));
     }
@@ -111,6 +117,8 @@ private Q_SLOTS:
         root->setWindowNode(true);
         root->setGeometry(ElementGeometry(QRect(0, 0, 2, 2), true));
         root->increaseUsage(UIEvent(QStringLiteral("shown")));
+        root->setAttribute(QStringLiteral("page"), QStringLiteral("1"));
+        root->setAttribute(QStringLiteral("enabled"), QStringLiteral("true"));
         for (int i = 0; i < 12; ++i) {
             root->addChild(new UIElement(QStringLiteral("C"),
                                          StandardType(QStringLiteral("Button")),
@@ -120,15 +128,16 @@ private Q_SLOTS:
         QCOMPARE(
             print(recording).value(0),
             QStringLiteral("+0.000000 elementAdded #1 class=\"W\" id=\"{r}\" shown=1 transparent "
-                           "subgraphTransparent window left=0 top=0 right=1 bottom=1 with 12 "
-                           "below: #2 Button, #3 Button, #4 Button, #5 Button, #6 Button, #7 "
+                           "subgraphTransparent window left=0 top=0 right=1 bottom=1 "
+                           "enabled=\"true\" page=\"1\" with 12 below: #2 Button, #3 Button, #4 "
+                           "Button, #5 Button, #6 Button, #7 "
                            "Button, #8 Button, #9 Button, ..."));
     }
 
     void whatIsDamagedOrUnknownSaysSo() {
         RecordingBuilder recording;
         recording.addRecord(7, QByteArray("??"));
-        recording.addRecord(12, QByteArray("??"));
+        recording.addRecord(13, QByteArray("??"));
         recording.addMessage(QStringLiteral("other"), {1, -2});
         for (quint8 type = 1; type <= 5; ++type) {
             recording.addFrame(type, QByteArray("?"));
@@ -138,7 +147,7 @@ private Q_SLOTS:
             QStringList(
                 {QStringLiteral("+0.000000 record damaged \"uiCoverageData\" (4711, 1, 7, <2 "
                                 "bytes>)"),
-                 QStringLiteral("+0.000000 record unknown \"uiCoverageData\" (4711, 1, 12, <2 "
+                 QStringLiteral("+0.000000 record unknown \"uiCoverageData\" (4711, 1, 13, <2 "
                                 "bytes>)"),
                  QStringLiteral("+0.000000 message \"other\" (1, -2)"),
                  QStringLiteral("+0.000000 process damaged"),

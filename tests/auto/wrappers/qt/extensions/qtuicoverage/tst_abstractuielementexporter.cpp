@@ -1,5 +1,5 @@
-#include "abstractuielementexporter.h"
 #include "testlib/testcase.h"
+#include "tracking/abstractuielementexporter.h"
 
 #include <QImage>
 #include <QMetaMethod>
@@ -71,6 +71,11 @@ public:
     void onWindowNodeChanged(const UIElement* element, bool isWindowNode) override {
         note("windowNode", element, number(isWindowNode ? 1 : 0));
     }
+    void onAttributeChanged(const UIElement* element, const QString& name,
+                            const QString& value) override {
+        note("attribute", element,
+             name + QLatin1Char('=') + (value.isNull() ? QStringLiteral("null") : value));
+    }
 
 private:
     void note(const char* slot, const UIElement* element, const QString& value) {
@@ -119,6 +124,9 @@ private Q_SLOTS:
     void everyChangeReachesItsSlot();
     void elementIsAttachedBeforeItIsAnnounced();
     void elementThatIsInNoStoreIsNotSeen();
+    void attachedElementIsSeenButNotAnnounced();
+    void attachingAgainChangesNothing();
+    void treeIsAnnouncedByItsRoot();
     void elementAddedTwiceIsAttachedTwice();
     void storeAddedTwiceAttachesTwice();
     void twoStoresShareAnExporter();
@@ -188,7 +196,8 @@ void tst_AbstractUIElementExporter::virtualSlotsFollowThoseOfQObject() {
         slotOf(&E::onGeometryChanged),     slotOf(&E::onImageChanged),
         slotOf(&E::onStandardTypeChanged), slotOf(&E::onSubgraphTransparentChanged),
         slotOf(&E::onTextChanged),         slotOf(&E::onTransparentNodeChanged),
-        slotOf(&E::onUsageIncreased),      slotOf(&E::onWindowNodeChanged)};
+        slotOf(&E::onUsageIncreased),      slotOf(&E::onWindowNodeChanged),
+        slotOf(&E::onAttributeChanged)};
     for (int i = 0; i < found.size(); ++i) {
         QCOMPARE(found.at(i), first + i);
     }
@@ -235,6 +244,8 @@ void tst_AbstractUIElementExporter::everyChangeReachesItsSlot_data() {
     row("transparentNode A 1", [](UIElement& e) { e.setTransparentNode(true); });
     row("usage A clicked=1", [=](UIElement& e) { e.increaseUsage(clicked); });
     row("windowNode A 0", [](UIElement& e) { e.setWindowNode(false); });
+    row("attribute A k=v",
+        [](UIElement& e) { e.setAttribute(QStringLiteral("k"), QStringLiteral("v")); });
 }
 
 void tst_AbstractUIElementExporter::everyChangeReachesItsSlot() {
@@ -275,6 +286,40 @@ void tst_AbstractUIElementExporter::elementThatIsInNoStoreIsNotSeen() {
     exporter.calls.clear();
     child->setText(QStringLiteral("not seen"));
     QVERIFY(exporter.calls.isEmpty());
+}
+
+void tst_AbstractUIElementExporter::attachedElementIsSeenButNotAnnounced() {
+    RecordingExporter exporter;
+    const auto element = newElement("A");
+    exporter.attachTo(element.get());
+    QVERIFY(exporter.calls.isEmpty());
+    element->setText(QStringLiteral("t"));
+    QCOMPARE(exporter.calls, QStringList{QStringLiteral("text A t")});
+}
+
+void tst_AbstractUIElementExporter::attachingAgainChangesNothing() {
+    RecordingExporter exporter;
+    RecordingExporter other;
+    const auto element = newElement("A");
+    exporter.attachTo(element.get());
+    other.attachTo(element.get());
+    exporter.attachTo(element.get());
+    element->setText(QStringLiteral("t"));
+    QCOMPARE(exporter.calls, QStringList{QStringLiteral("text A t")});
+    QCOMPARE(other.calls, exporter.calls);
+}
+
+void tst_AbstractUIElementExporter::treeIsAnnouncedByItsRoot() {
+    RecordingExporter exporter;
+    const auto root = newElement("root");
+    UIElement* const child = newElement("child").release();
+    root->addChild(child);
+    exporter.whenElementAdded = [child](const UIElement*) {
+        child->setText(QStringLiteral("inside")); // attached before the announcement
+    };
+    exporter.announceTree(root.get());
+    QCOMPARE(exporter.calls,
+             (QStringList{QStringLiteral("element root"), QStringLiteral("text child inside")}));
 }
 
 void tst_AbstractUIElementExporter::elementAddedTwiceIsAttachedTwice() {

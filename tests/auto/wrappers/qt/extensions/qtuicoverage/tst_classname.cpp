@@ -1,6 +1,6 @@
-#include "classname.h"
 #include "testlib/named.h"
 #include "testlib/testcase.h"
+#include "tracking/classname.h"
 
 #include <QObject>
 #include <QTest>

@@ -1,6 +1,6 @@
-#include "environment.h"
 #include "testlib/stderrcapture.h"
 #include "testlib/testcase.h"
+#include "tracking/environment.h"
 
 #include <QTest>
 

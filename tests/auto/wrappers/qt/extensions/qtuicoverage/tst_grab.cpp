@@ -1,5 +1,5 @@
-#include "grab.h"
 #include "testlib/testcase.h"
+#include "tracking/grab.h"
 
 #include <QPainter>
 #include <QTest>

@@ -1,6 +1,6 @@
-#include "logging.h"
 #include "testlib/fakehost.h"
 #include "testlib/testcase.h"
+#include "tracking/logging.h"
 
 #include <QTest>
 

@@ -1,6 +1,6 @@
-#include "mappingelementstore.h"
 #include "testlib/samestorage.h"
 #include "testlib/testcase.h"
+#include "tracking/mappingelementstore.h"
 
 #include <QRandomGenerator>
 #include <QSignalSpy>
@@ -120,6 +120,22 @@ private Q_SLOTS:
         QCOMPARE(slot.access(), QMetaMethod::Private);
         QCOMPARE(slot.methodSignature(), QByteArray("objectDestroyed(QObject*)"));
         QCOMPARE(slot.parameterNames(), QList<QByteArray>{"object"});
+    }
+
+    void aQuietMappingIsOneThatNobodyIsToldOf() {
+        const std::unique_ptr<UIElement> element(newElement("a"));
+        MappingElementStore store;
+        QSignalSpy added(&store, &MappingElementStore::elementAdded);
+        {
+            QObject object;
+            store.addMappingQuietly(&object, element.get());
+            QCOMPARE(store.elementForObject(&object), element.get());
+            QCOMPARE(store.objectForElement(element.get()), &object);
+            QCOMPARE(store.elements(), QList<UIElement*>{element.get()});
+        }
+        QVERIFY(store.elements().isEmpty());
+        QCOMPARE(store.objectForElement(element.get()), nullptr);
+        QVERIFY(added.isEmpty());
     }
 
     void mappingIsThereWhenTheElementIsAnnounced() {

@@ -1,5 +1,5 @@
-#include "mnemonics.h"
 #include "testlib/testcase.h"
+#include "tracking/mnemonics.h"
 
 #include <QTest>
 

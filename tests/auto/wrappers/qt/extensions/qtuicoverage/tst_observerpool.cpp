@@ -1,7 +1,7 @@
-#include "mappingelementstore.h"
-#include "observerpool.h"
 #include "testlib/samestorage.h"
 #include "testlib/testcase.h"
+#include "tracking/mappingelementstore.h"
+#include "tracking/observerpool.h"
 #include "uiabstraction/uielement.h"
 
 #include <QRandomGenerator>

@@ -1,7 +1,7 @@
-#include "qtobjectobserver.h"
 #include "testlib/testcase.h"
+#include "tracking/qtobjectobserver.h"
+#include "tracking/uicoveragetracker.h"
 #include "uiabstraction/uielement.h"
-#include "uicoveragetracker.h"
 
 #include <QTest>
 

@@ -1,5 +1,6 @@
 #include "grab.h"
 #include "qtquickcoveragetracker.h"
+#include "quickgrab.h"
 #include "testlib/quickprobe.h"
 #include "testlib/quickscene.h"
 #include "testlib/testcase.h"

@@ -1,7 +1,7 @@
-#include "streamuielementexporter.h"
 #include "testlib/fakehook.h"
 #include "testlib/recordprinter.h"
 #include "testlib/testcase.h"
+#include "tracking/streamuielementexporter.h"
 
 #include <QImage>
 #include <QTest>
@@ -148,6 +148,17 @@ void tst_RecordPayloads::payloadOfEachKind_data() {
             e.setUsage(UIEvent(QStringLiteral("a")), 0x7fffffff);
         },
         "00000002 0061 7fffffff", "usageIncreased #1 a=2147483647");
+    row(
+        12, "attribute",
+        [](UIElement& e) { e.setAttribute(QStringLiteral("k"), QStringLiteral("v")); },
+        "00000002 006b 00000002 0076", R"(attributeChanged #1 k="v")");
+    row(
+        12, "attribute gone",
+        [](UIElement& e) {
+            e.setAttribute(QStringLiteral("k"), QStringLiteral("v"));
+            e.setAttribute(QStringLiteral("k"), QString());
+        },
+        "00000002 006b ffffffff", "attributeChanged #1 k=null");
 }
 
 void tst_RecordPayloads::payloadOfEachKind() {

@@ -1,7 +1,7 @@
-#include "streamuielementexporter.h"
 #include "testlib/fakehook.h"
 #include "testlib/recordprinter.h"
 #include "testlib/testcase.h"
+#include "tracking/streamuielementexporter.h"
 #include "uiabstraction/elementstream.h"
 
 #include <QDataStream>

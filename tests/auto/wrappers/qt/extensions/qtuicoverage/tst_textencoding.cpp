@@ -1,6 +1,6 @@
 #include "testlib/stderrcapture.h"
 #include "testlib/testcase.h"
-#include "textencoding.h"
+#include "tracking/textencoding.h"
 
 #include <QTest>
 
