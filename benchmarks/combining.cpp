@@ -4,8 +4,8 @@
 //   combining --write FOLDER     only writes 30 runs there, each as a recording and as a data file,
 //   for
 //                                instruments that count
+#include "run/runloader.h"
 #include "store/datafilewriter.h"
-#include "store/runloader.h"
 #include "testlib/recordingbuilder.h"
 
 #include <QCoreApplication>
@@ -28,9 +28,9 @@
 #include <unistd.h>
 
 using TestLib::RecordingBuilder;
+using Uicov::Runs::RunLoader;
 using Uicov::Store::DataFile;
 using Uicov::Store::DataFileWriter;
-using Uicov::Store::RunLoader;
 using Vorsk::UIAbstraction::UIElement;
 using Vorsk::UIAbstraction::UIEvent;
 

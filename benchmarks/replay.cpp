@@ -2,7 +2,7 @@
 // memory: the same few elements over and over, so that the model stays as small as it is.
 #include "recording/frame.h"
 #include "recording/recordingreader.h"
-#include "store/runbuilder.h"
+#include "run/runbuilder.h"
 #include "uiabstraction/payloadwriter.h"
 #include "uiabstraction/recordkind.h"
 #include "uiabstraction/uielement.h"
@@ -122,7 +122,7 @@ double replay(const QString& path, int records) {
     if (reader.open()) {
         return 0;
     }
-    Uicov::Store::RunBuilder builder;
+    Uicov::Runs::RunBuilder builder;
     Uicov::Recording::Frame frame;
     while (reader.next(frame)) {
         builder.add(frame);

@@ -124,16 +124,24 @@ function(uicov_add_room)
     file(RELATIVE_PATH place ${PROJECT_SOURCE_DIR} ${place})
     list(JOIN ARG_LINK "," public)
     list(JOIN ARG_LINK_PRIVATE "," private)
+    set(files)
+    foreach(source ${ARG_SOURCES})
+        if(source MATCHES "\\.(cpp|h)$" AND NOT IS_ABSOLUTE ${source})
+            get_filename_component(source ${source} NAME)
+            list(APPEND files ${source})
+        endif()
+    endforeach()
+    list(JOIN files "," files)
     set_property(GLOBAL APPEND_STRING PROPERTY UICOV_ROOMS
-        "${ARG_NAME}\t${ARG_FOLDER}\t${place}\t${public}\t${private}\n")
+        "${ARG_NAME};${ARG_FOLDER};${place};${public};${private};${files}\n")
 endfunction()
 
 # uicov_write_rooms()
 # Notes every room for scripts/structure, a line each: target, folder, place in the source tree, libraries
-# linked publicly and privately.
+# linked publicly, libraries linked privately, sources.
 function(uicov_write_rooms)
     get_property(rooms GLOBAL PROPERTY UICOV_ROOMS)
-    file(WRITE ${CMAKE_BINARY_DIR}/rooms.tsv "${rooms}")
+    file(WRITE ${CMAKE_BINARY_DIR}/rooms "${rooms}")
 endfunction()
 
 # uicov_let_fork(<target>)

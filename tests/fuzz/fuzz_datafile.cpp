@@ -1,16 +1,16 @@
 // Any file as a data file: it is read or refused by name, and left as it was.
 
 #include "acceptance.h"
-#include "config/configuration.h"
+#include "coverage/configuration.h"
+#include "coverage/coverageresult.h"
 #include "fuzzcheck.h"
-#include "report/coverage.h"
 #include "scratchfile.h"
 #include "store/datafile.h"
 
 #include <QCoreApplication>
 
+using Uicov::Runs::Run;
 using Uicov::Store::DataFile;
-using Uicov::Store::Run;
 using Uicov::Store::Sql;
 
 namespace {
@@ -21,8 +21,8 @@ void readAll(const QString& path) {
         FUZZ_CHECK(problem->text.startsWith(path));
         return;
     }
-    const Uicov::Config::Configuration configuration;
-    Uicov::Report::Coverage coverage(configuration);
+    const Uicov::Coverage::Configuration configuration;
+    Uicov::Coverage::CoverageResult coverage(configuration);
     const QStringList uuids = file.runs();
     for (const QString& uuid : uuids) {
         Run run;

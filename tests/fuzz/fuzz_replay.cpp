@@ -1,22 +1,22 @@
 // Any frames as a run, from the records to the report. Checksums are not looked at.
 
 #include "acceptance.h"
-#include "config/configuration.h"
+#include "coverage/configuration.h"
+#include "coverage/coverageresult.h"
 #include "framewalk.h"
 #include "fuzzcheck.h"
 #include "recording/bytecursor.h"
 #include "recording/frame.h"
-#include "report/coverage.h"
 #include "report/jsonreport.h"
-#include "store/runbuilder.h"
+#include "run/runbuilder.h"
 
 #include <vector>
 
 using Uicov::Recording::ByteCursor;
 using Uicov::Recording::Ending;
 using Uicov::Recording::Frame;
-using Uicov::Store::Run;
-using Uicov::Store::RunBuilder;
+using Uicov::Runs::Run;
+using Uicov::Runs::RunBuilder;
 
 namespace {
 
@@ -38,12 +38,12 @@ Run runOf(std::vector<std::uint8_t> bytes) {
 
 void checkIndices(const Run& run) {
     const int elements = static_cast<int>(run.elements.size());
-    for (const Uicov::Store::RunElement& element : run.elements) {
+    for (const Uicov::Runs::RunElement& element : run.elements) {
         FUZZ_CHECK(element.parent >= -1 && element.parent < elements);
         for (const int child : element.children) {
             FUZZ_CHECK(child >= 0 && child < elements);
         }
-        for (const Uicov::Store::Hit& hit : element.hits) {
+        for (const Uicov::Runs::Hit& hit : element.hits) {
             FUZZ_CHECK(hit.context >= 0 && hit.context < run.contexts.size());
             FUZZ_CHECK(hit.count > 0);
         }
@@ -56,8 +56,8 @@ void checkIndices(const Run& run) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const Run run = runOf(std::vector<std::uint8_t>(data, data + size));
     checkIndices(run);
-    const Uicov::Config::Configuration configuration;
-    Uicov::Report::Coverage coverage(configuration);
+    const Uicov::Coverage::Configuration configuration;
+    Uicov::Coverage::CoverageResult coverage(configuration);
     coverage.add(run);
     coverage.finish();
     if (!run.elements.empty()) {

@@ -67,8 +67,8 @@ GuiSession::~GuiSession() {
     }
 }
 
-const Uicov::Store::RunLoader& GuiSession::recording() {
-    m_recording = std::make_unique<Uicov::Store::RunLoader>(m_recordingPath);
+const Uicov::Runs::RunLoader& GuiSession::recording() {
+    m_recording = std::make_unique<Uicov::Runs::RunLoader>(m_recordingPath);
     m_recording->load(); // nothing there yet is nothing to find yet
     return *m_recording;
 }

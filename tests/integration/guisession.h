@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/runloader.h"
+#include "run/runloader.h"
 
 #include <QProcess>
 #include <QString>
@@ -51,7 +51,7 @@ public:
     int waitForEnd();
 
     /** Reads the recording as far as it goes now. */
-    const Uicov::Store::RunLoader& recording();
+    const Uicov::Runs::RunLoader& recording();
     QString recordingPath() const { return m_recordingPath; }
     /** Valid when the program has ended. */
     QString dataFilePath() const { return m_dataFilePath; }
@@ -71,5 +71,5 @@ private:
     QString m_dataFilePath;
     QProcess m_process;
     QString m_errors;
-    std::unique_ptr<Uicov::Store::RunLoader> m_recording;
+    std::unique_ptr<Uicov::Runs::RunLoader> m_recording;
 };

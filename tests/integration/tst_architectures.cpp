@@ -1,7 +1,7 @@
 #include "guisession.h"
-#include "identity/keywalk.h"
 #include "recording/recordingreader.h"
-#include "store/runloader.h"
+#include "run/keywalk.h"
+#include "run/runloader.h"
 #include "testlib/golden.h"
 #include "testlib/testcase.h"
 #include "xserver.h"
@@ -10,13 +10,13 @@
 #include <QTest>
 
 using Name = GuiSession::Name;
-using Uicov::Identity::ElementKey;
-using Uicov::Identity::KeyWalk;
 using Uicov::Recording::RecordingReader;
-using Uicov::Store::Hit;
-using Uicov::Store::Run;
-using Uicov::Store::RunElement;
-using Uicov::Store::RunLoader;
+using Uicov::Runs::ElementKey;
+using Uicov::Runs::Hit;
+using Uicov::Runs::KeyWalk;
+using Uicov::Runs::Run;
+using Uicov::Runs::RunElement;
+using Uicov::Runs::RunLoader;
 
 namespace {
 

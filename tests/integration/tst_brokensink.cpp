@@ -1,4 +1,4 @@
-#include "store/runloader.h"
+#include "run/runloader.h"
 #include "testlib/testcase.h"
 
 #include <QDir>
@@ -9,7 +9,7 @@
 
 #include <sys/mount.h>
 
-using Uicov::Console::Message;
+using Uicov::Base::Message;
 
 namespace {
 
@@ -60,7 +60,7 @@ class TestBrokenSink : public TestLib::TestCase {
     /** Ended early with a word about it, and what stands in it is sound. */
     void checkPrefix(const Outcome& outcome) const {
         QCOMPARE(outcome.output.count(QStringLiteral("recording-ended: ")), 1);
-        Uicov::Store::RunLoader loader(recordingPath());
+        Uicov::Runs::RunLoader loader(recordingPath());
         QVERIFY(!loader.load());
         QCOMPARE(loader.problems().size(), 1);
         QCOMPARE(loader.problems().first().message, Message::EndedAbnormally);
@@ -106,14 +106,14 @@ private Q_SLOTS:
     void picturesAreGivenUpBeforeEvents() {
         const QStringList pictures{QStringLiteral("--screenshots")};
         const auto countedIn = [this](int& withPicture) {
-            Uicov::Store::RunLoader loader(recordingPath());
+            Uicov::Runs::RunLoader loader(recordingPath());
             loader.setTakesPictures(true);
             loader.load();
             qint64 counted = 0;
             withPicture = 0;
-            for (const Uicov::Store::RunElement& element : loader.run().elements) {
+            for (const Uicov::Runs::RunElement& element : loader.run().elements) {
                 withPicture += element.picture.isEmpty() ? 0 : 1;
-                for (const Uicov::Store::Hit& hit : element.hits) {
+                for (const Uicov::Runs::Hit& hit : element.hits) {
                     counted += hit.count;
                 }
             }
@@ -131,7 +131,7 @@ private Q_SLOTS:
         int some = 0;
         QCOMPARE(countedIn(some), events);
         QVERIFY2(some > 0 && some < all, qPrintable(QStringLiteral("%1 of %2").arg(some).arg(all)));
-        Uicov::Store::RunLoader loader(recordingPath());
+        Uicov::Runs::RunLoader loader(recordingPath());
         QVERIFY(!loader.load());
         // Whole but for the pictures, as it says itself.
         QVERIFY(loader.problems().isEmpty() && loader.run().isComplete);
@@ -147,7 +147,7 @@ private Q_SLOTS:
                                     {QStringLiteral("--screenshots")});
         QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.output));
         QCOMPARE(outcome.output.count(QStringLiteral("recording-full: ")), 1);
-        Uicov::Store::RunLoader loader(recordingPath());
+        Uicov::Runs::RunLoader loader(recordingPath());
         QVERIFY(!loader.load());
         QVERIFY(!loader.problems().isEmpty());
         QVERIFY(!loader.run().elements.empty());

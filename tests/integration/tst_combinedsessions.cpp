@@ -1,5 +1,5 @@
 #include "guisession.h"
-#include "identity/keywalk.h"
+#include "run/keywalk.h"
 #include "store/datafile.h"
 #include "testlib/commandrunner.h"
 #include "testlib/testcase.h"
@@ -18,12 +18,12 @@
 
 using Name = GuiSession::Name;
 using TestLib::CommandRunner;
-using Uicov::Identity::ElementKey;
-using Uicov::Identity::KeyWalk;
+using Uicov::Runs::ElementKey;
+using Uicov::Runs::Hit;
+using Uicov::Runs::KeyWalk;
+using Uicov::Runs::Run;
+using Uicov::Runs::RunElement;
 using Uicov::Store::DataFile;
-using Uicov::Store::Hit;
-using Uicov::Store::Run;
-using Uicov::Store::RunElement;
 
 namespace {
 

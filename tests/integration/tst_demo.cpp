@@ -1,4 +1,4 @@
-#include "store/runloader.h"
+#include "run/runloader.h"
 #include "testlib/testcase.h"
 #include "uiabstraction/uielement.h"
 
@@ -39,7 +39,7 @@ private:
     QTemporaryDir m_directory;
     QString m_errors;
     int m_exitCode = -1;
-    std::unique_ptr<Uicov::Store::RunLoader> m_recording;
+    std::unique_ptr<Uicov::Runs::RunLoader> m_recording;
 };
 
 void TestDemo::initTestCase() {
@@ -53,7 +53,7 @@ void TestDemo::initTestCase() {
     QVERIFY(process.waitForFinished(patience));
     m_exitCode = process.exitCode();
     m_errors = QString::fromLocal8Bit(process.readAllStandardError());
-    m_recording = std::make_unique<Uicov::Store::RunLoader>(path);
+    m_recording = std::make_unique<Uicov::Runs::RunLoader>(path);
     const auto problem = m_recording->load();
     QVERIFY2(!problem.has_value(), qPrintable(m_errors));
 }
@@ -65,14 +65,14 @@ void TestDemo::theSessionPassesAndIsRecordedInFull() {
 }
 
 void TestDemo::theTestFunctionsAreTheContexts() {
-    const Uicov::Store::Run run = m_recording->run();
+    const Uicov::Runs::Run run = m_recording->run();
     QCOMPARE(run.contexts, QStringList({QString(), QStringLiteral("PanelSession::namesTheRoom"),
                                         QStringLiteral("PanelSession::switchesNightSetback"),
                                         QStringLiteral("PanelSession::exportsAsTable"),
                                         QStringLiteral("PanelSession::changesTheSettings")}));
     QStringList clicks;
-    for (const Uicov::Store::RunElement& element : run.elements) {
-        for (const Uicov::Store::Hit& hit : element.hits) {
+    for (const Uicov::Runs::RunElement& element : run.elements) {
+        for (const Uicov::Runs::Hit& hit : element.hits) {
             if (hit.event == QLatin1String("clicked")) {
                 clicks.append(element.text + QLatin1Char('@') +
                               run.contexts.at(hit.context).section(QLatin1Char(':'), -1));

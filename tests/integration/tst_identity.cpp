@@ -1,6 +1,6 @@
-#include "identity/keywalk.h"
-#include "store/run.h"
-#include "store/runloader.h"
+#include "run/keywalk.h"
+#include "run/run.h"
+#include "run/runloader.h"
 #include "testlib/testcase.h"
 
 #include <QProcess>
@@ -10,8 +10,8 @@
 
 #include <algorithm>
 
-using Uicov::Identity::ElementKey;
-using Uicov::Identity::KeyWalk;
+using Uicov::Runs::ElementKey;
+using Uicov::Runs::KeyWalk;
 
 namespace {
 
@@ -27,7 +27,7 @@ struct Keys {
     bool isEmpty() const { return keys.isEmpty(); }
 };
 
-Keys keysOf(const Uicov::Store::Run& run) {
+Keys keysOf(const Uicov::Runs::Run& run) {
     const std::vector<KeyWalk::Place> places = KeyWalk(run).places();
     QStringList keys;
     QStringList structures;
@@ -80,7 +80,7 @@ class TestIdentity : public TestLib::TestCase {
                                   QStringLiteral("--recording"), recording, QStringLiteral("--"),
                                   QStringLiteral(IDENTITY_PANEL)} +
                           arguments);
-        Uicov::Store::RunLoader loader(recording);
+        Uicov::Runs::RunLoader loader(recording);
         if (!process.waitForFinished(patience) || process.exitCode() != 0 || loader.load()) {
             qInfo("%s", process.readAll().constData());
             return {};

@@ -1,6 +1,6 @@
 #include "recording/framedecoder.h"
 #include "recording/recordingreader.h"
-#include "store/runloader.h"
+#include "run/runloader.h"
 #include "testlib/testcase.h"
 
 #include <QDir>
@@ -12,7 +12,7 @@ using RecordingFormat::FrameType;
 using Uicov::Recording::Frame;
 namespace FrameDecoder = Uicov::Recording::FrameDecoder;
 using Uicov::Recording::RecordingReader;
-using Uicov::Store::Run;
+using Uicov::Runs::Run;
 
 namespace {
 
@@ -97,7 +97,7 @@ class TestMarks : public TestLib::TestCase {
     /** Contexts with the number of times that the button was clicked in them. */
     static QMap<QString, qint64> clicksIn(const QString& recording) {
         QMap<QString, qint64> clicks;
-        Uicov::Store::RunLoader loader(recording);
+        Uicov::Runs::RunLoader loader(recording);
         if (loader.load()) {
             return clicks;
         }

@@ -1,4 +1,4 @@
-#include "store/runloader.h"
+#include "run/runloader.h"
 #include "testlib/testcase.h"
 #include "uiabstraction/uielement.h"
 
@@ -33,7 +33,7 @@ private Q_SLOTS:
 private:
     QTemporaryDir m_directory;
     QString m_errors;
-    std::unique_ptr<Uicov::Store::RunLoader> m_recording;
+    std::unique_ptr<Uicov::Runs::RunLoader> m_recording;
 };
 
 void TestQuickDemo::initTestCase() {
@@ -47,7 +47,7 @@ void TestQuickDemo::initTestCase() {
     QVERIFY(process.waitForFinished(patience));
     m_errors = QString::fromLocal8Bit(process.readAllStandardError());
     QVERIFY2(process.exitCode() == 0, qPrintable(m_errors));
-    m_recording = std::make_unique<Uicov::Store::RunLoader>(path);
+    m_recording = std::make_unique<Uicov::Runs::RunLoader>(path);
     const auto problem = m_recording->load();
     QVERIFY2(!problem.has_value(), qPrintable(m_errors));
 }

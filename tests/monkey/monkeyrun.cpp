@@ -1,6 +1,6 @@
 #include "monkeyrun.h"
 
-#include "store/runloader.h"
+#include "run/runloader.h"
 #include "testlib/emulation.h"
 
 #include <QRegularExpression>
@@ -127,7 +127,7 @@ MonkeyRun::Outcome MonkeyRun::recorded(bool withScreenshots) {
     if (!outcome.end.startsWith(QLatin1String("ended"))) {
         return outcome;
     }
-    Uicov::Store::RunLoader loader(recording);
+    Uicov::Runs::RunLoader loader(recording);
     if (const auto problem = loader.load()) {
         outcome.recordingProblem = problem->text;
     } else if (!loader.problems().isEmpty()) {

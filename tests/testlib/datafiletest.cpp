@@ -8,8 +8,8 @@
 
 namespace TestLib {
 
+using Uicov::Runs::Run;
 using Uicov::Store::DataFile;
-using Uicov::Store::Run;
 
 QByteArray DataFileTest::contents() const {
     QFile file(m_path);

@@ -7,9 +7,9 @@
 
 namespace TestLib {
 
-using Uicov::Store::Hit;
-using Uicov::Store::Run;
-using Uicov::Store::RunElement;
+using Uicov::Runs::Hit;
+using Uicov::Runs::Run;
+using Uicov::Runs::RunElement;
 
 namespace {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/run.h"
+#include "run/run.h"
 
 #include <QRandomGenerator>
 #include <QStringList>
@@ -12,12 +12,12 @@ namespace TestLib {
  * and empty texts, places up to the edge of int, pictures, hits in several contexts. Which run it
  * is called is random too.
  */
-Uicov::Store::Run randomRun(QRandomGenerator& random, int maximumElements = 30);
+Uicov::Runs::Run randomRun(QRandomGenerator& random, int maximumElements = 30);
 
 /** A UUID from a small set, so that runs meet. */
 QString uuid(int number);
 
 /** All that is in a run as lines, in an order of their own. */
-QStringList printed(const Uicov::Store::Run& run);
+QStringList printed(const Uicov::Runs::Run& run);
 
 } // namespace TestLib

@@ -1,6 +1,6 @@
 #include "testlib/runmaker.h"
 
-#include "store/storedtext.h"
+#include "run/storedtext.h"
 #include "testlib/randomrun.h"
 
 #include <algorithm>
@@ -8,9 +8,9 @@
 
 namespace TestLib {
 
-using Uicov::Store::Hit;
-using Uicov::Store::Run;
-using Uicov::Store::RunElement;
+using Uicov::Runs::Hit;
+using Uicov::Runs::Run;
+using Uicov::Runs::RunElement;
 
 RunMaker::RunMaker(int number, const QString& application) {
     run.uuid = uuid(number);
@@ -104,7 +104,7 @@ Run panelRun(int number) {
 }
 
 Run hostileRun() {
-    const QString odd = Uicov::Store::StoredText::of(
+    const QString odd = Uicov::Runs::StoredText::of(
         QStringLiteral("<script>alert(\"1\")</script>&'|`*_[x](y)") + QChar(0x1b) +
         QStringLiteral("[31m") + QChar(0) + QChar(0x202e) + QStringLiteral("שלום") + QChar(0xd800) +
         QStringLiteral(" ]]> --> %1 \\"));

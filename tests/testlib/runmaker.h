@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/run.h"
+#include "run/run.h"
 
 #include <QString>
 #include <QStringList>
@@ -24,18 +24,18 @@ public:
     /** In the context of that name, which begins if it has not. */
     void hit(int element, const char* event, int count = 1, const QString& context = QString());
 
-    Uicov::Store::RunElement& element(int number);
+    Uicov::Runs::RunElement& element(int number);
 
-    Uicov::Store::Run run;
+    Uicov::Runs::Run run;
 };
 
 /**
  * A run of which everything is odd: names with markup, quotes, control characters, separators,
  * right-to-left text and half a surrogate pair.
  */
-Uicov::Store::Run hostileRun();
+Uicov::Runs::Run hostileRun();
 
 /** A main window, a dialog, a menu that was never opened; some of it used, in two tests. */
-Uicov::Store::Run panelRun(int number = 1);
+Uicov::Runs::Run panelRun(int number = 1);
 
 } // namespace TestLib

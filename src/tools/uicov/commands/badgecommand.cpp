@@ -1,6 +1,6 @@
 #include "commands/badgecommand.h"
 
-#include "commands/helpformatter.h"
+#include "commands/cli/helpformatter.h"
 #include "report/badge.h"
 
 namespace Uicov::Commands {
@@ -26,9 +26,9 @@ void BadgeCommand::declareMore(CLI::App& app) {
         ->capture_default_str();
 }
 
-QByteArray BadgeCommand::make(const Report::Coverage& coverage,
-                              const QVector<Report::GateResult>& /*gates*/) const {
-    const Report::CoverageTree::Totals totals = coverage.tree().totals();
+QByteArray BadgeCommand::make(const Coverage::CoverageResult& coverage,
+                              const QVector<Coverage::GateResult>& /*gates*/) const {
+    const Coverage::CoverageTree::Totals totals = coverage.tree().totals();
     return Report::Badge::toBytes(QString::fromStdString(m_title), totals.used, totals.elements,
                                   precision());
 }

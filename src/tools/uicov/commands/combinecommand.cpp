@@ -1,7 +1,7 @@
 #include "commands/combinecommand.h"
 
-#include "commands/exitcode.h"
-#include "commands/helpformatter.h"
+#include "commands/cli/exitcode.h"
+#include "commands/cli/helpformatter.h"
 #include "console/progress.h"
 #include "console/terminal.h"
 #include "recording/recordingreader.h"
@@ -16,7 +16,11 @@
 
 namespace Uicov::Commands {
 
-using Console::Message;
+using Base::Message;
+using Cli::Done;
+using Cli::Failed;
+using Cli::PartialData;
+using Cli::setUsage;
 using Store::DataFile;
 using Store::DataFileWriter;
 
@@ -121,7 +125,8 @@ QStringList CombineCommand::inputs(const QString& output, Console::Terminal& ter
 int CombineCommand::combine(const QStringList& paths, const QString& output,
                             Console::Terminal& terminal) {
     Store::FileLock lock;
-    if (const auto problem = lock.acquire(output, terminal)) {
+    if (const auto problem =
+            lock.acquire(output, [&terminal](const QString& text) { terminal.note(text); })) {
         terminal.error(*problem);
         return Failed;
     }
@@ -177,7 +182,7 @@ bool CombineCommand::addAll(const QStringList& paths, Store::Combiner& combiner,
             continue;
         }
         ++m_usedFiles;
-        for (const Console::Problem& warning : combiner.warnings()) {
+        for (const Base::Problem& warning : combiner.warnings()) {
             terminal.warning(warning);
         }
         m_damagedFiles += combiner.warnings().isEmpty() ? 0 : 1;

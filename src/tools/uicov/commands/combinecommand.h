@@ -1,6 +1,6 @@
 #pragma once
 
-#include "commands/command.h"
+#include "commands/cli/command.h"
 
 #include <QString>
 #include <QStringList>
@@ -13,7 +13,7 @@ class DataFileWriter;
 namespace Uicov::Commands {
 
 /** uicov combine: the runs of many recordings and data files in one data file. */
-class CombineCommand : public Command {
+class CombineCommand : public Cli::Command {
 public:
     CLI::App* declare(CLI::App& commands) override;
     void setArguments(const std::vector<std::string>& unread,

@@ -1,15 +1,15 @@
 #include "commands/commandline.h"
 
 #include "commands/badgecommand.h"
+#include "commands/cli/exitcode.h"
+#include "commands/cli/helpformatter.h"
 #include "commands/combinecommand.h"
 #include "commands/completioncommand.h"
 #include "commands/diffcommand.h"
 #include "commands/doctorcommand.h"
 #include "commands/dumpcommand.h"
 #include "commands/erasecommand.h"
-#include "commands/exitcode.h"
 #include "commands/explaincommand.h"
-#include "commands/helpformatter.h"
 #include "commands/htmlcommand.h"
 #include "commands/jsoncommand.h"
 #include "commands/junitcommand.h"
@@ -23,7 +23,9 @@
 
 namespace Uicov::Commands {
 
-using Console::Message;
+using Base::Message;
+using Cli::Failed;
+using Cli::setUsage;
 
 namespace {
 

@@ -10,13 +10,15 @@ namespace CLI {
 class App;
 }
 
+namespace Uicov::Commands::Cli {
+class Command;
+}
+
 namespace Uicov::Console {
 class Terminal;
 }
 
 namespace Uicov::Commands {
-
-class Command;
 
 /** The command line as a whole: knows the verbs, reads the arguments and runs the verb named. */
 class CommandLine {
@@ -44,7 +46,7 @@ private:
 
     Console::Terminal& m_terminal;
     std::string m_colour = "auto";
-    std::vector<std::unique_ptr<Command>> m_commands;
+    std::vector<std::unique_ptr<Cli::Command>> m_commands;
     std::vector<Group> m_groups;
     /** As in m_commands. */
     std::vector<CLI::App*> m_verbs;

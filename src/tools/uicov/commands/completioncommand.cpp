@@ -1,14 +1,17 @@
 #include "commands/completioncommand.h"
 
-#include "commands/exitcode.h"
-#include "commands/helpformatter.h"
+#include "commands/cli/exitcode.h"
+#include "commands/cli/helpformatter.h"
 #include "console/terminal.h"
 #include "help/completion.h"
 #include "help/vocabulary.h"
 
 namespace Uicov::Commands {
 
-using Console::Message;
+using Base::Message;
+using Cli::Done;
+using Cli::Failed;
+using Cli::setUsage;
 using Help::Completion::Shell;
 
 namespace {

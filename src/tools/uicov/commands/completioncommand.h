@@ -1,6 +1,6 @@
 #pragma once
 
-#include "commands/command.h"
+#include "commands/cli/command.h"
 
 #include <string>
 #include <vector>
@@ -8,7 +8,7 @@
 namespace Uicov::Commands {
 
 /** uicov completion: the script by which a shell completes what is typed behind "uicov". */
-class CompletionCommand : public Command {
+class CompletionCommand : public Cli::Command {
 public:
     CLI::App* declare(CLI::App& commands) override;
     void setArguments(const std::vector<std::string>& unread,

@@ -1,8 +1,8 @@
 #include "commands/diffcommand.h"
 
-#include "commands/exitcode.h"
-#include "commands/helpformatter.h"
-#include "commands/outputs.h"
+#include "commands/cli/exitcode.h"
+#include "commands/cli/helpformatter.h"
+#include "commands/cli/outputs.h"
 #include "console/terminal.h"
 #include "report/diffreport.h"
 #include "store/datafilepath.h"
@@ -11,7 +11,12 @@
 
 namespace Uicov::Commands {
 
-using Console::Message;
+using Base::Message;
+using Cli::CoverageOptions;
+using Cli::Done;
+using Cli::Failed;
+using Cli::Outputs;
+using Cli::setUsage;
 
 namespace {
 
@@ -37,8 +42,8 @@ CLI::App* DiffCommand::declare(CLI::App& commands) {
         ->expected(1)
         ->take_all()
         ->allow_extra_args(false)
-        ->check(
-            CLI::IsMember(CoverageOptions::choices(Config::Gates::differences())).description(""));
+        ->check(CLI::IsMember(CoverageOptions::choices(Coverage::Gates::differences()))
+                    .description(""));
     app->add_option("--format", m_format, "text, markdown or json")
         ->type_name("NAME")
         ->check(CLI::IsMember({"text", "markdown", "json"}).description(""))
@@ -46,7 +51,7 @@ CLI::App* DiffCommand::declare(CLI::App& commands) {
     app->add_option("--precision", m_precision, "Digits behind the point of percentages")
         ->type_name("N")
         ->envname("UICOV_PRECISION")
-        ->check(CLI::Range(0, Config::ReportDefaults::mostDigits).description(""));
+        ->check(CLI::Range(0, Coverage::ReportDefaults::mostDigits).description(""));
     app->add_option("-o,--output", m_output, "Write to FILE; - is standard output")
         ->type_name("FILE")
         ->capture_default_str();
@@ -65,7 +70,8 @@ void DiffCommand::setArguments(const std::vector<std::string>& unread,
 }
 
 /** For people only, as after a report. */
-void DiffCommand::sayNext(const Report::Comparison& comparison, Console::Terminal& terminal) const {
+void DiffCommand::sayNext(const Coverage::Comparison& comparison,
+                          Console::Terminal& terminal) const {
     const auto& changes = comparison.lost().isEmpty() ? comparison.newMissed() : comparison.lost();
     if (m_output != "-" || !terminal.isErrorTerminal() || changes.isEmpty()) {
         return;
@@ -98,7 +104,7 @@ int DiffCommand::run(Console::Terminal& terminal) {
         return Failed;
     }
     m_options.warnOfRules(*current, terminal);
-    const Report::Comparison comparison(*base, *current);
+    const Coverage::Comparison comparison(*base, *current);
     Report::DiffReport report(comparison);
     report.setPrecision(m_precision >= 0 ? m_precision
                                          : m_options.configuration().report.precision.value_or(0));
@@ -116,7 +122,7 @@ int DiffCommand::run(Console::Terminal& terminal) {
         failOn.append(QString::fromStdString(kind));
     }
     failOn.removeDuplicates();
-    QVector<Report::GateResult> gates;
+    QVector<Coverage::GateResult> gates;
     for (const QString& kind : qAsConst(failOn)) {
         const int count = comparison.count(kind);
         gates.append({QStringLiteral("fail-on ") + kind,

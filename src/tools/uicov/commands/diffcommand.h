@@ -1,16 +1,16 @@
 #pragma once
 
-#include "commands/command.h"
-#include "commands/coverageoptions.h"
+#include "commands/cli/command.h"
+#include "commands/cli/coverageoptions.h"
 
-namespace Uicov::Report {
+namespace Uicov::Coverage {
 class Comparison;
 }
 
 namespace Uicov::Commands {
 
 /** uicov diff: what two data files or recordings differ in. */
-class DiffCommand : public Command {
+class DiffCommand : public Cli::Command {
 public:
     CLI::App* declare(CLI::App& commands) override;
     void setArguments(const std::vector<std::string>& unread,
@@ -18,9 +18,9 @@ public:
     int run(Console::Terminal& terminal) override;
 
 private:
-    void sayNext(const Report::Comparison& comparison, Console::Terminal& terminal) const;
+    void sayNext(const Coverage::Comparison& comparison, Console::Terminal& terminal) const;
 
-    CoverageOptions m_options;
+    Cli::CoverageOptions m_options;
     std::string m_output = "-";
     std::string m_format = "text";
     int m_precision = -1;

@@ -1,12 +1,12 @@
 #include "commands/doctorcommand.h"
 
-#include "commands/exitcode.h"
-#include "commands/helpformatter.h"
-#include "console/displaytext.h"
-#include "console/jsontext.h"
+#include "base/displaytext.h"
+#include "base/jsontext.h"
+#include "commands/cli/exitcode.h"
+#include "commands/cli/helpformatter.h"
 #include "console/terminal.h"
+#include "doctor/diagnosis.h"
 #include "launch/application.h"
-#include "launch/doctor.h"
 #include "launch/installation.h"
 #include "store/datafilepath.h"
 
@@ -19,12 +19,15 @@
 
 namespace Uicov::Commands {
 
-using Console::Message;
-using Console::DisplayText::escaped;
-using Console::DisplayText::padded;
-using Launch::Finding;
-using Launch::Findings;
-using Result = Launch::Finding::Result;
+using Base::Message;
+using Base::DisplayText::escaped;
+using Base::DisplayText::padded;
+using Cli::Done;
+using Cli::Failed;
+using Cli::setUsage;
+using Doctor::Finding;
+using Doctor::Findings;
+using Result = Doctor::Finding::Result;
 
 namespace {
 
@@ -118,7 +121,7 @@ QString jsonOf(const QVector<Section>& sections) {
         {QStringLiteral("warnings"), count(sections, Result::Warning)},
         {QStringLiteral("checks"), checks},
     };
-    return QString::fromUtf8(Console::JsonText::of(QJsonDocument(document)));
+    return QString::fromUtf8(Base::JsonText::of(QJsonDocument(document)));
 }
 
 } // namespace
@@ -157,7 +160,7 @@ int DoctorCommand::run(Console::Terminal& terminal) {
     }
     const Launch::Installation installation(QFile::decodeName(m_libraryFolder.c_str()));
     const QString output = Store::DataFilePath::of(m_output);
-    const Launch::Doctor doctor(installation, output);
+    const Doctor::Diagnosis doctor(installation, output);
     QVector<Section> sections{{QStringLiteral("installation"), doctor.examineInstallation()},
                               {QStringLiteral("machine"), doctor.examineMachine()}};
     if (!m_applications.empty()) {

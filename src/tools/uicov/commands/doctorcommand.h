@@ -1,6 +1,6 @@
 #pragma once
 
-#include "commands/command.h"
+#include "commands/cli/command.h"
 
 #include <string>
 #include <vector>
@@ -8,7 +8,7 @@
 namespace Uicov::Commands {
 
 /** uicov doctor: whether an application can be recorded here and, if not, why. */
-class DoctorCommand : public Command {
+class DoctorCommand : public Cli::Command {
 public:
     CLI::App* declare(CLI::App& commands) override;
     void setArguments(const std::vector<std::string>& unread,

@@ -1,25 +1,30 @@
 #include "commands/dumpcommand.h"
 
-#include "commands/exitcode.h"
-#include "commands/helpformatter.h"
-#include "console/jsontext.h"
-#include "console/outputfile.h"
+#include "base/jsontext.h"
+#include "commands/cli/exitcode.h"
+#include "commands/cli/helpformatter.h"
+#include "commands/cli/outputfile.h"
 #include "console/progress.h"
 #include "console/terminal.h"
+#include "dump/messagejson.h"
+#include "dump/messageprinter.h"
+#include "dump/recordtext.h"
+#include "dump/runprinter.h"
 #include "recording/recordingreader.h"
-#include "report/messagejson.h"
-#include "report/messageprinter.h"
-#include "report/runprinter.h"
+#include "run/run.h"
 #include "store/datafile.h"
 #include "store/datafilepath.h"
-#include "store/run.h"
 
 #include <QFile>
 #include <QJsonDocument>
 
 namespace Uicov::Commands {
 
-using Console::Message;
+using Base::Message;
+using Cli::Done;
+using Cli::Failed;
+using Cli::PartialData;
+using Cli::setUsage;
 using Recording::Ending;
 
 namespace {
@@ -36,7 +41,7 @@ Examples:
   uicov dump --format json | jq -c 'select(.hits[0])')";
 
 QString lineOf(const QJsonObject& object) {
-    return QString::fromUtf8(Console::JsonText::of(QJsonDocument(object), QJsonDocument::Compact)) +
+    return QString::fromUtf8(Base::JsonText::of(QJsonDocument(object), QJsonDocument::Compact)) +
            QLatin1Char('\n');
 }
 
@@ -92,7 +97,7 @@ int DumpCommand::run(Console::Terminal& terminal) {
         paths.append(Store::DataFilePath::current());
     }
     m_isOneOfSeveral = paths.size() > 1;
-    Console::OutputFile output(QFile::decodeName(m_output.c_str()));
+    Cli::OutputFile output(QFile::decodeName(m_output.c_str()));
     if (const auto problem = output.open()) {
         terminal.error(*problem);
         return Failed;
@@ -130,13 +135,13 @@ void DumpCommand::sayNext(const QStringList& paths, Console::Terminal& terminal)
     terminal.note(next);
 }
 
-int DumpCommand::dump(const QString& path, Console::OutputFile& output,
+int DumpCommand::dump(const QString& path, Cli::OutputFile& output,
                       Console::Terminal& terminal) const {
     return Store::DataFile::looksLikeDataFile(path) ? dumpDataFile(path, output, terminal)
                                                     : dumpRecording(path, output, terminal);
 }
 
-int DumpCommand::dumpRecording(const QString& path, Console::OutputFile& output,
+int DumpCommand::dumpRecording(const QString& path, Cli::OutputFile& output,
                                Console::Terminal& terminal) const {
     Recording::RecordingReader reader(path);
     if (const auto problem = reader.open()) {
@@ -146,13 +151,12 @@ int DumpCommand::dumpRecording(const QString& path, Console::OutputFile& output,
     if (isForTools()) {
         output.write(lineOf({{QStringLiteral("recording"), path}}));
     } else if (m_isOneOfSeveral) {
-        output.write(QStringLiteral("recording ") + Report::MessagePrinter::quoted(path) +
-                     QLatin1Char('\n'));
+        output.write(QStringLiteral("recording ") + Dump::quoted(path) + QLatin1Char('\n'));
     }
-    Report::MessagePrinter printer;
+    Dump::MessagePrinter printer;
     Recording::Frame frame;
     while (!output.hasFailed() && reader.next(frame)) {
-        output.write(isForTools() ? lineOf(Report::MessageJson::object(frame))
+        output.write(isForTools() ? lineOf(Dump::MessageJson::object(frame))
                                   : printer.print(frame) + QLatin1Char('\n'));
     }
     const Ending& ending = reader.ending();
@@ -164,7 +168,7 @@ int DumpCommand::dumpRecording(const QString& path, Console::OutputFile& output,
     return m_isStrict ? PartialData : Done;
 }
 
-int DumpCommand::dumpDataFile(const QString& path, Console::OutputFile& output,
+int DumpCommand::dumpDataFile(const QString& path, Cli::OutputFile& output,
                               Console::Terminal& terminal) const {
     Store::DataFile file;
     if (const auto problem = file.open(path, Store::Sql::Access::Read)) {
@@ -175,27 +179,25 @@ int DumpCommand::dumpDataFile(const QString& path, Console::OutputFile& output,
         output.write(lineOf({{QStringLiteral("dataFile"), path},
                              {QStringLiteral("schema"), Store::DataFile::schemaVersion}}));
     } else if (m_isOneOfSeveral) {
-        output.write(QStringLiteral("data file ") + Report::MessagePrinter::quoted(path) +
-                     QLatin1Char('\n'));
+        output.write(QStringLiteral("data file ") + Dump::quoted(path) + QLatin1Char('\n'));
     }
     bool hasPartial = false;
     const QStringList uuids = file.runs();
     Console::Progress progress(terminal, QStringLiteral("printing"), QStringLiteral("runs"),
                                uuids.size());
     for (const QString& uuid : uuids) {
-        Store::Run run;
+        Runs::Run run;
         if (const auto problem = file.read(uuid, Store::DataFile::Pictures::Leave, run)) {
             terminal.error(*problem);
             return Failed;
         }
         hasPartial = hasPartial || !run.isComplete;
         if (isForTools()) {
-            for (const QJsonObject& object : Report::RunPrinter::objects(run)) {
+            for (const QJsonObject& object : Dump::RunPrinter::objects(run)) {
                 output.write(lineOf(object));
             }
         } else {
-            output.write(Report::RunPrinter::lines(run).join(QLatin1Char('\n')) +
-                         QLatin1Char('\n'));
+            output.write(Dump::RunPrinter::lines(run).join(QLatin1Char('\n')) + QLatin1Char('\n'));
         }
         progress.advance();
     }

@@ -1,17 +1,17 @@
 #pragma once
 
-#include "commands/command.h"
+#include "commands/cli/command.h"
 
 #include <QString>
 
-namespace Uicov::Console {
+namespace Uicov::Commands::Cli {
 class OutputFile;
 }
 
 namespace Uicov::Commands {
 
 /** uicov dump: every message of recordings, every run of data files, one line each. */
-class DumpCommand : public Command {
+class DumpCommand : public Cli::Command {
 public:
     CLI::App* declare(CLI::App& commands) override;
     void setArguments(const std::vector<std::string>& unread,
@@ -20,10 +20,10 @@ public:
 
 private:
     void sayNext(const QStringList& paths, Console::Terminal& terminal) const;
-    int dump(const QString& path, Console::OutputFile& output, Console::Terminal& terminal) const;
-    int dumpRecording(const QString& path, Console::OutputFile& output,
+    int dump(const QString& path, Cli::OutputFile& output, Console::Terminal& terminal) const;
+    int dumpRecording(const QString& path, Cli::OutputFile& output,
                       Console::Terminal& terminal) const;
-    int dumpDataFile(const QString& path, Console::OutputFile& output,
+    int dumpDataFile(const QString& path, Cli::OutputFile& output,
                      Console::Terminal& terminal) const;
     bool isForTools() const { return m_format == "json"; }
 

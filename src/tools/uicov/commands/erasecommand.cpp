@@ -1,7 +1,7 @@
 #include "commands/erasecommand.h"
 
-#include "commands/exitcode.h"
-#include "commands/helpformatter.h"
+#include "commands/cli/exitcode.h"
+#include "commands/cli/helpformatter.h"
 #include "console/terminal.h"
 #include "store/datafile.h"
 #include "store/datafilepath.h"
@@ -15,9 +15,12 @@
 
 namespace Uicov::Commands {
 
-using Console::Message;
+using Base::Message;
+using Cli::Done;
+using Cli::Failed;
+using Cli::setUsage;
+using Runs::Run;
 using Store::DataFile;
-using Store::Run;
 
 namespace {
 
@@ -106,7 +109,8 @@ int EraseCommand::run(Console::Terminal& terminal) {
         return Failed;
     }
     Store::FileLock lock;
-    if (const auto problem = lock.acquire(path, terminal)) {
+    if (const auto problem =
+            lock.acquire(path, [&terminal](const QString& text) { terminal.note(text); })) {
         terminal.error(*problem);
         return Failed;
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "commands/command.h"
+#include "commands/cli/command.h"
 
 #include <QString>
 #include <QStringList>
@@ -8,7 +8,7 @@
 namespace Uicov::Commands {
 
 /** uicov erase: takes the data file away, or single runs out of it. */
-class EraseCommand : public Command {
+class EraseCommand : public Cli::Command {
 public:
     CLI::App* declare(CLI::App& commands) override;
     void setArguments(const std::vector<std::string>& unread,

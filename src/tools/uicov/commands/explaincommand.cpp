@@ -1,15 +1,18 @@
 #include "commands/explaincommand.h"
 
-#include "commands/exitcode.h"
-#include "commands/helpformatter.h"
-#include "commands/outputs.h"
+#include "commands/cli/exitcode.h"
+#include "commands/cli/helpformatter.h"
+#include "commands/cli/outputs.h"
 #include "console/terminal.h"
 #include "report/explanation.h"
 #include "report/hiddenelements.h"
 
 namespace Uicov::Commands {
 
-using Console::Message;
+using Base::Message;
+using Cli::Failed;
+using Cli::Outputs;
+using Cli::setUsage;
 
 namespace {
 
@@ -69,7 +72,7 @@ int ExplainCommand::run(Console::Terminal& terminal) {
     const QString key = QString::fromStdString(m_key);
     const bool hasKey = explanation.choose(key);
     Report::HiddenElements hidden(key);
-    const auto look = [&](const Store::Run& run) {
+    const auto look = [&](const Runs::Run& run) {
         hasKey ? explanation.look(run) : hidden.look(run);
     };
     if (!m_options.inputs().forEach(look, terminal)) {

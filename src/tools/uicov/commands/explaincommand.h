@@ -1,12 +1,12 @@
 #pragma once
 
-#include "commands/command.h"
-#include "commands/coverageoptions.h"
+#include "commands/cli/command.h"
+#include "commands/cli/coverageoptions.h"
 
 namespace Uicov::Commands {
 
 /** uicov explain: why an element counts as it does. */
-class ExplainCommand : public Command {
+class ExplainCommand : public Cli::Command {
 public:
     CLI::App* declare(CLI::App& commands) override;
     void setArguments(const std::vector<std::string>& unread,
@@ -14,7 +14,7 @@ public:
     int run(Console::Terminal& terminal) override;
 
 private:
-    CoverageOptions m_options;
+    Cli::CoverageOptions m_options;
     std::string m_key;
     std::string m_output = "-";
 };

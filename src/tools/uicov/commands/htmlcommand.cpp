@@ -1,10 +1,10 @@
 #include "commands/htmlcommand.h"
 
-#include "commands/exitcode.h"
-#include "commands/helpformatter.h"
-#include "config/configuration.h"
-#include "console/outputfile.h"
+#include "commands/cli/exitcode.h"
+#include "commands/cli/helpformatter.h"
+#include "commands/cli/outputfile.h"
 #include "console/terminal.h"
+#include "coverage/configuration.h"
 #include "report/html/htmlpage.h"
 #include "report/html/pagemodelbuilder.h"
 #include "report/html/pagesummary.h"
@@ -18,8 +18,11 @@
 
 namespace Uicov::Commands {
 
-using Console::Message;
-using Report::Coverage;
+using Base::Message;
+using Cli::CoverageOptions;
+using Cli::Failed;
+using Cli::setUsage;
+using Coverage::CoverageResult;
 using Report::Html::PageModel;
 
 namespace {
@@ -73,7 +76,7 @@ CLI::App* HtmlCommand::declare(CLI::App& commands) {
     app->add_option("--precision", m_precision, "Digits behind the point of percentages")
         ->type_name("N")
         ->envname("UICOV_PRECISION")
-        ->check(CLI::Range(0, Config::ReportDefaults::mostDigits).description(""));
+        ->check(CLI::Range(0, Coverage::ReportDefaults::mostDigits).description(""));
     m_options.declare(*app);
     m_options.declareGates(*app);
     app->add_flag("-q,--quiet", m_isQuiet, "Print nothing but errors and warnings");
@@ -95,7 +98,7 @@ int HtmlCommand::run(Console::Terminal& terminal) {
     if (!m_options.readConfiguration(terminal)) {
         return Failed;
     }
-    m_options.setVisitor([this](const Store::Run& run, const Coverage& coverage) {
+    m_options.setVisitor([this](const Runs::Run& run, const CoverageResult& coverage) {
         m_appearances.setLabelRule(coverage.labelRule());
         m_appearances.add(run, coverage.tree());
         m_history.add(run, coverage);
@@ -188,7 +191,7 @@ bool HtmlCommand::writeFile(const PageModel& model, const QString& path,
                                               "overwritten; choose another name with -o")});
         return false;
     }
-    Console::OutputFile output(path);
+    Cli::OutputFile output(path);
     auto problem = output.open();
     if (!problem) {
         output.writeBytes(Report::Html::HtmlPage(model).singleFile());

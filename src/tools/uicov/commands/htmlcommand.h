@@ -1,7 +1,7 @@
 #pragma once
 
-#include "commands/command.h"
-#include "commands/coverageoptions.h"
+#include "commands/cli/command.h"
+#include "commands/cli/coverageoptions.h"
 #include "report/html/appearances.h"
 #include "report/html/pagemodel.h"
 #include "report/html/runhistory.h"
@@ -11,7 +11,7 @@
 namespace Uicov::Commands {
 
 /** "uicov html": a page with pictures of what was used and what was not. */
-class HtmlCommand : public Command {
+class HtmlCommand : public Cli::Command {
 public:
     CLI::App* declare(CLI::App& commands) override;
     void setArguments(const std::vector<std::string>& unread,
@@ -29,7 +29,7 @@ private:
     void tell(const Report::Html::PageModel& model, const QString& page,
               Console::Terminal& terminal) const;
 
-    CoverageOptions m_options;
+    Cli::CoverageOptions m_options;
     std::string m_output;
     std::string m_folder;
     std::string m_title;

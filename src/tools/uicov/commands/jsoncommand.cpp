@@ -20,8 +20,8 @@ JsonCommand::Verb JsonCommand::verb() const {
     return {"json", "Write the whole report for programs", examples};
 }
 
-QByteArray JsonCommand::make(const Report::Coverage& coverage,
-                             const QVector<Report::GateResult>& gates) const {
+QByteArray JsonCommand::make(const Coverage::CoverageResult& coverage,
+                             const QVector<Coverage::GateResult>& gates) const {
     return Report::JsonReport(coverage, gates).toBytes();
 }
 

@@ -20,8 +20,8 @@ JUnitCommand::Verb JUnitCommand::verb() const {
     return {"junit", "Write the report as JUnit XML, for CI servers", examples};
 }
 
-QByteArray JUnitCommand::make(const Report::Coverage& coverage,
-                              const QVector<Report::GateResult>& gates) const {
+QByteArray JUnitCommand::make(const Coverage::CoverageResult& coverage,
+                              const QVector<Coverage::GateResult>& gates) const {
     Report::JUnitReport report(coverage, gates);
     report.setPrecision(precision());
     return report.toBytes();

@@ -1,15 +1,15 @@
 #pragma once
 
-#include "commands/reportfilecommand.h"
+#include "commands/cli/reportfilecommand.h"
 
 namespace Uicov::Commands {
 
 /** uicov junit: the report for pages of test results. */
-class JUnitCommand : public ReportFileCommand {
+class JUnitCommand : public Cli::ReportFileCommand {
 protected:
     Verb verb() const override;
-    QByteArray make(const Report::Coverage& coverage,
-                    const QVector<Report::GateResult>& gates) const override;
+    QByteArray make(const Coverage::CoverageResult& coverage,
+                    const QVector<Coverage::GateResult>& gates) const override;
 };
 
 } // namespace Uicov::Commands

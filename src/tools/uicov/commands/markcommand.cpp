@@ -1,11 +1,11 @@
 #include "commands/markcommand.h"
 
-#include "commands/exitcode.h"
-#include "commands/helpformatter.h"
+#include "commands/cli/exitcode.h"
+#include "commands/cli/helpformatter.h"
 #include "console/terminal.h"
-#include "launch/markwriter.h"
-#include "launch/recordingoutput.h"
 #include "launch/recordingsetup.h"
+#include "recording/markwriter.h"
+#include "recording/recordingoutput.h"
 #include "store/datafilepath.h"
 
 #include <QFile>
@@ -14,7 +14,10 @@
 
 namespace Uicov::Commands {
 
-using Console::Message;
+using Base::Message;
+using Cli::Done;
+using Cli::Failed;
+using Cli::setUsage;
 using Launch::RunFolder;
 
 namespace {
@@ -69,10 +72,10 @@ int MarkCommand::run(Console::Terminal& terminal) {
     // Processes first that are still to start, so that none begins unmarked in between.
     const bool isSet = Launch::RecordingSetup::setMark(run->optionsFile, name);
     const QStringList recordings =
-        Launch::RecordingOutput(run->recording).recordingsOf(run->session);
+        Recording::RecordingOutput(run->recording).recordingsOf(run->session);
     int marked = 0;
     for (const QString& recording : recordings) {
-        marked += Launch::MarkWriter::append(recording, name) ? 1 : 0;
+        marked += Recording::MarkWriter::append(recording, name) ? 1 : 0;
     }
     if (isSet) { // between two processes of a run there may be none to mark
         sayNext(terminal);
@@ -80,14 +83,14 @@ int MarkCommand::run(Console::Terminal& terminal) {
     }
     terminal.error(
         marked == 0
-            ? Console::Problem{Message::NoRunGoing,
-                               QStringLiteral("the run has ended in this moment; nothing is "
-                                              "marked")}
-            : Console::Problem{Message::SetupFailed,
-                               run->optionsFile +
-                                   QStringLiteral(": cannot be written: what runs is marked, but "
-                                                  "processes that start later will not be; free "
-                                                  "some space there")});
+            ? Base::Problem{Message::NoRunGoing,
+                            QStringLiteral("the run has ended in this moment; nothing is "
+                                           "marked")}
+            : Base::Problem{Message::SetupFailed,
+                            run->optionsFile +
+                                QStringLiteral(": cannot be written: what runs is marked, but "
+                                               "processes that start later will not be; free "
+                                               "some space there")});
     return Failed;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "commands/command.h"
+#include "commands/cli/command.h"
 #include "launch/runfolder.h"
 
 #include <QString>
@@ -10,7 +10,7 @@
 namespace Uicov::Commands {
 
 /** uicov mark: begins a context in a run that is going. */
-class MarkCommand : public Command {
+class MarkCommand : public Cli::Command {
 public:
     CLI::App* declare(CLI::App& commands) override;
     void setArguments(const std::vector<std::string>& unread,

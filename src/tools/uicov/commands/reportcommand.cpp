@@ -1,16 +1,16 @@
 #include "commands/reportcommand.h"
 
-#include "commands/exitcode.h"
-#include "commands/helpformatter.h"
-#include "commands/outputs.h"
-#include "console/displaytext.h"
+#include "base/displaytext.h"
+#include "base/percentage.h"
+#include "commands/cli/exitcode.h"
+#include "commands/cli/helpformatter.h"
+#include "commands/cli/outputs.h"
 #include "console/terminal.h"
 #include "report/badge.h"
 #include "report/contexttable.h"
 #include "report/jsonreport.h"
 #include "report/junitreport.h"
 #include "report/markdownreport.h"
-#include "report/percentage.h"
 #include "report/textreport.h"
 #include "store/datafilepath.h"
 
@@ -18,7 +18,11 @@
 
 namespace Uicov::Commands {
 
-using Report::Coverage;
+using Cli::CoverageOptions;
+using Cli::Failed;
+using Cli::Outputs;
+using Cli::setUsage;
+using Coverage::CoverageResult;
 
 namespace {
 
@@ -32,10 +36,10 @@ Examples:
   uicov report --fail-under 80 --require-window "Settings*"
   uicov report --format markdown -o report.md --junit report.xml --badge gui.svg)";
 
-QString partialNote(const Coverage& coverage) {
+QString partialNote(const CoverageResult& coverage) {
     const int partial = coverage.partialRuns();
     QString reason;
-    for (const Store::Run& run : coverage.runs()) {
+    for (const Runs::Run& run : coverage.runs()) {
         reason = run.isComplete ? reason : run.partialReason;
     }
     const auto all = static_cast<int>(coverage.runs().size());
@@ -60,13 +64,13 @@ CLI::App* ReportCommand::declare(CLI::App& commands) {
     app->add_option("--sort", m_sort, "Order: name, elements, missed, cover; -name and so on")
         ->type_name("ORDER")
         ->envname("UICOV_SORT")
-        ->check(CLI::IsMember(CoverageOptions::choices(Config::ReportDefaults::sorts()))
+        ->check(CLI::IsMember(CoverageOptions::choices(Coverage::ReportDefaults::sorts()))
                     .description(""));
     app->add_flag("--skip-covered", m_skipsCovered, "Leave out windows that are wholly used");
     app->add_option("--precision", m_precision, "Digits behind the point of percentages")
         ->type_name("N")
         ->envname("UICOV_PRECISION")
-        ->check(CLI::Range(0, Config::ReportDefaults::mostDigits).description(""));
+        ->check(CLI::Range(0, Coverage::ReportDefaults::mostDigits).description(""));
     app->add_option("--format", m_format, "text, markdown, or total: only the number")
         ->type_name("NAME")
         ->check(CLI::IsMember({"text", "markdown", "total"}).description(""))
@@ -98,7 +102,7 @@ void ReportCommand::setArguments(const std::vector<std::string>& unread,
 }
 
 void ReportCommand::takeDefaults() {
-    const Config::ReportDefaults& defaults = m_options.configuration().report;
+    const Coverage::ReportDefaults& defaults = m_options.configuration().report;
     if (m_precision < 0) {
         m_precision = defaults.precision.value_or(0);
     }
@@ -128,8 +132,8 @@ int ReportCommand::run(Console::Terminal& terminal) {
     return m_options.exitCode(*coverage, gates);
 }
 
-void ReportCommand::sayNext(const Coverage& coverage, Console::Terminal& terminal) const {
-    const Report::CoverageTree::Totals totals = coverage.tree().totals();
+void ReportCommand::sayNext(const CoverageResult& coverage, Console::Terminal& terminal) const {
+    const Coverage::CoverageTree::Totals totals = coverage.tree().totals();
     if (m_output == "-" && totals.events != totals.coveredEvents) {
         m_options.sayNext(m_listsMissed ? QStringLiteral("uicov html")
                                         : QStringLiteral("uicov report -m"),
@@ -137,7 +141,7 @@ void ReportCommand::sayNext(const Coverage& coverage, Console::Terminal& termina
     }
 }
 
-bool ReportCommand::writeAll(const Coverage& coverage, const Gates& gates,
+bool ReportCommand::writeAll(const CoverageResult& coverage, const Gates& gates,
                              Console::Terminal& terminal) const {
     Outputs outputs(terminal);
     const bool isMarkdown = m_format == "markdown";
@@ -152,7 +156,7 @@ bool ReportCommand::writeAll(const Coverage& coverage, const Gates& gates,
         return report.toBytes();
     });
     outputs.add(m_badge, [&](bool) {
-        const Report::CoverageTree::Totals totals = coverage.tree().totals();
+        const Coverage::CoverageTree::Totals totals = coverage.tree().totals();
         return Report::Badge::toBytes(QStringLiteral("GUI coverage"), totals.used, totals.elements,
                                       m_precision);
     });
@@ -160,11 +164,11 @@ bool ReportCommand::writeAll(const Coverage& coverage, const Gates& gates,
     return outputs.write();
 }
 
-QString ReportCommand::text(const Coverage& coverage, const Gates& /*gates*/,
+QString ReportCommand::text(const CoverageResult& coverage, const Gates& /*gates*/,
                             bool isTerminal) const {
     if (m_format == "total") {
-        const Report::CoverageTree::Totals totals = coverage.tree().totals();
-        return Report::Percentage::number(totals.used, totals.elements, m_precision) +
+        const Coverage::CoverageTree::Totals totals = coverage.tree().totals();
+        return Base::Percentage::number(totals.used, totals.elements, m_precision) +
                QLatin1Char('\n');
     }
     if (m_byContext) {
@@ -183,7 +187,7 @@ QString ReportCommand::text(const Coverage& coverage, const Gates& /*gates*/,
     return report.toString();
 }
 
-QString ReportCommand::markdown(const Coverage& coverage, const Gates& gates) const {
+QString ReportCommand::markdown(const CoverageResult& coverage, const Gates& gates) const {
     if (m_byContext) {
         return Report::ContextTable::toMarkdown(coverage.tree());
     }
@@ -198,7 +202,7 @@ QString ReportCommand::markdown(const Coverage& coverage, const Gates& gates) co
     return report.toString();
 }
 
-QStringList ReportCommand::notes(const Coverage& coverage) const {
+QStringList ReportCommand::notes(const CoverageResult& coverage) const {
     QStringList notes;
     if (coverage.partialRuns() > 0) {
         notes.append(partialNote(coverage));
@@ -211,15 +215,15 @@ QStringList ReportCommand::notes(const Coverage& coverage) const {
                          .arg(m_options.inputs().skippedFiles()));
     }
     QStringList patterns;
-    for (const Config::Pattern& pattern : coverage.contextPatterns()) {
+    for (const Coverage::Pattern& pattern : coverage.contextPatterns()) {
         patterns.append(pattern.glob());
     }
     if (!patterns.isEmpty()) {
         notes.append(QStringLiteral("Only what happened in contexts like this is counted: ") +
-                     Console::DisplayText::escaped(patterns.join(QStringLiteral(", "))));
+                     Base::DisplayText::escaped(patterns.join(QStringLiteral(", "))));
     }
     int ignored = 0;
-    for (const Coverage::RuleUse& use : coverage.ruleUses()) {
+    for (const CoverageResult::RuleUse& use : coverage.ruleUses()) {
         ignored += use.elements;
     }
     if (ignored > 0) {
@@ -244,7 +248,7 @@ QStringList ReportCommand::notes(const Coverage& coverage) const {
     }
     for (auto it = lines.cbegin(); m_listsWarnings && it != lines.cend(); ++it) {
         notes.append(QStringLiteral("  %1 x ").arg(it.value(), 6) +
-                     Console::DisplayText::escaped(it.key()));
+                     Base::DisplayText::escaped(it.key()));
     }
     return notes;
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "commands/command.h"
-#include "commands/coverageoptions.h"
+#include "commands/cli/command.h"
+#include "commands/cli/coverageoptions.h"
 
 #include <QString>
 #include <QStringList>
@@ -9,7 +9,7 @@
 namespace Uicov::Commands {
 
 /** uicov report: what was used, per window, over any number of runs. */
-class ReportCommand : public Command {
+class ReportCommand : public Cli::Command {
 public:
     CLI::App* declare(CLI::App& commands) override;
     void setArguments(const std::vector<std::string>& unread,
@@ -17,17 +17,18 @@ public:
     int run(Console::Terminal& terminal) override;
 
 private:
-    using Gates = QVector<Report::GateResult>;
+    using Gates = QVector<Coverage::GateResult>;
 
     void takeDefaults();
-    void sayNext(const Report::Coverage& coverage, Console::Terminal& terminal) const;
-    QString text(const Report::Coverage& coverage, const Gates& gates, bool isTerminal) const;
-    QString markdown(const Report::Coverage& coverage, const Gates& gates) const;
-    QStringList notes(const Report::Coverage& coverage) const;
-    bool writeAll(const Report::Coverage& coverage, const Gates& gates,
+    void sayNext(const Coverage::CoverageResult& coverage, Console::Terminal& terminal) const;
+    QString text(const Coverage::CoverageResult& coverage, const Gates& gates,
+                 bool isTerminal) const;
+    QString markdown(const Coverage::CoverageResult& coverage, const Gates& gates) const;
+    QStringList notes(const Coverage::CoverageResult& coverage) const;
+    bool writeAll(const Coverage::CoverageResult& coverage, const Gates& gates,
                   Console::Terminal& terminal) const;
 
-    CoverageOptions m_options;
+    Cli::CoverageOptions m_options;
     std::string m_output = "-";
     std::string m_format = "text";
     std::string m_sort;

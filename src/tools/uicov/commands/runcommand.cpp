@@ -1,16 +1,16 @@
 #include "commands/runcommand.h"
 
-#include "commands/exitcode.h"
-#include "commands/helpformatter.h"
+#include "commands/cli/exitcode.h"
+#include "commands/cli/helpformatter.h"
+#include "commands/runkeeper.h"
 #include "console/terminal.h"
+#include "doctor/diagnosis.h"
 #include "launch/application.h"
 #include "launch/childprocess.h"
-#include "launch/doctor.h"
 #include "launch/installation.h"
-#include "launch/recordingoutput.h"
 #include "launch/recordingsetup.h"
 #include "launch/runfolder.h"
-#include "launch/runkeeper.h"
+#include "recording/recordingoutput.h"
 #include "store/datafilepath.h"
 #include "store/datafilewriter.h"
 
@@ -23,8 +23,10 @@
 
 namespace Uicov::Commands {
 
-using Console::Message;
-using Console::Problem;
+using Base::Message;
+using Base::Problem;
+using Cli::Failed;
+using Cli::setUsage;
 using Launch::RecordingSetup;
 
 namespace {
@@ -189,7 +191,7 @@ int RunCommand::record(Launch::Application& application, Console::Terminal& term
         return fail(*problem);
     }
     const Launch::Installation installation(QFile::decodeName(m_libraryFolder.c_str()));
-    const Launch::RecordingOutput output(recordingPath(application, folder));
+    const Recording::RecordingOutput output(recordingPath(application, folder));
     if (const auto problem = output.check()) {
         return fail(*problem);
     }
@@ -231,7 +233,7 @@ void RunCommand::configure(RecordingSetup& setup) const {
 }
 
 QString RunCommand::causeOfSilence(Launch::Application& application, int signal,
-                                   const Launch::RecordingOutput& output) const {
+                                   const Recording::RecordingOutput& output) const {
     // Before all else: an application that could not be recorded at all has the same recordings.
     if (output.hasLostItsFolder()) {
         return QStringLiteral("the folder %1, which its recording was to stand in, was removed "
@@ -246,7 +248,7 @@ QString RunCommand::causeOfSilence(Launch::Application& application, int signal,
             .arg(output.absolutePath());
     }
     const Launch::Installation installation(QFile::decodeName(m_libraryFolder.c_str()));
-    const QStringList causes = Launch::Doctor(installation, Store::DataFilePath::of(m_output))
+    const QStringList causes = Doctor::Diagnosis(installation, Store::DataFilePath::of(m_output))
                                    .likelyCauses(application, signal);
     return causes.first() + (causes.size() > 1
                                  ? QStringLiteral("; next: uicov doctor ") +
@@ -254,7 +256,7 @@ QString RunCommand::causeOfSilence(Launch::Application& application, int signal,
                                  : QString());
 }
 
-QString RunCommand::causeOfEmptiness(const Launch::RunKeeper& keeper) {
+QString RunCommand::causeOfEmptiness(const RunKeeper& keeper) {
     return keeper.firstWarning().isEmpty()
                ? QStringLiteral("it showed no window, or none of the chosen toolkit; see --toolkit")
                : QStringLiteral("the first warning was: ") + keeper.firstWarning();
@@ -264,7 +266,7 @@ int RunCommand::conclude(Launch::Application& application, const Launch::ChildPr
                          const QStringList& recordings, Launch::RunFolder& folder,
                          Console::Terminal& terminal) const {
     const QString dataFile = Store::DataFilePath::of(m_output);
-    Launch::RunKeeper keeper(dataFile, m_appends, terminal);
+    RunKeeper keeper(dataFile, m_appends, terminal);
     if (const auto problem = keeper.keep(recordings)) {
         terminal.error(*problem);
         folder.keep();
@@ -277,10 +279,10 @@ int RunCommand::conclude(Launch::Application& application, const Launch::ChildPr
         terminal.error(
             {Message::NothingRecorded,
              application.name() + QStringLiteral(" recorded nothing: ") +
-                 (recordings.isEmpty()
-                      ? causeOfSilence(application, process.signal(),
-                                       Launch::RecordingOutput(recordingPath(application, folder)))
-                      : causeOfEmptiness(keeper))});
+                 (recordings.isEmpty() ? causeOfSilence(application, process.signal(),
+                                                        Recording::RecordingOutput(
+                                                            recordingPath(application, folder)))
+                                       : causeOfEmptiness(keeper))});
         return process.exitCode() == 0 ? Failed : process.exitCode();
     }
     if (!m_isQuiet) {
@@ -289,7 +291,7 @@ int RunCommand::conclude(Launch::Application& application, const Launch::ChildPr
     return process.exitCode();
 }
 
-void RunCommand::tell(const Launch::RunKeeper& keeper, const Launch::ChildProcess& process,
+void RunCommand::tell(const RunKeeper& keeper, const Launch::ChildProcess& process,
                       const QString& dataFile, Console::Terminal& terminal) {
     const QString signal =
         process.signal() != 0

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "commands/command.h"
-#include "console/message.h"
+#include "base/message.h"
+#include "commands/cli/command.h"
 
 #include <QString>
 #include <QStringList>
@@ -11,16 +11,20 @@
 namespace Uicov::Launch {
 class Application;
 class ChildProcess;
-class RecordingOutput;
 class RecordingSetup;
 class RunFolder;
-class RunKeeper;
 } // namespace Uicov::Launch
+
+namespace Uicov::Recording {
+class RecordingOutput;
+}
 
 namespace Uicov::Commands {
 
+class RunKeeper;
+
 /** uicov run: starts an application so that it records itself, and keeps what it recorded. */
-class RunCommand : public Command {
+class RunCommand : public Cli::Command {
 public:
     CLI::App* declare(CLI::App& commands) override;
     void setArguments(const std::vector<std::string>& unread,
@@ -29,7 +33,7 @@ public:
 
 private:
     int record(Launch::Application& application, Console::Terminal& terminal);
-    std::optional<Console::Problem> checkOptions() const;
+    std::optional<Base::Problem> checkOptions() const;
     QString recordingPath(const Launch::Application& application,
                           const Launch::RunFolder& folder) const;
     void configure(Launch::RecordingSetup& setup) const;
@@ -38,10 +42,10 @@ private:
                  Console::Terminal& terminal) const;
     /** Why there is no recording at all, as the end of a sentence. */
     QString causeOfSilence(Launch::Application& application, int signal,
-                           const Launch::RecordingOutput& output) const;
+                           const Recording::RecordingOutput& output) const;
     /** Why there is nothing in the recording. */
-    static QString causeOfEmptiness(const Launch::RunKeeper& keeper);
-    static void tell(const Launch::RunKeeper& keeper, const Launch::ChildProcess& process,
+    static QString causeOfEmptiness(const RunKeeper& keeper);
+    static void tell(const RunKeeper& keeper, const Launch::ChildProcess& process,
                      const QString& dataFile, Console::Terminal& terminal);
 
     std::string m_output;

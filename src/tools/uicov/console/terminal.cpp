@@ -1,6 +1,6 @@
 #include "console/terminal.h"
 
-#include "console/displaytext.h"
+#include "base/displaytext.h"
 
 #include <QByteArray>
 
@@ -10,6 +10,9 @@
 #include <unistd.h>
 
 namespace Uicov::Console {
+
+using Base::messageName;
+using Base::Problem;
 
 namespace {
 
@@ -46,11 +49,11 @@ void Terminal::showStatus(const QString& text) {
     if (!isErrorTerminal()) {
         return;
     }
-    const QString line = QStringLiteral("uicov: ") + DisplayText::escaped(text);
+    const QString line = QStringLiteral("uicov: ") + Base::DisplayText::escaped(text);
     // The last column stays free: some terminals go to the next line when it is filled.
     const int columns = errorColumns() - 1;
     m_showsStatus = true;
-    writeError(lineEraser + DisplayText::elided(line, columns).toUtf8());
+    writeError(lineEraser + Base::DisplayText::elided(line, columns).toUtf8());
 }
 
 void Terminal::clearStatus() {
@@ -77,12 +80,12 @@ void Terminal::report(Severity severity, const Problem& problem) {
         word = colour + word + QStringLiteral("\x1b[0m");
     }
     writeLine(QStringLiteral("uicov: ") + word + QLatin1Char(' ') +
-              DisplayText::escaped(problem.text) + QStringLiteral(" [") +
+              Base::DisplayText::escaped(problem.text) + QStringLiteral(" [") +
               messageName(problem.message) + QLatin1Char(']'));
 }
 
 void Terminal::note(const QString& text) {
-    writeLine(QStringLiteral("uicov: ") + DisplayText::escaped(text));
+    writeLine(QStringLiteral("uicov: ") + Base::DisplayText::escaped(text));
 }
 
 bool Terminal::write(const QString& text) {

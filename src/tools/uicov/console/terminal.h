@@ -1,6 +1,6 @@
 #pragma once
 
-#include "console/message.h"
+#include "base/message.h"
 
 #include <QByteArray>
 #include <QString>
@@ -22,9 +22,9 @@ public:
     Terminal& operator=(const Terminal&) = delete;
 
     /** One line: "uicov: error: text [name]". Control characters in the text are made visible. */
-    void report(Severity severity, const Problem& problem);
-    void error(const Problem& problem) { report(Severity::Error, problem); }
-    void warning(const Problem& problem) { report(Severity::Warning, problem); }
+    void report(Severity severity, const Base::Problem& problem);
+    void error(const Base::Problem& problem) { report(Severity::Error, problem); }
+    void warning(const Base::Problem& problem) { report(Severity::Warning, problem); }
 
     /** One line of progress: "uicov: text". */
     void note(const QString& text);

@@ -14,8 +14,8 @@
 
 namespace Uicov::Launch {
 
-using Console::Message;
-using Console::Problem;
+using Base::Message;
+using Base::Problem;
 
 namespace {
 

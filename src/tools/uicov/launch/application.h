@@ -1,6 +1,6 @@
 #pragma once
 
-#include "console/message.h"
+#include "base/message.h"
 #include "launch/qtlibraries.h"
 
 #include <QByteArray>
@@ -23,7 +23,7 @@ public:
      * The problem when it cannot be run, or cannot be recorded.
      * @param extension path of the library that is to be loaded into it
      */
-    std::optional<Console::Problem> check(const QString& extension);
+    std::optional<Base::Problem> check(const QString& extension);
     /** What to end with when check() found a problem: 127, 126 or 1, as a shell would. */
     int exitCode() const { return m_exitCode; }
 
@@ -51,8 +51,8 @@ public:
     QString causeOfSilence(int signal) const;
 
 private:
-    std::optional<Console::Problem> checkFile();
-    std::optional<Console::Problem> checkLinking(const QString& extension);
+    std::optional<Base::Problem> checkFile();
+    std::optional<Base::Problem> checkLinking(const QString& extension);
     QString m_command;
     QString m_path;
     int m_exitCode = 1;

@@ -8,8 +8,8 @@
 
 namespace Uicov::Launch {
 
-using Console::Message;
-using Console::Problem;
+using Base::Message;
+using Base::Problem;
 
 QStringList Installation::candidates(const QString& programFolder) {
     QStringList folders;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "console/message.h"
+#include "base/message.h"
 
 #include <QString>
 #include <QStringList>
@@ -16,7 +16,7 @@ public:
     explicit Installation(const QString& libraryFolder);
 
     /** The problem when one of them is not there, or is not what it should be. */
-    std::optional<Console::Problem> problem() const;
+    std::optional<Base::Problem> problem() const;
 
     QString extension() const { return file(QStringLiteral("libqtuicoverage.so")); }
     /** What Qt has to be told to find the plugin that brings the rest in. */

@@ -55,8 +55,8 @@ QString RecordingSetup::configurationFile() const {
     return m_folder.filePath(QStringLiteral("uicov.ini"));
 }
 
-std::optional<Console::Problem> RecordingSetup::write(const Installation& installation,
-                                                      const QString& recording) {
+std::optional<Base::Problem> RecordingSetup::write(const Installation& installation,
+                                                   const QString& recording) {
     if (m_folder.isValid()) {
         QSettings settings(configurationFile(), QSettings::IniFormat);
         settings.setValue(QStringLiteral("host/extension"), installation.extension());
@@ -78,11 +78,11 @@ std::optional<Console::Problem> RecordingSetup::write(const Installation& instal
             return std::nullopt;
         }
     }
-    return Console::Problem{
-        Console::Message::SetupFailed,
-        QStringLiteral("the configuration for the application cannot be written "
-                       "to the temporary folder ") +
-            m_folder.path() + QStringLiteral("; free some space there or set TMPDIR")};
+    return Base::Problem{Base::Message::SetupFailed,
+                         QStringLiteral("the configuration for the application cannot be written "
+                                        "to the temporary folder ") +
+                             m_folder.path() +
+                             QStringLiteral("; free some space there or set TMPDIR")};
 }
 
 bool RecordingSetup::setMark(const QString& configurationFile, const QString& name) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "console/message.h"
+#include "base/message.h"
 #include "launch/installation.h"
 
 #include <QByteArray>
@@ -36,8 +36,7 @@ public:
      * Writes the configuration.
      * @param recording absolute path
      */
-    std::optional<Console::Problem> write(const Installation& installation,
-                                          const QString& recording);
+    std::optional<Base::Problem> write(const Installation& installation, const QString& recording);
 
     /**
      * The environment of this process with what is needed added; nothing else is replaced.

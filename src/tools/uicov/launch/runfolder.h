@@ -1,6 +1,6 @@
 #pragma once
 
-#include "console/message.h"
+#include "base/message.h"
 
 #include <QString>
 #include <QStringList>
@@ -33,9 +33,9 @@ public:
     RunFolder& operator=(const RunFolder&) = delete;
 
     /** Makes the folder, private to its owner. */
-    std::optional<Console::Problem> create(const QString& dataFile, const QString& session);
+    std::optional<Base::Problem> create(const QString& dataFile, const QString& session);
     /** Writes down what others need to know; folder and session are filled in. */
-    std::optional<Console::Problem> announce(Info info);
+    std::optional<Base::Problem> announce(Info info);
 
     QString path() const { return m_path; }
     /** Leaves the folder and what is in it when this goes, for nothing but recordings is in it. */

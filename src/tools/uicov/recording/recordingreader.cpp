@@ -12,8 +12,8 @@
 
 namespace Uicov::Recording {
 
-using Console::Message;
-using Console::Problem;
+using Base::Message;
+using Base::Problem;
 using RecordingFormat::FrameType;
 
 namespace {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "console/message.h"
+#include "base/message.h"
 #include "recording/ending.h"
 #include "recording/frame.h"
 
@@ -21,7 +21,7 @@ public:
     explicit RecordingReader(const QString& path);
 
     /** Opens the file and checks its header; the problem when it cannot be used at all. */
-    std::optional<Console::Problem> open();
+    std::optional<Base::Problem> open();
 
     /** The next frame of a known type; false at the end of what is sound. */
     bool next(Frame& frame);

@@ -1,7 +1,7 @@
 #include "report/badge.h"
 
-#include "console/displaytext.h"
-#include "report/percentage.h"
+#include "base/displaytext.h"
+#include "base/percentage.h"
 
 namespace Uicov::Report {
 
@@ -25,19 +25,19 @@ QString colourOf(double percent) {
 int widthOf(const QString& text) {
     constexpr int perColumn = 7;
     constexpr int margins = 12;
-    return Console::DisplayText::width(text) * perColumn + margins;
+    return Base::DisplayText::width(text) * perColumn + margins;
 }
 
 } // namespace
 
 QByteArray Badge::toBytes(const QString& title, int used, int elements, int digits) {
-    const QString left = Console::DisplayText::escaped(title);
+    const QString left = Base::DisplayText::escaped(title);
     const QString right =
-        elements == 0 ? QStringLiteral("no data") : Percentage::text(used, elements, digits);
+        elements == 0 ? QStringLiteral("no data") : Base::Percentage::text(used, elements, digits);
     const int leftWidth = widthOf(left);
     const int rightWidth = widthOf(right);
-    const QString colour =
-        elements == 0 ? QStringLiteral("#57606a") : colourOf(Percentage::exact(used, elements));
+    const QString colour = elements == 0 ? QStringLiteral("#57606a")
+                                         : colourOf(Base::Percentage::exact(used, elements));
     return QStringLiteral(
                "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"%1\" height=\"20\" role=\"img\" "
                "aria-label=\"%2: %3\">\n"

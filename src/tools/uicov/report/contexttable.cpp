@@ -1,13 +1,18 @@
 #include "report/contexttable.h"
 
-#include "console/displaytext.h"
-#include "report/coveragetree.h"
-#include "report/markdownreport.h"
+#include "base/displaytext.h"
+#include "coverage/coveragetree.h"
+#include "report/markdowntext.h"
 #include "report/texttable.h"
 
 #include <QSet>
 
 namespace Uicov::Report {
+
+using Coverage::CoverageTree;
+using Coverage::EventCoverage;
+using Coverage::Events;
+using Coverage::State;
 
 namespace {
 
@@ -84,8 +89,7 @@ QStringList cellsOf(const QString& name, const Row& row) {
 }
 
 QString displayed(const QString& context) {
-    return context.isEmpty() ? QStringLiteral("(no context)")
-                             : Console::DisplayText::escaped(context);
+    return context.isEmpty() ? QStringLiteral("(no context)") : Base::DisplayText::escaped(context);
 }
 
 QString legend() {
@@ -114,7 +118,7 @@ QString ContextTable::toMarkdown(const CoverageTree& tree) {
     QString text = line(titles()) + QStringLiteral("|:---|---:|---:|---:|---:|\n");
     const QMap<QString, Row> rows = rowsOf(tree);
     for (auto it = rows.cbegin(); it != rows.cend(); ++it) {
-        text += line(cellsOf(MarkdownReport::markup(displayed(it.key())), it.value()));
+        text += line(cellsOf(markdownMarkup(displayed(it.key())), it.value()));
     }
     return text + QLatin1Char('\n') + legend();
 }

@@ -2,9 +2,11 @@
 
 #include <QString>
 
-namespace Uicov::Report {
-
+namespace Uicov::Coverage {
 class CoverageTree;
+}
+
+namespace Uicov::Report {
 
 /**
  * What each context used, and what it adds that no other does: what would not be used, or not have
@@ -13,9 +15,9 @@ class CoverageTree;
 namespace ContextTable {
 
 /** A table for people, contexts by name. */
-QString toString(const CoverageTree& tree);
+QString toString(const Coverage::CoverageTree& tree);
 /** The same for pull requests and wikis. */
-QString toMarkdown(const CoverageTree& tree);
+QString toMarkdown(const Coverage::CoverageTree& tree);
 
 } // namespace ContextTable
 

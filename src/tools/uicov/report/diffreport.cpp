@@ -1,10 +1,10 @@
 #include "report/diffreport.h"
 
-#include "console/displaytext.h"
-#include "console/jsontext.h"
-#include "report/jsonreport.h"
-#include "report/markdownreport.h"
-#include "report/percentage.h"
+#include "base/displaytext.h"
+#include "base/jsontext.h"
+#include "base/percentage.h"
+#include "report/markdowntext.h"
+#include "report/totalsjson.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -12,6 +12,9 @@
 #include <QSet>
 
 namespace Uicov::Report {
+
+using Coverage::Comparison;
+using Coverage::CoverageTree;
 
 DiffReport::DiffReport(const Comparison& comparison)
     : m_comparison(comparison)
@@ -38,7 +41,7 @@ bool DiffReport::hasSeveralApplications() const {
 }
 
 QString DiffReport::named(const QString& application, const QString& key) const {
-    return (m_namesApplications ? Console::DisplayText::escaped(application) + QStringLiteral(": ")
+    return (m_namesApplications ? Base::DisplayText::escaped(application) + QStringLiteral(": ")
                                 : QString()) +
            key;
 }
@@ -48,7 +51,7 @@ QString DiffReport::totals() const {
         return QStringLiteral("%1 of %2 (%3)")
             .arg(totals.used)
             .arg(totals.elements)
-            .arg(Percentage::text(totals.used, totals.elements, m_precision));
+            .arg(Base::Percentage::text(totals.used, totals.elements, m_precision));
     };
     return QStringLiteral("Elements used: ") + share(m_comparison.baseTotals()) +
            QStringLiteral(" before, ") + share(m_comparison.currentTotals()) +
@@ -85,8 +88,8 @@ QString DiffReport::toText() const {
 }
 
 QString DiffReport::toMarkdown() const {
-    QString text = QStringLiteral("## GUI coverage: what differs\n\n") +
-                   MarkdownReport::escaped(totals()) + QLatin1Char('\n');
+    QString text = QStringLiteral("## GUI coverage: what differs\n\n") + markdownEscaped(totals()) +
+                   QLatin1Char('\n');
     const QVector<Section> all = sections();
     for (const Section& section : all) {
         if (section.changes.isEmpty()) {
@@ -96,8 +99,7 @@ QString DiffReport::toMarkdown() const {
                     .arg(QLatin1String(section.title))
                     .arg(section.changes.size());
         for (const Comparison::Change& change : section.changes) {
-            text += QStringLiteral("- ") +
-                    MarkdownReport::markup(named(change.application, change.key)) +
+            text += QStringLiteral("- ") + markdownMarkup(named(change.application, change.key)) +
                     QLatin1Char('\n');
         }
     }
@@ -107,10 +109,9 @@ QString DiffReport::toMarkdown() const {
     if (!m_comparison.renamed().isEmpty()) {
         text += QStringLiteral("\n### Renamed? (a guess, counted above all the same)\n\n");
         for (const Comparison::Guess& guess : m_comparison.renamed()) {
-            text += QStringLiteral("- ") +
-                    MarkdownReport::markup(named(guess.application, guess.oldKey)) +
-                    QStringLiteral(" → ") + MarkdownReport::markup(guess.newKey) +
-                    QStringLiteral(" (") + guess.why + QStringLiteral(")\n");
+            text += QStringLiteral("- ") + markdownMarkup(named(guess.application, guess.oldKey)) +
+                    QStringLiteral(" → ") + markdownMarkup(guess.newKey) + QStringLiteral(" (") +
+                    guess.why + QStringLiteral(")\n");
         }
     }
     return text;
@@ -119,16 +120,15 @@ QString DiffReport::toMarkdown() const {
 QByteArray DiffReport::toJson() const {
     QJsonObject object{{QStringLiteral("format"), QStringLiteral("uicov-diff")},
                        {QStringLiteral("version"), formatVersion},
-                       {QStringLiteral("base"), JsonReport::totalsOf(m_comparison.baseTotals())},
-                       {QStringLiteral("new"), JsonReport::totalsOf(m_comparison.currentTotals())}};
+                       {QStringLiteral("base"), totalsJson(m_comparison.baseTotals())},
+                       {QStringLiteral("new"), totalsJson(m_comparison.currentTotals())}};
     const QVector<Section> all = sections();
     for (const Section& section : all) {
         QJsonArray changes;
         for (const Comparison::Change& change : section.changes) {
-            changes.append(
-                QJsonObject{{QStringLiteral("application"), change.application},
-                            {QStringLiteral("key"), change.key},
-                            {QStringLiteral("state"), JsonReport::nameOf(change.state)}});
+            changes.append(QJsonObject{{QStringLiteral("application"), change.application},
+                                       {QStringLiteral("key"), change.key},
+                                       {QStringLiteral("state"), wordFor(change.state)}});
         }
         object.insert(QLatin1String(section.name), changes);
     }
@@ -140,7 +140,7 @@ QByteArray DiffReport::toJson() const {
                                    {QStringLiteral("why"), guess.why}});
     }
     object.insert(QStringLiteral("renamed_guesses"), guesses);
-    return Console::JsonText::of(QJsonDocument(object));
+    return Base::JsonText::of(QJsonDocument(object));
 }
 
 } // namespace Uicov::Report

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "report/comparison.h"
+#include "coverage/comparison.h"
 
 #include <QByteArray>
 #include <QString>
@@ -13,7 +13,7 @@ public:
     /** Of the JSON form. */
     static constexpr int formatVersion = 1;
 
-    explicit DiffReport(const Comparison& comparison);
+    explicit DiffReport(const Coverage::Comparison& comparison);
 
     void setPrecision(int digits) { m_precision = digits; }
 
@@ -26,7 +26,7 @@ private:
         const char* mark;
         const char* title;
         const char* name;
-        const QVector<Comparison::Change>& changes;
+        const QVector<Coverage::Comparison::Change>& changes;
     };
 
     QVector<Section> sections() const;
@@ -34,7 +34,7 @@ private:
     bool hasSeveralApplications() const;
     QString named(const QString& application, const QString& key) const;
 
-    const Comparison& m_comparison;
+    const Coverage::Comparison& m_comparison;
     bool m_namesApplications = false;
     int m_precision = 0;
 };

@@ -1,17 +1,20 @@
 #include "report/explanation.h"
 
-#include "config/spelling.h"
-#include "console/displaytext.h"
-#include "identity/keywalk.h"
+#include "base/displaytext.h"
+#include "base/spelling.h"
+#include "run/keywalk.h"
 
 #include <QSet>
 
 namespace Uicov::Report {
 
-using Console::DisplayText::escaped;
-using Identity::ElementKey;
-using Identity::KeyWalk;
-using Store::RunElement;
+using Base::DisplayText::escaped;
+using Coverage::CoverageResult;
+using Coverage::CoverageTree;
+using Coverage::State;
+using Runs::ElementKey;
+using Runs::KeyWalk;
+using Runs::RunElement;
 
 namespace {
 
@@ -71,7 +74,7 @@ QStringList eventsOf(const CoverageTree::Node& element, bool wantsHappened) {
 /** What has to be known to understand the counts. */
 QStringList notesOn(const CoverageTree::Node& element, State state) {
     QStringList notes;
-    const bool isWidget = element.events.contains(CoverageRules::shownEvent());
+    const bool isWidget = element.events.contains(Coverage::CoverageRules::shownEvent());
     if (element.type == QLatin1String("MenuItem") && isWidget) {
         notes.append(QStringLiteral("A click with the mouse counts twice on a menu item, for the "
                                     "press and for what it triggers; the keyboard counts once."));
@@ -89,7 +92,7 @@ QStringList notesOn(const CoverageTree::Node& element, State state) {
 
 } // namespace
 
-Explanation::Explanation(const Coverage& coverage)
+Explanation::Explanation(const CoverageResult& coverage)
     : m_coverage(coverage) {}
 
 void Explanation::chooseIf(bool wantsCountable,
@@ -108,7 +111,7 @@ void Explanation::chooseIf(bool wantsCountable,
 
 bool Explanation::choose(const QString& key) {
     m_nodes.clear();
-    const Config::Pattern pattern(key);
+    const Coverage::Pattern pattern(key);
     const std::function<bool(const QString&)> ways[] = {
         [&](const QString& other) { return other == key; },
         [&](const QString& other) { return pattern.matches(other); },
@@ -138,11 +141,11 @@ QString Explanation::nearest(const QString& key) const {
             }
         }
     }
-    return keys.value(Config::Spelling::nearest(key, keys.keys()));
+    return keys.value(Base::Spelling::nearest(key, keys.keys()));
 }
 
-void Explanation::look(const Store::Run& run) {
-    const Config::Configuration& configuration = m_coverage.configuration();
+void Explanation::look(const Runs::Run& run) {
+    const Coverage::Configuration& configuration = m_coverage.configuration();
     KeyWalk::LabelRule rule;
     if (!configuration.labelRules.isEmpty()) {
         rule = [&configuration](const QString& label) { return configuration.appliedTo(label); };
@@ -169,7 +172,7 @@ void Explanation::look(const Store::Run& run) {
                                 .arg(place.element)
                                 .arg(escaped(element.className), quotedOrNone(element.text),
                                      placeOf(element), flagsOf(element)));
-        for (const Store::Hit& hit : element.hits) {
+        for (const Runs::Hit& hit : element.hits) {
             m_hits[name].append(escaped(hit.event) + QStringLiteral(" x %1 in ").arg(hit.count) +
                                 start + QStringLiteral(", ") +
                                 contextOf(run.contexts.at(hit.context)) +
@@ -199,7 +202,7 @@ QString Explanation::reasonOf(int node) const {
                                  ? QString()
                                  : QStringLiteral("; the criteria for ") + escaped(element.type) +
                                        QStringLiteral(" ask for ") + asked;
-    const bool isOnlySeen = happened == QStringList{CoverageRules::shownEvent()};
+    const bool isOnlySeen = happened == QStringList{Coverage::CoverageRules::shownEvent()};
     const QString what =
         isOnlySeen ? QStringLiteral("it was seen")
                    : QStringLiteral("these happened: ") + happened.join(QStringLiteral(", "));
@@ -248,7 +251,7 @@ QString Explanation::explained(int node) const {
     }
     text += QStringLiteral("  state      ") + reasonOf(node) + QLatin1Char('\n');
     if (element.ignoredBy >= 0) {
-        const Config::IgnoreRule& rule =
+        const Coverage::IgnoreRule& rule =
             m_coverage.configuration().ignoreRules.at(element.ignoredBy);
         text += QStringLiteral("  ignored    by %1:%2: ")
                     .arg(m_coverage.configuration().path)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "report/coverage.h"
+#include "coverage/coverageresult.h"
 
 #include <QMap>
 #include <QString>
@@ -17,7 +17,7 @@ namespace Uicov::Report {
 class Explanation {
 public:
     /** @param coverage outlives this */
-    explicit Explanation(const Coverage& coverage);
+    explicit Explanation(const Coverage::CoverageResult& coverage);
 
     /**
      * Chooses the elements whose key it is; if none, those whose key is like it as a pattern; if
@@ -30,18 +30,18 @@ public:
     QString nearest(const QString& key) const;
 
     /** Keeps what the run says of the chosen elements. */
-    void look(const Store::Run& run);
+    void look(const Runs::Run& run);
 
     QString toString() const;
 
 private:
     QString explained(int node) const;
     QString reasonOf(int node) const;
-    QString askedOf(const CoverageTree::Node& element) const;
+    QString askedOf(const Coverage::CoverageTree::Node& element) const;
     QString identityOf(int node) const;
     void chooseIf(bool wantsCountable, const std::function<bool(const QString&)>& isMeant);
 
-    const Coverage& m_coverage;
+    const Coverage::CoverageResult& m_coverage;
     QVector<int> m_nodes;
     /** By application and key: lines about hits, and about the element in each run. */
     QMap<QString, QStringList> m_hits;

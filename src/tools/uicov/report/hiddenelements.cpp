@@ -1,24 +1,24 @@
 #include "report/hiddenelements.h"
 
-#include "console/displaytext.h"
-#include "identity/keywalk.h"
-#include "store/run.h"
+#include "base/displaytext.h"
+#include "run/keywalk.h"
+#include "run/run.h"
 
 #include <QSet>
 
 namespace Uicov::Report {
 
-using Console::DisplayText::escaped;
-using Identity::ElementKey;
-using Identity::KeyWalk;
-using Store::RunElement;
+using Base::DisplayText::escaped;
+using Runs::ElementKey;
+using Runs::KeyWalk;
+using Runs::RunElement;
 
 namespace {
 
 constexpr int uuidStart = 8;
 
 /** By index of the element: its key; null for those that are no step of keys. */
-std::vector<QString> keysOf(const Store::Run& run) {
+std::vector<QString> keysOf(const Runs::Run& run) {
     std::vector<QString> keys(run.elements.size());
     std::vector<QString> ofPlaces;
     const std::vector<KeyWalk::Place> places = KeyWalk(run).places();
@@ -47,7 +47,7 @@ bool HiddenElements::isMeant(const RunElement& element) const {
     return false;
 }
 
-void HiddenElements::look(const Store::Run& run) {
+void HiddenElements::look(const Runs::Run& run) {
     const std::vector<QString> keys = keysOf(run);
     const int count = static_cast<int>(run.elements.size());
     for (int i = 0; i < count; ++i) {
@@ -68,7 +68,7 @@ void HiddenElements::look(const Store::Run& run) {
     }
 }
 
-QString HiddenElements::reasonOf(const Store::Run& run, int index,
+QString HiddenElements::reasonOf(const Runs::Run& run, int index,
                                  const std::vector<QString>& keys) {
     QSet<int> seen{index};
     // Elements can stand below themselves.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "config/pattern.h"
+#include "coverage/pattern.h"
 
 #include <QMap>
 #include <QString>
@@ -8,10 +8,10 @@
 
 #include <vector>
 
-namespace Uicov::Store {
+namespace Uicov::Runs {
 struct Run;
 struct RunElement;
-} // namespace Uicov::Store
+} // namespace Uicov::Runs
 
 namespace Uicov::Report {
 
@@ -24,18 +24,18 @@ public:
     /** @param part the text, class or type to look for, as a pattern or a part of it */
     explicit HiddenElements(const QString& part);
 
-    void look(const Store::Run& run);
+    void look(const Runs::Run& run);
 
     bool isEmpty() const { return m_elements.isEmpty(); }
     /** What was found and why it does not count, with the runs that have it. */
     QString toString() const;
 
 private:
-    bool isMeant(const Store::RunElement& element) const;
-    static QString reasonOf(const Store::Run& run, int index, const std::vector<QString>& keys);
+    bool isMeant(const Runs::RunElement& element) const;
+    static QString reasonOf(const Runs::Run& run, int index, const std::vector<QString>& keys);
 
     QString m_part;
-    Config::Pattern m_pattern;
+    Coverage::Pattern m_pattern;
     /** Runs by what is said of the element. */
     QMap<QString, QStringList> m_elements;
 };

@@ -1,26 +1,22 @@
 #include "report/jsonreport.h"
 
-#include "console/jsontext.h"
-#include "report/percentage.h"
-#include "report/textreport.h"
+#include "base/jsontext.h"
+#include "report/totalsjson.h"
 
 #include <QJsonDocument>
 
-#include <cmath>
-
 namespace Uicov::Report {
+
+using Coverage::CoverageResult;
+using Coverage::CoverageTree;
+using Coverage::Events;
+using Coverage::GateResult;
 
 namespace {
 
 /** Null where the text is. */
 QJsonValue textOrNull(const QString& text) {
     return text.isNull() ? QJsonValue() : QJsonValue(text);
-}
-
-/** To a millionth: what remains would be another on another processor. */
-double rounded(double percent) {
-    constexpr double precision = 1e6;
-    return std::round(percent * precision) / precision;
 }
 
 QJsonObject objectOf(const QMap<QString, QString>& texts) {
@@ -39,12 +35,12 @@ QStringList sortedContexts(const CoverageTree& tree) {
 
 } // namespace
 
-JsonReport::JsonReport(const Coverage& coverage, const QVector<GateResult>& gates)
+JsonReport::JsonReport(const CoverageResult& coverage, const QVector<GateResult>& gates)
     : m_coverage(coverage)
     , m_gates(gates) {}
 
 QByteArray JsonReport::toBytes() const {
-    return Console::JsonText::of(QJsonDocument(toObject()));
+    return Base::JsonText::of(QJsonDocument(toObject()));
 }
 
 QJsonObject JsonReport::toObject() const {
@@ -59,7 +55,7 @@ QJsonObject JsonReport::toObject() const {
             {QStringLiteral("version"), formatVersion},
             {QStringLiteral("complete"), m_coverage.partialRuns() == 0},
             {QStringLiteral("pictures_left_out"), m_coverage.picturesLeftOut()},
-            {QStringLiteral("totals"), totalsOf(tree.totals())},
+            {QStringLiteral("totals"), totalsJson(tree.totals())},
             {QStringLiteral("unopened_menus"), tree.unopenedMenus()},
             {QStringLiteral("runs"), runs()},
             {QStringLiteral("contexts"), QJsonArray::fromStringList(sortedContexts(tree))},
@@ -72,25 +68,9 @@ QJsonObject JsonReport::toObject() const {
             {QStringLiteral("warnings"), warnings}};
 }
 
-QJsonObject JsonReport::totalsOf(const CoverageTree::Totals& totals) {
-    return {{QStringLiteral("elements"), totals.elements},
-            {QStringLiteral("used"), totals.used},
-            {QStringLiteral("shown"), totals.shown},
-            {QStringLiteral("missed"), totals.missed},
-            {QStringLiteral("percent"), rounded(Percentage::exact(totals.used, totals.elements))},
-            {QStringLiteral("events"), totals.events},
-            {QStringLiteral("covered_events"), totals.coveredEvents},
-            {QStringLiteral("never_counted_events"), totals.neverCountedEvents},
-            {QStringLiteral("missed_perhaps_seen"), totals.missedUnseen}};
-}
-
-QString JsonReport::nameOf(State state) {
-    return TextReport::wordFor(state);
-}
-
 QJsonArray JsonReport::runs() const {
     QJsonArray array;
-    for (const Store::Run& run : m_coverage.runs()) {
+    for (const Runs::Run& run : m_coverage.runs()) {
         array.append(
             QJsonObject{{QStringLiteral("uuid"), run.uuid},
                         {QStringLiteral("session"), run.session},
@@ -136,7 +116,7 @@ QJsonObject JsonReport::window(int window) const {
     }
     return {{QStringLiteral("application"), tree.node(window).application},
             {QStringLiteral("key"), tree.node(window).step.toKey()},
-            {QStringLiteral("totals"), totalsOf(tree.totalsOf(window))},
+            {QStringLiteral("totals"), totalsJson(tree.totalsOf(window))},
             {QStringLiteral("unopened_menus"), unopened},
             {QStringLiteral("elements"), elements}};
 }
@@ -149,7 +129,7 @@ QJsonObject JsonReport::element(int node) const {
             {QStringLiteral("type"), element.type},
             {QStringLiteral("class"), element.className},
             {QStringLiteral("text"), textOrNull(element.text)},
-            {QStringLiteral("state"), nameOf(tree.stateOf(node))},
+            {QStringLiteral("state"), wordFor(tree.stateOf(node))},
             {QStringLiteral("ignored_by"),
              element.ignoredBy < 0 ? QJsonValue() : QJsonValue(element.ignoredBy)},
             {QStringLiteral("events"), events(element.events)}};
@@ -182,7 +162,7 @@ QJsonObject JsonReport::criteria() const {
 
 QJsonArray JsonReport::labelRules() const {
     QJsonArray array;
-    for (const Config::LabelRule& rule : m_coverage.configuration().labelRules) {
+    for (const Coverage::LabelRule& rule : m_coverage.configuration().labelRules) {
         array.append(QJsonObject{{QStringLiteral("pattern"), rule.pattern.pattern()},
                                  {QStringLiteral("replace"), rule.replacement}});
     }
@@ -191,7 +171,7 @@ QJsonArray JsonReport::labelRules() const {
 
 QJsonArray JsonReport::onlyContexts() const {
     QJsonArray array;
-    for (const Config::Pattern& pattern : m_coverage.contextPatterns()) {
+    for (const Coverage::Pattern& pattern : m_coverage.contextPatterns()) {
         array.append(pattern.glob());
     }
     return array;
@@ -199,9 +179,9 @@ QJsonArray JsonReport::onlyContexts() const {
 
 QJsonArray JsonReport::ignoreRules() const {
     QJsonArray array;
-    const QVector<Config::IgnoreRule>& rules = m_coverage.configuration().ignoreRules;
+    const QVector<Coverage::IgnoreRule>& rules = m_coverage.configuration().ignoreRules;
     for (int i = 0; i < rules.size(); ++i) {
-        const Coverage::RuleUse use = m_coverage.ruleUses().value(i);
+        const CoverageResult::RuleUse use = m_coverage.ruleUses().value(i);
         array.append(QJsonObject{{QStringLiteral("rule"), rules.at(i).toString()},
                                  {QStringLiteral("why"), rules.at(i).why},
                                  {QStringLiteral("line"), rules.at(i).line},

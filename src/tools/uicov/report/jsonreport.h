@@ -1,7 +1,7 @@
 #pragma once
 
-#include "report/coverage.h"
-#include "report/gatekeeper.h"
+#include "coverage/coverageresult.h"
+#include "coverage/gatekeeper.h"
 
 #include <QByteArray>
 #include <QJsonArray>
@@ -18,30 +18,27 @@ class JsonReport {
 public:
     static constexpr int formatVersion = 1;
 
-    explicit JsonReport(const Coverage& coverage, const QVector<GateResult>& gates = {});
+    explicit JsonReport(const Coverage::CoverageResult& coverage,
+                        const QVector<Coverage::GateResult>& gates = {});
 
     QJsonObject toObject() const;
     /** Indented, ending with a line feed; equal reports give equal bytes. */
     QByteArray toBytes() const;
-
-    static QJsonObject totalsOf(const CoverageTree::Totals& totals);
-    /** "used", "shown" or "missed". */
-    static QString nameOf(State state);
 
 private:
     QJsonArray runs() const;
     QJsonArray windows() const;
     QJsonObject window(int window) const;
     QJsonObject element(int node) const;
-    QJsonArray events(const Events& events) const;
+    QJsonArray events(const Coverage::Events& events) const;
     QJsonArray onlyContexts() const;
     QJsonArray ignoreRules() const;
     QJsonArray labelRules() const;
     QJsonObject criteria() const;
     QJsonArray gates() const;
 
-    const Coverage& m_coverage;
-    QVector<GateResult> m_gates;
+    const Coverage::CoverageResult& m_coverage;
+    QVector<Coverage::GateResult> m_gates;
 };
 
 } // namespace Uicov::Report

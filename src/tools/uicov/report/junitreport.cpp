@@ -1,8 +1,8 @@
 #include "report/junitreport.h"
 
-#include "console/displaytext.h"
-#include "report/percentage.h"
-#include "report/textreport.h"
+#include "base/displaytext.h"
+#include "base/percentage.h"
+#include "report/elementtext.h"
 
 #include <QXmlStreamWriter>
 
@@ -10,11 +10,16 @@
 
 namespace Uicov::Report {
 
+using Coverage::CoverageResult;
+using Coverage::CoverageTree;
+using Coverage::GateResult;
+using Coverage::State;
+
 namespace {
 
 /** XML has no way to write most control characters, so that they are made visible. */
 QString plain(const QString& text) {
-    return Console::DisplayText::escaped(text);
+    return Base::DisplayText::escaped(text);
 }
 
 struct Case {
@@ -42,7 +47,7 @@ void write(QXmlStreamWriter& xml, const Case& testCase) {
     xml.writeEndElement();
 }
 
-Case caseOfWindow(const Coverage& coverage, int window, const QVector<GateResult>& gates,
+Case caseOfWindow(const CoverageResult& coverage, int window, const QVector<GateResult>& gates,
                   int digits) {
     const CoverageTree& tree = coverage.tree();
     const CoverageTree::Totals totals = tree.totalsOf(window);
@@ -61,12 +66,12 @@ Case caseOfWindow(const Coverage& coverage, int window, const QVector<GateResult
     result.output = QStringLiteral("%1 of %2 elements used, %3\n")
                         .arg(totals.used)
                         .arg(totals.elements)
-                        .arg(Percentage::text(totals.used, totals.elements, digits));
+                        .arg(Base::Percentage::text(totals.used, totals.elements, digits));
     for (const int node : tree.nodesOf(window)) {
         if (tree.counts(node) && tree.stateOf(node) != State::Used) {
             result.output += (tree.stateOf(node) == State::Shown ? QStringLiteral("shown   ")
                                                                  : QStringLiteral("missed  ")) +
-                             TextReport::stepsBelowWindow(tree, node) + QLatin1Char('\n');
+                             stepsBelowWindow(tree, node) + QLatin1Char('\n');
         }
     }
     return result;
@@ -74,7 +79,7 @@ Case caseOfWindow(const Coverage& coverage, int window, const QVector<GateResult
 
 } // namespace
 
-JUnitReport::JUnitReport(const Coverage& coverage, const QVector<GateResult>& gates)
+JUnitReport::JUnitReport(const CoverageResult& coverage, const QVector<GateResult>& gates)
     : m_coverage(coverage)
     , m_gates(gates) {}
 

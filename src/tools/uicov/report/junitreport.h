@@ -1,7 +1,7 @@
 #pragma once
 
-#include "report/coverage.h"
-#include "report/gatekeeper.h"
+#include "coverage/coverageresult.h"
+#include "coverage/gatekeeper.h"
 
 #include <QByteArray>
 #include <QVector>
@@ -14,15 +14,16 @@ namespace Uicov::Report {
  */
 class JUnitReport {
 public:
-    JUnitReport(const Coverage& coverage, const QVector<GateResult>& gates);
+    JUnitReport(const Coverage::CoverageResult& coverage,
+                const QVector<Coverage::GateResult>& gates);
 
     void setPrecision(int digits) { m_precision = digits; }
 
     QByteArray toBytes() const;
 
 private:
-    const Coverage& m_coverage;
-    QVector<GateResult> m_gates;
+    const Coverage::CoverageResult& m_coverage;
+    QVector<Coverage::GateResult> m_gates;
     int m_precision = 0;
 };
 

@@ -1,58 +1,21 @@
 #include "report/markdownreport.h"
 
-#include "console/displaytext.h"
-#include "report/percentage.h"
-#include "report/textreport.h"
+#include "base/percentage.h"
+#include "report/elementtext.h"
+#include "report/markdowntext.h"
 #include "report/windoworder.h"
 
 #include <algorithm>
 
 namespace Uicov::Report {
 
-MarkdownReport::MarkdownReport(const Coverage& coverage)
+using Coverage::CoverageResult;
+using Coverage::CoverageTree;
+using Coverage::GateResult;
+using Coverage::State;
+
+MarkdownReport::MarkdownReport(const CoverageResult& coverage)
     : m_coverage(coverage) {}
-
-QString MarkdownReport::escaped(const QString& text) {
-    return markup(Console::DisplayText::escaped(text));
-}
-
-QString MarkdownReport::markup(const QString& displayed) {
-    QString result;
-    for (const QChar character : displayed) {
-        switch (character.unicode()) {
-        case '&':
-            result += QLatin1String("&amp;");
-            break;
-        case '<':
-            result += QLatin1String("&lt;");
-            break;
-        case '>':
-            result += QLatin1String("&gt;");
-            break;
-        case '@': // would call people by their names
-            result += QLatin1String("&#64;");
-            break;
-        case '\\':
-        case '`':
-        case '*':
-        case '_':
-        case '[':
-        case ']':
-        case '|':
-        case '~':
-        case '!':
-        case '#':
-        case '$':
-        case ':':
-            result += QLatin1Char('\\');
-            result += character;
-            break;
-        default:
-            result += character;
-        }
-    }
-    return result;
-}
 
 QString MarkdownReport::row(const QString& name, const CoverageTree::Totals& totals) const {
     return QStringLiteral("| ") +
@@ -61,7 +24,7 @@ QString MarkdownReport::row(const QString& name, const CoverageTree::Totals& tot
                        QString::number(totals.used),
                        QString::number(totals.shown),
                        QString::number(totals.missed),
-                       Percentage::text(totals.used, totals.elements, m_precision),
+                       Base::Percentage::text(totals.used, totals.elements, m_precision),
                        QStringLiteral("%1/%2").arg(totals.coveredEvents).arg(totals.events)}
                .join(QStringLiteral(" | ")) +
            QStringLiteral(" |\n");
@@ -69,21 +32,21 @@ QString MarkdownReport::row(const QString& name, const CoverageTree::Totals& tot
 
 QString MarkdownReport::line(int node, const char* title, const QStringList& names) const {
     const CoverageTree& tree = m_coverage.tree();
-    return QStringLiteral("- %1: ").arg(TextReport::wordFor(tree.stateOf(node))) +
-           markup(TextReport::stepsBelowWindow(tree, node)) + QStringLiteral(" (") +
-           QLatin1String(title) + QStringLiteral(": ") + markup(names.join(QStringLiteral(", "))) +
-           QStringLiteral(")\n");
+    return QStringLiteral("- %1: ").arg(wordFor(tree.stateOf(node))) +
+           markdownMarkup(stepsBelowWindow(tree, node)) + QStringLiteral(" (") +
+           QLatin1String(title) + QStringLiteral(": ") +
+           markdownMarkup(names.join(QStringLiteral(", "))) + QStringLiteral(")\n");
 }
 
 QStringList MarkdownReport::lines(int window) const {
     const CoverageTree& tree = m_coverage.tree();
     QStringList lines;
     for (const int node : tree.nodesOf(window)) {
-        if (m_listsMissed && TextReport::lacksEvents(tree, node)) {
-            lines.append(line(node, "never", TextReport::uncoveredEvents(tree.node(node))));
+        if (m_listsMissed && lacksEvents(tree, node)) {
+            lines.append(line(node, "never", uncoveredEvents(tree.node(node))));
         }
         if (m_listsContexts && tree.counts(node) && tree.stateOf(node) == State::Used) {
-            lines.append(line(node, "in", TextReport::contextsOf(tree, node)));
+            lines.append(line(node, "in", contextsOf(tree, node)));
         }
     }
     return lines;
@@ -93,11 +56,11 @@ QString MarkdownReport::toString() const {
     const CoverageTree& tree = m_coverage.tree();
     const CoverageTree::Totals all = tree.totals();
     QString text = QStringLiteral("## GUI coverage: %1\n\n")
-                       .arg(Percentage::text(all.used, all.elements, m_precision));
+                       .arg(Base::Percentage::text(all.used, all.elements, m_precision));
     for (const GateResult& gate : m_gates) {
         text += QStringLiteral("- %1 %2: %3\n")
                     .arg(gate.isMet ? QStringLiteral("met:") : QStringLiteral("**not met:**"),
-                         escaped(gate.name), escaped(gate.finding));
+                         markdownEscaped(gate.name), markdownEscaped(gate.finding));
     }
     text += m_gates.isEmpty() ? QString() : QStringLiteral("\n");
     text += QStringLiteral("| Window | Elements | Used | Shown | Missed | Cover | Events |\n"
@@ -113,9 +76,9 @@ QString MarkdownReport::toString() const {
             continue;
         }
         const QString name =
-            (isOneOfSeveral ? escaped(tree.node(window).application) + QStringLiteral(": ")
+            (isOneOfSeveral ? markdownEscaped(tree.node(window).application) + QStringLiteral(": ")
                             : QString()) +
-            markup(TextReport::displayed(tree.node(window).step));
+            markdownMarkup(displayedStep(tree.node(window).step));
         text += row(name, totals);
         const QStringList below = lines(window);
         if (!below.isEmpty()) {
@@ -125,7 +88,7 @@ QString MarkdownReport::toString() const {
     }
     text += row(QStringLiteral("**TOTAL**"), all) + missed;
     for (const QString& note : m_notes) {
-        text += QLatin1Char('\n') + escaped(note) + QLatin1Char('\n');
+        text += QLatin1Char('\n') + markdownEscaped(note) + QLatin1Char('\n');
     }
     return text;
 }

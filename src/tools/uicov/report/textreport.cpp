@@ -1,7 +1,8 @@
 #include "report/textreport.h"
 
-#include "console/displaytext.h"
-#include "report/percentage.h"
+#include "base/displaytext.h"
+#include "base/percentage.h"
+#include "report/elementtext.h"
 #include "report/texttable.h"
 #include "report/windoworder.h"
 
@@ -9,27 +10,18 @@
 
 namespace Uicov::Report {
 
-namespace DisplayText = Console::DisplayText;
-using Identity::ElementKey;
+using Coverage::CoverageTree;
+using Coverage::Events;
+using Coverage::State;
+namespace DisplayText = Base::DisplayText;
 
 namespace {
 
-/** Where a caption is longer than this it is more than a name. */
-constexpr int maximumLabelColumns = 40;
 constexpr int maximumNameColumns = 48;
-/** Deeper paths lose their middle: nobody reads them, and they would make the report huge. */
-constexpr int maximumSteps = 24;
 /** Of the word that begins a line below a window. */
 constexpr int wordColumns = 10;
 
 } // namespace
-
-QString TextReport::displayed(ElementKey::Step step) {
-    step.label = DisplayText::elided(DisplayText::escaped(step.label), maximumLabelColumns);
-    step.kind = DisplayText::escaped(step.kind);
-    step.className = DisplayText::escaped(step.className);
-    return step.toString();
-}
 
 QStringList TextReport::row(const QString& name, const CoverageTree::Totals& totals) const {
     return {name,
@@ -37,57 +29,17 @@ QStringList TextReport::row(const QString& name, const CoverageTree::Totals& tot
             QString::number(totals.used),
             QString::number(totals.shown),
             QString::number(totals.missed),
-            Percentage::text(totals.used, totals.elements, m_precision),
+            Base::Percentage::text(totals.used, totals.elements, m_precision),
             QStringLiteral("%1/%2").arg(totals.coveredEvents).arg(totals.events)};
-}
-
-QStringList TextReport::uncoveredEvents(const CoverageTree::Node& element) {
-    QStringList names;
-    for (auto it = element.events.cbegin(); it != element.events.cend(); ++it) {
-        if (!it->isCovered() && !it->isNeverCounted) {
-            names.append(DisplayText::escaped(it.key()));
-        }
-    }
-    return names;
 }
 
 TextReport::TextReport(const CoverageTree& tree)
     : m_tree(tree) {}
 
-QString TextReport::stepsBelowWindow(const CoverageTree& tree, int node) {
-    const QVector<ElementKey::Step> steps = tree.keyOf(node).steps();
-    QStringList texts;
-    for (int i = 1; i < steps.size(); ++i) {
-        if (steps.size() > maximumSteps && i == maximumSteps / 2) {
-            texts.append(QStringLiteral("..."));
-            i = steps.size() - maximumSteps / 2;
-        }
-        texts.append(displayed(steps.at(i)));
-    }
-    return texts.isEmpty() ? QStringLiteral("the window itself")
-                           : texts.join(QStringLiteral(" > "));
-}
-
-QString TextReport::wordFor(State state) {
-    switch (state) {
-    case State::Used:
-        return QStringLiteral("used");
-    case State::Shown:
-        return QStringLiteral("shown");
-    case State::Missed:
-        break;
-    }
-    return QStringLiteral("missed");
-}
-
 QString TextReport::line(const QString& word, int node, const QString& rest) const {
     const QString line = QStringLiteral("    ") + word.leftJustified(wordColumns) +
                          stepsBelowWindow(m_tree, node) + rest;
     return m_width > 0 ? DisplayText::elided(line, m_width) : line;
-}
-
-bool TextReport::lacksEvents(const CoverageTree& tree, int node) {
-    return tree.counts(node) && !uncoveredEvents(tree.node(node)).isEmpty();
 }
 
 QStringList TextReport::missedLines(int window) const {
@@ -104,25 +56,6 @@ QStringList TextReport::missedLines(int window) const {
         }
     }
     return lines;
-}
-
-QStringList TextReport::contextsOf(const CoverageTree& tree, int node) {
-    QStringList names;
-    const Events& events = tree.node(node).events;
-    for (auto event = events.cbegin(); event != events.cend(); ++event) {
-        // To be seen is no use, unless there is nothing else to an element.
-        if (event.key() == CoverageRules::shownEvent() && events.size() > 1) {
-            continue;
-        }
-        for (auto it = event->byContext.cbegin(); it != event->byContext.cend(); ++it) {
-            const QString name = tree.contexts().at(it.key());
-            names.append(name.isEmpty() ? QStringLiteral("(no context)")
-                                        : DisplayText::escaped(name));
-        }
-    }
-    names.sort();
-    names.removeDuplicates();
-    return names;
 }
 
 QStringList TextReport::contextLines(int window) const {
@@ -180,7 +113,7 @@ void TextReport::addWindows(TextTable& table, const QString& application,
             continue;
         }
         const QString name =
-            DisplayText::elided(displayed(m_tree.node(window).step), maximumNameColumns);
+            DisplayText::elided(displayedStep(m_tree.node(window).step), maximumNameColumns);
         table.addRow(row(indentation + name, totals));
         const QStringList lines = (m_listsMissed ? missedLines(window) : QStringList()) +
                                   (m_listsContexts ? contextLines(window) : QStringList());

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "report/coveragetree.h"
+#include "coverage/coveragetree.h"
 
 #include <QString>
 #include <QStringList>
@@ -16,7 +16,7 @@ class TextTable;
  */
 class TextReport {
 public:
-    explicit TextReport(const CoverageTree& tree);
+    explicit TextReport(const Coverage::CoverageTree& tree);
 
     /** Lists below each window what was missed: elements, and events of elements that were used. */
     void setListsMissed(bool lists) { m_listsMissed = lists; }
@@ -35,30 +35,17 @@ public:
 
     QString toString() const;
 
-    /** The element's steps below its window, shortened where they are many. */
-    static QString stepsBelowWindow(const CoverageTree& tree, int node);
-    /** A step with its texts made fit for one line. */
-    static QString displayed(Identity::ElementKey::Step step);
-    /** Events of the element that count and did not happen. */
-    static QStringList uncoveredEvents(const CoverageTree::Node& element);
-    /** Whether it counts and has such events. */
-    static bool lacksEvents(const CoverageTree& tree, int node);
-    /** Contexts in which the element was used, by name, fit for one line. */
-    static QStringList contextsOf(const CoverageTree& tree, int node);
-    /** "used", "shown" or "missed". */
-    static QString wordFor(State state);
-
 private:
     void addWindows(TextTable& table, const QString& application, const QString& indentation) const;
     QString line(const QString& word, int node, const QString& rest = QString()) const;
     QStringList missedLines(int window) const;
     QStringList contextLines(int window) const;
-    QStringList row(const QString& name, const CoverageTree::Totals& totals) const;
-    bool isSkipped(const CoverageTree::Totals& totals) const;
+    QStringList row(const QString& name, const Coverage::CoverageTree::Totals& totals) const;
+    bool isSkipped(const Coverage::CoverageTree::Totals& totals) const;
     static QStringList legend();
-    QStringList notes(const CoverageTree::Totals& totals, int emptyWindows) const;
+    QStringList notes(const Coverage::CoverageTree::Totals& totals, int emptyWindows) const;
 
-    const CoverageTree& m_tree;
+    const Coverage::CoverageTree& m_tree;
     bool m_listsMissed = false;
     bool m_listsContexts = false;
     int m_precision = 0;

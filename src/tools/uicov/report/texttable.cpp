@@ -1,10 +1,10 @@
 #include "report/texttable.h"
 
-#include "console/displaytext.h"
+#include "base/displaytext.h"
 
 namespace Uicov::Report {
 
-namespace DisplayText = Console::DisplayText;
+namespace DisplayText = Base::DisplayText;
 
 namespace {
 

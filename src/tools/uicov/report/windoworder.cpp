@@ -1,10 +1,12 @@
 #include "report/windoworder.h"
 
-#include "report/percentage.h"
+#include "base/percentage.h"
 
 #include <algorithm>
 
 namespace Uicov::Report {
+
+using Coverage::CoverageTree;
 
 namespace {
 
@@ -17,7 +19,7 @@ double rank(const CoverageTree::Totals& totals, const QString& order) {
         return -(totals.elements - totals.used);
     }
     if (order == QLatin1String("cover")) {
-        return Percentage::exact(totals.used, totals.elements);
+        return Base::Percentage::exact(totals.used, totals.elements);
     }
     return 0;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "report/coveragetree.h"
+#include "coverage/coveragetree.h"
 
 #include <QList>
 #include <QString>
@@ -16,7 +16,7 @@ namespace WindowOrder {
  * cover, least first. Windows that are alike in that stand by name. Applications stay together.
  * @param order one of Config::ReportDefaults::sorts(); empty for the order of names
  */
-QList<int> sorted(const CoverageTree& tree, const QString& order);
+QList<int> sorted(const Coverage::CoverageTree& tree, const QString& order);
 
 } // namespace WindowOrder
 

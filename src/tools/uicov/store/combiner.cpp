@@ -1,12 +1,15 @@
 #include "store/combiner.h"
 
-#include "store/runloader.h"
+#include "run/runloader.h"
 
 #include <algorithm>
 
 namespace Uicov::Store {
 
-using Console::Problem;
+using Base::Problem;
+using Runs::Run;
+using Runs::RunElement;
+using Runs::RunLoader;
 
 namespace {
 

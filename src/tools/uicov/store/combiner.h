@@ -1,6 +1,6 @@
 #pragma once
 
-#include "console/message.h"
+#include "base/message.h"
 #include "store/datafile.h"
 
 #include <QString>
@@ -27,27 +27,27 @@ public:
      * @return the problem when the file cannot be used; the target then is as it was, unless
      *         failure() tells that it is the target itself
      */
-    std::optional<Console::Problem> add(const QString& path);
+    std::optional<Base::Problem> add(const QString& path);
 
     /** What is wrong with the last file although it could be used. */
-    const QVector<Console::Problem>& warnings() const { return m_warnings; }
+    const QVector<Base::Problem>& warnings() const { return m_warnings; }
     /** Set when the target cannot be written, so that there is no use in going on. */
-    const std::optional<Console::Problem>& failure() const { return m_failure; }
+    const std::optional<Base::Problem>& failure() const { return m_failure; }
 
     int newRuns() const { return m_newRuns; }
     /** Runs that were there already, in this or a more complete form, or that replaced it. */
     int knownRuns() const { return m_knownRuns; }
 
 private:
-    std::optional<Console::Problem> addRecording(const QString& path);
-    std::optional<Console::Problem> addDataFile(const QString& path);
+    std::optional<Base::Problem> addRecording(const QString& path);
+    std::optional<Base::Problem> addDataFile(const QString& path);
     /** @param digest as the file that it was read from says; empty for a recording */
-    bool addRun(const Run& run, const QByteArray& digest);
+    bool addRun(const Runs::Run& run, const QByteArray& digest);
 
     DataFile& m_target;
     bool m_takesPictures = true;
-    QVector<Console::Problem> m_warnings;
-    std::optional<Console::Problem> m_failure;
+    QVector<Base::Problem> m_warnings;
+    std::optional<Base::Problem> m_failure;
     int m_newRuns = 0;
     int m_knownRuns = 0;
 };

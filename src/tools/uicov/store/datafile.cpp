@@ -16,8 +16,9 @@
 
 namespace Uicov::Store {
 
-using Console::Message;
-using Console::Problem;
+using Base::Message;
+using Base::Problem;
+using Runs::Run;
 
 namespace {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "console/message.h"
-#include "store/run.h"
+#include "base/message.h"
+#include "run/run.h"
 #include "store/sql.h"
 
 #include <QStringList>
@@ -33,9 +33,9 @@ public:
     static bool looksLikeDataFile(const QString& path);
 
     /** Makes a new, empty data file, readable by its owner only. Nothing may stand there. */
-    std::optional<Console::Problem> create(const QString& path);
+    std::optional<Base::Problem> create(const QString& path);
     /** Opens a data file, looking at what it is before anything else. */
-    std::optional<Console::Problem> open(const QString& path, Sql::Access access);
+    std::optional<Base::Problem> open(const QString& path, Sql::Access access);
 
     /**
      * Adds a run. Of one that is in the file already the more complete form stays, by a rule under
@@ -43,40 +43,40 @@ public:
      * @param added what became of it; null where that is of no interest
      * @param digest what the file that the run was read from says of it; empty to have it computed
      */
-    std::optional<Console::Problem> add(const Run& run, Added* added = nullptr,
-                                        const QByteArray& digest = QByteArray());
+    std::optional<Base::Problem> add(const Runs::Run& run, Added* added = nullptr,
+                                     const QByteArray& digest = QByteArray());
     /** Takes the run out, and what no other needs. Nothing happens when it is not there. */
-    std::optional<Console::Problem> erase(const QString& uuid);
+    std::optional<Base::Problem> erase(const QString& uuid);
     /** What is added from here on can be taken back as a whole. Parts do not nest. */
     void beginPart();
     /** Takes back what was added since beginPart(), together with its failures. */
     void dropPart();
     /** Keeps what was added since beginPart(). */
-    std::optional<Console::Problem> keepPart();
+    std::optional<Base::Problem> keepPart();
 
     /** Ends what was begun by the first add() or erase() since the last commit. */
-    std::optional<Console::Problem> commit();
+    std::optional<Base::Problem> commit();
 
     /** UUIDs, by application, start and UUID: an order that tells nothing of how they came in. */
     QStringList runs();
     /** The run without its elements: what it is called, how complete it is, its contexts. */
-    std::optional<Console::Problem> readAttributes(const QString& uuid, Run& run);
+    std::optional<Base::Problem> readAttributes(const QString& uuid, Runs::Run& run);
     /**
      * @param digest gets RunRank::digest of the run as it was written; null where nobody asks
      * @return the problem when it is not there, or not in the form in which runs are written
      */
-    std::optional<Console::Problem> read(const QString& uuid, Pictures pictures, Run& run,
-                                         QByteArray* digest = nullptr);
+    std::optional<Base::Problem> read(const QString& uuid, Pictures pictures, Runs::Run& run,
+                                      QByteArray* digest = nullptr);
 
     /** Looks at every page of the file, which open() does not; the problem when one is damaged. */
-    std::optional<Console::Problem> checkPages();
+    std::optional<Base::Problem> checkPages();
 
     QString path() const { return m_path; }
 
 private:
     bool connect(Sql::Access access);
-    std::optional<Console::Problem> check();
-    std::optional<Console::Problem> failure() const;
+    std::optional<Base::Problem> check();
+    std::optional<Base::Problem> failure() const;
     void begin();
     void dropUnused();
 

@@ -13,8 +13,8 @@
 
 namespace Uicov::Store {
 
-using Console::Message;
-using Console::Problem;
+using Base::Message;
+using Base::Problem;
 
 namespace {
 

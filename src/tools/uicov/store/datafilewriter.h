@@ -1,6 +1,6 @@
 #pragma once
 
-#include "console/message.h"
+#include "base/message.h"
 #include "store/datafile.h"
 
 #include <QString>
@@ -24,12 +24,12 @@ public:
     DataFileWriter& operator=(const DataFileWriter&) = delete;
 
     /** The problem when something else than a data file stands there, or none can be made. */
-    std::optional<Console::Problem> open(const QString& path, Mode mode);
+    std::optional<Base::Problem> open(const QString& path, Mode mode);
     DataFile& file() { return m_file; }
-    std::optional<Console::Problem> commit();
+    std::optional<Base::Problem> commit();
 
     /** The problem when something else than a data file stands there. */
-    static std::optional<Console::Problem> checkOutput(const QString& path);
+    static std::optional<Base::Problem> checkOutput(const QString& path);
 
 private:
     QString m_path;

@@ -1,7 +1,5 @@
 #include "store/filelock.h"
 
-#include "console/terminal.h"
-
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
@@ -16,8 +14,8 @@
 
 namespace Uicov::Store {
 
-using Console::Message;
-using Console::Problem;
+using Base::Message;
+using Base::Problem;
 
 namespace {
 
@@ -45,8 +43,7 @@ QString FileLock::lockFileOf(const QString& path) {
     return (info.isSymLink() && !target.isEmpty() ? target : path) + QStringLiteral(".lock");
 }
 
-std::optional<Problem> FileLock::acquire(const QString& path, Console::Terminal& terminal,
-                                         int seconds) {
+std::optional<Problem> FileLock::acquire(const QString& path, const Teller& tell, int seconds) {
     m_lockFile = lockFileOf(path);
     constexpr qint64 milliseconds = 1000;
     QElapsedTimer timer;
@@ -70,8 +67,7 @@ std::optional<Problem> FileLock::acquire(const QString& path, Console::Terminal&
         }
         if (!hasTold) {
             hasTold = true;
-            terminal.note(QStringLiteral("waiting for ") + who + QStringLiteral(" to write to ") +
-                          path);
+            tell(QStringLiteral("waiting for ") + who + QStringLiteral(" to write to ") + path);
         }
         ::nanosleep(&betweenTries, nullptr);
     }

@@ -1,14 +1,11 @@
 #pragma once
 
-#include "console/message.h"
+#include "base/message.h"
 
 #include <QString>
 
+#include <functional>
 #include <optional>
-
-namespace Uicov::Console {
-class Terminal;
-}
 
 namespace Uicov::Store {
 
@@ -26,14 +23,17 @@ public:
     FileLock(const FileLock&) = delete;
     FileLock& operator=(const FileLock&) = delete;
 
+    /** Is told once, in a sentence, whom it is waited for. */
+    using Teller = std::function<void(const QString&)>;
+
     /**
      * Waits until the lock is held.
      * @param path    the data file, which need not be there yet
      * @param seconds how long to wait at most
      * @return the problem when it could not be had
      */
-    std::optional<Console::Problem> acquire(const QString& path, Console::Terminal& terminal,
-                                            int seconds = patience);
+    std::optional<Base::Problem> acquire(const QString& path, const Teller& tell,
+                                         int seconds = patience);
     void release();
 
     /** Where the lock for that data file is. */

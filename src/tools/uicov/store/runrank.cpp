@@ -1,7 +1,7 @@
 #include "store/runrank.h"
 
-#include "store/run.h"
-#include "store/sha256.h"
+#include "base/sha256.h"
+#include "run/run.h"
 #include "uiabstraction/payloadwriter.h"
 
 #include <QDataStream>
@@ -12,6 +12,10 @@
 
 namespace Uicov::Store {
 
+using Base::Sha256;
+using Runs::Hit;
+using Runs::Run;
+using Runs::RunElement;
 using Vorsk::UIAbstraction::PayloadWriter;
 
 namespace {

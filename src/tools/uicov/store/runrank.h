@@ -2,9 +2,11 @@
 
 #include <QByteArray>
 
-namespace Uicov::Store {
-
+namespace Uicov::Runs {
 struct Run;
+}
+
+namespace Uicov::Store {
 
 /**
  * How much of a run is there: of two forms of one run, as of a recording copied while it grew and
@@ -18,7 +20,7 @@ struct RunRank {
     /** SHA-256 over all that the run consists of. */
     QByteArray digest;
 
-    static RunRank of(const Run& run);
+    static RunRank of(const Runs::Run& run);
 };
 
 bool operator<(const RunRank& a, const RunRank& b);

@@ -9,6 +9,10 @@
 
 namespace Uicov::Store {
 
+using Runs::Hit;
+using Runs::Run;
+using Runs::RunElement;
+
 namespace {
 
 /** Texts kept at hand from run to run, so that memory stays bounded. */

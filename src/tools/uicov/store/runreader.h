@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/run.h"
+#include "run/run.h"
 #include "store/sql.h"
 
 #include <QHash>
@@ -18,8 +18,8 @@ public:
     explicit RunReader(Sql& sql);
 
     /** All but the elements. */
-    void readAttributes(const QString& uuid, Run& run);
-    void read(const QString& uuid, bool withPictures, Run& run);
+    void readAttributes(const QString& uuid, Runs::Run& run);
+    void read(const QString& uuid, bool withPictures, Runs::Run& run);
     /** RunRank::digest of the run that was read last, as it was when the run was written. */
     const QByteArray& digest() const { return m_digest; }
 
@@ -30,14 +30,14 @@ private:
         int child;
     };
 
-    void readElements(Run& run);
-    RunElement elementFrom(const QSqlQuery& row);
-    void linkChildren(Run& run);
-    void readHits(Run& run);
-    void readPictures(Run& run);
+    void readElements(Runs::Run& run);
+    Runs::RunElement elementFrom(const QSqlQuery& row);
+    void linkChildren(Runs::Run& run);
+    void readHits(Runs::Run& run);
+    void readPictures(Runs::Run& run);
     QString textById(const QVariant& id);
     QStringList eventsById(const QVariant& id);
-    bool isElement(const Run& run, int number) const;
+    bool isElement(const Runs::Run& run, int number) const;
 
     Sql& m_sql;
     qint64 m_id = 0;

@@ -1,6 +1,6 @@
 #include "store/runwriter.h"
 
-#include "identity/keywalk.h"
+#include "run/keywalk.h"
 #include "store/rowbatch.h"
 
 #include <QJsonArray>
@@ -8,8 +8,11 @@
 
 namespace Uicov::Store {
 
-using Identity::ElementKey;
-using Identity::KeyWalk;
+using Runs::ElementKey;
+using Runs::Hit;
+using Runs::KeyWalk;
+using Runs::Run;
+using Runs::RunElement;
 
 namespace {
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "run/run.h"
 #include "store/datafile.h"
-#include "store/run.h"
 #include "store/runrank.h"
 #include "store/sql.h"
 
@@ -19,7 +19,7 @@ public:
     explicit RunWriter(Sql& sql);
 
     /** Writes the run unless the file has it in a form that is as complete. */
-    DataFile::Added write(const Run& run, const RunRank& rank);
+    DataFile::Added write(const Runs::Run& run, const RunRank& rank);
 
     /** Takes the run out, but not the texts and pictures that only it had.
      * @return false when it is not there */
@@ -29,13 +29,13 @@ public:
     void forgetIds();
 
 private:
-    qint64 writeAttributes(const Run& run, const QByteArray& digest);
-    void writeElements(qint64 id, const Run& run);
-    void writeElement(RowBatch& rows, qint64 id, const Run& run, int number, int position);
+    qint64 writeAttributes(const Runs::Run& run, const QByteArray& digest);
+    void writeElements(qint64 id, const Runs::Run& run);
+    void writeElement(RowBatch& rows, qint64 id, const Runs::Run& run, int number, int position);
     QVariant textId(const QString& text);
     QVariant eventsId(const QStringList& events);
     QVariant textOrNull(const QString& text, bool isNull);
-    QVariant pictureId(const QByteArray& hash, const Run& run);
+    QVariant pictureId(const QByteArray& hash, const Runs::Run& run);
 
     Sql& m_sql;
     QHash<QString, qint64> m_texts;

@@ -1,7 +1,7 @@
 #include "report/html/appearances.h"
 
-#include "identity/keywalk.h"
-#include "store/run.h"
+#include "run/keywalk.h"
+#include "run/run.h"
 
 #include <QBuffer>
 #include <QImageReader>
@@ -12,8 +12,9 @@
 
 namespace Uicov::Report::Html {
 
-using Identity::KeyWalk;
-using Store::RunElement;
+using Coverage::CoverageTree;
+using Runs::KeyWalk;
+using Runs::RunElement;
 using Places = std::vector<KeyWalk::Place>;
 
 namespace {
@@ -56,7 +57,7 @@ std::optional<QRect> placeOf(const RunElement& element, const RunElement* above)
     return element.place->translated(above->place->topLeft());
 }
 
-std::vector<int> nodesOf(const Store::Run& run, const Places& places, const CoverageTree& tree) {
+std::vector<int> nodesOf(const Runs::Run& run, const Places& places, const CoverageTree& tree) {
     std::vector<int> nodes;
     nodes.reserve(places.size());
     for (const KeyWalk::Place& place : places) {
@@ -71,7 +72,7 @@ std::vector<int> nodesOf(const Store::Run& run, const Places& places, const Cove
 
 } // namespace
 
-void Appearances::add(const Store::Run& run, const CoverageTree& tree) {
+void Appearances::add(const Runs::Run& run, const CoverageTree& tree) {
     const Places places = KeyWalk(run, m_labelRule).places();
     const std::vector<int> nodes = nodesOf(run, places, tree);
     addOwners(run, places, nodes);
@@ -91,7 +92,7 @@ void Appearances::add(const Store::Run& run, const CoverageTree& tree) {
         const RunElement* const parent =
             place.above < 0 ? nullptr : &run.element(places[above].element);
         Element& known = m_elements[nodes[i]];
-        known.className = Identity::ElementKey::normalisedClass(element.className);
+        known.className = Runs::ElementKey::normalisedClass(element.className);
         known.text = element.text;
         known.png = png.isEmpty() ? known.png : png;
         if (const auto rectangle = placeOf(element, parent)) {
@@ -114,7 +115,7 @@ void Appearances::add(const Store::Run& run, const CoverageTree& tree) {
     }
 }
 
-void Appearances::addOwners(const Store::Run& run, const Places& places,
+void Appearances::addOwners(const Runs::Run& run, const Places& places,
                             const std::vector<int>& nodes) {
     // By index of the element: the node of its window.
     QHash<int, int> windows;

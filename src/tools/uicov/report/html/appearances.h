@@ -1,7 +1,7 @@
 #pragma once
 
-#include "identity/keywalk.h"
-#include "report/coveragetree.h"
+#include "coverage/coveragetree.h"
+#include "run/keywalk.h"
 
 #include <QByteArray>
 #include <QHash>
@@ -10,7 +10,7 @@
 
 #include <vector>
 
-namespace Uicov::Store {
+namespace Uicov::Runs {
 struct Run;
 }
 
@@ -43,10 +43,10 @@ public:
     };
 
     /** The one with which runs are collected. */
-    void setLabelRule(const Identity::KeyWalk::LabelRule& rule) { m_labelRule = rule; }
+    void setLabelRule(const Runs::KeyWalk::LabelRule& rule) { m_labelRule = rule; }
 
     /** @param tree has the run already */
-    void add(const Store::Run& run, const CoverageTree& tree);
+    void add(const Runs::Run& run, const Coverage::CoverageTree& tree);
 
     /** Of a window or menu; null when it was never met. */
     const Surface* surface(int node) const;
@@ -57,14 +57,14 @@ public:
     int owner(int window) const { return m_owners.value(window, -1); }
 
     /** The window or menu that the node is drawn on: the nearest at or above it. */
-    static int surfaceOf(const CoverageTree& tree, int node);
+    static int surfaceOf(const Coverage::CoverageTree& tree, int node);
 
 private:
-    void addOwners(const Store::Run& run, const std::vector<Identity::KeyWalk::Place>& places,
+    void addOwners(const Runs::Run& run, const std::vector<Runs::KeyWalk::Place>& places,
                    const std::vector<int>& nodes);
     static void keep(int node, const Surface& candidate, QHash<int, Surface>& kept);
 
-    Identity::KeyWalk::LabelRule m_labelRule;
+    Runs::KeyWalk::LabelRule m_labelRule;
     QHash<int, Surface> m_surfaces;
     QHash<int, Element> m_elements;
     /** Windows by the windows that belong to them. */

@@ -1,9 +1,9 @@
 #include "report/html/htmlpage.h"
 
+#include "base/sha256.h"
 #include "report/html/htmltext.h"
 #include "report/html/pagejson.h"
 #include "report/html/staticpage.h"
-#include "store/sha256.h"
 
 #include <QFile>
 #include <QHash>
@@ -34,7 +34,7 @@ QByteArray source(const char* name) {
 }
 
 QByteArray hashSource(const QByteArray& text) {
-    return "'sha256-" + Store::Sha256::of(text).toBase64() + "'";
+    return "'sha256-" + Base::Sha256::of(text).toBase64() + "'";
 }
 
 QByteArray policy(const QByteArray& scriptSource, const QByteArray& styleSource,

@@ -1,7 +1,7 @@
 #include "report/html/htmltext.h"
 
-#include "console/displaytext.h"
-#include "console/jsontext.h"
+#include "base/displaytext.h"
+#include "base/jsontext.h"
 
 #include <QJsonDocument>
 
@@ -25,7 +25,7 @@ QString escaped(const QString& text) {
 }
 
 QString attribute(const QString& text) {
-    return escaped(Console::DisplayText::escaped(capped(text)));
+    return escaped(Base::DisplayText::escaped(capped(text)));
 }
 
 QString content(const QString& text) {
@@ -34,7 +34,7 @@ QString content(const QString& text) {
     QString character;
     for (int i = 0; i < shown.size(); i += character.size()) {
         character = characterAt(shown, i);
-        const QString visible = Console::DisplayText::escaped(character);
+        const QString visible = Base::DisplayText::escaped(character);
         const bool isVisible = visible == character || character == QLatin1String("\\");
         result += isVisible ? escaped(character)
                             : QStringLiteral("<span class=\"unseen\">") + escaped(visible) +
@@ -53,7 +53,7 @@ QString capped(const QString& text) {
 
 QByteArray json(const QJsonObject& object) {
     // Inside strings only, where these escapes mean the same; and "</script>" cannot be there.
-    return Console::JsonText::of(QJsonDocument(object), QJsonDocument::Compact)
+    return Base::JsonText::of(QJsonDocument(object), QJsonDocument::Compact)
         .replace('<', "\\u003c")
         .replace('>', "\\u003e")
         .replace("\xe2\x80\xa8", "\\u2028")

@@ -1,29 +1,21 @@
 #include "report/html/pagejson.h"
 
+#include "base/percentage.h"
 #include "report/html/htmltext.h"
 #include "report/html/pagemodel.h"
-#include "report/percentage.h"
 
 #include <QJsonArray>
 
 namespace Uicov::Report::Html::PageJson {
 
+using Coverage::CoverageTree;
+using Coverage::Events;
+using Coverage::GateResult;
+
 namespace {
 
 QString text(const QString& text) {
     return HtmlText::capped(text);
-}
-
-QString stateName(State state) {
-    switch (state) {
-    case State::Used:
-        return QStringLiteral("used");
-    case State::Shown:
-        return QStringLiteral("shown");
-    case State::Missed:
-        return QStringLiteral("missed");
-    }
-    return {};
 }
 
 QString apartName(PageModel::Apart apart) {
@@ -57,13 +49,14 @@ QJsonArray rectangle(const QRect& rect) {
 }
 
 QJsonObject totalsObject(const CoverageTree::Totals& totals, int precision) {
-    return {{QStringLiteral("cover"), Percentage::text(totals.used, totals.elements, precision)},
-            {QStringLiteral("elements"), totals.elements},
-            {QStringLiteral("used"), totals.used},
-            {QStringLiteral("shown"), totals.shown},
-            {QStringLiteral("missed"), totals.missed},
-            {QStringLiteral("events"), totals.events},
-            {QStringLiteral("covered"), totals.coveredEvents}};
+    return {
+        {QStringLiteral("cover"), Base::Percentage::text(totals.used, totals.elements, precision)},
+        {QStringLiteral("elements"), totals.elements},
+        {QStringLiteral("used"), totals.used},
+        {QStringLiteral("shown"), totals.shown},
+        {QStringLiteral("missed"), totals.missed},
+        {QStringLiteral("events"), totals.events},
+        {QStringLiteral("covered"), totals.coveredEvents}};
 }
 
 /** [name, count, counted by this version, [context, count, context, count ...]] each. */
@@ -82,10 +75,10 @@ QJsonArray eventsArray(const Events& events) {
 
 void addListed(const PageModel::Node& node, QJsonObject& object) {
     if (node.isCountable) {
-        object.insert(QStringLiteral("state"), stateName(node.state));
+        object.insert(QStringLiteral("state"), wordFor(node.state));
     } else {
         object.insert(QStringLiteral("rule"), node.ignoredBy);
-        object.insert(QStringLiteral("otherwise"), stateName(node.state));
+        object.insert(QStringLiteral("otherwise"), wordFor(node.state));
     }
     object.insert(QStringLiteral("class"), text(node.className));
     if (!node.text.isEmpty()) {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "report/coveragetree.h"
-#include "report/gatekeeper.h"
+#include "coverage/coveragetree.h"
+#include "coverage/gatekeeper.h"
 #include "report/html/runhistory.h"
 
 #include <QByteArray>
@@ -36,7 +36,7 @@ struct PageModel {
     struct Node {
         /** Index of the node above; -1 for a window. */
         int above = -1;
-        Identity::ElementKey::Step step;
+        Runs::ElementKey::Step step;
         /** Shown as an element, counted or not. */
         bool isListed() const { return isCountable || ignoredBy >= 0; }
 
@@ -44,12 +44,12 @@ struct PageModel {
         bool isCountable = false;
         /** Index of the rule that leaves it out of the numbers; -1 for none. */
         int ignoredBy = -1;
-        State state = State::Missed;
+        Coverage::State state = Coverage::State::Missed;
         bool isUnopenedMenu = false;
         QString className;
         /** As the application had it last. */
         QString text;
-        Events events;
+        Coverage::Events events;
         /** Index of the surface that it lies on; -1 for none. */
         int surface = -1;
         /** In the coordinates of the surface; only when it can be seen on it. */
@@ -78,7 +78,7 @@ struct PageModel {
         /** Index of its node, which all below follow up to lastNode. */
         int node = -1;
         int lastNode = -1;
-        CoverageTree::Totals totals;
+        Coverage::CoverageTree::Totals totals;
         /** Index of the window that it belongs to, as a dialog does; -1 for none. */
         int over = -1;
         /** Indices, the window itself first. */
@@ -99,11 +99,11 @@ struct PageModel {
     QString title;
     /** Digits behind the point of percentages. */
     int precision = 0;
-    CoverageTree::Totals totals;
+    Coverage::CoverageTree::Totals totals;
     /** What has to be known before the numbers are believed. */
     QStringList warnings;
     QStringList notes;
-    QVector<GateResult> gates;
+    QVector<Coverage::GateResult> gates;
     QVector<Rule> rules;
     /** By standard type: the events that all have to happen for "used". */
     QMap<QString, QStringList> criteria;

@@ -1,13 +1,14 @@
 #include "report/html/pagemodelbuilder.h"
 
+#include "base/sha256.h"
 #include "report/html/appearances.h"
 #include "report/html/picturefit.h"
-#include "store/sha256.h"
 
 #include <algorithm>
 
 namespace Uicov::Report::Html {
 
+using Coverage::CoverageTree;
 using Apart = PageModel::Apart;
 
 namespace {
@@ -203,7 +204,7 @@ const QImage& PageModelBuilder::imageOf(const PageModel::Surface& surface) {
 }
 
 int PageModelBuilder::pictureIndex(const QByteArray& png) {
-    const QByteArray hash = Store::Sha256::of(png);
+    const QByteArray hash = Base::Sha256::of(png);
     const auto known = m_pictures.constFind(hash);
     if (known != m_pictures.cend()) {
         return *known;

@@ -16,14 +16,14 @@ class Appearances;
 class PageModelBuilder {
 public:
     /** Both outlive this. */
-    PageModelBuilder(const CoverageTree& tree, const Appearances& appearances);
+    PageModelBuilder(const Coverage::CoverageTree& tree, const Appearances& appearances);
 
     /** @param model what PageSummary fills in stays as it is */
     void build(PageModel& model);
 
 private:
     bool hasIgnored(int window) const;
-    void addWindow(int treeNode, const CoverageTree::Totals& totals);
+    void addWindow(int treeNode, const Coverage::CoverageTree::Totals& totals);
     void addNode(int treeNode, int window);
     void addSurface(int treeNode, int window);
     void linkMenus(const PageModel::Window& window);
@@ -33,7 +33,7 @@ private:
     const QImage& imageOf(const PageModel::Surface& surface);
     int pictureIndex(const QByteArray& png);
 
-    const CoverageTree& m_tree;
+    const Coverage::CoverageTree& m_tree;
     const Appearances& m_appearances;
     PageModel* m_model = nullptr;
     /** The page's numbers by the tree's. */

@@ -6,6 +6,9 @@
 
 namespace Uicov::Report::Html {
 
+using Coverage::CoverageResult;
+using Coverage::CoverageTree;
+
 namespace {
 
 QString counted(int count, const char* one, const char* several) {
@@ -14,7 +17,7 @@ QString counted(int count, const char* one, const char* several) {
 
 } // namespace
 
-PageSummary::PageSummary(const Coverage& coverage, const RunHistory& history)
+PageSummary::PageSummary(const CoverageResult& coverage, const RunHistory& history)
     : m_coverage(coverage)
     , m_history(history) {}
 
@@ -48,13 +51,13 @@ QString PageSummary::title() const {
 }
 
 QVector<PageModel::Rule> PageSummary::rules() const {
-    const Config::Configuration& configuration = m_coverage.configuration();
+    const Coverage::Configuration& configuration = m_coverage.configuration();
     // Without its folder: the page is for other machines as well.
     const QString file = QFileInfo(configuration.path).fileName();
     QVector<PageModel::Rule> rules;
     for (int i = 0; i < configuration.ignoreRules.size(); ++i) {
-        const Config::IgnoreRule& rule = configuration.ignoreRules.at(i);
-        const Coverage::RuleUse use = m_coverage.ruleUses().value(i);
+        const Coverage::IgnoreRule& rule = configuration.ignoreRules.at(i);
+        const CoverageResult::RuleUse use = m_coverage.ruleUses().value(i);
         rules.append({rule.toString(), rule.why, QStringLiteral("%1:%2").arg(file).arg(rule.line),
                       use.elements, use.usedElements});
     }
@@ -129,7 +132,7 @@ QStringList PageSummary::notes() const {
 QStringList PageSummary::ruleNotes() const {
     QStringList notes;
     QStringList patterns;
-    for (const Config::Pattern& pattern : m_coverage.contextPatterns()) {
+    for (const Coverage::Pattern& pattern : m_coverage.contextPatterns()) {
         patterns.append(pattern.glob());
     }
     if (!patterns.isEmpty()) {
@@ -137,7 +140,7 @@ QStringList PageSummary::ruleNotes() const {
                      patterns.join(QStringLiteral(", ")));
     }
     int ignored = 0;
-    for (const Coverage::RuleUse& use : m_coverage.ruleUses()) {
+    for (const CoverageResult::RuleUse& use : m_coverage.ruleUses()) {
         ignored += use.elements;
     }
     if (ignored > 0) {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "report/coverage.h"
-#include "report/gatekeeper.h"
+#include "coverage/coverageresult.h"
+#include "coverage/gatekeeper.h"
 #include "report/html/pagemodel.h"
 
 #include <QString>
@@ -17,11 +17,11 @@ namespace Uicov::Report::Html {
 class PageSummary {
 public:
     /** Both outlive this. */
-    PageSummary(const Coverage& coverage, const RunHistory& history);
+    PageSummary(const Coverage::CoverageResult& coverage, const RunHistory& history);
 
     /** Empty for the names of the applications. */
     void setTitle(const QString& title) { m_title = title; }
-    void setGates(const QVector<GateResult>& gates) { m_gates = gates; }
+    void setGates(const QVector<Coverage::GateResult>& gates) { m_gates = gates; }
     /** Digits behind the point of percentages. */
     void setPrecision(int digits) { m_precision = digits; }
     /** Files that could not be read. */
@@ -38,10 +38,10 @@ private:
     QStringList notes() const;
     QStringList ruleNotes() const;
 
-    const Coverage& m_coverage;
+    const Coverage::CoverageResult& m_coverage;
     const RunHistory& m_history;
     QString m_title;
-    QVector<GateResult> m_gates;
+    QVector<Coverage::GateResult> m_gates;
     int m_precision = 0;
     int m_skippedFiles = 0;
 };

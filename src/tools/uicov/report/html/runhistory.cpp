@@ -1,12 +1,16 @@
 #include "report/html/runhistory.h"
 
-#include "store/run.h"
+#include "run/run.h"
 
 #include <algorithm>
 
 namespace Uicov::Report::Html {
 
-void RunHistory::add(const Store::Run& run, const Coverage& coverage) {
+using Coverage::CoverageResult;
+using Coverage::CoverageTree;
+using Coverage::State;
+
+void RunHistory::add(const Runs::Run& run, const CoverageResult& coverage) {
     Row row;
     row.application = run.application;
     row.started = run.started;
@@ -20,7 +24,7 @@ void RunHistory::add(const Store::Run& run, const Coverage& coverage) {
     row.isComplete = run.isComplete;
     row.partialReason = run.partialReason;
 
-    Coverage alone(coverage.configuration(), coverage.contextPatterns());
+    CoverageResult alone(coverage.configuration(), coverage.contextPatterns());
     alone.add(run);
     alone.finish();
     row.totals = alone.tree().totals();
@@ -41,7 +45,7 @@ void RunHistory::add(const Store::Run& run, const Coverage& coverage) {
     m_rows.append(row);
 }
 
-void RunHistory::finish(const Coverage& coverage) {
+void RunHistory::finish(const CoverageResult& coverage) {
     for (std::size_t node = 0; node < m_firstUse.size(); ++node) {
         if (m_firstUse[node] >= 0 && coverage.tree().counts(static_cast<int>(node))) {
             ++m_rows[m_firstUse[node]].firstUsed;

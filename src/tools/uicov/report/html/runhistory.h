@@ -1,6 +1,6 @@
 #pragma once
 
-#include "report/coverage.h"
+#include "coverage/coverageresult.h"
 
 #include <QMap>
 #include <QString>
@@ -9,7 +9,7 @@
 
 #include <vector>
 
-namespace Uicov::Store {
+namespace Uicov::Runs {
 struct Run;
 }
 
@@ -35,14 +35,14 @@ public:
         bool isComplete = true;
         QString partialReason;
         /** Of this run alone. */
-        CoverageTree::Totals totals;
+        Coverage::CoverageTree::Totals totals;
         /** Elements that no run before had used. */
         int firstUsed = 0;
     };
 
-    void add(const Store::Run& run, const Coverage& coverage);
+    void add(const Runs::Run& run, const Coverage::CoverageResult& coverage);
     /** Fills in what each run was the first to use: only now it is known what is left out. */
-    void finish(const Coverage& coverage);
+    void finish(const Coverage::CoverageResult& coverage);
 
     const QVector<Row>& rows() const { return m_rows; }
     int partialRuns() const;

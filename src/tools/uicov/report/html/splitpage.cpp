@@ -1,7 +1,7 @@
 #include "report/html/splitpage.h"
 
+#include "base/sha256.h"
 #include "report/html/htmlpage.h"
-#include "store/sha256.h"
 
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -9,8 +9,8 @@
 
 namespace Uicov::Report::Html {
 
-using Console::Message;
-using Console::Problem;
+using Base::Message;
+using Base::Problem;
 
 namespace {
 
@@ -50,7 +50,7 @@ std::optional<Problem> SplitPage::writeFile(const QString& name, const QByteArra
 std::optional<Problem> SplitPage::writePictures(QStringList& names) const {
     for (const PageModel::Picture& picture : m_model.pictures) {
         // Named by content, so that a page that is open meanwhile does not see others.
-        const QByteArray hash = Store::Sha256::of(picture.png).toHex().left(24);
+        const QByteArray hash = Base::Sha256::of(picture.png).toHex().left(24);
         const QString name =
             pictureFolder + QLatin1Char('/') + QString::fromLatin1(hash) + QStringLiteral(".png");
         names.append(name);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "console/message.h"
+#include "base/message.h"
 #include "report/html/pagemodel.h"
 
 #include <QDir>
@@ -19,12 +19,12 @@ public:
     SplitPage(const PageModel& model, const QString& folder);
 
     /** The problem when not everything was written; the page that was there is then still whole. */
-    std::optional<Console::Problem> write();
+    std::optional<Base::Problem> write();
 
 private:
     bool mayWrite() const;
-    std::optional<Console::Problem> writeFile(const QString& name, const QByteArray& bytes) const;
-    std::optional<Console::Problem> writePictures(QStringList& names) const;
+    std::optional<Base::Problem> writeFile(const QString& name, const QByteArray& bytes) const;
+    std::optional<Base::Problem> writePictures(QStringList& names) const;
     void removeOtherPictures(const QStringList& names) const;
 
     const PageModel& m_model;

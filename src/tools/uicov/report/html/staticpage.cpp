@@ -1,7 +1,7 @@
 #include "report/html/staticpage.h"
 
+#include "base/percentage.h"
 #include "report/html/htmltext.h"
-#include "report/percentage.h"
 
 #include <QMap>
 
@@ -9,20 +9,19 @@
 
 namespace Uicov::Report::Html {
 
+using Coverage::CoverageTree;
+using Coverage::Events;
+using Coverage::GateResult;
+using Coverage::State;
+
 namespace {
 
 /** Deeper paths lose their middle: nobody reads them, and they would make the page huge. */
 constexpr int maximumSteps = 12;
 constexpr int badgeSize = 14;
 
-QString stateName(State state) {
-    return state == State::Used    ? QStringLiteral("used")
-           : state == State::Shown ? QStringLiteral("shown")
-                                   : QStringLiteral("missed");
-}
-
 QString stateCell(const PageModel::Node& node) {
-    const QString name = node.isCountable ? stateName(node.state) : QStringLiteral("ignored");
+    const QString name = node.isCountable ? wordFor(node.state) : QStringLiteral("ignored");
     return QStringLiteral("<td class=\"state %1\"><svg class=\"glyph\" aria-hidden=\"true\"><use "
                           "href=\"#glyph-%1\"/></svg> %1</td>")
         .arg(name);
@@ -55,7 +54,8 @@ QString headings(const QStringList& names) {
 QString totalsCells(const CoverageTree::Totals& totals, int precision) {
     return numberCell(totals.elements) + numberCell(totals.used) + numberCell(totals.shown) +
            numberCell(totals.missed) + QStringLiteral("<td class=\"number\">") +
-           Percentage::text(totals.used, totals.elements, precision) + QStringLiteral("</td>");
+           Base::Percentage::text(totals.used, totals.elements, precision) +
+           QStringLiteral("</td>");
 }
 
 QString eventsText(const Events& events, bool happened) {
@@ -133,7 +133,7 @@ QString StaticPage::overview() const {
            paragraphs(m_model.warnings, QStringLiteral("warning")) +
            QStringLiteral("<p class=\"sum\"><strong>%1</strong> of %2 elements were used: %3 used, "
                           "%4 only shown, %5 missed. %6 of %7 events happened.</p>\n")
-               .arg(Percentage::text(all.used, all.elements, m_model.precision))
+               .arg(Base::Percentage::text(all.used, all.elements, m_model.precision))
                .arg(all.elements)
                .arg(all.used)
                .arg(all.shown)
@@ -276,7 +276,7 @@ QString StaticPage::figure(int index) const {
 
 QString StaticPage::outline(const PageModel::Node& node) const {
     const QRect place = node.place.value_or(QRect());
-    const QString state = node.isCountable ? stateName(node.state) : QStringLiteral("ignored");
+    const QString state = node.isCountable ? wordFor(node.state) : QStringLiteral("ignored");
     const QString box = QStringLiteral("x=\"%1\" y=\"%2\" width=\"%3\" height=\"%4\"")
                             .arg(place.x())
                             .arg(place.y())

@@ -9,8 +9,8 @@
 #include <QTest>
 
 using TestLib::CommandRunner;
+using Uicov::Runs::Run;
 using Uicov::Store::DataFile;
-using Uicov::Store::Run;
 using Uicov::Store::Sql;
 
 class TestEraseCommand : public TestLib::TestCase {

@@ -27,7 +27,7 @@ class TestExplainCommand : public TestLib::TestCase {
                m_runner->errors().contains(QString::fromUtf8(text));
     }
 
-    void put(const char* name, const Uicov::Store::Run& run) const {
+    void put(const char* name, const Uicov::Runs::Run& run) const {
         DataFile file;
         QVERIFY(!file.create(path(name)));
         QVERIFY(!file.add(run));

@@ -16,8 +16,8 @@
 
 using TestLib::CommandRunner;
 using TestLib::writeScript;
+using Uicov::Runs::Run;
 using Uicov::Store::DataFile;
-using Uicov::Store::Run;
 
 class TestRunCommand : public TestLib::TestCase {
     Q_OBJECT

@@ -4,7 +4,7 @@
 
 #include <QTest>
 
-using Uicov::Console::Message;
+using Uicov::Base::Message;
 using Uicov::Console::Progress;
 using Uicov::Console::Terminal;
 

@@ -35,7 +35,7 @@ class TestManualPage : public TestLib::TestCase {
 
 private Q_SLOTS:
     void initTestCase() {
-        CommandRunner writer{QStringLiteral(UICOV_PAGES)};
+        CommandRunner writer{QStringLiteral(UICOV_MANUAL_WRITER)};
         QCOMPARE(writer.run({m_folder.path()}), 0);
         QCOMPARE(writer.errors(), QString());
     }
@@ -88,13 +88,13 @@ private Q_SLOTS:
     void pagesOfVerbsThatAreNoMoreGo() {
         QFile old(page(QStringLiteral("uicov-old.1")));
         QVERIFY(old.open(QIODevice::WriteOnly));
-        CommandRunner writer{QStringLiteral(UICOV_PAGES)};
+        CommandRunner writer{QStringLiteral(UICOV_MANUAL_WRITER)};
         QCOMPARE(writer.run({m_folder.path()}), 0);
         QVERIFY(!old.exists());
     }
 
     void whatCannotBeWrittenIsAnError() {
-        CommandRunner writer{QStringLiteral(UICOV_PAGES)};
+        CommandRunner writer{QStringLiteral(UICOV_MANUAL_WRITER)};
         QCOMPARE(writer.run({QStringLiteral("/proc/none")}), 1);
         QVERIFY(writer.errors().contains(QStringLiteral("cannot be written")));
         QCOMPARE(writer.run({}), 1);

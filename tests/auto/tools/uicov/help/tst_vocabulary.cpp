@@ -1,5 +1,5 @@
+#include "commands/cli/helpformatter.h"
 #include "commands/commandline.h"
-#include "commands/helpformatter.h"
 #include "console/terminal.h"
 #include "help/vocabulary.h"
 #include "testlib/testcase.h"
@@ -19,11 +19,11 @@ class TestVocabulary : public TestLib::TestCase {
     /** A command line with one of each. */
     static std::unique_ptr<CLI::App> sample() {
         auto app = std::make_unique<CLI::App>("does things", "uicov");
-        Uicov::Commands::setUsage(*app, "uicov VERB");
+        Uicov::Commands::Cli::setUsage(*app, "uicov VERB");
         app->set_help_flag("-h,--help", "Help");
         CLI::App* const make = app->add_subcommand("make", "Make a thing");
         make->group("First");
-        Uicov::Commands::setUsage(*make, "uicov make [OPTIONS] FILE...");
+        Uicov::Commands::Cli::setUsage(*make, "uicov make [OPTIONS] FILE...");
         make->footer("About it,\nin two lines.\n\nExamples:\n  uicov make a\n  uicov make b\n\nAnd "
                      "more.");
         const auto add = [make](const char* names, const char* type) {

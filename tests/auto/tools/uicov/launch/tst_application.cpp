@@ -12,7 +12,7 @@
 
 using TestLib::buildC;
 using TestLib::writeScript;
-using Uicov::Console::Message;
+using Uicov::Base::Message;
 using Uicov::Launch::Application;
 
 namespace {
@@ -49,8 +49,7 @@ class TestApplication : public TestLib::TestCase {
         Application application(command);
         const auto problem = application.check(m_extension);
         QVERIFY(problem);
-        QCOMPARE(Uicov::Console::messageName(problem->message),
-                 Uicov::Console::messageName(message));
+        QCOMPARE(Uicov::Base::messageName(problem->message), Uicov::Base::messageName(message));
         QCOMPARE(application.exitCode(), exitCode);
         for (const QString& part : parts) {
             QVERIFY2(problem->text.contains(part), qPrintable(problem->text));

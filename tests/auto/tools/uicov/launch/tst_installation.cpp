@@ -8,7 +8,7 @@
 #include <QTest>
 
 using TestLib::buildC;
-using Uicov::Console::Message;
+using Uicov::Base::Message;
 using Uicov::Launch::Installation;
 
 class TestInstallation : public TestLib::TestCase {

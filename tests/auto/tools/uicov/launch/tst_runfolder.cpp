@@ -9,7 +9,7 @@
 
 #include <unistd.h>
 
-using Uicov::Console::Message;
+using Uicov::Base::Message;
 using Uicov::Launch::RunFolder;
 
 class TestRunFolder : public TestLib::TestCase {
@@ -19,7 +19,7 @@ class TestRunFolder : public TestLib::TestCase {
     QString m_dataFile;
     const QString m_session = QStringLiteral("0a1b2c3d-0000-4000-8000-000000000001");
 
-    std::optional<Uicov::Console::Problem> announce(RunFolder& run) const {
+    std::optional<Uicov::Base::Problem> announce(RunFolder& run) const {
         return run.announce({run.path(), m_session, run.path() + QStringLiteral("/a.uirec"),
                              QStringLiteral("/options.ini")});
     }

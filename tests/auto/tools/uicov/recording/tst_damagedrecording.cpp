@@ -1,9 +1,9 @@
-#include "config/configuration.h"
+#include "coverage/configuration.h"
+#include "coverage/coverageresult.h"
 #include "recording/recordingreader.h"
-#include "report/coverage.h"
 #include "report/jsonreport.h"
+#include "run/runloader.h"
 #include "scratchfile.h"
-#include "store/runloader.h"
 #include "testlib/testcase.h"
 
 #include <QTest>
@@ -11,12 +11,12 @@
 
 #include <zlib.h>
 
-using Uicov::Console::Message;
+using Uicov::Base::Message;
 using Uicov::Recording::Ending;
 using Uicov::Recording::Frame;
 using Uicov::Recording::RecordingReader;
-using Uicov::Store::Run;
-using Uicov::Store::RunLoader;
+using Uicov::Runs::Run;
+using Uicov::Runs::RunLoader;
 using Kind = Uicov::Recording::Ending::Kind;
 
 namespace {
@@ -24,8 +24,8 @@ namespace {
 using RecordingFormat::frameHeaderSize;
 
 QByteArray reportOf(const Run& run) {
-    const Uicov::Config::Configuration configuration;
-    Uicov::Report::Coverage coverage(configuration);
+    const Uicov::Coverage::Configuration configuration;
+    Uicov::Coverage::CoverageResult coverage(configuration);
     coverage.add(run);
     coverage.finish();
     return Uicov::Report::JsonReport(coverage).toBytes();

@@ -9,13 +9,13 @@
 #include <sys/resource.h>
 
 using TestLib::RecordingBuilder;
-using Uicov::Console::Message;
+using Uicov::Base::Message;
 using Uicov::Recording::Ending;
 using Uicov::Recording::Frame;
 using Uicov::Recording::RecordingReader;
 using Kind = Uicov::Recording::Ending::Kind;
 
-Q_DECLARE_METATYPE(Uicov::Console::Message)
+Q_DECLARE_METATYPE(Uicov::Base::Message)
 
 namespace {
 

@@ -1,5 +1,5 @@
 #include "recording/replay.h"
-#include "store/runloader.h"
+#include "run/runloader.h"
 #include "testlib/recordingbuilder.h"
 #include "testlib/testcase.h"
 #include "uiabstraction/elementstream.h"
@@ -9,7 +9,7 @@
 
 using TestLib::RecordingBuilder;
 using Uicov::Recording::Replay;
-using Uicov::Store::RunLoader;
+using Uicov::Runs::RunLoader;
 using Vorsk::UIAbstraction::ElementGeometry;
 using Vorsk::UIAbstraction::StandardType;
 using Vorsk::UIAbstraction::UIElement;

@@ -1,21 +1,21 @@
+#include "coverage/coverageresult.h"
 #include "report/contexttable.h"
-#include "report/coverage.h"
 #include "testlib/randomrun.h"
 #include "testlib/runmaker.h"
 #include "testlib/testcase.h"
 
 #include <QTest>
 
-using Uicov::Config::Configuration;
-using Uicov::Config::Pattern;
-using Uicov::Report::Coverage;
-using Uicov::Report::CoverageTree;
+using Uicov::Coverage::Configuration;
+using Uicov::Coverage::CoverageResult;
+using Uicov::Coverage::CoverageTree;
+using Uicov::Coverage::Pattern;
 namespace ContextTable = Uicov::Report::ContextTable;
 
 class TestContextTable : public TestLib::TestCase {
     Q_OBJECT
 
-    using Runs = std::vector<Uicov::Store::Run>;
+    using Runs = std::vector<Uicov::Runs::Run>;
 
     static CoverageTree::Totals totals(const Configuration& configuration, const Runs& runs,
                                        const QStringList& contexts) {
@@ -23,7 +23,7 @@ class TestContextTable : public TestLib::TestCase {
         for (const QString& context : contexts) {
             patterns.append(Pattern(context));
         }
-        Coverage coverage(configuration, patterns);
+        CoverageResult coverage(configuration, patterns);
         for (const auto& run : runs) {
             coverage.add(run);
         }
@@ -62,7 +62,7 @@ private Q_SLOTS:
             configuration.criteria.insert(QStringLiteral("Button"),
                                           {QStringLiteral("clicked"), QStringLiteral("checked")});
         }
-        Coverage coverage(configuration);
+        CoverageResult coverage(configuration);
         for (const auto& run : runs) {
             coverage.add(run);
         }
@@ -94,7 +94,7 @@ private Q_SLOTS:
         maker.element(dialog).hits.clear();
         maker.hit(dialog, "shown", 1, QStringLiteral("opens"));
         const Configuration configuration;
-        Coverage coverage(configuration);
+        CoverageResult coverage(configuration);
         coverage.add(maker.run);
         coverage.finish();
         QCOMPARE(rows(ContextTable::toString(coverage.tree())).at(1),
@@ -104,7 +104,7 @@ private Q_SLOTS:
 
     void namesAreDataInMarkdown() {
         const Configuration configuration;
-        Coverage coverage(configuration);
+        CoverageResult coverage(configuration);
         coverage.add(TestLib::hostileRun());
         coverage.finish();
         const QString text = ContextTable::toMarkdown(coverage.tree());

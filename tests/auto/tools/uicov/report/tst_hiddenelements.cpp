@@ -10,7 +10,7 @@ using Uicov::Report::HiddenElements;
 class TestHiddenElements : public TestLib::TestCase {
     Q_OBJECT
 
-    static QString found(const QString& part, const Uicov::Store::Run& run) {
+    static QString found(const QString& part, const Uicov::Runs::Run& run) {
         HiddenElements hidden(part);
         hidden.look(run);
         return hidden.toString();

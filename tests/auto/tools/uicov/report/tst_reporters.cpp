@@ -1,9 +1,9 @@
+#include "coverage/comparison.h"
+#include "coverage/gatekeeper.h"
 #include "report/badge.h"
-#include "report/comparison.h"
 #include "report/contexttable.h"
 #include "report/diffreport.h"
 #include "report/explanation.h"
-#include "report/gatekeeper.h"
 #include "report/jsonreport.h"
 #include "report/junitreport.h"
 #include "report/markdownreport.h"
@@ -16,19 +16,19 @@
 #include <QTest>
 #include <QXmlStreamReader>
 
-using Uicov::Config::Configuration;
-using Uicov::Config::IgnoreRule;
-using Uicov::Config::Pattern;
-using Uicov::Report::Coverage;
+using Uicov::Coverage::Configuration;
+using Uicov::Coverage::CoverageResult;
+using Uicov::Coverage::IgnoreRule;
+using Uicov::Coverage::Pattern;
 
 class TestReporters : public TestLib::TestCase {
     Q_OBJECT
 
     Configuration m_configuration;
-    std::unique_ptr<Coverage> m_coverage;
+    std::unique_ptr<CoverageResult> m_coverage;
 
     void read(bool isHostile) {
-        m_coverage = std::make_unique<Coverage>(m_configuration);
+        m_coverage = std::make_unique<CoverageResult>(m_configuration);
         if (isHostile) {
             m_coverage->add(TestLib::hostileRun());
         } else {
@@ -40,8 +40,8 @@ class TestReporters : public TestLib::TestCase {
         m_coverage->finish();
     }
 
-    QVector<Uicov::Report::GateResult> gates() const {
-        return Uicov::Report::Gatekeeper::judge(*m_coverage, m_configuration.gates, 1);
+    QVector<Uicov::Coverage::GateResult> gates() const {
+        return Uicov::Coverage::Gatekeeper::judge(*m_coverage, m_configuration.gates, 1);
     }
 
     /** What each reporter makes of the runs. */
@@ -82,10 +82,10 @@ class TestReporters : public TestLib::TestCase {
             explanation.look(TestLib::hostileRun());
             return explanation.toString().toUtf8();
         }
-        Coverage base(m_configuration);
+        CoverageResult base(m_configuration);
         base.add(TestLib::panelRun(3));
         base.finish();
-        const Uicov::Report::Comparison comparison(base, *m_coverage);
+        const Uicov::Coverage::Comparison comparison(base, *m_coverage);
         const Uicov::Report::DiffReport report(comparison);
         if (reporter == QLatin1String("diff.txt")) {
             return report.toText().toUtf8();

@@ -1,13 +1,13 @@
-#include "console/displaytext.h"
+#include "base/displaytext.h"
 #include "report/textreport.h"
 #include "testlib/testcase.h"
 
 #include <QTest>
 
-using Uicov::Identity::ElementKey;
-using Uicov::Report::CoverageTree;
-using Uicov::Report::Events;
+using Uicov::Coverage::CoverageTree;
+using Uicov::Coverage::Events;
 using Uicov::Report::TextReport;
+using Uicov::Runs::ElementKey;
 
 namespace {
 
@@ -134,8 +134,8 @@ private Q_SLOTS:
         report.setListsMissed(true);
         const QStringList lines = report.toString().split(QLatin1Char('\n'));
         QVERIFY(lines.at(2).contains(QChar(0x2026)));
-        QVERIFY(Uicov::Console::DisplayText::width(lines.at(2)) < 110);
-        QVERIFY(Uicov::Console::DisplayText::width(lines.at(3)) < 110);
+        QVERIFY(Uicov::Base::DisplayText::width(lines.at(2)) < 110);
+        QVERIFY(Uicov::Base::DisplayText::width(lines.at(3)) < 110);
     }
 
     void aWidthLimitsTheListedElements() {
@@ -145,7 +145,7 @@ private Q_SLOTS:
         report.setListsMissed(true);
         report.setWidth(30);
         const QStringList lines = report.toString().split(QLatin1Char('\n'));
-        QCOMPARE(Uicov::Console::DisplayText::width(lines.at(3)), 30);
+        QCOMPARE(Uicov::Base::DisplayText::width(lines.at(3)), 30);
     }
 
     void deepPathsLoseTheirMiddle() {

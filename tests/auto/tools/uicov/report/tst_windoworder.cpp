@@ -3,8 +3,8 @@
 
 #include <QTest>
 
-using Uicov::Report::CoverageTree;
-using Uicov::Report::Events;
+using Uicov::Coverage::CoverageTree;
+using Uicov::Coverage::Events;
 namespace WindowOrder = Uicov::Report::WindowOrder;
 
 class TestWindowOrder : public TestLib::TestCase {

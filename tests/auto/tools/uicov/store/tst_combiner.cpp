@@ -11,10 +11,10 @@
 using TestLib::printed;
 using TestLib::randomRun;
 using TestLib::RecordingBuilder;
-using Uicov::Console::Message;
+using Uicov::Base::Message;
+using Uicov::Runs::Run;
 using Uicov::Store::Combiner;
 using Uicov::Store::DataFile;
-using Uicov::Store::Run;
 using Uicov::Store::Sql;
 
 class TestCombiner : public TestLib::TestCase {

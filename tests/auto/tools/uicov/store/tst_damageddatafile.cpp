@@ -5,12 +5,12 @@
 #include <QTest>
 
 using TestLib::randomRun;
-using Uicov::Console::Message;
+using Uicov::Base::Message;
+using Uicov::Runs::Run;
 using Uicov::Store::DataFile;
-using Uicov::Store::Run;
 using Uicov::Store::Sql;
 
-Q_DECLARE_METATYPE(Uicov::Console::Message)
+Q_DECLARE_METATYPE(Uicov::Base::Message)
 
 /** What cannot be used as a data file, or not whole. */
 class TestDamagedDataFile : public TestLib::DataFileTest {

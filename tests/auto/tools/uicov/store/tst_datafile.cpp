@@ -7,9 +7,9 @@
 
 using TestLib::printed;
 using TestLib::randomRun;
-using Uicov::Console::Message;
+using Uicov::Base::Message;
+using Uicov::Runs::Run;
 using Uicov::Store::DataFile;
-using Uicov::Store::Run;
 using Uicov::Store::Sql;
 
 class TestDataFile : public TestLib::DataFileTest {

@@ -7,10 +7,10 @@
 #include <QTest>
 
 using TestLib::randomRun;
-using Uicov::Console::Message;
+using Uicov::Base::Message;
+using Uicov::Runs::Run;
 using Uicov::Store::DataFile;
 using Uicov::Store::DataFileWriter;
-using Uicov::Store::Run;
 using Uicov::Store::Sql;
 using Mode = Uicov::Store::DataFileWriter::Mode;
 

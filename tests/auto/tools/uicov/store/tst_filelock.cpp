@@ -15,7 +15,7 @@
 #include <unistd.h>
 
 using TestLib::StderrCapture;
-using Uicov::Console::Message;
+using Uicov::Base::Message;
 using Uicov::Store::FileLock;
 
 class TestFileLock : public TestLib::TestCase {
@@ -24,6 +24,7 @@ class TestFileLock : public TestLib::TestCase {
     QTemporaryDir m_folder;
     QString m_path = m_folder.filePath(QStringLiteral("x.uicov"));
     Uicov::Console::Terminal m_terminal;
+    FileLock::Teller m_tell = [this](const QString& text) { m_terminal.note(text); };
 
     /** A process that holds the lock from now on until a byte comes, or it is killed. */
     pid_t holdElsewhere(int& release) {
@@ -36,7 +37,7 @@ class TestFileLock : public TestLib::TestCase {
         if (child == 0) {
             ::close(go[1]); // so that the parent's end is seen, too
             FileLock lock;
-            char byte = lock.acquire(m_path, m_terminal) ? 'n' : 'y';
+            char byte = lock.acquire(m_path, m_tell) ? 'n' : 'y';
             if (::write(ready[1], &byte, 1) == 1 && ::read(go[0], &byte, 1) >= 0) {
                 lock.release();
             }
@@ -54,12 +55,12 @@ class TestFileLock : public TestLib::TestCase {
 private Q_SLOTS:
     void theLockFileIsThereWhileItIsHeld() {
         FileLock lock;
-        QVERIFY(!lock.acquire(m_path, m_terminal));
+        QVERIFY(!lock.acquire(m_path, m_tell));
         QVERIFY(QFile::exists(FileLock::lockFileOf(m_path)));
         lock.release();
         QVERIFY(QDir(m_folder.path()).isEmpty());
         lock.release(); // nothing is held
-        QVERIFY(!lock.acquire(m_path, m_terminal));
+        QVERIFY(!lock.acquire(m_path, m_tell));
     }
 
     void theSecondIsRefusedAndSaysForWhomItWaited() {
@@ -68,7 +69,7 @@ private Q_SLOTS:
         QVERIFY(holder > 0);
         FileLock lock;
         StderrCapture capture;
-        const auto problem = lock.acquire(m_path, m_terminal, 0);
+        const auto problem = lock.acquire(m_path, m_tell, 0);
         QCOMPARE(capture.take(), QByteArray());
         QVERIFY(problem);
         QCOMPARE(problem->message, Message::DataFileBusy);
@@ -87,7 +88,7 @@ private Q_SLOTS:
             ::close(release); // whose other end waits for all to close it
             StderrCapture quiet;
             FileLock lock;
-            ::_exit(lock.acquire(m_path, m_terminal) ? 1 : 0);
+            ::_exit(lock.acquire(m_path, m_tell) ? 1 : 0);
         }
         // It cannot have ended: the lock is held.
         int status = -1;
@@ -107,13 +108,13 @@ private Q_SLOTS:
         ::close(release);
         QVERIFY(QFile::exists(FileLock::lockFileOf(m_path)));
         FileLock lock;
-        QVERIFY(!lock.acquire(m_path, m_terminal, 0));
+        QVERIFY(!lock.acquire(m_path, m_tell, 0));
     }
 
     void aFolderThatCannotBeWrittenIsAProblem() {
         FileLock lock;
         const auto problem =
-            lock.acquire(m_folder.filePath(QStringLiteral("none/x.uicov")), m_terminal, 0);
+            lock.acquire(m_folder.filePath(QStringLiteral("none/x.uicov")), m_tell, 0);
         QVERIFY(problem);
         QCOMPARE(problem->message, Message::OutputNotWritable);
     }
@@ -122,7 +123,7 @@ private Q_SLOTS:
         QVERIFY(QFile::link(m_folder.filePath(QStringLiteral("elsewhere")),
                             FileLock::lockFileOf(m_path)));
         FileLock lock;
-        QVERIFY(lock.acquire(m_path, m_terminal, 0));
+        QVERIFY(lock.acquire(m_path, m_tell, 0));
         QVERIFY(!QFile::exists(m_folder.filePath(QStringLiteral("elsewhere"))));
         QVERIFY(QFile::remove(FileLock::lockFileOf(m_path)));
     }
@@ -136,7 +137,7 @@ private Q_SLOTS:
         const pid_t holder = holdElsewhere(release);
         QVERIFY(holder > 0);
         FileLock lock;
-        const auto problem = lock.acquire(link, m_terminal, 0);
+        const auto problem = lock.acquire(link, m_tell, 0);
         QVERIFY(problem);
         QCOMPARE(problem->message, Message::DataFileBusy);
         ::close(release);
@@ -155,7 +156,7 @@ private Q_SLOTS:
                 for (int round = 0; round < 20; ++round) {
                     FileLock lock;
                     StderrCapture quiet;
-                    failures += lock.acquire(m_path, m_terminal) ? 1 : 0;
+                    failures += lock.acquire(m_path, m_tell) ? 1 : 0;
                     // Fails when another is inside.
                     failures += ::mkdir(QFile::encodeName(busy).constData(), 0700) != 0 ? 1 : 0;
                     failures += ::rmdir(QFile::encodeName(busy).constData()) != 0 ? 1 : 0;

@@ -9,8 +9,8 @@
 #include <limits>
 
 using TestLib::randomRun;
-using Uicov::Store::Run;
-using Uicov::Store::RunElement;
+using Uicov::Runs::Run;
+using Uicov::Runs::RunElement;
 using Uicov::Store::RunRank;
 
 class TestRunRank : public TestLib::TestCase {
@@ -65,7 +65,7 @@ private Q_SLOTS:
                        << e.isSubgraphTransparent << e.isWindowNode << e.parent << e.children
                        << e.events << e.hits.size() << e.place.has_value()
                        << e.place.value_or(QRect()) << e.picture;
-                for (const Uicov::Store::Hit& hit : e.hits) {
+                for (const Uicov::Runs::Hit& hit : e.hits) {
                     stream << hit.event << hit.context << hit.count;
                 }
             }

@@ -1,17 +1,17 @@
-#include "report/coveragecollector.h"
+#include "coverage/coveragecollector.h"
 #include "report/html/appearances.h"
-#include "store/run.h"
+#include "run/run.h"
 #include "testlib/testcase.h"
 
 #include <QBuffer>
 #include <QImage>
 #include <QTest>
 
-using Uicov::Report::CoverageCollector;
-using Uicov::Report::CoverageTree;
+using Uicov::Coverage::CoverageCollector;
+using Uicov::Coverage::CoverageTree;
 using Uicov::Report::Html::Appearances;
-using Uicov::Store::Run;
-using Uicov::Store::RunElement;
+using Uicov::Runs::Run;
+using Uicov::Runs::RunElement;
 
 namespace {
 

@@ -1,7 +1,7 @@
-#include "report/coverage.h"
+#include "coverage/coverageresult.h"
 #include "report/html/appearances.h"
 #include "report/html/pagemodelbuilder.h"
-#include "store/run.h"
+#include "run/run.h"
 #include "testlib/testcase.h"
 
 #include <QBuffer>
@@ -9,16 +9,16 @@
 #include <QPainter>
 #include <QTest>
 
-using Uicov::Config::Configuration;
-using Uicov::Config::IgnoreRule;
-using Uicov::Config::Pattern;
-using Uicov::Report::Coverage;
-using Uicov::Report::State;
+using Uicov::Coverage::Configuration;
+using Uicov::Coverage::CoverageResult;
+using Uicov::Coverage::IgnoreRule;
+using Uicov::Coverage::Pattern;
+using Uicov::Coverage::State;
 using Uicov::Report::Html::Appearances;
 using Uicov::Report::Html::PageModel;
 using Uicov::Report::Html::PageModelBuilder;
-using Uicov::Store::Run;
-using Uicov::Store::RunElement;
+using Uicov::Runs::Run;
+using Uicov::Runs::RunElement;
 using Apart = PageModel::Apart;
 
 namespace {
@@ -79,7 +79,7 @@ struct RunMaker {
 };
 
 PageModel modelOf(const QVector<Run>& runs, const Configuration& configuration = {}) {
-    Coverage coverage(configuration);
+    CoverageResult coverage(configuration);
     Appearances appearances;
     for (const Run& run : runs) {
         coverage.add(run);

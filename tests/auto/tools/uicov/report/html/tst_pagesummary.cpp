@@ -1,19 +1,19 @@
 #include "report/html/pagesummary.h"
-#include "store/run.h"
+#include "run/run.h"
 #include "testlib/runmaker.h"
 #include "testlib/testcase.h"
 
 #include <QTest>
 
-using Uicov::Config::Configuration;
-using Uicov::Config::IgnoreRule;
-using Uicov::Config::Pattern;
-using Uicov::Report::Coverage;
-using Uicov::Report::GateResult;
+using Uicov::Coverage::Configuration;
+using Uicov::Coverage::CoverageResult;
+using Uicov::Coverage::GateResult;
+using Uicov::Coverage::IgnoreRule;
+using Uicov::Coverage::Pattern;
 using Uicov::Report::Html::PageModel;
 using Uicov::Report::Html::PageSummary;
 using Uicov::Report::Html::RunHistory;
-using Uicov::Store::Run;
+using Uicov::Runs::Run;
 
 namespace {
 
@@ -36,7 +36,7 @@ class TestPageSummary : public TestLib::TestCase {
     /** Of those runs, under the rules that the test has set. */
     PageModel modelOf(const QVector<Run>& runs, const char* title = "",
                       int skippedFiles = 0) const {
-        Coverage coverage(m_configuration, m_contexts);
+        CoverageResult coverage(m_configuration, m_contexts);
         RunHistory history;
         for (const Run& one : runs) {
             coverage.add(one);

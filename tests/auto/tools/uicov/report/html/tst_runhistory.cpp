@@ -1,16 +1,16 @@
 #include "report/html/runhistory.h"
-#include "store/run.h"
+#include "run/run.h"
 #include "testlib/testcase.h"
 
 #include <QTest>
 
-using Uicov::Config::Configuration;
-using Uicov::Config::IgnoreRule;
-using Uicov::Config::Pattern;
-using Uicov::Report::Coverage;
+using Uicov::Coverage::Configuration;
+using Uicov::Coverage::CoverageResult;
+using Uicov::Coverage::IgnoreRule;
+using Uicov::Coverage::Pattern;
 using Uicov::Report::Html::RunHistory;
-using Uicov::Store::Run;
-using Uicov::Store::RunElement;
+using Uicov::Runs::Run;
+using Uicov::Runs::RunElement;
 
 namespace {
 
@@ -41,7 +41,7 @@ Run run(const QStringList& clicked) {
 
 RunHistory historyOf(const QVector<Run>& runs, const Configuration& configuration = {},
                      const QVector<Pattern>& contexts = {}) {
-    Coverage coverage(configuration, contexts);
+    CoverageResult coverage(configuration, contexts);
     RunHistory history;
     for (const Run& one : runs) {
         coverage.add(one);

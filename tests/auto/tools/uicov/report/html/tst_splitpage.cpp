@@ -6,7 +6,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-using Uicov::Console::Message;
+using Uicov::Base::Message;
 using Uicov::Report::Html::PageModel;
 using Uicov::Report::Html::SplitPage;
 

@@ -1,0 +1,29 @@
+#include "base/percentage.h"
+
+#include <cmath>
+
+namespace Uicov::Base {
+
+double Percentage::exact(int part, int whole) {
+    constexpr double all = 100;
+    return whole == 0 ? all : all * part / whole;
+}
+
+QString Percentage::number(int part, int whole, int digits) {
+    constexpr double all = 100;
+    const double step = std::pow(10, -digits);
+    const double rounded = std::round(exact(part, whole) / step) * step;
+    if (rounded <= 0 && part > 0) {
+        return QString::number(step, 'f', digits);
+    }
+    if (rounded >= all && part < whole) {
+        return QString::number(all - step, 'f', digits);
+    }
+    return QString::number(rounded, 'f', digits);
+}
+
+QString Percentage::text(int part, int whole, int digits) {
+    return whole == 0 ? QStringLiteral("-") : number(part, whole, digits) + QLatin1Char('%');
+}
+
+} // namespace Uicov::Base

@@ -1,0 +1,118 @@
+#include "commands/cli/inputs.h"
+
+#include "console/progress.h"
+#include "console/terminal.h"
+#include "run/runloader.h"
+#include "store/combiner.h"
+#include "store/datafile.h"
+
+namespace Uicov::Commands::Cli {
+
+using Base::Message;
+using Base::Problem;
+using Runs::Run;
+using Runs::RunLoader;
+using Store::Combiner;
+using Store::DataFile;
+using Store::Sql;
+
+Inputs::Inputs() = default;
+Inputs::~Inputs() = default;
+
+bool Inputs::add(const QStringList& paths, Console::Terminal& terminal) {
+    const bool isAdded =
+        paths.size() == 1 ? addOnly(paths.first(), terminal) : addSeveral(paths, terminal);
+    return isAdded && m_readFiles > 0;
+}
+
+/** One file needs no place of its own for its runs. */
+bool Inputs::addOnly(const QString& path, Console::Terminal& terminal) {
+    std::optional<Problem> problem;
+    if (DataFile::looksLikeDataFile(path)) {
+        m_file = std::make_unique<DataFile>();
+        problem = m_file->open(path, Sql::Access::Read);
+    } else {
+        RunLoader loader(path);
+        loader.setTakesPictures(m_takesPictures);
+        problem = loader.load();
+        if (!problem) {
+            warn(loader.problems(), terminal);
+            m_run = loader.run();
+        }
+    }
+    if (problem) {
+        m_file.reset();
+        terminal.error(*problem);
+        ++m_skippedFiles;
+        return false;
+    }
+    ++m_readFiles;
+    return true;
+}
+
+bool Inputs::addSeveral(const QStringList& paths, Console::Terminal& terminal) {
+    m_folder = std::make_unique<QTemporaryDir>();
+    m_file = std::make_unique<DataFile>();
+    if (auto problem = m_file->create(m_folder->filePath(QStringLiteral("inputs")))) {
+        terminal.error({Message::SetupFailed,
+                        QStringLiteral("the inputs cannot be put together in the temporary "
+                                       "folder: ") +
+                            problem->text});
+        return false;
+    }
+    Combiner combiner(*m_file);
+    combiner.setTakesPictures(m_takesPictures);
+    Console::Progress progress(terminal, QStringLiteral("reading"), QStringLiteral("files"),
+                               paths.size());
+    for (const QString& path : paths) {
+        progress.advance();
+        if (const auto problem = combiner.add(path)) {
+            terminal.error(*problem);
+            if (combiner.failure()) {
+                return false;
+            }
+            ++m_skippedFiles;
+            continue;
+        }
+        ++m_readFiles;
+        warn(combiner.warnings(), terminal);
+    }
+    if (auto problem = m_file->commit()) {
+        terminal.error(*problem);
+        return false;
+    }
+    return true;
+}
+
+void Inputs::warn(const QVector<Problem>& problems, Console::Terminal& terminal) {
+    for (const Problem& problem : problems) {
+        terminal.warning(problem);
+    }
+}
+
+bool Inputs::forEach(const std::function<void(const Run&)>& visitor,
+                     Console::Terminal& terminal) const {
+    if (m_run) {
+        visitor(*m_run);
+        return true;
+    }
+    if (!m_file) {
+        return true;
+    }
+    const auto pictures = m_takesPictures ? DataFile::Pictures::Load : DataFile::Pictures::Leave;
+    const QStringList uuids = m_file->runs();
+    Console::Progress progress(terminal, QStringLiteral("reading"), QStringLiteral("runs"),
+                               uuids.size());
+    for (const QString& uuid : uuids) {
+        progress.advance();
+        Run run;
+        if (const auto problem = m_file->read(uuid, pictures, run)) {
+            terminal.error(*problem);
+            return false;
+        }
+        visitor(run);
+    }
+    return true;
+}
+
+} // namespace Uicov::Commands::Cli

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "base/message.h"
+#include "run/run.h"
+
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace Uicov::Console {
+class Terminal;
+}
+
+namespace Uicov::Store {
+class DataFile;
+}
+
+namespace Uicov::Commands::Cli {
+
+/**
+ * The files that a verb reads, recordings and data files alike, as the runs in them. Each run comes
+ * once however many files hold it, then in its most complete form, and in an order that does not
+ * depend on that of the files. Nothing is ever written to the files.
+ */
+class Inputs {
+public:
+    Inputs();
+    ~Inputs();
+
+    /** To be called before add(): fills Run::pictures, which takes time and memory. */
+    void setTakesPictures(bool takes) { m_takesPictures = takes; }
+
+    /**
+     * Takes in all that can be read of the files. One that cannot be used is reported as an error,
+     * named and skipped; one with something wrong in it is reported as a warning.
+     * @return false when none of them could be used
+     */
+    bool add(const QStringList& paths, Console::Terminal& terminal);
+
+    /**
+     * Calls the visitor for each run, by application, start and UUID.
+     * @return false when a run could not be read, which has been reported then
+     */
+    bool forEach(const std::function<void(const Runs::Run&)>& visitor,
+                 Console::Terminal& terminal) const;
+
+    int readFiles() const { return m_readFiles; }
+    int skippedFiles() const { return m_skippedFiles; }
+
+private:
+    bool addOnly(const QString& path, Console::Terminal& terminal);
+    bool addSeveral(const QStringList& paths, Console::Terminal& terminal);
+    static void warn(const QVector<Base::Problem>& problems, Console::Terminal& terminal);
+
+    bool m_takesPictures = false;
+    int m_readFiles = 0;
+    int m_skippedFiles = 0;
+    // Either the one run that there is, or a data file with all of them.
+    std::optional<Runs::Run> m_run;
+    std::unique_ptr<Store::DataFile> m_file;
+    std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+} // namespace Uicov::Commands::Cli

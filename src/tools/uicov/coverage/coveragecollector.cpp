@@ -1,0 +1,50 @@
+#include "coverage/coveragecollector.h"
+
+#include "run/run.h"
+
+#include <algorithm>
+
+namespace Uicov::Coverage {
+
+using Runs::KeyWalk;
+using Runs::RunElement;
+
+CoverageCollector::CoverageCollector(CoverageTree& tree)
+    : m_tree(tree) {}
+
+void CoverageCollector::collect(const Runs::Run& run) {
+    QVector<int> contexts;
+    for (const QString& name : run.contexts) {
+        contexts.append(isWanted(name) ? m_tree.context(name) : -1);
+    }
+    std::vector<int> nodes;
+    QStringList structureKeys;
+    const std::vector<KeyWalk::Place> places = KeyWalk(run, m_labelRule).places();
+    for (const KeyWalk::Place& place : places) {
+        const bool isWindow = place.above < 0;
+        structureKeys.append(isWindow
+                                 ? place.structure.toKey()
+                                 : structureKeys.at(place.above) + Runs::ElementKey::separator() +
+                                       place.structure.toKey());
+        const int node =
+            isWindow ? m_tree.window(place.step, run.application)
+                     : m_tree.child(nodes[static_cast<std::size_t>(place.above)], place.step);
+        nodes.push_back(node);
+        const RunElement& element = run.element(place.element);
+        m_tree.describe(node, element, structureKeys.last());
+        if (!isWindow && KeyWalk::isMenu(element)) {
+            m_tree.noteMenu(node, !element.isTransparentNode);
+        }
+        if (CoverageRules::isCountable(element)) {
+            m_tree.count(node, CoverageRules::eventsOf(element, contexts));
+        }
+    }
+}
+
+bool CoverageCollector::isWanted(const QString& context) const {
+    return m_contexts.isEmpty() ||
+           std::any_of(m_contexts.cbegin(), m_contexts.cend(),
+                       [&](const Pattern& pattern) { return pattern.matches(context); });
+}
+
+} // namespace Uicov::Coverage

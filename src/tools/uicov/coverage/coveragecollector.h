@@ -1,0 +1,40 @@
+#pragma once
+
+#include "coverage/coveragetree.h"
+#include "coverage/pattern.h"
+#include "run/keywalk.h"
+
+#include <QVector>
+
+namespace Uicov::Runs {
+struct Run;
+}
+
+namespace Uicov::Coverage {
+
+/**
+ * Adds what runs show to a coverage tree: finds the windows, and below each the elements that
+ * count, each once however many parents list it.
+ */
+class CoverageCollector {
+public:
+    /** @param tree what is added to; not owned, outlives this */
+    explicit CoverageCollector(CoverageTree& tree);
+
+    /** Applied to every label; none leaves them as they are. */
+    void setLabelRule(const Runs::KeyWalk::LabelRule& rule) { m_labelRule = rule; }
+    /** Only what happened in contexts that one of them matches counts; none means all. */
+    void setContexts(const QVector<Pattern>& patterns) { m_contexts = patterns; }
+
+    void collect(const Runs::Run& run);
+
+    /** Whether what happens in the context counts. */
+    bool isWanted(const QString& context) const;
+
+private:
+    CoverageTree& m_tree;
+    Runs::KeyWalk::LabelRule m_labelRule;
+    QVector<Pattern> m_contexts;
+};
+
+} // namespace Uicov::Coverage

@@ -1,0 +1,142 @@
+#include "coverage/coverageresult.h"
+
+#include "base/spelling.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace Uicov::Coverage {
+
+CoverageResult::CoverageResult(const Configuration& configuration, const QVector<Pattern>& contexts)
+    : m_configuration(configuration)
+    , m_contextPatterns(contexts)
+    , m_collector(m_tree) {
+    m_tree.setCriteria(configuration.criteria);
+    m_collector.setContexts(contexts);
+    m_collector.setLabelRule(labelRule());
+}
+
+Runs::KeyWalk::LabelRule CoverageResult::labelRule() const {
+    if (m_configuration.labelRules.isEmpty()) {
+        return {};
+    }
+    return [&configuration = m_configuration](const QString& label) {
+        return configuration.appliedTo(label);
+    };
+}
+
+void CoverageResult::add(const Runs::Run& run) {
+    m_collector.collect(run);
+    Runs::Run attributes = run;
+    attributes.elements.clear();
+    attributes.pictures.clear();
+    m_runs.push_back(std::move(attributes));
+}
+
+void CoverageResult::finish() {
+    m_ruleUses.fill(RuleUse(), m_configuration.ignoreRules.size());
+    if (m_configuration.ignoreRules.isEmpty()) {
+        return;
+    }
+    const QList<int> windows = m_tree.windows();
+    for (const int window : windows) {
+        for (const int node : m_tree.nodesOf(window)) {
+            const int rule = m_tree.node(node).isCountable ? ruleFor(node) : -1;
+            if (rule >= 0) {
+                ++m_ruleUses[rule].elements;
+                m_ruleUses[rule].usedElements += m_tree.stateOf(node) == State::Used ? 1 : 0;
+                m_tree.ignore(node, rule);
+            }
+        }
+    }
+}
+
+bool CoverageResult::matchesWindow(const Pattern& pattern, const Runs::ElementKey::Step& window) {
+    return pattern.matches(window.toString()) ||
+           (!window.label.isEmpty() && pattern.matches(window.label)) ||
+           (!window.className.isEmpty() && pattern.matches(window.className));
+}
+
+int CoverageResult::ruleFor(int node) const {
+    const CoverageTree::Node& element = m_tree.node(node);
+    const QString key = m_tree.keyOf(node).toKey();
+    const auto fits = [&](const IgnoreRule& rule) {
+        return (!rule.key.isSet() || rule.key.matches(key)) &&
+               (!rule.window.isSet() ||
+                matchesWindow(rule.window, m_tree.node(m_tree.windowOf(node)).step)) &&
+               (!rule.type.isSet() || rule.type.matches(element.type)) &&
+               (!rule.className.isSet() || rule.className.matches(element.className) ||
+                rule.className.matches(Runs::ElementKey::normalisedClass(element.className))) &&
+               (!rule.text.isSet() || rule.text.matches(element.text) ||
+                rule.text.matches(Runs::ElementKey::normalisedLabel(element.text)));
+    };
+    const QVector<IgnoreRule>& rules = m_configuration.ignoreRules;
+    const auto it = std::find_if(rules.cbegin(), rules.cend(), fits);
+    return it == rules.cend() ? -1 : static_cast<int>(it - rules.cbegin());
+}
+
+QVector<CoverageResult::UnusedCriterion> CoverageResult::unusedCriteria() const {
+    QMap<QString, QStringList> eventsOfTypes;
+    const QList<int> windows = m_tree.windows();
+    for (const int window : windows) {
+        for (const int node : m_tree.nodesOf(window)) {
+            const CoverageTree::Node& element = m_tree.node(node);
+            if (m_tree.counts(node)) {
+                QStringList& events = eventsOfTypes[element.type];
+                for (auto it = element.events.cbegin(); it != element.events.cend(); ++it) {
+                    if (!it->isNeverCounted && !events.contains(it.key())) {
+                        events.append(it.key());
+                    }
+                }
+            }
+        }
+    }
+    QVector<UnusedCriterion> unused;
+    const QMap<QString, QStringList>& criteria = m_configuration.criteria;
+    for (auto it = criteria.cbegin(); it != criteria.cend(); ++it) {
+        const auto events = eventsOfTypes.constFind(it.key());
+        if (events == eventsOfTypes.cend()) {
+            unused.append(
+                {it.key(), QString(), Base::Spelling::nearest(it.key(), eventsOfTypes.keys())});
+            continue;
+        }
+        for (const QString& event : it.value()) {
+            if (!events->contains(event)) {
+                unused.append({it.key(), event, Base::Spelling::nearest(event, *events)});
+            }
+        }
+    }
+    return unused;
+}
+
+int CoverageResult::partialRuns() const {
+    return static_cast<int>(std::count_if(m_runs.cbegin(), m_runs.cend(),
+                                          [](const Runs::Run& run) { return !run.isComplete; }));
+}
+
+qint64 CoverageResult::picturesLeftOut() const {
+    return std::accumulate(
+        m_runs.cbegin(), m_runs.cend(), qint64{0},
+        [](qint64 sum, const Runs::Run& run) { return sum + run.picturesLeftOut(); });
+}
+
+QString CoverageResult::picturesNote() const {
+    const qint64 pictures = picturesLeftOut();
+    return pictures == 0 ? QString()
+                         : QStringLiteral("Pictures left out because a recording reached its size "
+                                          "limit: %1; the numbers do not depend on them.")
+                               .arg(pictures);
+}
+
+QMap<QString, qint64> CoverageResult::warnings() const {
+    QMap<QString, qint64> warnings;
+    for (const Runs::Run& run : m_runs) {
+        for (auto it = run.warnings.cbegin(); it != run.warnings.cend(); ++it) {
+            warnings[it.key()] += it.value();
+        }
+    }
+    warnings.remove(Runs::Run::picturesLeftOutLine());
+    return warnings;
+}
+
+} // namespace Uicov::Coverage

@@ -1,0 +1,90 @@
+#pragma once
+
+#include "coverage/configuration.h"
+#include "coverage/coveragecollector.h"
+#include "coverage/coveragetree.h"
+#include "run/run.h"
+
+#include <QMap>
+#include <QString>
+#include <QVector>
+
+#include <vector>
+
+namespace Uicov::Coverage {
+
+/**
+ * All that a report can tell: what was used of which application, and by which runs, under the
+ * rules of a configuration. Add the runs, then finish() once.
+ */
+class CoverageResult {
+public:
+    /** What an ignore rule did. */
+    struct RuleUse {
+        /** Elements that it leaves out. */
+        int elements = 0;
+        /** Those of them that were used. */
+        int usedElements = 0;
+    };
+
+    /** What a configuration asks of a type that no element can show. */
+    struct UnusedCriterion {
+        QString type;
+        /** Null when no element that counts is of the type. */
+        QString event;
+        /** What there is that is spelt most alike; null when there is nothing. */
+        QString nearest;
+    };
+
+    /**
+     * @param configuration outlives this
+     * @param contexts      only what happened in these counts; none means all
+     */
+    explicit CoverageResult(const Configuration& configuration,
+                            const QVector<Pattern>& contexts = {});
+
+    CoverageResult(const CoverageResult&) = delete;
+    CoverageResult& operator=(const CoverageResult&) = delete;
+
+    void add(const Runs::Run& run);
+    /** Applies the ignore rules to all that was added. */
+    void finish();
+
+    const CoverageTree& tree() const { return m_tree; }
+    const Configuration& configuration() const { return m_configuration; }
+    /** What becomes of labels before they are compared; nothing when there is no rule. */
+    Runs::KeyWalk::LabelRule labelRule() const;
+    /** In the order in which they were added; without elements and pictures. */
+    const std::vector<Runs::Run>& runs() const { return m_runs; }
+    int partialRuns() const;
+    /** Of all runs. */
+    qint64 picturesLeftOut() const;
+    /** A sentence for people that says how many and why; empty when there are none. */
+    QString picturesNote() const;
+    /** Of all runs, equal lines folded; without the pictures that were left out. */
+    QMap<QString, qint64> warnings() const;
+    /** By number of the ignore rule. */
+    const QVector<RuleUse>& ruleUses() const { return m_ruleUses; }
+
+    /** Criteria that change nothing, in the order of their types. */
+    QVector<UnusedCriterion> unusedCriteria() const;
+
+    /** What happens in contexts that one of them matches counts; none means all. */
+    const QVector<Pattern>& contextPatterns() const { return m_contextPatterns; }
+    bool countsContext(const QString& name) const { return m_collector.isWanted(name); }
+
+    /** Whether the pattern means that window: by its step, its label or its class. */
+    static bool matchesWindow(const Pattern& pattern, const Runs::ElementKey::Step& window);
+
+private:
+    int ruleFor(int node) const;
+
+    const Configuration& m_configuration;
+    QVector<Pattern> m_contextPatterns;
+    CoverageTree m_tree;
+    CoverageCollector m_collector;
+    std::vector<Runs::Run> m_runs;
+    QVector<RuleUse> m_ruleUses;
+};
+
+} // namespace Uicov::Coverage

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "coverage/configuration.h"
+
+#include <QString>
+#include <QVector>
+
+namespace Uicov::Coverage {
+
+class CoverageResult;
+
+/** One condition that was asked for, and whether it holds. */
+struct GateResult {
+    /** What was asked for, as on the command line. */
+    QString name;
+    /** What is, as a sentence that can stand behind a colon. */
+    QString finding;
+    bool isMet = false;
+    /** The window that it is about; -1 for all together. */
+    int window = -1;
+};
+
+/** Judges coverage by gates. */
+namespace Gatekeeper {
+
+/** One result for each condition, and for each window that a condition is about. */
+QVector<GateResult> judge(const CoverageResult& coverage, const Gates& gates, int digits);
+
+} // namespace Gatekeeper
+
+} // namespace Uicov::Coverage

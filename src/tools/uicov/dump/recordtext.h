@@ -1,0 +1,16 @@
+#pragma once
+
+#include "uiabstraction/recordkind.h"
+
+#include <QRect>
+#include <QString>
+
+// How values stand in the lines of a dump.
+namespace Uicov::Dump {
+
+/** In quotes and with escapes; null without them where there is no text. */
+QString quoted(const QString& text);
+QString printRect(const QRect& rect);
+QString kindName(Vorsk::UIAbstraction::RecordKind kind);
+
+} // namespace Uicov::Dump

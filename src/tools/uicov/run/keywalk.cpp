@@ -1,0 +1,168 @@
+#include "run/keywalk.h"
+
+#include "run/run.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace Uicov::Runs {
+
+using Step = ElementKey::Step;
+
+namespace {
+
+bool isWindowBelowOthers(const RunElement& element) {
+    return element.isWindowNode && !KeyWalk::isMenu(element);
+}
+
+/** Whether the step says more than "some window of a class that Qt brings". */
+bool isTelling(const Step& step) {
+    const QString& name = step.className.isEmpty() ? step.kind : step.className;
+    return !step.label.isEmpty() || !name.startsWith(QLatin1Char('Q'));
+}
+
+} // namespace
+
+KeyWalk::KeyWalk(const Run& run, LabelRule labelRule)
+    : m_run(run)
+    , m_labelRule(std::move(labelRule)) {}
+
+bool KeyWalk::isMenu(const RunElement& element) {
+    return element.type == QLatin1String("Menu");
+}
+
+const RunElement& KeyWalk::element(int index) const {
+    return m_run.element(index);
+}
+
+std::vector<KeyWalk::Place> KeyWalk::places() {
+    m_places.clear();
+    m_unnamedWindows.clear();
+    m_unnamedStructures.clear();
+    m_isKnownWindow.assign(m_run.elements.size(), false);
+    m_visitedIn.assign(m_run.elements.size(), -1);
+    m_windowsToCome = entryPoints();
+    for (const int start : m_windowsToCome) {
+        m_isKnownWindow[static_cast<std::size_t>(start)] = true;
+    }
+    // By index: windows below windows are appended on the way.
+    for (std::size_t i = 0; i < m_windowsToCome.size(); ++i) { // NOLINT(modernize-loop-convert)
+        m_window = static_cast<int>(i);
+        walkWindow(m_windowsToCome[i]);
+    }
+    return std::move(m_places);
+}
+
+/** The roots, then, for each ring of elements that no root leads to, the first of it. */
+std::vector<int> KeyWalk::entryPoints() const {
+    const int count = static_cast<int>(m_run.elements.size());
+    std::vector<bool> reached(m_run.elements.size(), false);
+    std::vector<int> starts;
+    for (const bool wantsRoots : {true, false}) {
+        for (int i = 0; i < count; ++i) {
+            const bool isStart =
+                wantsRoots ? element(i).parent < 0 : !reached[static_cast<std::size_t>(i)];
+            if (isStart) {
+                starts.push_back(i);
+                addReachable(i, reached);
+            }
+        }
+    }
+    return starts;
+}
+
+void KeyWalk::addReachable(int start, std::vector<bool>& reached) const {
+    std::vector<int> open{start};
+    reached[static_cast<std::size_t>(start)] = true;
+    while (!open.empty()) {
+        const RunElement& next = element(open.back());
+        open.pop_back();
+        for (const int child : next.children) {
+            if (!reached[static_cast<std::size_t>(child)]) {
+                reached[static_cast<std::size_t>(child)] = true;
+                open.push_back(child);
+            }
+        }
+    }
+}
+
+Step KeyWalk::labelled(Step step) const {
+    if (m_labelRule && !step.label.isEmpty()) {
+        step.label = m_labelRule(step.label);
+    }
+    return step;
+}
+
+Step KeyWalk::windowStructure(const Step& step, int window) {
+    Step structure = ElementKey::structureOf(step, element(window), true);
+    if (!isTelling(structure)) {
+        structure.ordinal = ++m_unnamedStructures[qMakePair(-1, structure)];
+    }
+    return structure;
+}
+
+void KeyWalk::walkWindow(int window) {
+    m_ordinals.clear();
+    m_structureOrdinals.clear();
+    Step step = labelled(ElementKey::windowStepOf(element(window)));
+    if (step.label.isEmpty()) {
+        step.className = ElementKey::normalisedClass(element(window).className);
+    }
+    const Step structure = windowStructure(step, window);
+    if (!isTelling(step)) {
+        // Two of them may be anything: only their order of appearance tells them apart. Of windows
+        // with a name of their own, however, each is one more instance of the same thing.
+        step.ordinal = ++m_unnamedWindows[qMakePair(-1, step)];
+    }
+    m_places.push_back({window, -1, step, structure});
+    m_visitedIn[static_cast<std::size_t>(window)] = m_window;
+    enqueueChildren(window, static_cast<int>(m_places.size()) - 1);
+    while (!m_open.empty()) {
+        const Visit next = m_open.back();
+        m_open.pop_back();
+        visit(next);
+    }
+}
+
+void KeyWalk::enqueueChildren(int index, int above) {
+    const RunElement& parent = element(index);
+    if (parent.isSubgraphTransparent) {
+        return;
+    }
+    // Taken from the back, so that the first child is visited first.
+    std::for_each(parent.children.crbegin(), parent.children.crend(), [&](int child) {
+        if (m_visitedIn[static_cast<std::size_t>(child)] != m_window) {
+            m_open.push_back({child, above});
+        }
+    });
+}
+
+void KeyWalk::visit(const Visit& visit) {
+    const RunElement& visited = element(visit.element);
+    const auto index = static_cast<std::size_t>(visit.element);
+    if (isWindowBelowOthers(visited)) {
+        if (!m_isKnownWindow[index]) {
+            m_isKnownWindow[index] = true;
+            m_windowsToCome.push_back(visit.element);
+        }
+        return;
+    }
+    if (m_visitedIn[index] == m_window) {
+        return;
+    }
+    m_visitedIn[index] = m_window;
+    int above = visit.above;
+    // A menu that was not opened is transparent still, and a step all the same: the same menu may
+    // have been opened in another instance of its window.
+    if (!visited.isTransparentNode || isMenu(visited)) {
+        Step step = labelled(ElementKey::stepOf(visited));
+        Step structure = ElementKey::structureOf(step, visited, false);
+        step.ordinal = ++m_ordinals[qMakePair(above, step)];
+        structure.ordinal = ++m_structureOrdinals[qMakePair(above, structure)];
+        m_places.push_back({visit.element, above, step, structure});
+        above = static_cast<int>(m_places.size()) - 1;
+    }
+    enqueueChildren(visit.element, above);
+}
+
+} // namespace Uicov::Runs

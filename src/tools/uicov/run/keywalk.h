@@ -1,0 +1,80 @@
+#pragma once
+
+#include "run/elementkey.h"
+
+#include <QHash>
+#include <QPair>
+#include <QSet>
+#include <QString>
+
+#include <functional>
+#include <vector>
+
+namespace Uicov::Runs {
+
+struct Run;
+struct RunElement;
+
+/**
+ * Finds the place that each element of a run has for people: the windows, and below each the
+ * elements that are a step of keys, each once in each window however many parents list it. One walk
+ * a run.
+ */
+class KeyWalk {
+public:
+    using LabelRule = std::function<QString(const QString&)>;
+
+    struct Place {
+        /** Index into Run::elements. */
+        int element;
+        /** Index of the place above; -1 for a window. Comes before this one. */
+        int above;
+        ElementKey::Step step;
+        /** The step in the structure key. */
+        ElementKey::Step structure;
+    };
+
+    /**
+     * @param run      outlives this
+     * @param labelRule applied to each normalised label; none leaves them as they are
+     */
+    explicit KeyWalk(const Run& run, LabelRule labelRule = {});
+
+    /** Each window, followed by what is in it, each place before those below it. */
+    std::vector<Place> places();
+
+    /** A menu is a window to the toolkit, but to people it is a part of the one it opens over. */
+    static bool isMenu(const RunElement& element);
+
+private:
+    struct Visit {
+        int element;
+        int above;
+    };
+    using StepCounts = QHash<QPair<int, ElementKey::Step>, int>;
+
+    const RunElement& element(int index) const;
+    std::vector<int> entryPoints() const;
+    void addReachable(int start, std::vector<bool>& reached) const;
+    void walkWindow(int window);
+    void visit(const Visit& visit);
+    void enqueueChildren(int index, int above);
+    ElementKey::Step labelled(ElementKey::Step step) const;
+    ElementKey::Step windowStructure(const ElementKey::Step& step, int window);
+
+    const Run& m_run;
+    LabelRule m_labelRule;
+    std::vector<Place> m_places;
+    std::vector<bool> m_isKnownWindow;
+    std::vector<int> m_windowsToCome;
+    StepCounts m_unnamedWindows;
+    StepCounts m_unnamedStructures;
+    // Of the window that is being walked:
+    std::vector<int> m_visitedIn;
+    int m_window = 0;
+    std::vector<Visit> m_open;
+    StepCounts m_ordinals;
+    StepCounts m_structureOrdinals;
+};
+
+} // namespace Uicov::Runs

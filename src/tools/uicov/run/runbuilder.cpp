@@ -1,0 +1,270 @@
+#include "run/runbuilder.h"
+
+#include "base/sha256.h"
+#include "recording/frame.h"
+#include "recording/framedecoder.h"
+#include "recording/recorddecoder.h"
+#include "run/storedtext.h"
+#include "uiabstraction/elementwalk.h"
+
+#include <QBuffer>
+
+#include <limits>
+
+namespace Uicov::Runs {
+
+using Base::Sha256;
+using Recording::Ending;
+using Recording::Frame;
+using Recording::Loss;
+using Recording::Record;
+using Recording::FrameDecoder::log;
+using Recording::FrameDecoder::mark;
+using RecordingFormat::FrameType;
+using Vorsk::UIAbstraction::ElementWalk;
+using Vorsk::UIAbstraction::RecordKind;
+using Vorsk::UIAbstraction::UIElement;
+using Vorsk::UIAbstraction::UIEvent;
+
+namespace Key = RecordingFormat::Key;
+
+namespace {
+
+QByteArray pngOf(const QImage& image) {
+    QByteArray png;
+    if (!image.isNull()) {
+        QBuffer buffer(&png);
+        buffer.open(QIODevice::WriteOnly);
+        image.save(&buffer, "PNG");
+    }
+    return png;
+}
+
+/** Static and dynamic context as one name. */
+QString contextName(const QString& ofRun, const QString& dynamicName) {
+    if (ofRun.isEmpty() || dynamicName.isEmpty()) {
+        return ofRun + dynamicName;
+    }
+    return ofRun + QLatin1Char('|') + dynamicName;
+}
+
+QString reasonOf(const Ending& ending, const Loss& loss, qint64 unusable, qint64 records) {
+    QStringList reasons;
+    if (loss.others > 0) {
+        reasons.append(QStringLiteral("reached its size limit"));
+    }
+    if (!ending.isComplete()) {
+        reasons.append(ending.toString());
+    }
+    if (unusable > 0) {
+        reasons.append(QStringLiteral("lost %1 of %2 records").arg(unusable).arg(records));
+    }
+    return reasons.join(QStringLiteral(", "));
+}
+
+} // namespace
+
+void RunBuilder::add(const Frame& frame) {
+    switch (frame.type) {
+    case FrameType::Process:
+        takeProcess(frame.body);
+        break;
+    case FrameType::Message:
+        takeMessage(frame.body);
+        break;
+    case FrameType::Log: {
+        const auto line = log(frame.body);
+        if (line && line->severity == RecordingFormat::Severity::Warning) {
+            ++m_warnings[StoredText::of(line->text)];
+        }
+        break;
+    }
+    case FrameType::Mark:
+        if (const auto name = mark(frame.body)) {
+            enterContext(*name);
+        }
+        break;
+    case FrameType::Loss:
+        m_loss = Recording::FrameDecoder::loss(frame.body).value_or(m_loss);
+        break;
+    case FrameType::End:
+        break;
+    }
+}
+
+void RunBuilder::takeProcess(const QByteArray& body) {
+    if (!m_process.isEmpty()) {
+        return; // who the process is, the first one has told
+    }
+    m_process = Recording::FrameDecoder::process(body).value_or(Recording::ProcessInfo());
+    m_isNamed = !m_process.value(QLatin1String(Key::run)).isEmpty();
+    // Marks in front of it, where nobody writes them, have begun contexts that are counted in.
+    const QString ofRun = StoredText::of(m_process.value(QLatin1String(Key::context)));
+    m_contextIndex.clear();
+    for (QString& context : m_contexts) {
+        context = contextName(ofRun, context);
+        m_contextIndex.insert(context, m_contextIndex.size());
+    }
+}
+
+void RunBuilder::enterContext(const QString& dynamicName) {
+    const QString name = contextName(m_contexts.first(), StoredText::of(dynamicName));
+    const auto known = m_contextIndex.constFind(name);
+    if (known != m_contextIndex.cend()) {
+        m_context = *known;
+        return;
+    }
+    m_context = m_contexts.size();
+    m_contexts.append(name);
+    m_contextIndex.insert(name, m_context);
+}
+
+void RunBuilder::takeMessage(const QByteArray& body) {
+    using Recording::RecordDecoder::Result;
+    const auto message = Recording::FrameDecoder::message(body);
+    if (!message) {
+        ++m_records;
+        ++m_damagedRecords;
+        return;
+    }
+    Record record;
+    const Result result = Recording::RecordDecoder::decode(*message, record);
+    m_records += result == Result::Foreign ? 0U : 1U;
+    m_unknownRecords += result == Result::Unknown ? 1U : 0U;
+    m_damagedRecords += result == Result::Damaged ? 1U : 0U;
+    if (result == Result::Sound) {
+        takeRecord(record);
+    }
+}
+
+void RunBuilder::takeRecord(Record& record) {
+    if (record.kind == RecordKind::ElementAdded) {
+        takeAnnounced(*record.element);
+    } else if (m_replay.elementById(record.elementId) != nullptr) {
+        Seen& seen = m_seen[record.elementId];
+        if (record.kind == RecordKind::EventRegistered) {
+            seen.events[record.text].isAnnounced = true;
+        } else if (record.kind == RecordKind::UsageIncreased) {
+            count(seen.events[record.text], record.count);
+        } else if (record.kind == RecordKind::ImageChanged && m_takesPictures &&
+                   !record.picture.isEmpty()) {
+            // A null picture says that there is none now, not that the last one was wrong.
+            seen.picture = record.picture;
+        }
+    }
+    m_replay.apply(record);
+}
+
+void RunBuilder::takeAnnounced(const UIElement& announced) {
+    ElementWalk walk(&announced);
+    while (const UIElement* element = walk.next()) {
+        Seen& seen = m_seen[element->id()];
+        const QMap<UIEvent, int> usage = element->usage();
+        for (auto it = usage.cbegin(); it != usage.cend(); ++it) {
+            const QString name = it.key().name();
+            // One that is known says nothing new: it may have happened without being announced.
+            const bool isNew = !seen.events.contains(name);
+            EventCount& event = seen.events[name];
+            event.isAnnounced = event.isAnnounced || isNew;
+            count(event, it.value());
+        }
+        if (m_takesPictures && !element->image().isNull()) {
+            seen.picture = pngOf(element->image());
+        }
+    }
+}
+
+void RunBuilder::count(EventCount& event, int count) const {
+    // The application sends totals; what came since the last one belongs to this context.
+    if (count > event.last) {
+        event.byContext[m_context] += static_cast<qint64>(count) - event.last;
+    }
+    event.last = count;
+}
+
+Run RunBuilder::build(const Ending& ending) const {
+    Run run;
+    const auto value = [this](const char* key) {
+        return StoredText::of(m_process.value(QLatin1String(key)));
+    };
+    run.uuid = value(Key::run);
+    run.session = value(Key::session);
+    run.application = value(Key::application);
+    run.executable = value(Key::executable);
+    run.qtVersion = value(Key::qtVersion);
+    run.platform = value(Key::platform);
+    run.locale = value(Key::locale);
+    run.architecture = value(Key::architecture);
+    run.started = value(Key::started);
+    const QString labelStart = QLatin1String(Key::label);
+    for (auto it = m_process.cbegin(); it != m_process.cend(); ++it) {
+        if (it.key().startsWith(labelStart)) {
+            run.labels.insert(StoredText::of(it.key().mid(labelStart.size())),
+                              StoredText::of(it.value()));
+        }
+    }
+    run.bytesLost = ending.lostBytes;
+    run.messages = static_cast<qint64>(m_records);
+    run.messagesLost =
+        static_cast<qint64>(m_damagedRecords + m_unknownRecords + recordsWithoutElement());
+    run.isComplete = ending.isComplete() && m_loss.others == 0 && run.messagesLost == 0;
+    run.partialReason = reasonOf(ending, m_loss, run.messagesLost, run.messages);
+    run.contexts = m_contexts;
+    run.warnings = m_warnings;
+    if (m_loss.pictures > 0) {
+        run.warnings.insert(Run::picturesLeftOutLine(), static_cast<qint64>(m_loss.pictures));
+    }
+    fillElements(run);
+    return run;
+}
+
+void RunBuilder::fillElements(Run& run) const {
+    const std::vector<UIElement*>& elements = m_replay.elements();
+    QHash<const UIElement*, int> indexOf;
+    indexOf.reserve(static_cast<int>(elements.size()));
+    for (UIElement* element : elements) {
+        indexOf.insert(element, indexOf.size());
+    }
+    run.elements.reserve(elements.size());
+    for (const UIElement* source : elements) {
+        RunElement element;
+        element.id = StoredText::of(source->id());
+        element.className = StoredText::of(source->concreteType());
+        element.type = StoredText::of(source->standardType().name());
+        element.text = StoredText::of(source->text());
+        element.isTransparentNode = source->isTransparentNode();
+        element.isSubgraphTransparent = source->isSubgraphTransparent();
+        element.isWindowNode = source->isWindowNode();
+        element.parent = indexOf.value(source->parent(), -1);
+        const QList<UIElement*> children = source->children();
+        for (const UIElement* child : children) {
+            element.children.append(indexOf.value(child));
+        }
+        if (source->geometry().isValid()) {
+            element.place = source->geometry().rect();
+        }
+        const auto seen = m_seen.constFind(source->id());
+        if (seen != m_seen.cend()) {
+            fillCounts(*seen, element);
+            if (!seen->picture.isEmpty()) {
+                element.picture = Sha256::of(seen->picture);
+                run.pictures.insert(element.picture, seen->picture);
+            }
+        }
+        run.elements.push_back(std::move(element));
+    }
+}
+
+void RunBuilder::fillCounts(const Seen& seen, RunElement& element) {
+    for (auto it = seen.events.cbegin(); it != seen.events.cend(); ++it) {
+        const QString name = StoredText::of(it.key());
+        if (it->isAnnounced) {
+            element.events.append(name);
+        }
+        for (auto hit = it->byContext.cbegin(); hit != it->byContext.cend(); ++hit) {
+            element.hits.append(Hit{name, hit.key(), hit.value()});
+        }
+    }
+}
+
+} // namespace Uicov::Runs

@@ -1,0 +1,52 @@
+#include "base/spelling.h"
+#include "testlib/testcase.h"
+
+#include <QTest>
+
+namespace Spelling = Uicov::Base::Spelling;
+
+class TestSpelling : public TestLib::TestCase {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void distancesAreCounted_data() {
+        QTest::addColumn<QString>("a");
+        QTest::addColumn<QString>("b");
+        QTest::addColumn<int>("distance");
+        QTest::newRow("equal") << "ignore"
+                               << "ignore" << 0;
+        QTest::newRow("case") << "Ignore"
+                              << "iGNORE" << 0;
+        QTest::newRow("one missing") << "ignor"
+                                     << "ignore" << 1;
+        QTest::newRow("one too many") << "iignore"
+                                      << "ignore" << 1;
+        QTest::newRow("one other") << "egnore"
+                                   << "ignore" << 1;
+        QTest::newRow("two changed places") << "ingore"
+                                            << "ignore" << 2;
+        QTest::newRow("nothing") << ""
+                                 << "abc" << 3;
+        QTest::newRow("all") << "abc"
+                             << "" << 3;
+    }
+
+    void distancesAreCounted() {
+        QFETCH(QString, a);
+        QFETCH(QString, b);
+        QFETCH(int, distance);
+        QCOMPARE(Spelling::distance(a, b), distance);
+        QCOMPARE(Spelling::distance(b, a), distance);
+    }
+
+    void theNearestIsTheFirstOfThose() {
+        const QStringList choices{QStringLiteral("gates"), QStringLiteral("ignore"),
+                                  QStringLiteral("labels"), QStringLiteral("label")};
+        QCOMPARE(Spelling::nearest(QStringLiteral("lable"), choices), QStringLiteral("labels"));
+        QCOMPARE(Spelling::nearest(QStringLiteral("gate"), choices), QStringLiteral("gates"));
+        QVERIFY(Spelling::nearest(QStringLiteral("x"), {}).isNull());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestSpelling)
+#include "tst_spelling.moc"

@@ -1,0 +1,184 @@
+#include "coverage/comparison.h"
+#include "testlib/runmaker.h"
+#include "testlib/testcase.h"
+
+#include <QTest>
+
+using TestLib::RunMaker;
+using Uicov::Coverage::Comparison;
+using Uicov::Coverage::CoverageResult;
+using Uicov::Coverage::State;
+using Uicov::Runs::Run;
+
+class TestComparison : public TestLib::TestCase {
+    Q_OBJECT
+
+    const Uicov::Coverage::Configuration m_configuration;
+
+    static QStringList keys(const QVector<Comparison::Change>& changes) {
+        QStringList result;
+        for (const auto& change : changes) {
+            result.append(change.key);
+        }
+        return result;
+    }
+
+    static QStringList guesses(const Comparison& comparison) {
+        QStringList result;
+        for (const auto& guess : comparison.renamed()) {
+            result.append(guess.oldKey + QStringLiteral(" -> ") + guess.newKey);
+        }
+        return result;
+    }
+
+    Comparison compare(const Run& base, const Run& current) const {
+        CoverageResult before(m_configuration);
+        before.add(base);
+        before.finish();
+        CoverageResult now(m_configuration);
+        now.add(current);
+        now.finish();
+        return Comparison(before, now);
+    }
+
+    /** Two windows with as many old and new buttons, none of them in the place of another. */
+    static QPair<Run, Run> withoutCommonPlaces(const QStringList& old, const QStringList& fresh) {
+        RunMaker base;
+        RunMaker current(2);
+        const int baseWindow = base.addWindow(QStringLiteral("W"));
+        const int currentWindow = current.addWindow(QStringLiteral("W"));
+        const int fillers = qMax(old.size(), fresh.size());
+        for (const QString& text : old) {
+            base.addButton(baseWindow, text);
+        }
+        for (int i = 0; i < fillers; ++i) {
+            base.addButton(baseWindow, QStringLiteral("filler %1").arg(i));
+            current.addButton(currentWindow, QStringLiteral("filler %1").arg(i));
+        }
+        for (const QString& text : fresh) {
+            current.addButton(currentWindow, text);
+        }
+        return qMakePair(base.run, current.run);
+    }
+
+private Q_SLOTS:
+    void equalRunsDoNotDiffer() {
+        const Comparison comparison = compare(TestLib::panelRun(), TestLib::panelRun(2));
+        QVERIFY(comparison.isEmpty());
+        QVERIFY(comparison.renamed().isEmpty());
+        QCOMPARE(comparison.baseTotals().used, comparison.currentTotals().used);
+    }
+
+    void everyKindOfChangeIsTold() {
+        RunMaker base;
+        int window = base.addWindow(QStringLiteral("W"));
+        base.hit(base.addButton(window, QStringLiteral("lost")), "clicked");
+        base.addButton(window, QStringLiteral("gained"));
+        base.hit(base.addButton(window, QStringLiteral("same")), "clicked");
+        base.add(window, "CheckBox", "QCheckBox", QStringLiteral("removed"), "clicked");
+        RunMaker current(2);
+        window = current.addWindow(QStringLiteral("W"));
+        current.addButton(window, QStringLiteral("lost"));
+        current.hit(current.addButton(window, QStringLiteral("gained")), "clicked");
+        current.hit(current.addButton(window, QStringLiteral("same")), "clicked");
+        current.addButton(window, QStringLiteral("unused"));
+        current.hit(current.addButton(window, QStringLiteral("fresh")), "clicked");
+        const Comparison comparison = compare(base.run, current.run);
+        const auto key = [](const char* rest) {
+            return QStringList{QStringLiteral("Window \"W\" > ") + QLatin1String(rest)};
+        };
+        QCOMPARE(keys(comparison.lost()), key("Button \"lost\""));
+        QCOMPARE(keys(comparison.gained()), key("Button \"gained\""));
+        QCOMPARE(keys(comparison.newMissed()), key("Button \"unused\""));
+        QCOMPARE(keys(comparison.newUsed()), key("Button \"fresh\""));
+        QCOMPARE(keys(comparison.removed()), key("CheckBox \"removed\""));
+        QCOMPARE(comparison.lost().at(0).state, State::Shown);
+        QCOMPARE(comparison.count(QStringLiteral("lost")), 1);
+        QCOMPARE(comparison.count(QStringLiteral("new-missed")), 1);
+        QCOMPARE(comparison.count(QStringLiteral("removed")), 1);
+        QVERIFY(!comparison.isEmpty());
+    }
+
+    void applicationsAreNeverMixed() {
+        Run other = TestLib::panelRun();
+        other.application = QStringLiteral("other");
+        const Comparison comparison = compare(TestLib::panelRun(), other);
+        QCOMPARE(comparison.removed().size(), 9);
+        QCOMPARE(comparison.newUsed().size() + comparison.newMissed().size(), 9);
+        QVERIFY(comparison.renamed().isEmpty());
+    }
+
+    void aNewCaptionInTheSamePlaceIsGuessedAndCountsAllTheSame() {
+        RunMaker base;
+        base.addButton(base.addWindow(QStringLiteral("W")), QStringLiteral("Start"));
+        RunMaker current(2);
+        current.addButton(current.addWindow(QStringLiteral("W")), QStringLiteral("Begin"));
+        const Comparison comparison = compare(base.run, current.run);
+        QCOMPARE(guesses(comparison),
+                 QStringList{QStringLiteral("Window \"W\" > Button \"Start\" -> Window \"W\" > "
+                                            "Button \"Begin\"")});
+        QCOMPARE(comparison.removed().size(), 1);
+        QCOMPARE(comparison.newMissed().size(), 1);
+    }
+
+    void aCaptionThatIsNearlyTheSameIsGuessedWhereverItStands() {
+        RunMaker base;
+        int window = base.addWindow(QStringLiteral("W"));
+        base.addButton(window, QStringLiteral("Colour of it"));
+        RunMaker current(2);
+        window = current.addWindow(QStringLiteral("W"));
+        current.addButton(window, QStringLiteral("Something else"));
+        current.addButton(window, QStringLiteral("Color of it"));
+        base.addButton(window, QStringLiteral("Something else"));
+        const Comparison comparison = compare(base.run, current.run);
+        QCOMPARE(guesses(comparison).size(), 1);
+        QVERIFY(guesses(comparison).at(0).endsWith(QStringLiteral("Button \"Color of it\"")));
+    }
+
+    void theNearestCaptionIsGuessedAndEachOnlyOnce() {
+        const auto runs = withoutCommonPlaces(
+            {QStringLiteral("Temperature 1"), QStringLiteral("Temperature 2")},
+            {QStringLiteral("Temperatures 2"), QStringLiteral("Temperatures 11"),
+             QStringLiteral("Temperatures 1")});
+        const auto line = [](int number) {
+            return QStringLiteral("Window \"W\" > Button \"Temperature %1\" -> Window \"W\" > "
+                                  "Button \"Temperatures %1\"")
+                .arg(number);
+        };
+        QCOMPARE(guesses(compare(runs.first, runs.second)), QStringList({line(1), line(2)}));
+    }
+
+    void amongVeryManyThatAreAlikeNothingIsGuessedByCaption_data() {
+        QTest::addColumn<int>("rows");
+        QTest::addColumn<int>("guesses");
+        QTest::newRow("most") << 200 << 200;
+        QTest::newRow("too many") << 201 << 0;
+    }
+
+    void amongVeryManyThatAreAlikeNothingIsGuessedByCaption() {
+        QFETCH(int, rows);
+        QFETCH(int, guesses);
+        QStringList old;
+        QStringList fresh;
+        for (int i = 0; i < rows; ++i) {
+            old.append(QStringLiteral("Row %1").arg(i, 3, 10, QLatin1Char('0')));
+            fresh.append(QStringLiteral("Row_%1").arg(i, 3, 10, QLatin1Char('0')));
+        }
+        const auto runs = withoutCommonPlaces(old, fresh);
+        const Comparison comparison = compare(runs.first, runs.second);
+        QCOMPARE(comparison.removed().size(), rows);
+        QCOMPARE(comparison.renamed().size(), guesses);
+    }
+
+    void whatHasNothingInCommonIsNotGuessed() {
+        RunMaker base;
+        base.addButton(base.addWindow(QStringLiteral("One"), "OneWindow"), QStringLiteral("x"));
+        RunMaker current(2);
+        current.add(current.addWindow(QStringLiteral("Two"), "TwoWindow"), "CheckBox", "QCheckBox",
+                    QStringLiteral("y"), "clicked");
+        QVERIFY(compare(base.run, current.run).renamed().isEmpty());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestComparison)
+#include "tst_comparison.moc"

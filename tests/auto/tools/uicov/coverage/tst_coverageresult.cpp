@@ -1,0 +1,191 @@
+#include "coverage/coverageresult.h"
+#include "testlib/runmaker.h"
+#include "testlib/testcase.h"
+
+#include <QTest>
+
+using Uicov::Coverage::Configuration;
+using Uicov::Coverage::CoverageResult;
+using Uicov::Coverage::IgnoreRule;
+using Uicov::Coverage::Pattern;
+
+class TestCoverageResult : public TestLib::TestCase {
+    Q_OBJECT
+
+    Configuration m_configuration;
+
+    /** Keys of the elements that count, with their states. */
+    QStringList states(const QStringList& contexts = {}) {
+        QVector<Pattern> patterns;
+        for (const QString& context : contexts) {
+            patterns.append(Pattern(context));
+        }
+        CoverageResult coverage(m_configuration, patterns);
+        coverage.add(TestLib::panelRun());
+        coverage.finish();
+        m_uses = coverage.ruleUses();
+        QStringList lines;
+        const auto& tree = coverage.tree();
+        const auto windows = tree.windows();
+        for (const int window : windows) {
+            for (const int node : tree.nodesOf(window)) {
+                if (tree.counts(node)) {
+                    static const char* const names[] = {"used", "shown", "missed"};
+                    lines.append(tree.keyOf(node).toKey() + QLatin1Char(' ') +
+                                 QLatin1String(names[static_cast<int>(tree.stateOf(node))]));
+                }
+            }
+        }
+        return lines;
+    }
+
+    void ignore(const IgnoreRule& rule) { m_configuration.ignoreRules.append(rule); }
+
+    QVector<CoverageResult::RuleUse> m_uses;
+
+private Q_SLOTS:
+    void init() {
+        TestLib::TestCase::init();
+        m_configuration = Configuration();
+    }
+
+    void cleanup() { TestLib::TestCase::cleanup(); }
+
+    void withoutRulesEverythingCounts() {
+        QCOMPARE(
+            states(),
+            QStringList({QStringLiteral("Dialog \"About\" used"),
+                         QStringLiteral("Dialog \"About\" > Button \"Close\" used"),
+                         QStringLiteral("Window \"Panel\" used"),
+                         QStringLiteral("Window \"Panel\" > Button \"Start\" used"),
+                         QStringLiteral("Window \"Panel\" > Button \"Stop\" shown"),
+                         QStringLiteral("Window \"Panel\" > CheckBox \"Pump\" used"),
+                         QStringLiteral("Window \"Panel\" > MenuBar used"),
+                         QStringLiteral("Window \"Panel\" > MenuBar > MenuItem \"Help\" shown"),
+                         QStringLiteral("Window \"Panel\" > TextInput used")}));
+    }
+
+    void rulesLeaveElementsOut_data() {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("window");
+        QTest::addColumn<QString>("type");
+        QTest::addColumn<QString>("className");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("elements");
+        QTest::addColumn<int>("used");
+        const auto row = [](const char* name, const char* key, const char* window, const char* type,
+                            const char* className, const char* text, int elements, int used) {
+            const auto given = [](const char* value) {
+                return value == nullptr ? QString() : QString::fromLatin1(value);
+            };
+            QTest::newRow(name) << given(key) << given(window) << given(type) << given(className)
+                                << given(text) << elements << used;
+        };
+        row("key", "Window \"Panel\" > Button \"Stop\"", nullptr, nullptr, nullptr, nullptr, 1, 0);
+        row("keys", "*Button*", nullptr, nullptr, nullptr, nullptr, 3, 2);
+        row("window's step", nullptr, "Dialog*", nullptr, nullptr, nullptr, 2, 2);
+        row("window's label", nullptr, "About", nullptr, nullptr, nullptr, 2, 2);
+        row("type", nullptr, nullptr, "CheckBox", nullptr, nullptr, 1, 1);
+        row("class", nullptr, nullptr, nullptr, "QMenu*", nullptr, 1, 1);
+        row("text", nullptr, nullptr, nullptr, nullptr, "St?p", 1, 0);
+        row("all of it", "*", "Panel", "Button", "QPushButton", "Start", 1, 1);
+        row("not all of it", "*", "About", "Button", "QPushButton", "Start", 0, 0);
+        row("nothing like it", "nothing", nullptr, nullptr, nullptr, nullptr, 0, 0);
+    }
+
+    void rulesLeaveElementsOut() {
+        QFETCH(QString, key);
+        QFETCH(QString, window);
+        QFETCH(QString, type);
+        QFETCH(QString, className);
+        QFETCH(QString, text);
+        QFETCH(int, elements);
+        QFETCH(int, used);
+        const int all = states().size();
+        const auto pattern = [](const QString& glob) {
+            return glob.isNull() ? Pattern() : Pattern(glob);
+        };
+        IgnoreRule rule;
+        rule.key = pattern(key);
+        rule.window = pattern(window);
+        rule.type = pattern(type);
+        rule.className = pattern(className);
+        rule.text = pattern(text);
+        ignore(rule);
+        QCOMPARE(states().size(), all - elements);
+        QCOMPARE(m_uses.at(0).elements, elements);
+        QCOMPARE(m_uses.at(0).usedElements, used);
+    }
+
+    void aTextIsMatchedAsRecordedAndAsACaption() {
+        for (const char* text : {"Open...\tCtrl+O", "Open", "Open*O"}) {
+            IgnoreRule rule;
+            rule.text = Pattern(QString::fromLatin1(text));
+            m_configuration.ignoreRules = {rule};
+            TestLib::RunMaker maker;
+            maker.addButton(maker.addWindow(QStringLiteral("W")),
+                            QStringLiteral("Open...\tCtrl+O"));
+            CoverageResult coverage(m_configuration);
+            coverage.add(maker.run);
+            coverage.finish();
+            QVERIFY2(coverage.ruleUses().at(0).elements == 1, text);
+        }
+    }
+
+    void theFirstRuleThatFitsCounts() {
+        IgnoreRule buttons;
+        buttons.type = Pattern(QStringLiteral("Button"));
+        IgnoreRule stop;
+        stop.text = Pattern(QStringLiteral("Stop"));
+        ignore(buttons);
+        ignore(stop);
+        states();
+        QCOMPARE(m_uses.at(0).elements, 3);
+        QCOMPARE(m_uses.at(1).elements, 0);
+    }
+
+    void criteriaAskForCertainEvents() {
+        const QString box = QStringLiteral("Window \"Panel\" > CheckBox \"Pump\" ");
+        QVERIFY(states().contains(box + QStringLiteral("used")));
+        m_configuration.criteria.insert(QStringLiteral("CheckBox"), {QStringLiteral("checked")});
+        QVERIFY(states().contains(box + QStringLiteral("shown")));
+        // Events that an element does not have cannot be asked of it.
+        m_configuration.criteria.insert(QStringLiteral("CheckBox"), {QStringLiteral("toggled")});
+        QVERIFY(states().contains(box + QStringLiteral("used")));
+        // Nor can one that is never counted.
+        m_configuration.criteria.insert(QStringLiteral("CheckBox"),
+                                        {QStringLiteral("unchecked"), QStringLiteral("clicked")});
+        QVERIFY(states().contains(box + QStringLiteral("used")));
+    }
+
+    void onlyTheWantedContextsCount() {
+        const QStringList lines = states({QStringLiteral("*pump")});
+        QVERIFY(lines.contains(QStringLiteral("Window \"Panel\" > CheckBox \"Pump\" used")));
+        QVERIFY(lines.contains(QStringLiteral("Window \"Panel\" > Button \"Start\" missed")));
+        QCOMPARE(states({QStringLiteral("*")}), states());
+        QCOMPARE(lines.size(), states().size());
+    }
+
+    void labelRulesMakeElementsOne() {
+        m_configuration.labelRules = {
+            {QRegularExpression(QStringLiteral("^(Start|Stop)$")), QStringLiteral("Motor")}};
+        const QStringList lines = states();
+        QVERIFY(lines.contains(QStringLiteral("Window \"Panel\" > Button \"Motor\" used")));
+        QVERIFY(lines.contains(QStringLiteral("Window \"Panel\" > Button \"Motor\" #2 shown")));
+    }
+
+    void runsAndWarningsAreKept() {
+        CoverageResult coverage(m_configuration);
+        coverage.add(TestLib::panelRun(1));
+        coverage.add(TestLib::panelRun(2));
+        coverage.add(TestLib::hostileRun());
+        coverage.finish();
+        QCOMPARE(coverage.runs().size(), std::size_t{3});
+        QCOMPARE(coverage.partialRuns(), 1);
+        QCOMPARE(coverage.warnings().value(QStringLiteral("No action at (3,4)")), qint64{4});
+        QVERIFY(coverage.runs().front().elements.empty());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestCoverageResult)
+#include "tst_coverageresult.moc"

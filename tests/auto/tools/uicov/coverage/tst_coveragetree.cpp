@@ -1,0 +1,122 @@
+#include "coverage/coveragetree.h"
+#include "testlib/testcase.h"
+
+#include <QTest>
+
+using Uicov::Coverage::CoverageTree;
+using Uicov::Coverage::EventCoverage;
+using Uicov::Coverage::Events;
+using Uicov::Runs::ElementKey;
+
+namespace {
+
+ElementKey::Step step(const char* kind, const char* label = "", int ordinal = 1) {
+    return {QLatin1String(kind), QLatin1String(label), QString(), ordinal};
+}
+
+const QString shown = QStringLiteral("shown");
+const QString clicked = QStringLiteral("clicked");
+
+} // namespace
+
+class TestCoverageTree : public TestLib::TestCase {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void equalKeysAreOneNode() {
+        CoverageTree tree;
+        const int window = tree.window(step("Window", "A"));
+        QCOMPARE(tree.window(step("Window", "A")), window);
+        QVERIFY(tree.window(step("Window", "B")) != window);
+        const int button = tree.child(window, step("Button", "OK"));
+        QCOMPARE(tree.child(window, step("Button", "OK")), button);
+        QVERIFY(tree.child(window, step("Button", "OK", 2)) != button);
+        QVERIFY(tree.child(button, step("Button", "OK")) != button);
+        QCOMPARE(tree.keyOf(button).toString(), QStringLiteral("Window \"A\" > Button \"OK\""));
+    }
+
+    void whatIsUsedInOneOfTwoIsUsed() {
+        CoverageTree tree;
+        const int window = tree.window(step("Window", "A"));
+        const int button = tree.child(window, step("Button", "OK"));
+        tree.count(button, Events{{shown, {1, false}}, {clicked, {0, false}}});
+        QCOMPARE(tree.totalsOf(window).shown, 1);
+        tree.count(button, Events{{shown, {2, false}}, {clicked, {3, false}}});
+        const CoverageTree::Totals totals = tree.totalsOf(window);
+        QCOMPARE(totals.elements, 1);
+        QCOMPARE(totals.used, 1);
+        QCOMPARE(totals.events, 2);
+        QCOMPARE(totals.coveredEvents, 2);
+        QCOMPARE(tree.node(button).events.value(shown).count, qint64{3});
+    }
+
+    void eventsOfBothAreJoined() {
+        CoverageTree tree;
+        const int window = tree.window(step("Window", "A"));
+        tree.count(window, Events{{shown, {1, false}}});
+        QCOMPARE(tree.totalsOf(window).used, 1);
+        tree.count(window, Events{{clicked, {0, false}}});
+        QCOMPARE(tree.totalsOf(window).shown, 1);
+        QCOMPARE(tree.totalsOf(window).events, 2);
+    }
+
+    void theOrderOfCountingMakesNoDifference() {
+        const QVector<QPair<ElementKey::Step, Events>> counted{
+            {step("Button", "b"), Events{{clicked, {1, false}}}},
+            {step("Button", "a"), Events{{clicked, {0, false}}, {shown, {1, false}}}},
+            {step("Button", "b"), Events{{clicked, {0, false}}, {shown, {0, false}}}},
+        };
+        QVector<int> order{0, 1, 2};
+        QStringList results;
+        do {
+            CoverageTree tree;
+            const int window = tree.window(step("Window"));
+            for (const int index : qAsConst(order)) {
+                tree.count(tree.child(window, counted.at(index).first), counted.at(index).second);
+            }
+            QString result;
+            for (const int node : tree.nodesOf(window)) {
+                result += tree.keyOf(node).toString() + QLatin1Char('\n');
+            }
+            const CoverageTree::Totals totals = tree.totalsOf(window);
+            result +=
+                QStringLiteral("%1 %2 %3").arg(totals.used).arg(totals.shown).arg(totals.events);
+            results.append(result);
+        } while (std::next_permutation(order.begin(), order.end()));
+        QCOMPARE(results.size(), 6);
+        results.removeDuplicates();
+        QCOMPARE(results.size(), 1);
+    }
+
+    void onlyCountableNodesAreCounted() {
+        CoverageTree tree;
+        const int window = tree.window(step("Window"));
+        const int step1 = tree.child(window, step("QWidget"));
+        tree.count(tree.child(step1, step("Button")), Events{{clicked, {0, false}}});
+        const CoverageTree::Totals totals = tree.totalsOf(window);
+        QCOMPARE(totals.elements, 1);
+        QCOMPARE(totals.missed, 1);
+    }
+
+    void eventsThatAreNeverCountedStandOutsideTheRatio() {
+        CoverageTree tree;
+        const int window = tree.window(step("Window"));
+        tree.count(window, Events{{shown, {1, false}}, {QStringLiteral("unchecked"), {0, true}}});
+        const CoverageTree::Totals totals = tree.totalsOf(window);
+        QCOMPARE(totals.events, 1);
+        QCOMPARE(totals.coveredEvents, 1);
+        QCOMPARE(totals.neverCountedEvents, 1);
+    }
+
+    void nodesComeBeforeWhatIsBelowThem() {
+        CoverageTree tree;
+        const int window = tree.window(step("Window"));
+        const int b = tree.child(window, step("b"));
+        const int a = tree.child(window, step("a"));
+        const int below = tree.child(a, step("z"));
+        QCOMPARE(tree.nodesOf(window), std::vector<int>({window, a, below, b}));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestCoverageTree)
+#include "tst_coveragetree.moc"
