@@ -1,4 +1,8 @@
-# The commands of the README. PRESET chooses the build: dev (default), asan, release.
+# SPDX-FileCopyrightText: the uicov authors
+# SPDX-License-Identifier: MIT
+
+# One target for each thing that a person or CI does here; CONTRIBUTING.md explains them. Each target configures its
+# build folder with all that it needs. PRESET selects the build: dev (default), asan or release.
 PRESET ?= dev
 BUILD := build/$(PRESET)
 
@@ -6,7 +10,7 @@ BUILD := build/$(PRESET)
 ARCH ?= armhf
 
 .PHONY: all bootstrap configure demo test build-arm test-arm test-packages lint format bench instructions soak tsan \
-        clean
+        release-check clean
 
 all: configure
 	cmake --build --preset $(PRESET)
@@ -47,7 +51,7 @@ test-arm:
 # As root: makes the Debian packages, installs them into a clean root and records and reports there.
 test-packages: bootstrap
 	scripts/bootstrap --arm
-	cmake --preset release -DUICOV_BUILD_TESTS=ON
+	cmake --preset release
 	cmake --build --preset release --target demo pages
 	scripts/test-packages build/release
 
@@ -74,6 +78,10 @@ instructions: bootstrap
 	cmake --preset release -DUICOV_BUILD_BENCHMARKS=ON
 	cmake --build --preset release --target instructions
 	ctest --preset release --no-tests=error -R '^instructions$$'
+
+# What can be checked by a program before a release; RELEASING.md has the rest.
+release-check: bootstrap
+	scripts/release --dry-run
 
 clean:
 	rm -rf build

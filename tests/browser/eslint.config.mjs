@@ -28,7 +28,7 @@ export default [
         files: ["**/*.mjs"],
         languageOptions: {globals: Object.fromEntries([
             "console", "createImageBitmap", "CustomEvent", "dispatchEvent", "document", "Event", "fetch",
-            "getComputedStyle", "globalThis", "innerWidth", "location", "navigator", "NodeFilter",
+            "getComputedStyle", "globalThis", "innerWidth", "location", "MessageChannel", "navigator", "NodeFilter",
             "OffscreenCanvas", "performance", "PerformanceObserver", "process", "requestAnimationFrame", "URL",
             "URLSearchParams"].map((name) => [name, "readonly"]))}
     }
