@@ -19,20 +19,15 @@ void CoverageCollector::collect(const Runs::Run& run) {
         contexts.append(isWanted(name) ? m_tree.context(name) : -1);
     }
     std::vector<int> nodes;
-    QStringList structureKeys;
     const std::vector<KeyWalk::Place> places = KeyWalk(run, m_labelRule).places();
     for (const KeyWalk::Place& place : places) {
         const bool isWindow = place.above < 0;
-        structureKeys.append(isWindow
-                                 ? place.structure.toKey()
-                                 : structureKeys.at(place.above) + Runs::ElementKey::separator() +
-                                       place.structure.toKey());
         const int node =
             isWindow ? m_tree.window(place.step, run.application)
                      : m_tree.child(nodes[static_cast<std::size_t>(place.above)], place.step);
         nodes.push_back(node);
         const RunElement& element = run.element(place.element);
-        m_tree.describe(node, element, structureKeys.last());
+        m_tree.describe(node, element, place.structureKey);
         if (run.isOfControls()) {
             addControl(element, node, contexts);
             continue;

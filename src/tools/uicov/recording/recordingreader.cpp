@@ -123,7 +123,6 @@ bool RecordingReader::next(Frame& frame) {
         ByteCursor cursor(payload);
         const quint8 type = cursor.readUInt8();
         if (!isKnown(type)) {
-            ++m_skippedFrames;
             continue;
         }
         frame.type = static_cast<FrameType>(type);

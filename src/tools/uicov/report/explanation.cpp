@@ -157,13 +157,9 @@ void Explanation::look(const Runs::Run& run) {
         chosen.insert(nameOf(tree.node(tree.windowOf(node)).application, tree.keyOf(node).toKey()));
     }
     const QString start = QStringLiteral("run ") + run.uuid.left(uuidStart);
-    QStringList keys;
     const std::vector<KeyWalk::Place> places = KeyWalk(run, rule).places();
     for (const KeyWalk::Place& place : places) {
-        keys.append(place.above < 0
-                        ? place.step.toKey()
-                        : keys.at(place.above) + ElementKey::separator() + place.step.toKey());
-        const QString name = nameOf(run.application, keys.last());
+        const QString name = nameOf(run.application, place.key);
         if (!chosen.contains(name)) {
             continue;
         }
