@@ -100,7 +100,8 @@ int ControlsProbe::count(const QString& type) const {
 }
 
 int ControlsProbe::usage(const UIElement* element, const char* event) {
-    return element == nullptr ? -1 : element->usage().value(UIEvent(QString::fromLatin1(event)), -1);
+    return element == nullptr ? -1
+                              : element->usage().value(UIEvent(QString::fromLatin1(event)), -1);
 }
 
 } // namespace TestLib

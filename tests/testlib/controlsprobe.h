@@ -15,8 +15,8 @@
 namespace TestLib {
 
 /**
- * The half of the controls extension that knows Qt Widgets, between the application's deliveries and
- * a fake hook. Plays the host that tells the begin of each delivery only. One at a time.
+ * The half of the controls extension that knows Qt Widgets, between the application's deliveries
+ * and a fake hook. Plays the host that tells the begin of each delivery only. One at a time.
  */
 class ControlsProbe : public QObject {
     Q_OBJECT

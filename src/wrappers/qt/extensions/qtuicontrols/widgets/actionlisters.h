@@ -15,8 +15,8 @@ namespace UIControls {
 class Commands;
 
 /**
- * Remembers which actions each widget lists, so that Commands is told of each once when it comes and
- * once when it goes. GUI thread only.
+ * Remembers which actions each widget lists, so that Commands is told of each once when it comes
+ * and once when it goes. GUI thread only.
  */
 class ActionListers {
 public:

@@ -53,7 +53,8 @@ void BlackOuts::apply(QImage& picture, const QWidget* widget) const {
         const QWidget* const inner = open.back();
         open.pop_back();
         if (isHidden(inner)) {
-            places.emplace_back(inner->mapTo(const_cast<QWidget*>(widget), QPoint(0, 0)), // NOLINT(*-const-cast): takes it so
+            places.emplace_back(inner->mapTo(const_cast<QWidget*>(widget),
+                                             QPoint(0, 0)), // NOLINT(*-const-cast): takes it so
                                 inner->size());
             continue;
         }

@@ -14,8 +14,8 @@ namespace Vorsk {
 namespace UIControls {
 
 /**
- * Blackens in pictures what must not be seen in them: inputs that hide what is typed, and the widgets
- * that a person has named. GUI thread only.
+ * Blackens in pictures what must not be seen in them: inputs that hide what is typed, and the
+ * widgets that a person has named. GUI thread only.
  */
 class BlackOuts {
 public:

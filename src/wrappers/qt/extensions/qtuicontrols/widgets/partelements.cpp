@@ -150,8 +150,8 @@ void PartElements::match(Bar& known, UIElement* view) {
         if (now[i].page == before[i].page && now[i].text == before[i].text) {
             now[i].element = before[i].element;
             before[i].element = nullptr;
-            if (now[i].isEnabled != before[i].isEnabled ||
-                now[i].isHidden != before[i].isHidden || now[i].toolTip != before[i].toolTip) {
+            if (now[i].isEnabled != before[i].isEnabled || now[i].isHidden != before[i].isHidden ||
+                now[i].toolTip != before[i].toolTip) {
                 tellTab(now[i].element, now[i]);
             }
         }
@@ -199,7 +199,8 @@ UIElement* PartElements::makeTab(const QTabBar* bar, const Tab& tab, UIElement* 
 
 void PartElements::tellTab(UIElement* element, const Tab& tab) {
     m_book.setText(element, tab.text);
-    m_book.setAttribute(element, Attribute::ToolTip, tab.toolTip.isEmpty() ? QString() : tab.toolTip);
+    m_book.setAttribute(element, Attribute::ToolTip,
+                        tab.toolTip.isEmpty() ? QString() : tab.toolTip);
     m_book.setAttribute(element, Attribute::Enabled, tab.isEnabled ? QString() : boolean(false));
     m_book.setAttribute(element, Attribute::Hidden, tab.isHidden ? boolean(true) : QString());
     if (tab.page != nullptr) {
@@ -213,7 +214,8 @@ void PartElements::tellTab(UIElement* element, const Tab& tab) {
 UIElement* PartElements::tabElement(QTabBar* bar, int index) {
     surveyTabs(bar);
     const auto known = m_bars.constFind(bar);
-    if (known == m_bars.cend() || index < 0 || static_cast<std::size_t>(index) >= known->tabs.size()) {
+    if (known == m_bars.cend() || index < 0 ||
+        static_cast<std::size_t>(index) >= known->tabs.size()) {
         return nullptr;
     }
     return known->tabs[static_cast<std::size_t>(index)].element;

@@ -3,6 +3,7 @@
 #include "tracking/mnemonics.h"
 
 #include <QAbstractButton>
+#include <QBoxLayout>
 #include <QCheckBox>
 #include <QFormLayout>
 #include <QGridLayout>
@@ -94,6 +95,10 @@ void WidgetLabels::readLayout(QLayout* layout, const QWidget* label) {
     }
     if (qobject_cast<QGridLayout*>(layout) != nullptr) {
         readGrid(layout, label);
+        return;
+    }
+    // Others may be of the application's, or answer with a warning, as that of a main window.
+    if (qobject_cast<QBoxLayout*>(layout) == nullptr) {
         return;
     }
     for (int i = 0; i < layout->count(); ++i) {

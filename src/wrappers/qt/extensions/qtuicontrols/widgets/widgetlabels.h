@@ -20,9 +20,9 @@ namespace UIControls {
 class WidgetLabels {
 public:
     /**
-     * The text of the label whose buddy the widget is; of its row in a form; of the label, check box
-     * or radio button before or above it in its layout; else the title of the group box that it lies
-     * in. Null when there is none of these.
+     * The text of the label whose buddy the widget is; of its row in a form; of the label, check
+     * box or radio button before or above it in its layout; else the title of the group box that it
+     * lies in. Null when there is none of these.
      */
     QString labelOf(const QWidget* widget);
 

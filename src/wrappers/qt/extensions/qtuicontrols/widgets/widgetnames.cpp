@@ -68,18 +68,22 @@ QString captionOf(const QWidget* widget) {
         return nullIfEmpty(stripMnemonics(static_cast<const QAbstractButton*>(widget)->text()));
     case WidgetClass::GroupBox:
         return nullIfEmpty(stripMnemonics(static_cast<const QGroupBox*>(widget)->title()));
+    default:
+        return {};
+    }
+}
+
+QString titleOf(const QWidget* widget) {
+    switch (classOf(widget)) {
     case WidgetClass::Menu:
         return nullIfEmpty(stripMnemonics(static_cast<const QMenu*>(widget)->title()));
     case WidgetClass::WizardPage:
         return nullIfEmpty(static_cast<const QWizardPage*>(widget)->title());
-    case WidgetClass::MainWindow:
-    case WidgetClass::Dialog:
-    case WidgetClass::Wizard:
     case WidgetClass::Dock:
     case WidgetClass::MdiWindow:
         return nullIfEmpty(windowTitleOf(widget));
     default:
-        return {};
+        return widget->isWindow() ? nullIfEmpty(windowTitleOf(widget)) : QString();
     }
 }
 
@@ -104,7 +108,9 @@ QString placeholderOf(const QWidget* widget) {
 
 QString objectNameOf(const QWidget* widget) {
     const QString name = widget->objectName();
-    return name.isEmpty() || name.startsWith(QLatin1String("qt_")) ? QString() : name;
+    const bool isGivenByQt =
+        name.startsWith(QLatin1String("qt_")) || name.startsWith(QLatin1String("__qt_"));
+    return name.isEmpty() || isGivenByQt ? QString() : name;
 }
 
 bool isOperable(const QWidget* widget) {
@@ -137,13 +143,13 @@ Description describe(const QWidget* widget, ElementType type, const QWidget* vie
     Description what;
     what.type = type;
     what.className = UICoverage::className(widget);
-    what.text = captionOf(widget);
+    what.text = isView(type) ? titleOf(widget) : captionOf(widget);
     add(what, Attribute::ObjectName, objectNameOf(widget));
     add(what, Attribute::ToolTip, widget->toolTip());
     add(what, Attribute::AccessibleName, widget->accessibleName());
-    add(what, Attribute::Description, widget->accessibleDescription().isEmpty()
-                                          ? widget->whatsThis()
-                                          : widget->accessibleDescription());
+    add(what, Attribute::Description,
+        widget->accessibleDescription().isEmpty() ? widget->whatsThis()
+                                                  : widget->accessibleDescription());
     if (isView(type)) {
         return what;
     }

@@ -13,8 +13,12 @@ class WidgetLabels;
 
 // What a person calls a widget by, and how it stands. Only plain getters of Qt are read.
 
-/** The caption of a control or view as it is read, without mnemonics; null when it has none. */
+/** The caption of a control as it is read, without mnemonics; null when it has none. */
 QString captionOf(const QWidget* widget);
+
+/** What a view is called: the title of a window, menu or page of a wizard; null when it has none.
+ */
+QString titleOf(const QWidget* widget);
 
 /** What is written into the widget while nothing is typed; null when it has no such text. */
 QString placeholderOf(const QWidget* widget);

@@ -108,6 +108,17 @@ bool isPage(const QWidget* widget) {
     return (layout != nullptr && isPageOf(layout, page)) || toolBoxOf(widget) != nullptr;
 }
 
+QList<QWidget*> stackedPagesOf(const QWidget* parent) {
+    QList<QWidget*> pages;
+    const auto* const stack = qobject_cast<const QStackedLayout*>(parent->layout());
+    for (int i = 0; stack != nullptr && i < stack->count(); ++i) {
+        if (QWidget* const page = stack->widget(i)) {
+            pages.append(page);
+        }
+    }
+    return pages;
+}
+
 QString pageTitleOf(const QWidget* widget) {
     auto* const page = const_cast<QWidget*>(widget); // NOLINT(*-const-cast): look-ups take it so
     if (const QTabWidget* const tabs = tabWidgetOf(widget)) {
@@ -116,7 +127,7 @@ QString pageTitleOf(const QWidget* widget) {
     if (const QToolBox* const box = toolBoxOf(widget)) {
         return stripMnemonics(box->itemText(box->indexOf(page)));
     }
-    return captionOf(widget);
+    return titleOf(widget);
 }
 
 } // namespace UIControls

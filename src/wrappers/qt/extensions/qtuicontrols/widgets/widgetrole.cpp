@@ -56,8 +56,7 @@ QList<QAction*> buttonActionsOf(const QToolBar* bar) {
 QList<QAction*> actionsOfButton(const QToolButton* button) {
     QAction* const action = button->defaultAction();
     const auto* const bar = qobject_cast<const QToolBar*>(button->parentWidget());
-    if (!isCommandsButton(button) ||
-        (bar != nullptr && bar->widgetForAction(action) == button)) {
+    if (!isCommandsButton(button) || (bar != nullptr && bar->widgetForAction(action) == button)) {
         return {};
     }
     return {action};
@@ -69,8 +68,7 @@ QList<QAction*> iconActionsOf(const QWidget* edit) {
     for (const QObject* child : edit->children()) {
         const auto* const button = qobject_cast<const QToolButton*>(child);
         QAction* const action = button == nullptr ? nullptr : button->defaultAction();
-        if (action != nullptr &&
-            action->objectName() != QLatin1String("_q_qlineeditclearaction")) {
+        if (action != nullptr && action->objectName() != QLatin1String("_q_qlineeditclearaction")) {
             shown.append(action);
         }
     }
@@ -148,6 +146,9 @@ bool isPartByPlace(const QWidget* widget, WidgetClass cls) {
         return false;
     }
     if (cls == WidgetClass::ToolButton) {
+        if (classOf(parent) == WidgetClass::MenuBar) {
+            return widget->objectName() == QLatin1String("qt_menubar_ext_button");
+        }
         // What scrolls the tabs of a bar that has more than it can show.
         return classOf(parent) == WidgetClass::TabBar &&
                widget->metaObject() == &QToolButton::staticMetaObject &&
@@ -199,6 +200,8 @@ ReachedActions actionsReachedThrough(const QWidget* widget, WidgetClass cls) {
         }
         break;
     }
+    case WidgetClass::MdiWindow:
+        return {}; // its title bar's
     default:
         break;
     }

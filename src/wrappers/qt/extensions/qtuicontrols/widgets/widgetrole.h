@@ -14,10 +14,12 @@ QT_END_NAMESPACE
 namespace Vorsk {
 namespace UIControls {
 
-/** Whether the widget is a control by what it extends and where it stands. @param type set when it is one */
+/** Whether the widget is a control by what it extends and where it stands. @param type set when it
+ * is one */
 bool isControl(const QWidget* widget, WidgetClass cls, ElementType* type);
 
-/** Whether the widget is a piece of the control that it lies in, although its class could stand by itself. */
+/** Whether the widget is a piece of the control that it lies in, although its class could stand by
+ * itself. */
 bool isPartByPlace(const QWidget* widget, WidgetClass cls);
 
 /** Whether the widget lies in a control, or a part of one, that holds nothing but its own parts. */

@@ -124,9 +124,8 @@ void WidgetStates::updateTexts(QWidget* widget) {
     if (!m_otherLanguage.isEmpty() && m_otherLanguage.remove(widget)) {
         WidgetLabels labels;
         m_pieces.book.setAttribute(control, Attribute::Label,
-                                   captionOf(widget).isNull()
-                                       ? nullIfEmpty(labels.labelOf(widget))
-                                       : QString());
+                                   captionOf(widget).isNull() ? nullIfEmpty(labels.labelOf(widget))
+                                                              : QString());
     }
 }
 

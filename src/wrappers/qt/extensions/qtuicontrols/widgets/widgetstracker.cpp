@@ -31,11 +31,9 @@ struct WidgetsTracker::Pieces {
         , survey({book, views, parts, uses, commands})
         , states({book, views, parts, uses}) {
         if (services.options.takesPictures) {
-            pictures =
-                std::make_unique<WidgetPictures>(book, views, services.options.redacted);
-            views.setSeenListener([this](QWidget* widget, UIElement* view) {
-                pictures->noteSeen(widget, view);
-            });
+            pictures = std::make_unique<WidgetPictures>(book, views, services.options.redacted);
+            views.setSeenListener(
+                [this](QWidget* widget, UIElement* view) { pictures->noteSeen(widget, view); });
         }
     }
 
@@ -181,10 +179,9 @@ void WidgetsTracker::notePolished(QWidget* widget) {
     }
     // Of what is no control, only what lists actions or may be a page has to be looked at.
     const QWidget* const parent = widget->parentWidget();
-    const bool isPlain = cls == WidgetClass::Plain && widget->actions().isEmpty() &&
-                         !widget->isWindow() &&
-                         (parent == nullptr ||
-                          qobject_cast<const QStackedLayout*>(parent->layout()) == nullptr);
+    const bool isPlain =
+        cls == WidgetClass::Plain && widget->actions().isEmpty() && !widget->isWindow() &&
+        (parent == nullptr || qobject_cast<const QStackedLayout*>(parent->layout()) == nullptr);
     if (!isPlain) {
         m_pieces->survey.note(widget, WidgetSurvey::Extent::Itself);
     }

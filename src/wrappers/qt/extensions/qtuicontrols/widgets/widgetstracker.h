@@ -12,8 +12,8 @@ namespace Vorsk {
 namespace UIControls {
 
 /**
- * The half of the extension that knows Qt Widgets: hands each event to what finds views and controls
- * (WidgetSurvey, WidgetViews), follows their state (WidgetStates), takes pictures of views
+ * The half of the extension that knows Qt Widgets: hands each event to what finds views and
+ * controls (WidgetSurvey, WidgetViews), follows their state (WidgetStates), takes pictures of views
  * (WidgetPictures) and counts uses (WidgetUses, Commands). GUI thread only.
  */
 class WidgetsTracker final : public ControlsTracker {

@@ -15,6 +15,7 @@
 #include <QMenu>
 #include <QShortcut>
 #include <QTabBar>
+#include <QTimerEvent>
 #include <QToolBox>
 #include <QToolButton>
 
@@ -61,6 +62,17 @@ void WidgetSurvey::note(QWidget* widget, Extent extent) {
     if (m_noted.empty() || m_noted.back().widget != widget || m_noted.back().extent != extent) {
         m_noted.push_back({widget, extent});
     }
+    // In case nothing else happens.
+    if (!m_timer.isActive()) {
+        m_timer.start(0, this);
+    }
+}
+
+void WidgetSurvey::timerEvent(QTimerEvent* event) {
+    if (event->timerId() == m_timer.timerId()) {
+        flush();
+    }
+    QObject::timerEvent(event);
 }
 
 void WidgetSurvey::survey(QWidget* widget) {
@@ -72,6 +84,7 @@ void WidgetSurvey::surveyNoted() {
     ElementBook::Batch batch(m_pieces.book);
     std::vector<Noted> noted;
     noted.swap(m_noted);
+    m_timer.stop();
     m_labels = WidgetLabels();
     m_walkedMenus.clear();
     for (const Noted& each : noted) {
@@ -122,6 +135,12 @@ void WidgetSurvey::walk(QWidget* widget, Place place, bool mayBePage) {
 
 void WidgetSurvey::walkChildren(QWidget* widget, const Place& place) {
     const bool mayBePages = mayHavePages(widget);
+    // The one that is shown is the last child; what is told should not depend on that.
+    for (QWidget* page : stackedPagesOf(widget)) {
+        if (isPage(page)) {
+            m_pieces.views.viewOf(page);
+        }
+    }
     const QObjectList children = widget->children();
     for (QObject* child : children) {
         if (child->isWidgetType()) {
@@ -133,7 +152,8 @@ void WidgetSurvey::walkChildren(QWidget* widget, const Place& place) {
     }
 }
 
-/** Where the widget is a view, what lies in it belongs there. False where nobody could ever see it. */
+/** Where the widget is a view, what lies in it belongs there. False where nobody could ever see it.
+ */
 bool WidgetSurvey::enterView(QWidget* widget, WidgetClass cls, Place& place, bool mayBePage) {
     const bool isWindow = isTopLevel(widget);
     if (!isWindow && !mayBePage && !isPageClass(cls)) {

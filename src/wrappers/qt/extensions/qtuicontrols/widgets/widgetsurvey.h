@@ -5,6 +5,7 @@
 #include "qtuicontrols/widgets/widgetclass.h"
 #include "qtuicontrols/widgets/widgetlabels.h"
 
+#include <QBasicTimer>
 #include <QPointer>
 #include <QSet>
 #include <QWidget>
@@ -27,9 +28,12 @@ class WidgetViews;
  * Finds what a person can operate in trees of widgets and makes an element of each: controls, tabs,
  * options, links, and the actions that menus, tool bars and other widgets list. A tree is surveyed
  * as a whole when its window is shown, hidden pages and shut menus with it; what comes later is
- * noted and surveyed when its construction is over. GUI thread only.
+ * noted and surveyed when its construction is over, by a timer of its own at the latest. GUI thread
+ * only.
  */
-class WidgetSurvey {
+class WidgetSurvey : public QObject {
+    Q_OBJECT
+
 public:
     struct Pieces {
         ElementBook& book;
@@ -45,8 +49,8 @@ public:
     /** The widget and all that lies in it, now. */
     void survey(QWidget* widget);
 
-    /** The widget, which may still be in construction, is surveyed at the next flush(); only what it
-     * is itself, unless it asks for all that lies in it. */
+    /** The widget, which may still be in construction, is surveyed at the next flush(); only what
+     * it is itself, unless it asks for all that lies in it. */
     enum class Extent : quint8 { Itself, Tree };
     void note(QWidget* widget, Extent extent);
 
@@ -56,6 +60,9 @@ public:
             surveyNoted();
         }
     }
+
+protected:
+    void timerEvent(QTimerEvent* event) override;
 
 private:
     /** Where controls of a walk belong. */
@@ -82,6 +89,7 @@ private:
     Pieces m_pieces;
     ActionListers m_listers;
     std::vector<Noted> m_noted;
+    QBasicTimer m_timer;
     // Of the present walk.
     WidgetLabels m_labels;
     QSet<const QMenu*> m_walkedMenus;

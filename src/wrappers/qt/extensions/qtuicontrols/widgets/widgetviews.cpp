@@ -21,7 +21,8 @@ namespace UIControls {
 
 namespace {
 
-/** Where the parent chain goes on: a window that is shown within a graphics scene lies in what shows the scene. */
+/** Where the parent chain goes on: a window that is shown within a graphics scene lies in what
+ * shows the scene. */
 QWidget* above(const QWidget* widget) {
     if (!widget->isWindow()) {
         return widget->parentWidget();
@@ -48,6 +49,12 @@ bool isPartMenu(QMenu* menu) {
     if (parent != nullptr && liesInControl(parent)) {
         return true;
     }
+    for (const QWidget* host : menu->menuAction()->associatedWidgets()) {
+        const WidgetClass cls = classOf(host);
+        if (cls == WidgetClass::Part || isPartByPlace(host, cls) || liesInControl(host)) {
+            return true;
+        }
+    }
     auto* const sub = qobject_cast<QMdiSubWindow*>(parent);
     return sub != nullptr && sub->systemMenu() == menu;
 }
@@ -72,7 +79,8 @@ bool canBeSeen(const QWidget* widget) {
     return place.intersects(top->rect());
 }
 
-/** Whether the book's element for the widget is that of a control, so that the view has to do without. */
+/** Whether the book's element for the widget is that of a control, so that the view has to do
+ * without. */
 bool isControlAsWell(const QWidget* widget) {
     const WidgetClass cls = classOf(widget);
     return isControlClass(cls) || cls == WidgetClass::GroupBox;
@@ -100,7 +108,7 @@ bool WidgetViews::typeOf(const QWidget* widget, ElementType* type) const {
         return true;
     }
     if (isPage(widget)) {
-        *type = ElementType::Page;
+        *type = cls == WidgetClass::MdiWindow ? ElementType::Window : ElementType::Page;
         return true;
     }
     if (!isTopLevel(widget)) {
@@ -120,7 +128,7 @@ bool WidgetViews::typeOf(const QWidget* widget, ElementType* type) const {
         return true;
     default:
         *type = cls == WidgetClass::Dialog || cls == WidgetClass::Wizard ? ElementType::Dialog
-                                                                        : ElementType::Window;
+                                                                         : ElementType::Window;
         return true;
     }
 }
@@ -160,11 +168,12 @@ UIElement* WidgetViews::make(QWidget* widget, ElementType type) {
     const WidgetClass cls = classOf(widget);
     if (type == ElementType::Window && cls != WidgetClass::MainWindow &&
         widget->parentWidget() == nullptr && !widget->isVisible()) {
-        return nullptr; // may be about to be put into another one, or meant for other things than to be seen
+        return nullptr; // may be about to be put into another one, or meant for other things than
+                        // to be seen
     }
     ElementBook::Batch batch(m_book);
     UIElement* const parent = parentViewOf(widget, type);
-    if (parent == nullptr && type == ElementType::Page) {
+    if (parent == nullptr && isPage(widget)) {
         return nullptr;
     }
     if (UIElement* const made = knownView(widget)) {
@@ -198,10 +207,8 @@ UIElement* WidgetViews::parentViewOf(QWidget* widget, ElementType type) {
     if (type == ElementType::Menu) {
         return viewAboveMenu(static_cast<QMenu*>(widget));
     }
-    if (type != ElementType::Page) {
-        return nullptr;
-    }
-    return viewOf(widget->parentWidget());
+    const bool isWithin = type == ElementType::Page || !widget->isWindow();
+    return isWithin ? viewOf(widget->parentWidget()) : nullptr;
 }
 
 UIElement* WidgetViews::viewAboveMenu(QMenu* menu) {
@@ -211,7 +218,7 @@ UIElement* WidgetViews::viewAboveMenu(QMenu* menu) {
     m_path.push_back(menu);
     UIElement* found = nullptr;
     for (QWidget* host : menu->menuAction()->associatedWidgets()) {
-        if (host != menu && classOf(host) != WidgetClass::Part && !liesInControl(host)) {
+        if (host != menu) {
             found = viewOf(host);
         }
         if (found != nullptr) {
@@ -253,7 +260,7 @@ void WidgetViews::updateTitle(QWidget* widget) {
         return;
     }
     if (m_book.typeOf(view) != ElementType::Page) {
-        m_book.setText(view, captionOf(widget));
+        m_book.setText(view, titleOf(widget));
         return;
     }
     const QString title = pageTitleOf(widget);

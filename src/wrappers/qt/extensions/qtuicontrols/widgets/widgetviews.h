@@ -34,9 +34,9 @@ public:
     void setSeenListener(SeenListener listener) { m_seenListener = std::move(listener); }
 
     /**
-     * The element of the nearest view that the widget lies in, itself included, made now where it is
-     * missing; null when the widget lies in nothing that a person could see, as in a widget without
-     * a parent that was never shown.
+     * The element of the nearest view that the widget lies in, itself included, made now where it
+     * is missing; null when the widget lies in nothing that a person could see, as in a widget
+     * without a parent that was never shown.
      */
     UIElement* viewOf(QWidget* widget);
     /** The widget of that view; null without one. */
