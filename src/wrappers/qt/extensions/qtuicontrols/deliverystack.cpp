@@ -44,11 +44,9 @@ void DeliveryStack::begin(QObject* receiver, const QEvent* event, QEvent::Type t
     if (m_deliveries.empty() && !isOfUser && !m_keepsAll) {
         return;
     }
-    if (!isOfUser && !m_hearsEnds && !isFromEventLoop(type)) {
-        return;
-    }
     prune(frame);
-    if (m_deliveries.empty() && !isOfUser && !m_keepsAll) {
+    if (!isOfUser && ((m_deliveries.empty() && !m_keepsAll) ||
+                      (!m_hearsEnds && !isFromEventLoop(type)))) {
         return;
     }
     Delivery delivery;
