@@ -70,6 +70,7 @@ public:
         m_book.countUse(element, use);
     }
     ElementType typeOf(const UIElement* element) const override { return m_book.typeOf(element); }
+    QString idOf(const UIElement* element) const override { return m_book.idOf(element); }
     UIElement* parentOf(const UIElement* element) const override {
         return m_book.parentOf(element);
     }
