@@ -32,7 +32,8 @@ QString linkAt(QObject* text, const QPointF& place) {
 
 /** Whether it shows one page at a time, with the index of the current one. */
 bool hasPages(const QObject* object) {
-    return extendsClass(object, "QQuickSwipeView") || extendsClass(object, "QQuickTabBar");
+    const QByteArray& name = QuickClass::of(object).name();
+    return name == "QQuickSwipeView" || name == "TabView" || extendsClass(object, "QQuickTabBar");
 }
 
 } // namespace
@@ -217,6 +218,10 @@ QuickUses::QuickUses(const TrackerServices& services)
     : m_private(std::make_unique<Private>(services)) {}
 
 QuickUses::~QuickUses() = default;
+
+void QuickUses::setParts(const QuickParts& parts) {
+    m_private->uses.setParts(parts);
+}
 
 void QuickUses::watch(QObject* object, ElementType type, UIElement* element) {
     m_private->unconnected.emplace_back(object);

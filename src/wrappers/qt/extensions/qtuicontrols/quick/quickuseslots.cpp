@@ -4,6 +4,7 @@
 #include "quickgesture.h"
 #include "quickjudge.h"
 #include "quickmotions.h"
+#include "quickparts.h"
 #include "quickplaces.h"
 
 #include <QStringList>
@@ -25,6 +26,19 @@ Use stateOf(const QObject* control) {
         }
     }
     return control->property("checked").toBool() ? Use::Checked : Use::Unchecked;
+}
+
+/** The page that a container shows; null when it shows none. */
+QObject* currentPageOf(QObject* container) {
+    const QVariant item = container->property("currentItem");
+    if (item.isValid()) {
+        return item.value<QObject*>();
+    }
+    QVariant tab; // of a tab view of the first generation
+    QMetaObject::invokeMethod(container, "getTab", Qt::DirectConnection,
+                              Q_RETURN_ARG(QVariant, tab),
+                              Q_ARG(QVariant, container->property("currentIndex")));
+    return tab.value<QObject*>();
 }
 
 } // namespace
@@ -124,7 +138,17 @@ void QuickUseSlots::onClicked() {
 }
 
 void QuickUseSlots::onChosen() {
-    countIfOperated(sender(), Use::Chosen);
+    QObject* const comboBox = sender();
+    if (!m_judge.isOperated(comboBox)) {
+        return;
+    }
+    count(comboBox, Use::Chosen);
+    const int index = comboBox->property("currentIndex").toInt();
+    UIElement* const option =
+        m_parts == nullptr ? nullptr : m_parts->optionElement(comboBox, index);
+    if (option != nullptr) {
+        countElement(comboBox, option, Use::Chosen);
+    }
 }
 
 void QuickUseSlots::onEdited() {
@@ -195,11 +219,16 @@ void QuickUseSlots::onPageChanged() {
     if (!m_judge.isContainerOperated(container)) {
         return;
     }
-    auto* const current = container->property("currentItem").value<QObject*>();
-    const auto page = m_pages.constFind(current);
-    if (page != m_pages.cend() && page->object == current) {
-        countElement(current, page->tab, Use::Chosen);
+    QObject* const current = currentPageOf(container);
+    if (current == nullptr) {
         return;
+    }
+    for (QObject* const object : {current, current->property("item").value<QObject*>()}) {
+        const auto page = m_pages.constFind(object);
+        if (page != m_pages.cend() && !page->object.isNull()) {
+            countElement(object, page->tab, Use::Chosen);
+            return;
+        }
     }
     UIElement* const element = m_book.elementOf(current);
     if (element != nullptr && m_book.typeOf(element) == ElementType::Tab) {

@@ -14,6 +14,7 @@ namespace UIControls {
 class QuickGesture;
 class QuickJudge;
 class QuickMotions;
+class QuickParts;
 
 /**
  * What signals of controls are connected to: asks whether a person operates the sender and counts
@@ -26,6 +27,8 @@ public:
     /** All outlive this object. */
     QuickUseSlots(ElementBook& book, const QuickJudge& judge, QuickMotions& motions,
                   const QuickGesture& gesture);
+
+    void setParts(const QuickParts& parts) { m_parts = &parts; }
 
     /** Has the page's tab counted when the page becomes the current one of what it lies in. */
     void addPage(QObject* page, UIElement* tab);
@@ -77,6 +80,8 @@ private:
     const QuickJudge& m_judge;
     QuickMotions& m_motions;
     const QuickGesture& m_gesture;
+    /** Null where entries have no elements. */
+    const QuickParts* m_parts = nullptr;
     /** In the gesture of that number. */
     std::vector<Counted> m_counted;
     int m_countedIn = 0;
