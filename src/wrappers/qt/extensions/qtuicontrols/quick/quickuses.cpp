@@ -235,6 +235,7 @@ void QuickUses::watch(QObject* object, ElementType type, UIElement* element) {
 }
 
 void QuickUses::handleEvent(QObject* object, QEvent* event) {
+    m_private->uses.noteEvent();
     switch (event->type()) {
     case QEvent::MouseButtonPress:
         m_private->noteBegin(object, event);

@@ -1,5 +1,6 @@
 #include "quickuseslots.h"
 
+#include "qtuicontrols/eventkinds.h"
 #include "quickclass.h"
 #include "quickgesture.h"
 #include "quickjudge.h"
@@ -11,6 +12,7 @@
 #include <QVariant>
 
 #include <algorithm>
+#include <utility>
 
 namespace Vorsk {
 namespace UIControls {
@@ -62,16 +64,36 @@ void QuickUseSlots::count(QObject* control, Use use) {
 }
 
 void QuickUseSlots::countElement(QObject* object, UIElement* element, Use use) {
+    if (m_judge.isClientActing()) {
+        if (m_pendingSender != sender()) {
+            m_pending.clear();
+            m_pendingSender = sender();
+        }
+        m_pending.push_back({object, element, use});
+        return;
+    }
     if (isCounted(element, use)) {
         return;
     }
     m_counted.push_back({element, use});
-    const QRect place = placeOf(object);
+    const QRect place = object != nullptr ? placeOf(object) : QRect();
     if (!place.isEmpty()) {
         m_book.setPlace(element, place);
     }
     m_book.announceUse(element, use);
     m_book.countUse(element, use);
+}
+
+void QuickUseSlots::countPending() {
+    const QEvent::Type type = m_judge.decisiveType();
+    if (m_judge.isClientActing() || (type != QEvent::None && !isInput(type))) {
+        return; // the call goes on
+    }
+    m_pendingSender = nullptr;
+    const std::vector<Pending> pending = std::exchange(m_pending, {});
+    for (const Pending& use : pending) {
+        countElement(use.object, use.element, use.use);
+    }
 }
 
 /** A press on a row chooses it, also where nothing keeps a current one. */

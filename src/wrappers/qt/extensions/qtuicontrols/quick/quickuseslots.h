@@ -36,6 +36,14 @@ public:
     /** A person does this to the control now. */
     void count(QObject* control, Use use);
 
+    /** To be called for each event; counts what an accessibility client has done in a call that is
+     * over. */
+    void noteEvent() {
+        if (!m_pending.empty()) {
+            countPending();
+        }
+    }
+
 public Q_SLOTS:
     void onActivated();
     void onActiveChanged();
@@ -66,6 +74,7 @@ private:
     void countEdit(QObject* control);
     void countElement(QObject* object, UIElement* element, Use use);
     void countRowOf(QObject* control);
+    void countPending();
     bool isCounted(const UIElement* element, Use use);
     bool isStateCounted(const UIElement* element);
     void tellWay(QObject* command, UIElement* element);
@@ -85,6 +94,15 @@ private:
     /** In the gesture of that number. */
     std::vector<Counted> m_counted;
     int m_countedIn = 0;
+    /** What the last sender of the present call of an accessibility client has told. Handlers in QML
+     * run before any slot, so that what they set signals before what the client operates. */
+    struct Pending {
+        QPointer<QObject> object;
+        UIElement* element;
+        Use use;
+    };
+    std::vector<Pending> m_pending;
+    const QObject* m_pendingSender = nullptr;
     struct Page {
         QPointer<QObject> object;
         UIElement* tab;
