@@ -19,6 +19,8 @@ QByteArray importLines(QuickScene::Imports imports) {
                "import QtQuick.Templates 2.3 as T; ";
     case QuickScene::Imports::Pointers:
         return "import QtQuick 2.15; import QtQuick.Window 2.2; ";
+    case QuickScene::Imports::Latest2:
+        return "import QtQuick 2.15; import QtQuick.Window 2.15; import QtQuick.Controls 2.15; ";
     case QuickScene::Imports::Quick:
         break;
     }

@@ -21,8 +21,8 @@ class QuickScene {
 public:
     /** What the text imports: nothing but Qt Quick, or a generation of the controls as well; with
      * Templates2 those that the second one is made of too, as T; with Pointers the Qt Quick that
-     * has pointer handlers. */
-    enum class Imports { Quick, Controls1, Controls2, Templates2, Pointers };
+     * has pointer handlers; with Latest2 the second generation beside these. */
+    enum class Imports { Quick, Controls1, Controls2, Templates2, Pointers, Latest2 };
 
     /**
      * @param qml      one object without the import lines

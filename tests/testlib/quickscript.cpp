@@ -189,11 +189,11 @@ QString QuickScript::runKeyStep(const QString& verb, const QString& typed) {
     const int keys = QKeySequence(typed)[0];
     const auto key = Qt::Key(keys & ~int(Qt::KeyboardModifierMask));
     const auto modifiers = Qt::KeyboardModifiers(keys & int(Qt::KeyboardModifierMask));
-    if (verb == text("key")) {
-        QTest::keyClick(window, key, modifiers);
-    } else if (verb == text("hold")) {
+    const QPointer<QWindow> guard(window); // a popup may go with the press
+    if (verb != text("let")) {
         QTest::keyPress(window, key, modifiers);
-    } else {
+    }
+    if (verb != text("hold") && !guard.isNull()) {
         QTest::keyRelease(window, key, modifiers);
     }
     return {};

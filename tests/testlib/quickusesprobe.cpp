@@ -41,7 +41,9 @@ public:
     UIElement* add(QObject* object, const Description& what, UIElement* parent) override {
         UIElement* const element = m_book.add(object, what, parent);
         const QString name = object == nullptr ? QString() : object->objectName();
-        m_names[element] = name.isEmpty() ? what.className + QLatin1Char(' ') + what.text : name;
+        const QString kind =
+            object == nullptr ? QLatin1String(nameOf(what.type)) : what.className;
+        m_names[element] = name.isEmpty() ? kind + QLatin1Char(' ') + what.text : name;
         return element;
     }
     void addObject(QObject* object, UIElement* element) override {
@@ -70,6 +72,7 @@ public:
         m_book.countUse(element, use);
     }
     ElementType typeOf(const UIElement* element) const override { return m_book.typeOf(element); }
+    QString idOf(const UIElement* element) const override { return m_book.idOf(element); }
     UIElement* parentOf(const UIElement* element) const override {
         return m_book.parentOf(element);
     }

@@ -46,7 +46,8 @@ public:
 /**
  * The half for Qt Quick with a real element book, played to by the application's deliveries. Keeps
  * a line for each use that was counted: "save clicked", with the objectName of what was used, or
- * with its class and text where it has none.
+ * with its class and text where it has none, or with its
+ * type and text where it stands for no object.
  */
 class QuickUsesProbe final : private DeliveringApplication::Host {
 public:

@@ -93,7 +93,7 @@ bool QuickJudge::isOperated(QObject* control) const {
         return isSameControl(m_owners.controlOf(verdict.receiver), control) ||
                isDragOf(control, verdict);
     case Attribution::Cause::Accessibility:
-        return m_attribution.isOperatedByClient(control);
+        return true; // of all that signal during the call, QuickUseSlots finds the one
     case Attribution::Cause::Later:
         return isLaterStepOf(control, verdict);
     }
@@ -224,11 +224,11 @@ bool QuickJudge::findWay(QObject* command, const QKeySequence& shortcut, Way& wa
 QQuickItem* QuickJudge::rowOf(QObject* control, QObject* view) const {
     QQuickItem* const item = itemOf(control);
     auto* const content = view->property("contentItem").value<QQuickItem*>();
-    if (item == nullptr || content == nullptr) {
+    if (item == nullptr) {
         return nullptr;
     }
     QQuickItem* row = item;
-    while (row != nullptr && row->parentItem() != content) {
+    while (row != nullptr && row->parentItem() != content && row->parentItem() != view) {
         row = row->parentItem();
     }
     if (row == nullptr || row == view->property("headerItem").value<QQuickItem*>() ||

@@ -21,8 +21,12 @@ public:
     QuickJudge(ElementBook& book, Attribution& attribution);
 
     const QuickOwners& owners() const { return m_owners; }
-    /** Of the delivery that decides. */
+    /** Of the delivery that decides; None when none is going on. */
     QEvent::Type decisiveType() const { return m_attribution.verdict().type; }
+    /** Whether an accessibility client acts: then all that signals seems to be operated. */
+    bool isClientActing() const {
+        return m_attribution.verdict().cause == Attribution::Cause::Accessibility;
+    }
 
     /** A control whose parts are none themselves. */
     bool isOperated(QObject* control) const;

@@ -1,6 +1,7 @@
 #include "quickowners.h"
 
 #include <QQuickItem>
+#include <QQuickWindow>
 #include <QVariant>
 
 #include <cstring>
@@ -39,6 +40,12 @@ QObject* QuickOwners::outerOf(QObject* object) {
         if (auto* const item = object->property("parent").value<QQuickItem*>()) {
             return item;
         }
+    }
+    if (std::strcmp(object->metaObject()->className(), "QQuickMenuPopupWindow1") == 0) {
+        // Each menu of the first generation has a window of its own and owns what that shows.
+        const QList<QQuickItem*> shown =
+            static_cast<QQuickWindow*>(object)->contentItem()->childItems();
+        return shown.isEmpty() ? nullptr : shown.first()->parent();
     }
     return object->parent();
 }

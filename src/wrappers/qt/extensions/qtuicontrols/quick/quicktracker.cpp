@@ -13,7 +13,9 @@ QuickTracker::QuickTracker(const TrackerServices& services)
     , m_survey(std::make_unique<QuickSurvey>(services,
                                              [this](QObject* object, ElementType type, UIElement* element) {
                                                  m_uses->watch(object, type, element);
-                                             })) {}
+                                             })) {
+    m_uses->setParts(m_survey->parts());
+}
 
 QuickTracker::~QuickTracker() {
     // It watches for the other.

@@ -32,7 +32,8 @@ QString linkAt(QObject* text, const QPointF& place) {
 
 /** Whether it shows one page at a time, with the index of the current one. */
 bool hasPages(const QObject* object) {
-    return extendsClass(object, "QQuickSwipeView") || extendsClass(object, "QQuickTabBar");
+    const QByteArray& name = QuickClass::of(object).name();
+    return name == "QQuickSwipeView" || name == "TabView" || extendsClass(object, "QQuickTabBar");
 }
 
 } // namespace
@@ -218,6 +219,10 @@ QuickUses::QuickUses(const TrackerServices& services)
 
 QuickUses::~QuickUses() = default;
 
+void QuickUses::setParts(const QuickParts& parts) {
+    m_private->uses.setParts(parts);
+}
+
 void QuickUses::watch(QObject* object, ElementType type, UIElement* element) {
     m_private->unconnected.emplace_back(object);
     if (type == ElementType::Tab && !object->inherits("QQuickTabButton")) {
@@ -230,6 +235,7 @@ void QuickUses::watch(QObject* object, ElementType type, UIElement* element) {
 }
 
 void QuickUses::handleEvent(QObject* object, QEvent* event) {
+    m_private->uses.noteEvent();
     switch (event->type()) {
     case QEvent::MouseButtonPress:
         m_private->noteBegin(object, event);

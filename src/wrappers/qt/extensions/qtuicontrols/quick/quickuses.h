@@ -18,6 +18,7 @@ class UIElement;
 namespace UIControls {
 
 using UIAbstraction::UIElement;
+class QuickParts;
 struct TrackerServices;
 
 /**
@@ -31,6 +32,9 @@ public:
     explicit QuickUses(const TrackerServices& services);
     ~QuickUses();
     Q_DISABLE_COPY(QuickUses)
+
+    /** Where the entries of combo boxes have their elements; outlives this object's last event. */
+    void setParts(const QuickParts& parts);
 
     /**
      * The object has become a control: an item, a pointer handler, an action or a shortcut; for the

@@ -1,15 +1,18 @@
 #include "quickuseslots.h"
 
+#include "qtuicontrols/eventkinds.h"
 #include "quickclass.h"
 #include "quickgesture.h"
 #include "quickjudge.h"
 #include "quickmotions.h"
+#include "quickparts.h"
 #include "quickplaces.h"
 
 #include <QStringList>
 #include <QVariant>
 
 #include <algorithm>
+#include <utility>
 
 namespace Vorsk {
 namespace UIControls {
@@ -25,6 +28,19 @@ Use stateOf(const QObject* control) {
         }
     }
     return control->property("checked").toBool() ? Use::Checked : Use::Unchecked;
+}
+
+/** The page that a container shows; null when it shows none. */
+QObject* currentPageOf(QObject* container) {
+    const QVariant item = container->property("currentItem");
+    if (item.isValid()) {
+        return item.value<QObject*>();
+    }
+    QVariant tab; // of a tab view of the first generation
+    QMetaObject::invokeMethod(container, "getTab", Qt::DirectConnection,
+                              Q_RETURN_ARG(QVariant, tab),
+                              Q_ARG(QVariant, container->property("currentIndex")));
+    return tab.value<QObject*>();
 }
 
 } // namespace
@@ -48,16 +64,36 @@ void QuickUseSlots::count(QObject* control, Use use) {
 }
 
 void QuickUseSlots::countElement(QObject* object, UIElement* element, Use use) {
+    if (m_judge.isClientActing()) {
+        if (m_pendingSender != sender()) {
+            m_pending.clear();
+            m_pendingSender = sender();
+        }
+        m_pending.push_back({object, element, use});
+        return;
+    }
     if (isCounted(element, use)) {
         return;
     }
     m_counted.push_back({element, use});
-    const QRect place = placeOf(object);
+    const QRect place = object != nullptr ? placeOf(object) : QRect();
     if (!place.isEmpty()) {
         m_book.setPlace(element, place);
     }
     m_book.announceUse(element, use);
     m_book.countUse(element, use);
+}
+
+void QuickUseSlots::countPending() {
+    const QEvent::Type type = m_judge.decisiveType();
+    if (m_judge.isClientActing() || (type != QEvent::None && !isInput(type))) {
+        return; // the call goes on
+    }
+    m_pendingSender = nullptr;
+    const std::vector<Pending> pending = std::exchange(m_pending, {});
+    for (const Pending& use : pending) {
+        countElement(use.object, use.element, use.use);
+    }
 }
 
 /** A press on a row chooses it, also where nothing keeps a current one. */
@@ -124,7 +160,17 @@ void QuickUseSlots::onClicked() {
 }
 
 void QuickUseSlots::onChosen() {
-    countIfOperated(sender(), Use::Chosen);
+    QObject* const comboBox = sender();
+    if (!m_judge.isOperated(comboBox)) {
+        return;
+    }
+    count(comboBox, Use::Chosen);
+    const int index = comboBox->property("currentIndex").toInt();
+    UIElement* const option =
+        m_parts == nullptr ? nullptr : m_parts->optionElement(comboBox, index);
+    if (option != nullptr) {
+        countElement(comboBox, option, Use::Chosen);
+    }
 }
 
 void QuickUseSlots::onEdited() {
@@ -195,11 +241,16 @@ void QuickUseSlots::onPageChanged() {
     if (!m_judge.isContainerOperated(container)) {
         return;
     }
-    auto* const current = container->property("currentItem").value<QObject*>();
-    const auto page = m_pages.constFind(current);
-    if (page != m_pages.cend() && page->object == current) {
-        countElement(current, page->tab, Use::Chosen);
+    QObject* const current = currentPageOf(container);
+    if (current == nullptr) {
         return;
+    }
+    for (QObject* const object : {current, current->property("item").value<QObject*>()}) {
+        const auto page = m_pages.constFind(object);
+        if (page != m_pages.cend() && !page->object.isNull()) {
+            countElement(object, page->tab, Use::Chosen);
+            return;
+        }
     }
     UIElement* const element = m_book.elementOf(current);
     if (element != nullptr && m_book.typeOf(element) == ElementType::Tab) {

@@ -219,8 +219,8 @@ ApplicationWindow {
             objectName: "swipe"
             Component.onCompleted: contentItem.objectName = "swipePages"
             width: 180; height: 80; clip: true
-            Rectangle { color: "lightblue"; Button { objectName: "swipe1"; text: "S1"; onClicked: swipe.currentIndex = 1 } }
-            Rectangle { color: "lightgreen"; Button { objectName: "swipe2"; text: "S2" } }
+            Rectangle { property string title: "First"; color: "lightblue"; Button { objectName: "swipe1"; text: "S1"; onClicked: swipe.currentIndex = 1 } }
+            Rectangle { property string title: "Second"; color: "lightgreen"; Button { objectName: "swipe2"; text: "S2" } }
         }
         ListView {
             id: list
