@@ -56,7 +56,10 @@ QJsonObject totalsObject(const CoverageTree::Totals& totals, int precision) {
         {QStringLiteral("shown"), totals.shown},
         {QStringLiteral("missed"), totals.missed},
         {QStringLiteral("events"), totals.events},
-        {QStringLiteral("covered"), totals.coveredEvents}};
+        {QStringLiteral("covered"), totals.coveredEvents},
+        {QStringLiteral("views"), totals.views},
+        {QStringLiteral("seenViews"), totals.seenViews},
+        {QStringLiteral("unavailable"), totals.unavailable}};
 }
 
 /** [name, count, counted by this version, [context, count, context, count ...]] each. */
@@ -100,8 +103,9 @@ QJsonObject nodeObject(const PageModel::Node& node) {
     QJsonObject object{{QStringLiteral("above"), node.above},
                        {QStringLiteral("kind"), text(node.step.kind)},
                        {QStringLiteral("step"), node.step.toKey()}};
-    if (!node.step.label.isEmpty()) {
-        object.insert(QStringLiteral("label"), text(node.step.label));
+    const QString label = node.step.caption.isEmpty() ? node.step.label : node.step.caption;
+    if (!label.isEmpty()) {
+        object.insert(QStringLiteral("label"), text(label));
     }
     if (!node.step.className.isEmpty()) {
         object.insert(QStringLiteral("of"), text(node.step.className));
@@ -206,6 +210,7 @@ QJsonObject of(const PageModel& model) {
         return windowObject(row, model.precision);
     };
     return {{QStringLiteral("title"), text(model.title)},
+            {QStringLiteral("controls"), model.isOfControls},
             {QStringLiteral("totals"), totalsObject(model.totals, model.precision)},
             {QStringLiteral("warnings"), strings(model.warnings)},
             {QStringLiteral("notes"), strings(model.notes)},

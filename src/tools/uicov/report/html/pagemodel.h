@@ -99,6 +99,8 @@ struct PageModel {
     QString title;
     /** Digits behind the point of percentages. */
     int precision = 0;
+    /** Of runs of the controls extension: other words, and views besides. */
+    bool isOfControls = false;
     Coverage::CoverageTree::Totals totals;
     /** What has to be known before the numbers are believed. */
     QStringList warnings;

@@ -51,7 +51,8 @@ void PageModelBuilder::build(PageModel& model) {
     for (const int window : all) {
         const CoverageTree::Totals totals = m_tree.totalsOf(window);
         model.totals += totals;
-        if (totals.elements > 0 || hasIgnored(window)) {
+        model.isOfControls = m_tree.isOfControls();
+        if (totals.elements > 0 || totals.views > 0 || hasIgnored(window)) {
             windows.push_back({window, totals});
         }
     }
@@ -103,7 +104,9 @@ void PageModelBuilder::addNode(int treeNode, int window) {
     node.isCountable = m_tree.counts(treeNode);
     node.ignoredBy = source.isCountable ? source.ignoredBy : -1;
     node.state = m_tree.stateOf(treeNode);
-    node.isUnopenedMenu = source.isMenu && !source.isOpenedMenu;
+    const bool isUnseenView = source.role == CoverageTree::Node::Role::View && !source.wasSeen;
+    node.isUnopenedMenu = (source.isMenu && !source.isOpenedMenu) || isUnseenView;
+    node.isCountable = node.isCountable && node.state != Coverage::State::Unavailable;
     node.className = appearance.className;
     node.text = appearance.text;
     node.events = source.events;

@@ -116,6 +116,10 @@ QStringList PageSummary::notes() const {
                          .arg(warnings)
                          .arg(lines.size()));
     }
+    if (totals.unavailable > 0) {
+        notes.append(QStringLiteral("Controls that were never enabled, and so are not counted: %1.")
+                         .arg(totals.unavailable));
+    }
     if (totals.neverCountedEvents > 0) {
         notes.append(QStringLiteral("\"unchecked\" of check boxes of Qt Widgets is left out: it is "
                                     "announced and never counted."));

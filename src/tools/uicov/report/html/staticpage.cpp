@@ -38,6 +38,7 @@ QString numberCell(int number) {
 QString headings(const QStringList& names) {
     // Right-aligned, as what stands below them.
     static const QStringList numbers{QStringLiteral("Elements"),       QStringLiteral("Used"),
+                                     QStringLiteral("Controls"),       QStringLiteral("Seen"),
                                      QStringLiteral("Shown"),          QStringLiteral("Missed"),
                                      QStringLiteral("Of them used"),   QStringLiteral("Cover"),
                                      QStringLiteral("First used here")};
@@ -128,10 +129,14 @@ QString StaticPage::toString() const {
 }
 
 QString StaticPage::overview() const {
-    const CoverageTree::Totals& all = m_model.totals;
     return QStringLiteral("<h1>") + HtmlText::content(m_model.title) + QStringLiteral("</h1>\n") +
            paragraphs(m_model.warnings, QStringLiteral("warning")) +
-           QStringLiteral("<p class=\"sum\"><strong>%1</strong> of %2 elements were used: %3 used, "
+           (m_model.isOfControls ? sumOfControls() : sumOfElements()) + gates();
+}
+
+QString StaticPage::sumOfElements() const {
+    const CoverageTree::Totals& all = m_model.totals;
+    return QStringLiteral("<p class=\"sum\"><strong>%1</strong> of %2 elements were used: %3 used, "
                           "%4 only shown, %5 missed. %6 of %7 events happened.</p>\n")
                .arg(Base::Percentage::text(all.used, all.elements, m_model.precision))
                .arg(all.elements)
@@ -141,8 +146,22 @@ QString StaticPage::overview() const {
                .arg(all.coveredEvents)
                .arg(all.events) +
            QStringLiteral("<p>Used: operated, or seen where there is nothing to operate. Shown: "
-                          "only seen. Missed: neither.</p>\n") +
-           gates();
+                          "only seen. Missed: neither.</p>\n");
+}
+
+QString StaticPage::sumOfControls() const {
+    const CoverageTree::Totals& all = m_model.totals;
+    return QStringLiteral("<p class=\"sum\"><strong>%1</strong> of %2 controls were used: %3 used, "
+                          "%4 only seen, %5 missed. %6 of %7 views were seen.</p>\n")
+               .arg(Base::Percentage::text(all.used, all.elements, m_model.precision))
+               .arg(all.elements)
+               .arg(all.used)
+               .arg(all.shown)
+               .arg(all.missed)
+               .arg(all.seenViews)
+               .arg(all.views) +
+           QStringLiteral("<p>Used: a person operated it. Seen: its view was seen, but it was not used. "
+                          "Missed: its view was never seen.</p>\n");
 }
 
 QString StaticPage::gates() const {
@@ -209,7 +228,9 @@ QString StaticPage::windows() const {
     QString html =
         QStringLiteral("<h2>Windows</h2>\n<div class=\"wide\"><table>") +
         headings({QStringLiteral("Window"), QStringLiteral("Application"),
-                  QStringLiteral("Elements"), QStringLiteral("Used"), QStringLiteral("Shown"),
+                  m_model.isOfControls ? QStringLiteral("Controls") : QStringLiteral("Elements"),
+                  QStringLiteral("Used"),
+                  m_model.isOfControls ? QStringLiteral("Seen") : QStringLiteral("Shown"),
                   QStringLiteral("Missed"), QStringLiteral("Cover")}) +
         QStringLiteral("<tbody>\n");
     for (int i = 0; i < m_model.windows.size(); ++i) {
@@ -231,7 +252,9 @@ QString StaticPage::window(int index) const {
              ? QString()
              : QStringLiteral(" <small>of ") + HtmlText::content(window.application) +
                    QStringLiteral("</small>")) +
-        QStringLiteral("</h2>\n<p>%1 of %2 elements used, %3 only shown, %4 missed</p>\n")
+        (m_model.isOfControls
+             ? QStringLiteral("</h2>\n<p>%1 of %2 controls used, %3 only seen, %4 missed</p>\n")
+             : QStringLiteral("</h2>\n<p>%1 of %2 elements used, %3 only shown, %4 missed</p>\n"))
             .arg(window.totals.used)
             .arg(window.totals.elements)
             .arg(window.totals.shown)

@@ -20,6 +20,8 @@ public:
 
 private:
     QString overview() const;
+    QString sumOfElements() const;
+    QString sumOfControls() const;
     QString gates() const;
     QString rules() const;
     QString runs() const;

@@ -176,7 +176,7 @@ Page.main = (() => {
         themeButton = el("button", {type: "button", class: "icon", title: "Dark or light (d)", "aria-label": "Dark", onclick: turnTheme}, "◐");
         for (const state of Page.model.states) {
             toggles[state] = el("button", {type: "button", class: `toggle ${state}`, onclick: () => toggleState(state)},
-                glyph(state), el("span", {class: "word"}, state), el("span", {class: "many"}));
+                glyph(state), el("span", {class: "word"}, state === "shown" ? Page.model.terms.shown : state), el("span", {class: "many"}));
         }
         return el("header", {class: "bar-top"},
             el("a", {class: "home", href: "#", title: "Overview"}, "uicov"),

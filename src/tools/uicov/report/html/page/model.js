@@ -5,6 +5,22 @@ Page.model = (() => {
     const states = ["missed", "shown", "used"];
     let data = null;
 
+    /** What things and states are called, which depends on the extension that recorded them. */
+    const classicTerms = {
+        thing: "element", things: "elements", Things: "Elements", shown: "shown", Shown: "Shown", onlyShown: "only shown",
+        legend: "Used: operated, or seen where there is nothing to operate. Only shown: seen, and no more. Missed: neither.",
+        used: "Used: operated, or seen where there is nothing to operate.",
+        seen: "Only shown: it was seen, and nothing else happened to it.",
+        missed: "Missed: nothing that can happen to it did."
+    };
+    const controlTerms = {
+        thing: "control", things: "controls", Things: "Controls", shown: "seen", Shown: "Seen", onlyShown: "only seen",
+        legend: "Used: a person operated it. Only seen: its view was seen, but it was not used. Missed: its view was never seen.",
+        used: "Used: a person operated it.",
+        seen: "Only seen: its view was seen while it was enabled, but nobody used it.",
+        missed: "Missed: its view was never seen."
+    };
+
     function load(source) {
         data = source;
         data.nodes.forEach((node, index) => {
@@ -95,5 +111,5 @@ Page.model = (() => {
     }
 
     return {states, load, steps, key, stepName, name, path, menuPath, elementsOf, windowName, fullWindowName, stateOf,
-            get data() { return data; }};
+            get data() { return data; }, get terms() { return data.controls ? controlTerms : classicTerms; }};
 })();

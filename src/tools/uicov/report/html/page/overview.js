@@ -3,13 +3,13 @@
 /** The first page: what it comes to, window by window and run by run. */
 Page.overview = (() => {
     const {el, svg, shown, plain, glyph, number, count, bar} = Page.text;
-    const columns = [
+    const columnsFor = (terms) => [
         ["Window", "name", (window) => Page.model.windowName(window).toLowerCase()],
         ["Application", "application", (window) => window.application.toLowerCase()],
-        ["Elements", "number spare", (window) => -window.totals.elements],
+        [terms.Things, "number spare", (window) => -window.totals.elements],
         ["", "share", (window) => share(window)],
         ["Missed", "number", (window) => -window.totals.missed],
-        ["Shown", "number", (window) => -window.totals.shown],
+        [terms.Shown, "number", (window) => -window.totals.shown],
         ["Used", "number spare", (window) => -window.totals.used],
         ["Cover", "number", (window) => share(window)]
     ];
@@ -29,11 +29,13 @@ Page.overview = (() => {
         return el("section", {class: "sum", "aria-label": "Totals"},
             el("p", {class: "cover"}, el("strong", {}, totals.cover), " used"),
             el("div", {class: "shares"}, bar(totals),
-                el("ul", {}, figure("used", totals.used, "used"), figure("shown", totals.shown, "only shown"),
+                el("ul", {}, figure("used", totals.used, "used"), figure("shown", totals.shown, Page.model.terms.onlyShown),
                    figure("missed", totals.missed, "missed"))),
             el("dl", {class: "facts"},
-                el("div", {}, el("dt", {}, "Elements"), el("dd", {}, number(totals.elements))),
-                el("div", {}, el("dt", {}, "Events"), el("dd", {}, `${number(totals.covered)} of ${number(totals.events)}`)),
+                el("div", {}, el("dt", {}, Page.model.terms.Things), el("dd", {}, number(totals.elements))),
+                Page.model.data.controls
+                    ? el("div", {}, el("dt", {}, "Views seen"), el("dd", {}, `${number(totals.seenViews)} of ${number(totals.views)}`))
+                    : el("div", {}, el("dt", {}, "Events"), el("dd", {}, `${number(totals.covered)} of ${number(totals.events)}`)),
                 el("div", {}, el("dt", {}, "Windows"), el("dd", {}, number(windows.length))),
                 el("div", {}, el("dt", {}, "Runs"), el("dd", {}, number(runs.length)))));
     }
@@ -53,7 +55,7 @@ Page.overview = (() => {
     function windowsTable() {
         const rows = Page.model.data.windows.map(windowRow);
         const body = el("tbody", {}, rows.map(({row}) => row));
-        const shownColumns = columns.filter(([name]) => name !== "Application" || Page.model.data.applications.length > 1);
+        const shownColumns = columnsFor(Page.model.terms).filter(([name]) => name !== "Application" || Page.model.data.applications.length > 1);
         const head = el("tr", {}, shownColumns.map(([name, kind, value]) => el("th", {scope: "col", class: kind},
             name ? el("button", {type: "button", onclick: (event) => sortBy(event.currentTarget, value, rows, body)}, name)
                  : el("span", {class: "offscreen"}, "Shares"))));
@@ -93,7 +95,7 @@ Page.overview = (() => {
                 width > 20 ? svg("text", {x: box.x + box.width / 2, y: height + 14, "text-anchor": "middle"}, number(run.totals.used)) : null);
         });
         const [first, last] = [latest[0], latest.at(-1)].map((run) => number(run.totals.used));
-        const words = `of ${count(known, "element", "elements")} that are known now, the first of ${runs.length > trendRuns ? `the last ${trendRuns}` : runs.length} runs used ${first}, the last ${last}`;
+        const words = `of ${count(known, Page.model.terms.thing, Page.model.terms.things)} that are known now, the first of ${runs.length > trendRuns ? `the last ${trendRuns}` : runs.length} runs used ${first}, the last ${last}`;
         return el("figure", {class: "trend"}, el("figcaption", {}, shown(application), `: ${words}`),
                   svg("svg", {viewBox: `0 0 ${latest.length * width} ${height + 18}`, width: latest.length * width, height: height + 18, role: "img",
                               "aria-label": `Bars: ${words}`}, bars));
@@ -161,7 +163,7 @@ Page.overview = (() => {
     function notes() {
         const texts = Page.model.data.notes;
         return el("section", {class: "notes", "aria-labelledby": "notes-title"}, el("h2", {id: "notes-title"}, "About these numbers"),
-            el("ul", {}, el("li", {}, "Used: operated, or seen where there is nothing to operate. Only shown: seen, and no more. Missed: neither."),
+            el("ul", {}, el("li", {}, Page.model.terms.legend),
                texts.map((text) => el("li", {}, shown(text)))));
     }
 
@@ -193,7 +195,7 @@ Page.overview = (() => {
             }
             matches.hidden = !isFiltered;
             const ignored = matched.filter((node) => node.isIgnored).length;
-            title.textContent = `Matches: ${count(matched.length - ignored, "element", "elements")}${ignored ? `, ${number(ignored)} left out by rules` : ""}`;
+            title.textContent = `Matches: ${count(matched.length - ignored, Page.model.terms.thing, Page.model.terms.things)}${ignored ? `, ${number(ignored)} left out by rules` : ""}`;
             windowsTitle.textContent = isFiltered ? `Windows with matches: ${perWindow.size}` : "Windows";
             list.show(isFiltered ? [{nodes: [...matched].sort(Page.list.orders[view.sort])}] : []);
         }

@@ -10,23 +10,19 @@ Page.panel = (() => {
         outside: "Not outlined: it lay outside of the picture.",
         hidden: "Not outlined: the picture shows something else at its place, such as another page of a tab widget."
     };
-    const words = {
-        used: "Used: operated, or seen where there is nothing to operate.",
-        shown: "Only shown: it was seen, and nothing else happened to it.",
-        missed: "Missed: nothing that can happen to it did."
-    };
+    const words = () => ({used: Page.model.terms.used, shown: Page.model.terms.seen, missed: Page.model.terms.missed});
     const contextsShown = 6;
 
     /** What the state means, also where certain events are asked for. */
     function verdict(node) {
         const asked = askedOf(node);
         if (!asked.length) {
-            return words[node.state];
+            return words()[node.state];
         }
         const all = asked.join(", ");
         return {used: `Used: all that is asked of a ${node.kind} happened (${all}).`,
                 shown: `Only shown: something happened, but not all that is asked of a ${node.kind} (${all}).`,
-                missed: words.missed}[node.state];
+                missed: Page.model.terms.missed}[node.state];
     }
 
     /** The events that the configuration asks for, as far as the element has them. */

@@ -75,7 +75,7 @@ Page.text = (() => {
             return rect;
         });
         return svg("svg", {class: "bar", viewBox: "0 0 100 10", preserveAspectRatio: "none", role: "img",
-                           "aria-label": `${totals.used} used, ${totals.shown} only shown, ${totals.missed} missed`},
+                           "aria-label": `${totals.used} used, ${totals.shown} ${Page.model.terms.onlyShown}, ${totals.missed} missed`},
                    parts);
     }
 

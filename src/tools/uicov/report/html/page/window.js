@@ -148,7 +148,7 @@ Page.window = (() => {
         const counted = inWindow.filter((node) => node.counts).length;
         const ignored = inWindow.filter((node) => node.isIgnored).length;
         const total = state.window.totals.elements;
-        return `${counted === total ? "" : `${counted} of `}${count(total, "element", "elements")}${ignored ? `, ${ignored} left out` : ""}`;
+        return `${counted === total ? "" : `${counted} of `}${count(total, Page.model.terms.thing, Page.model.terms.things)}${ignored ? `, ${ignored} left out` : ""}`;
     }
 
     function update(state, view, matched) {
