@@ -123,7 +123,7 @@ Page.panel = (() => {
     function of(node, on) {
         if (!node) {
             return el("section", {class: "panel empty", "aria-label": "Selected element"},
-                      el("p", {}, "Select an element, in the picture or in the list, to see all that is known of it. ",
+                      el("p", {}, `Select one of the ${Page.model.terms.things}, in the picture or in the list, to see all that is known of it. `,
                          el("kbd", {}, "n"), " goes to the next gap."));
         }
         return el("section", {class: "panel", "aria-labelledby": "panel-title"},

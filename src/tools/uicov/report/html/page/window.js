@@ -44,7 +44,7 @@ Page.window = (() => {
             el("a", {class: "back", "data-window": -1}, "‹ Overview"),
             el("h1", {}, shown(Page.model.windowName(window))),
             Page.model.data.applications.length > 1 ? el("span", {class: "application"}, shown(window.application)) : null,
-            el("span", {class: "cover"}, el("strong", {}, totals.cover), " of ", count(totals.elements, "element", "elements"), " used"),
+            el("span", {class: "cover"}, el("strong", {}, totals.cover), " of ", count(totals.elements, Page.model.terms.thing, Page.model.terms.things), " used"),
             bar(totals),
             window.over >= 0 ? el("a", {class: "over", "data-window": window.over}, "over ", shown(Page.model.windowName(Page.model.data.windows[window.over]))) : null,
             el("span", {class: "steps"}, neighbour(-1, "Previous window", "↑"), neighbour(1, "Next window", "↓")));
