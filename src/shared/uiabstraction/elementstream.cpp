@@ -110,7 +110,7 @@ private:
                  extras.attributes1, extras.attributes2) &&
             readUsage(e);
         e.setExtras(std::move(extras));
-        e.cover(Extent(e.m_geometry.rect()));
+        HitIndex::cover(e, Extent(e.m_geometry.rect()));
         return {std::move(element), isComplete ? readCount(m_stream) : 0};
     }
 
