@@ -112,7 +112,7 @@ void ActionElements::countTriggered(QAction* action, UIElement* senderElement) {
     const QString text = stripMnemonics(action->text());
     UIElement* child = nullptr;
     if (senderElement != nullptr) {
-        // The first item with this text counts, also when another one has the same: intended.
+        // Items with equal text cannot be told apart in the element tree, so the first one counts.
         child = senderElement->findChild(text, StandardTypes::menuItem());
         if (child != nullptr) {
             child->increaseUsage(Events::clicked());

@@ -229,7 +229,8 @@ void QtQuickCoverageTracker::clickWindow(QQuickWindow* window, const QMouseEvent
 }
 
 void QtQuickCoverageTracker::showWindow(QQuickWindow* window) {
-    // The title of a window that is new here is set a second time, and that is intended.
+    // Also where windowElement() has just set it: each show sends the title, which the order of
+    // records that readers know relies on.
     if (UIElement* const shown = windowElement(window)) {
         shown->setText(window->title());
         shown->increaseUsage(Events::shown());

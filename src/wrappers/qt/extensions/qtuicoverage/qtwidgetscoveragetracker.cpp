@@ -139,7 +139,8 @@ UIElement* QtWidgetsCoverageTracker::trackWidget(QObject* widget) {
     known = trackWidgetAs<QMenuBar, QtMenuBarObserver>(guard, known, StandardTypes::menuBar());
     known = trackWidgetAs<QMenu, QtMenuObserver>(guard, known, StandardTypes::menu());
     known = trackWidgetAs<QCheckBox, QtCheckBoxObserver>(guard, known, StandardTypes::checkBox());
-    // Push buttons only: tool buttons, radio buttons and others stay generic, and that is intended.
+    // Push buttons only: the types that this extension tells apart are fixed, and tool buttons,
+    // radio buttons and others are not among them.
     known =
         trackWidgetAs<QPushButton, QtAbstractButtonObserver>(guard, known, StandardTypes::button());
     known = trackWidgetAs<QLineEdit, QtLineEditObserver>(guard, known, StandardTypes::textInput());
