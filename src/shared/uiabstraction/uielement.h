@@ -22,11 +22,15 @@ class QPoint;
 QT_END_NAMESPACE
 
 namespace Vorsk {
+
+namespace RecordStream {
+template <class Stream>
+class ElementReader;
+}
+
 namespace UIAbstraction {
 
 class ElementListener;
-template <class Stream>
-class ElementReader;
 
 /**
  * One node of the toolkit-neutral tree: a control, window or other object that usage is counted
@@ -171,7 +175,7 @@ Q_SIGNALS:
 
 private:
     template <class Stream>
-    friend class ElementReader;
+    friend class RecordStream::ElementReader;
     friend class HitIndex;
 
     struct Extras {

@@ -1,13 +1,13 @@
-#include "actionelements.h"
+#include "qtuicoverage/actionelements.h"
 
-#include "abstractuielementexporter.h"
-#include "classname.h"
-#include "grab.h"
-#include "logging.h"
-#include "mnemonics.h"
-#include "names.h"
-#include "qtwidgetobserver.h"
-#include "qtwidgetscoveragetracker.h"
+#include "qtuicoverage/names.h"
+#include "qtuicoverage/qtwidgetobserver.h"
+#include "qtuicoverage/qtwidgetscoveragetracker.h"
+#include "tracking/abstractuielementexporter.h"
+#include "tracking/classname.h"
+#include "tracking/grab.h"
+#include "tracking/logging.h"
+#include "tracking/mnemonics.h"
 
 #include <QAction>
 #include <QApplication>

@@ -1,7 +1,7 @@
-#include "observerpool.h"
+#include "tracking/observerpool.h"
 
-#include "mappingelementstore.h"
-#include "metamethods.h"
+#include "tracking/mappingelementstore.h"
+#include "tracking/metamethods.h"
 
 #include <QSet>
 

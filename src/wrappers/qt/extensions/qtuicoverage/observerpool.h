@@ -1,6 +1,6 @@
 #pragma once
 
-#include "qtobjectobserver.h"
+#include "tracking/qtobjectobserver.h"
 #include "uiabstraction/pointertable.h"
 
 #include <QHash>

@@ -1,6 +1,6 @@
-#include "qtmenubarobserver.h"
+#include "qtuicoverage/qtmenubarobserver.h"
 
-#include "qtwidgetscoveragetracker.h"
+#include "qtuicoverage/qtwidgetscoveragetracker.h"
 
 #include <QAction>
 #include <QMenuBar>

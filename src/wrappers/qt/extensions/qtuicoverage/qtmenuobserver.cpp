@@ -1,6 +1,6 @@
-#include "qtmenuobserver.h"
+#include "qtuicoverage/qtmenuobserver.h"
 
-#include "qtwidgetscoveragetracker.h"
+#include "qtuicoverage/qtwidgetscoveragetracker.h"
 
 #include <QAction>
 #include <QMenu>

@@ -1,11 +1,11 @@
-#include "qtquickcoveragetracker.h"
+#include "qtuicoverage/qtquickcoveragetracker.h"
 
-#include "grab.h"
-#include "names.h"
-#include "qtquickitemobserver.h"
-#include "quickgeometry.h"
-#include "quickgrab.h"
-#include "quickitemclass.h"
+#include "qtuicoverage/names.h"
+#include "qtuicoverage/qtquickitemobserver.h"
+#include "qtuicoverage/quickgeometry.h"
+#include "qtuicoverage/quickgrab.h"
+#include "qtuicoverage/quickitemclass.h"
+#include "tracking/grab.h"
 
 #include <QMouseEvent>
 #include <QPointer>
