@@ -1,9 +1,9 @@
 // What the heap holds for one tracked object, piece by piece.
 #include "discardinghook.h"
-#include "mappingelementstore.h"
-#include "observerpool.h"
-#include "qtobjectobserver.h"
-#include "streamuielementexporter.h"
+#include "tracking/mappingelementstore.h"
+#include "tracking/observerpool.h"
+#include "tracking/qtobjectobserver.h"
+#include "tracking/streamuielementexporter.h"
 #include "uiabstraction/uielement.h"
 
 #include <QCoreApplication>

@@ -1,11 +1,11 @@
 #include "operations.h"
 
-#include "mappingelementstore.h"
-#include "observerpool.h"
-#include "qtobjectobserver.h"
-#include "qtquickcoveragetracker.h"
-#include "qtwidgetscoveragetracker.h"
-#include "streamuielementexporter.h"
+#include "qtuicoverage/qtquickcoveragetracker.h"
+#include "qtuicoverage/qtwidgetscoveragetracker.h"
+#include "tracking/mappingelementstore.h"
+#include "tracking/observerpool.h"
+#include "tracking/qtobjectobserver.h"
+#include "tracking/streamuielementexporter.h"
 #include "uiabstraction/uielement.h"
 
 #include <QDialog>

@@ -1,7 +1,7 @@
 // What a window's picture costs: its encoding, time and size, beside what Qt's own writer does; and
 // how the whole is shared among grabbing, encoding and appending to a recording.
+#include "recordstream/pngwriter.h"
 #include "series.h"
-#include "uiabstraction/pngwriter.h"
 #include "vorskhook/recordingwriter.h"
 
 #include <QApplication>
@@ -93,7 +93,7 @@ Times measureSteps(Window& window, const QImage& image, VorskHost::RecordingWrit
     Times times{};
     times.grab = medianMilliseconds([&] { window.grab(); });
     QByteArray png;
-    times.encode = medianMilliseconds([&] { png = Vorsk::UIAbstraction::fastPng(image); });
+    times.encode = medianMilliseconds([&] { png = Vorsk::RecordStream::fastPng(image); });
     const QString name = QStringLiteral("uiCoverageData");
     times.append = medianMilliseconds([&] {
         if (!recording.appendMessage(1, name, {0, 1, imageChanged, png})) {
@@ -118,7 +118,7 @@ QJsonObject printed(QSize size, const Times& times) {
 QJsonObject measureEncoding(QSize size, const QImage& image) {
     QByteArray ours;
     QByteArray theirs;
-    const double ourTime = medianMilliseconds([&] { ours = Vorsk::UIAbstraction::fastPng(image); });
+    const double ourTime = medianMilliseconds([&] { ours = Vorsk::RecordStream::fastPng(image); });
     const double theirTime = medianMilliseconds([&] { theirs = qtPng(image); });
     const bool isEqual = QImage::fromData(ours, "PNG") == QImage::fromData(theirs, "PNG");
     std::printf("%5d x %-5d %9.2f ms %9.2f ms %6.2f x %9d B %9d B %6.2f x %s\n", size.width(),

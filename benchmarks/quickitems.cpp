@@ -1,9 +1,9 @@
 // What a window of many Qt Quick items costs. A first show, a focus in and one item more must cost
 // each item the same within a factor of 1.5, however many there are.
 #include "discardinghook.h"
-#include "qtquickcoveragetracker.h"
+#include "qtuicoverage/qtquickcoveragetracker.h"
 #include "series.h"
-#include "streamuielementexporter.h"
+#include "tracking/streamuielementexporter.h"
 #include "uiabstraction/uielement.h"
 
 #include <QFocusEvent>

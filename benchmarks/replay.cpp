@@ -2,11 +2,11 @@
 // memory: the same few elements over and over, so that the model stays as small as it is.
 #include "recording/frame.h"
 #include "recording/recordingreader.h"
+#include "recordingformat/frames.h"
+#include "recordstream/payloadwriter.h"
+#include "recordstream/recordkind.h"
 #include "run/runbuilder.h"
-#include "uiabstraction/payloadwriter.h"
-#include "uiabstraction/recordkind.h"
 #include "uiabstraction/uielement.h"
-#include "vorskhook/framebuilder.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -24,8 +24,8 @@
 
 namespace {
 
-using Vorsk::UIAbstraction::PayloadWriter;
-using Vorsk::UIAbstraction::RecordKind;
+using Vorsk::RecordStream::PayloadWriter;
+using Vorsk::RecordStream::RecordKind;
 using Vorsk::UIAbstraction::StandardType;
 using Vorsk::UIAbstraction::UIElement;
 
@@ -38,19 +38,20 @@ public:
     explicit Writer(const QString& path)
         : m_file(path) {
         m_file.open(QIODevice::WriteOnly);
-        const VorskHost::ProcessInfo info{{QStringLiteral("run"), QStringLiteral("benchmark")}};
-        m_file.write(VorskHost::FrameBuilder::header());
-        m_file.write(VorskHost::FrameBuilder::processFrame(0, info));
+        const RecordingFormat::ProcessInfo info{
+            {QStringLiteral("run"), QStringLiteral("benchmark")}};
+        m_file.write(RecordingFormat::fileHeader());
+        m_file.write(RecordingFormat::processFrame(0, info));
     }
 
     void add(RecordKind kind, const PayloadWriter& payload) {
-        m_file.write(VorskHost::FrameBuilder::messageFrame(
+        m_file.write(RecordingFormat::messageFrame(
             static_cast<quint64>(++m_messages), 0, QStringLiteral("uiCoverageData"),
             {4711, 1, static_cast<int>(kind), payload.payload()}));
     }
 
     bool close() {
-        m_file.write(VorskHost::FrameBuilder::endFrame(0, static_cast<quint64>(m_messages)));
+        m_file.write(RecordingFormat::endFrame(0, static_cast<quint64>(m_messages)));
         m_file.close();
         return m_file.error() == QFile::NoError;
     }

@@ -1,5 +1,6 @@
 # What a project that builds against this one finds: find_package(uicov) with these targets.
-#   uicov::model            the element model and its stream forms (uiabstraction/*.h), a static library
+#   uicov::model            the element model (uiabstraction/*.h), a static library
+#   uicov::recordstream     its stream forms and the payloads of records (recordstream/*.h), the same
 #   uicov::recordingformat  the layout of a recording (recordingformat/*.h)
 #   uicov::vorskabi         the interface between host and extension (vorsk/*.h)
 # Components of an installation: "device" (what an application is recorded with), "workstation" (the
@@ -11,8 +12,8 @@ function(uicov_install_development_files)
     set(package ${CMAKE_INSTALL_LIBDIR}/cmake/uicov)
 
     set_target_properties(uiabstraction PROPERTIES EXPORT_NAME model)
-    set(targets uiabstraction recordingformat checksum) # the model is linked with the last
-    set(folders uiabstraction recordingformat)
+    set(targets uiabstraction recordstream recordingformat checksum) # linked with, but without headers
+    set(folders uiabstraction recordstream recordingformat)
     list(TRANSFORM folders PREPEND ${PROJECT_SOURCE_DIR}/src/shared/)
     if(NOT UICOV_HOST_DIR) # a real host has its own headers
         list(APPEND targets vorskabi)

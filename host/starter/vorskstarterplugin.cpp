@@ -1,4 +1,4 @@
-#include "vorskstarterplugin.h"
+#include "starter/vorskstarterplugin.h"
 
 #include "vorskqtwrapper/libraryplace.h"
 

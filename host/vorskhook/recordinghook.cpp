@@ -15,7 +15,7 @@ RecordingHook::RecordingHook() {
     channel = onlyChannel;
 }
 
-RecordingHook* RecordingHook::start(const QString& path, const ProcessInfo& info,
+RecordingHook* RecordingHook::start(const QString& path, const RecordingFormat::ProcessInfo& info,
                                     qint64 maximumSize, bool isShared) {
     if (theHook != nullptr) {
         return theHook;

@@ -19,7 +19,7 @@ public:
      * second call gives the hook of the first.
      * @param isShared see RecordingWriter::setShared()
      */
-    static RecordingHook* start(const QString& path, const ProcessInfo& info,
+    static RecordingHook* start(const QString& path, const RecordingFormat::ProcessInfo& info,
                                 qint64 maximumSize = 0, bool isShared = true);
 
     /** The hook that start() made; null before. */

@@ -1,18 +1,14 @@
 #include "vorskhook/recordingmapping.h"
 
+#include "recordingformat/frames.h"
 #include "vorskhook/busguard.h"
-#include "vorskhook/framebuilder.h"
-
-#include <QtEndian>
 
 #include <algorithm>
 #include <array>
-#include <atomic>
 #include <cerrno>
 #include <cstring>
 
 #include <linux/magic.h>
-#include <recordingformat/recordingformat.h>
 #include <sys/file.h>
 #include <sys/mman.h>
 #include <sys/vfs.h>
@@ -58,15 +54,6 @@ bool keepsAllocatedRoom(int descriptor) {
                      static_cast<unsigned long>(status.f_type) & 0xFFFFFFFFUL) != known.end();
 }
 
-/** The first four bytes last, and each before it is seen without them: by them a frame is there. */
-void place(char* target, const QByteArray& frames) {
-    constexpr std::size_t lengthSize = sizeof(quint32);
-    const auto size = static_cast<std::size_t>(frames.size());
-    std::memcpy(target + lengthSize, frames.constData() + lengthSize, size - lengthSize);
-    std::atomic_thread_fence(std::memory_order_release);
-    std::memcpy(target, frames.constData(), lengthSize);
-}
-
 } // namespace
 
 RecordingMapping::~RecordingMapping() {
@@ -84,16 +71,16 @@ bool RecordingMapping::open(RecordingFile& file, qint64 maximumSize) {
     m_file = &file;
     m_maximumSize = maximumSize;
     m_allocated = 0;
-    const QByteArray header = FrameBuilder::header(RecordingFormat::sharedVersion);
-    if (!allocate(header.size()) || !mapRegion(usualWindow, 0)) {
+    const QByteArray start = RecordingFormat::fileHeader(RecordingFormat::sharedVersion);
+    if (!allocate(start.size()) || !mapRegion(usualWindow, 0)) {
         release();
         file.truncate(0);
         return false;
     }
-    std::memcpy(m_region, header.constData(), static_cast<std::size_t>(header.size()));
-    m_lastEnd = static_cast<quint64>(header.size());
+    std::memcpy(m_region, start.constData(), static_cast<std::size_t>(start.size()));
+    m_lastEnd = static_cast<quint64>(start.size());
     m_file->stopAppending();
-    fill(header.size(), m_allocated);
+    fill(start.size(), m_allocated);
     return true;
 }
 
@@ -109,7 +96,7 @@ bool RecordingMapping::append(const QByteArray& frames) {
     if (!reserve(start, length)) {
         return false;
     }
-    place(m_region + pageSize() + (start - m_windowPlace), frames);
+    RecordingFormat::commit(m_region + pageSize() + (start - m_windowPlace), frames);
     m_lastEnd = start + length;
     if (BusGuard::wasHit()) {
         fail(QStringLiteral("somebody cut it short, or its medium failed"));
@@ -133,21 +120,17 @@ void RecordingMapping::close() {
 }
 
 qint64 RecordingMapping::size() const {
-    return static_cast<qint64>(isOpen() ? std::max(loadEnd(), m_lastEnd) : m_lastEnd);
+    return static_cast<qint64>(isOpen() ? std::max(header().end(), m_lastEnd) : m_lastEnd);
 }
 
-quint64* RecordingMapping::endField() const {
-    return reinterpret_cast<quint64*>(m_region + RecordingFormat::endOffset);
-}
-
-quint64 RecordingMapping::loadEnd() const {
-    return qFromBigEndian(__atomic_load_n(endField(), __ATOMIC_ACQUIRE));
+RecordingFormat::SharedHeader RecordingMapping::header() const {
+    return RecordingFormat::SharedHeader(m_region);
 }
 
 /** Gives the place of so many bytes, with memory for them in the window. */
 bool RecordingMapping::reserve(quint64& place, std::size_t length) {
-    for (;;) {
-        place = loadEnd();
+    place = header().end();
+    do {
         if (BusGuard::wasHit() || place < m_lastEnd || place > furthestPlace) {
             fail(QStringLiteral("somebody changed it"));
             return false;
@@ -155,12 +138,9 @@ bool RecordingMapping::reserve(quint64& place, std::size_t length) {
         if (!prepare(place, length)) {
             return false;
         }
-        quint64 expected = qToBigEndian(place);
-        if (__atomic_compare_exchange_n(endField(), &expected, qToBigEndian(place + length), false,
-                                        __ATOMIC_ACQ_REL, __ATOMIC_ACQUIRE)) {
-            return true;
-        }
-    }
+        // The header is asked for anew: to prepare may have mapped it elsewhere.
+    } while (!header().tryReserve(place, length));
+    return true;
 }
 
 bool RecordingMapping::prepare(quint64 place, std::size_t length) {
@@ -212,15 +192,15 @@ bool RecordingMapping::allocate(qint64 needed) {
 }
 
 /**
- * Zeros where there are none but on paper: pages that come into being one by one, as the recording
- * grows into them, take four times as long. Others write there with a lock on the file, and what
- * they have written lies before the end.
+ * Writes zeros to room that is only preallocated. Without that each page is allocated at the first
+ * store to it, which takes four times as long. Under the lock that other processes append with:
+ * what they have written lies before the end, and they write nothing while this does.
  */
 void RecordingMapping::fill(qint64 from, qint64 to) const {
     if (::flock(m_file->descriptor(), LOCK_EX | LOCK_NB) != 0) {
         return;
     }
-    const quint64 end = loadEnd();
+    const quint64 end = header().end();
     if (end < static_cast<quint64>(to)) {
         m_file->fillWithZeros(std::max(from, static_cast<qint64>(end)), to);
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "recordingformat/sharedheader.h"
 #include "vorskhook/recordingfile.h"
 
 #include <QByteArray>
@@ -13,7 +14,7 @@ namespace VorskHost {
  * Appends to a recording through memory that it shares with the file: what was appended outlives
  * the process, as with write(2), and costs no system call. Room is allocated on the disk in steps
  * before it is used, so that a full disk is an error of that step. Other processes append Marks
- * meanwhile (see recordingformat.h). Owned by RecordingWriter, which also owns the file.
+ * meanwhile (see sharedheader.h). Owned by RecordingWriter, which also owns the file.
  */
 class VORSK_HOST_EXPORT RecordingMapping {
 public:
@@ -43,8 +44,7 @@ public:
     QString errorString() const { return m_error; }
 
 private:
-    quint64* endField() const;
-    quint64 loadEnd() const;
+    RecordingFormat::SharedHeader header() const;
     bool reserve(quint64& place, std::size_t length);
     bool prepare(quint64 place, std::size_t length);
     bool allocate(qint64 needed);

@@ -1,10 +1,9 @@
 #include "vorskhook/recordingwriter.h"
 
+#include "recordstream/recordkind.h"
 #include "vorskhook/hostlogging.h"
 
 #include <QFile>
-
-#include <uiabstraction/recordkind.h>
 
 namespace VorskHost {
 
@@ -18,7 +17,7 @@ constexpr int keptMemory = 4096;
 
 /** Whether the message carries nothing but an element's picture. */
 bool isPicture(const QString& name, const Vorsk::ArgumentList& args) {
-    using namespace Vorsk::UIAbstraction;
+    using namespace Vorsk::RecordStream;
     constexpr int kindPlace = 2;
     return args.size() > kindPlace &&
            args.at(kindPlace) == QVariant(static_cast<int>(RecordKind::ImageChanged)) &&
@@ -27,7 +26,7 @@ bool isPicture(const QString& name, const Vorsk::ArgumentList& args) {
 
 } // namespace
 
-bool RecordingWriter::open(const QString& path, const ProcessInfo& info) {
+bool RecordingWriter::open(const QString& path, const RecordingFormat::ProcessInfo& info) {
     m_waiting.clear();
     m_waiting.reserve(keptMemory);
     m_messages = 0;
@@ -40,15 +39,15 @@ bool RecordingWriter::open(const QString& path, const ProcessInfo& info) {
                           .arg(path, m_file.errorString()));
         return false;
     }
-    ProcessInfo complete = info;
+    RecordingFormat::ProcessInfo complete = info;
     // By it another process, which can only append, tells the time as this one does.
     complete.append(qMakePair(QString::fromLatin1(RecordingFormat::Key::clock),
                               QString::number(std::chrono::duration_cast<std::chrono::microseconds>(
                                                   m_start.time_since_epoch())
                                                   .count())));
-    QByteArray start = FrameBuilder::processFrame(0, complete);
+    QByteArray start = RecordingFormat::processFrame(0, complete);
     if (!m_isShared || !m_mapping.open(m_file, m_limit.maximum())) {
-        start.prepend(FrameBuilder::header());
+        start.prepend(RecordingFormat::fileHeader());
     }
     if (!write(start)) {
         QFile::remove(m_file.path());
@@ -58,7 +57,7 @@ bool RecordingWriter::open(const QString& path, const ProcessInfo& info) {
 }
 
 void RecordingWriter::mark(const QString& name) {
-    const QByteArray frame = FrameBuilder::markFrame(elapsed(), name);
+    const QByteArray frame = RecordingFormat::markFrame(elapsed(), name);
     if (m_file.isOpen() && m_limit.hasRoom(bytesWritten(), frame.size())) {
         write(frame);
     }
@@ -71,10 +70,10 @@ bool RecordingWriter::appendMessage(int channel, const QString& name,
     }
     if (m_testFunction.hasChanged()) {
         // Also before a message that is refused.
-        m_waiting += FrameBuilder::markFrame(elapsed(), m_testFunction.name());
+        m_waiting += RecordingFormat::markFrame(elapsed(), m_testFunction.name());
     }
     const int before = m_waiting.size();
-    if (!FrameBuilder::appendMessageFrame(m_waiting, elapsed(), channel, encoded(name), args)) {
+    if (!RecordingFormat::appendMessageFrame(m_waiting, elapsed(), channel, encoded(name), args)) {
         if (!m_refusalReported) {
             m_refusalReported = true;
             reportProblem(QStringLiteral("message-refused: a message named %1 is larger than a "
@@ -103,7 +102,7 @@ void RecordingWriter::appendLog(RecordingFormat::Severity severity, const QStrin
     if (!m_file.isOpen()) {
         return;
     }
-    m_waiting += FrameBuilder::logFrame(elapsed(), severity, text);
+    m_waiting += RecordingFormat::logFrame(elapsed(), severity, text);
     if (m_waiting.size() >= logFlushSize) {
         if (m_limit.hasRoom(bytesWritten(), m_waiting.size())) {
             write(m_waiting);
@@ -120,9 +119,9 @@ void RecordingWriter::close() {
         m_waiting.clear();
     }
     if (m_limit.pictures() + m_limit.others() > 0) {
-        m_waiting += FrameBuilder::lossFrame(elapsed(), m_limit.pictures(), m_limit.others());
+        m_waiting += RecordingFormat::lossFrame(elapsed(), m_limit.pictures(), m_limit.others());
     }
-    if (write(m_waiting + FrameBuilder::endFrame(elapsed(), m_messages))) {
+    if (write(m_waiting + RecordingFormat::endFrame(elapsed(), m_messages))) {
         m_waiting.clear();
         m_mapping.close();
         m_file.close();
@@ -167,7 +166,7 @@ void RecordingWriter::noteLoss(bool isPicture) {
     if ((isPicture ? m_limit.pictures() : m_limit.others()) > 1) {
         return;
     }
-    write(FrameBuilder::lossFrame(elapsed(), m_limit.pictures(), m_limit.others()));
+    write(RecordingFormat::lossFrame(elapsed(), m_limit.pictures(), m_limit.others()));
     if (!isPicture) {
         m_waiting.clear();
         reportProblem(QStringLiteral("recording-full: the recording %1 has reached its size limit; "

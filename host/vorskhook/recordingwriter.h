@@ -1,10 +1,13 @@
 #pragma once
 
-#include "vorskhook/framebuilder.h"
+#include "recordingformat/frames.h"
 #include "vorskhook/recordingfile.h"
 #include "vorskhook/recordingmapping.h"
 #include "vorskhook/sizelimit.h"
 #include "vorskhook/testfunction.h"
+
+#include <vorsk/argumentlist.h>
+#include <vorsk/global.h>
 
 #include <chrono>
 
@@ -28,7 +31,7 @@ public:
      * Makes the recording at path, or beside it when path exists (see RecordingFile), and writes
      * the header and the Process frame. False with a warning when that fails.
      */
-    bool open(const QString& path, const ProcessInfo& info);
+    bool open(const QString& path, const RecordingFormat::ProcessInfo& info);
 
     /**
      * The file does not become larger than that by what is written here; zero means without limit.
@@ -66,6 +69,7 @@ public:
     QString path() const { return m_file.path(); }
     /** Bytes in the recording, without log lines that still wait. */
     qint64 bytesWritten() const { return qMax(m_mapping.size(), m_file.size()); }
+    /** For tests: what the End frame is going to say. */
     quint64 messagesWritten() const { return m_messages; }
 
     /** For tests: who is asked which test function runs. */

@@ -35,7 +35,8 @@ public:
      */
     bool attach(QCoreApplication* application, Notify replacement);
 
-    /** Gives the object back the table that it had, if it still has ours. */
+    /** For tests, which use one application again: gives the object back the table that it had, if
+     * it still has ours. */
     void detach(QCoreApplication* application);
 
     bool isAttached(const QCoreApplication* application) const {

@@ -29,8 +29,8 @@ QString nameOf(const ExtensionLibrary& library) {
     return QFileInfo(library.path()).completeBaseName();
 }
 
-ProcessInfo processInfo(const HostConfiguration& configuration,
-                        const std::vector<ExtensionLibrary>& libraries) {
+RecordingFormat::ProcessInfo processInfo(const HostConfiguration& configuration,
+                                         const std::vector<ExtensionLibrary>& libraries) {
     namespace Key = RecordingFormat::Key;
     const auto entry = [](const char* key, const QString& value) {
         return qMakePair(QString::fromLatin1(key), value);
@@ -39,7 +39,7 @@ ProcessInfo processInfo(const HostConfiguration& configuration,
     for (const ExtensionLibrary& library : libraries) {
         names.append(nameOf(library));
     }
-    ProcessInfo info{
+    RecordingFormat::ProcessInfo info{
         entry(Key::application, QCoreApplication::applicationName()),
         entry(Key::executable, QCoreApplication::applicationFilePath()),
         entry(Key::pid, QString::number(QCoreApplication::applicationPid())),

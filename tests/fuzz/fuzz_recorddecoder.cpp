@@ -3,8 +3,8 @@
 #include "acceptance.h"
 #include "fuzzcheck.h"
 #include "recording/recorddecoder.h"
+#include "recordstream/recordkind.h"
 #include "uiabstraction/elementwalk.h"
-#include "uiabstraction/recordkind.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -15,8 +15,8 @@ using Uicov::Recording::HookMessage;
 using Uicov::Recording::Record;
 using Uicov::Recording::RecordDecoder::decode;
 using Uicov::Recording::RecordDecoder::Result;
+using Vorsk::RecordStream::RecordKind;
 using Vorsk::UIAbstraction::ElementWalk;
-using Vorsk::UIAbstraction::RecordKind;
 using Vorsk::UIAbstraction::UIElement;
 
 namespace {
@@ -33,7 +33,7 @@ HookMessage messageOf(qint32 kind, const QByteArray& payload) {
     bytes.tag = ArgumentTag::Bytes;
     bytes.bytes = payload;
     HookMessage message;
-    message.name = QLatin1String(Vorsk::UIAbstraction::coverageMessageName);
+    message.name = QLatin1String(Vorsk::RecordStream::coverageMessageName);
     message.arguments = {integer(1), integer(1), integer(kind), bytes};
     return message;
 }

@@ -1,9 +1,9 @@
 #include "testlib/quickprobe.h"
 
-#include "logging.h"
-#include "qtquickcoveragetracker.h"
-#include "qtwidgetscoveragetracker.h"
-#include "streamuielementexporter.h"
+#include "qtuicoverage/qtquickcoveragetracker.h"
+#include "qtuicoverage/qtwidgetscoveragetracker.h"
+#include "tracking/logging.h"
+#include "tracking/streamuielementexporter.h"
 
 #include <QCoreApplication>
 #include <QFocusEvent>

@@ -1,6 +1,6 @@
 #include "testlib/recordingbuilder.h"
 
-#include "uiabstraction/elementstream.h"
+#include "recordstream/elementstream.h"
 
 #include <QDataStream>
 #include <QFile>
@@ -10,8 +10,8 @@
 
 namespace TestLib {
 
+using Vorsk::RecordStream::RecordKind;
 using Vorsk::UIAbstraction::ElementGeometry;
-using Vorsk::UIAbstraction::RecordKind;
 using Vorsk::UIAbstraction::StandardType;
 using Vorsk::UIAbstraction::UIElement;
 using Vorsk::UIAbstraction::UIEvent;

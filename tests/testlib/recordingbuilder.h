@@ -1,7 +1,7 @@
 #pragma once
 
 #include "recordingformat/recordingformat.h"
-#include "uiabstraction/recordkind.h"
+#include "recordstream/recordkind.h"
 #include "uiabstraction/uielement.h"
 
 #include <QByteArray>
@@ -67,7 +67,7 @@ public:
 
 private:
     template <class... Items>
-    void send(Vorsk::UIAbstraction::RecordKind kind, const UIElement* element,
+    void send(Vorsk::RecordStream::RecordKind kind, const UIElement* element,
               const Items&... items);
 
     QByteArray m_bytes;
@@ -80,7 +80,7 @@ template <class... Items>
 QByteArray RecordingBuilder::payload(const Items&... items) {
     QByteArray bytes;
     QDataStream stream(&bytes, QIODevice::WriteOnly);
-    stream.setVersion(Vorsk::UIAbstraction::streamVersion);
+    stream.setVersion(Vorsk::RecordStream::streamVersion);
     (stream << ... << items);
     return bytes;
 }

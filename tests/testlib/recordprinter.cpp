@@ -1,7 +1,7 @@
 #include "testlib/recordprinter.h"
 
-#include "uiabstraction/elementstream.h"
-#include "uiabstraction/recordkind.h"
+#include "recordstream/elementstream.h"
+#include "recordstream/recordkind.h"
 #include "uiabstraction/uielement.h"
 
 #include <QByteArray>
@@ -13,11 +13,11 @@
 
 namespace TestLib {
 
-using Vorsk::UIAbstraction::readElement;
-using Vorsk::UIAbstraction::readImage;
-using Vorsk::UIAbstraction::RecordKind;
+using Vorsk::RecordStream::readElement;
+using Vorsk::RecordStream::readImage;
+using Vorsk::RecordStream::RecordKind;
+using Vorsk::RecordStream::streamVersion;
 using Vorsk::UIAbstraction::StandardType;
-using Vorsk::UIAbstraction::streamVersion;
 
 namespace {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "uiabstraction/recordkind.h"
+#include "recordstream/recordkind.h"
 
 #include <QByteArray>
 #include <QDataStream>
@@ -12,7 +12,7 @@ template <class Value>
 QByteArray streamed(const Value& value) {
     QByteArray bytes;
     QDataStream stream(&bytes, QIODevice::WriteOnly);
-    stream.setVersion(Vorsk::UIAbstraction::streamVersion);
+    stream.setVersion(Vorsk::RecordStream::streamVersion);
     stream << value;
     return bytes;
 }

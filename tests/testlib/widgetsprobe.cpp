@@ -1,8 +1,8 @@
 #include "testlib/widgetsprobe.h"
 
-#include "logging.h"
-#include "qtwidgetscoveragetracker.h"
-#include "streamuielementexporter.h"
+#include "qtuicoverage/qtwidgetscoveragetracker.h"
+#include "tracking/logging.h"
+#include "tracking/streamuielementexporter.h"
 #include "uiabstraction/uielement.h"
 
 #include <QCoreApplication>

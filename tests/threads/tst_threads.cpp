@@ -1,7 +1,7 @@
 #include "host/support/recordingparser.h"
+#include "recordstream/recordkind.h"
 #include "testlib/emulation.h"
 #include "testlib/testcase.h"
-#include "uiabstraction/recordkind.h"
 
 #include <QDataStream>
 #include <QFile>
@@ -83,7 +83,7 @@ private Q_SLOTS:
             const QByteArray payload = message.arguments.at(3).toByteArray();
             QVERIFY2(!payload.contains(inStream("Worker")), "an object that is no widget");
             const bool isUse = message.arguments.at(2).toInt() ==
-                               static_cast<int>(Vorsk::UIAbstraction::RecordKind::UsageIncreased);
+                               static_cast<int>(Vorsk::RecordStream::RecordKind::UsageIncreased);
             clicks += isUse && payload.contains(inStream("clicked")) ? 1 : 0;
             checks += isUse && payload.contains(inStream("checked")) ? 1 : 0;
         }

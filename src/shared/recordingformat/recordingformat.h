@@ -31,15 +31,9 @@
  * The last Loss frame counts. The first frame is the Process frame, the last frame of a recording
  * that ended in order is the End frame; only Mark frames may stand behind it.
  *
- * Whoever knows the file may append Mark frames while it grows. In version 1 each whole with one
- * write(2) to a descriptor opened with O_APPEND. In version 2 the file is longer than what is in it
- * while it grows, with zeros behind, and is written through shared memory: who appends moves `end`
- * on by the frame's length with one atomic operation, which gives the frame's place, then writes
- * the frame there, its length (the first four bytes) last. A length of zero is therefore a frame
- * that is not there yet. Another process than the application's holds an exclusive flock(2) on the
- * file meanwhile and enters the place that it is going to take as the held one first, so that a
- * reader can step over it when that process was killed on the way. The application's own process
- * writes zeros behind `end` only while it holds that lock.
+ * Whoever knows the file may append Mark frames while it grows: in version 1 each whole with one
+ * write(2) to a descriptor opened with O_APPEND, in version 2 by the protocol of sharedheader.h. In
+ * version 2 the file is preallocated: it is longer than `end`, with zeros behind, while it grows.
  */
 namespace RecordingFormat {
 

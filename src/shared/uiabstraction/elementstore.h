@@ -36,6 +36,7 @@ public:
     QList<UIElement*> rootElements() const;
     /** A copy of the list. */
     QList<UIElement*> elements() const;
+    // Both searches are for users of the model library; the extensions look elements up by object.
     /** The first listed element with exactly this id; null when none. */
     UIElement* elementById(const QString& id) const;
     bool containsElement(const QString& id) const;

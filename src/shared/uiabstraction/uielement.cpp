@@ -5,7 +5,6 @@
 #include "uiabstraction/elementwalk.h"
 
 #include <QMessageLogger>
-#include <QPoint>
 
 #include <algorithm>
 #include <limits>
@@ -37,19 +36,6 @@ QString withOwnCharacters(QString text) {
         return text.isNull() ? QString() : QString(QLatin1String(""));
     }
     return QString(text.constData(), text.size()); // NOLINT(modernize-return-braced-init-list)
-}
-
-/** So many children are passed over together where none of them has the point. */
-constexpr int blockSize = 32;
-
-/** QRect::contains() with edges, which is asked for the few rectangles that are not clearly aside.
- */
-bool isInside(const QRect& rect, const QPoint& point) {
-    const bool isAside = point.y() < std::min(rect.top(), rect.bottom()) ||
-                         point.y() > std::max(rect.top(), rect.bottom()) ||
-                         point.x() < std::min(rect.left(), rect.right()) ||
-                         point.x() > std::max(rect.left(), rect.right());
-    return !isAside && rect.contains(point, false);
 }
 
 } // namespace
@@ -104,7 +90,7 @@ void UIElement::removeFromSurvivors(const std::vector<UIElement*>& dying,
         QList<UIElement*>& children = survivor->m_children;
         const auto isGone = [&isDying](const UIElement* child) { return isDying.contains(child); };
         children.erase(std::remove_if(children.begin(), children.end(), isGone), children.end());
-        survivor->m_blocks.reset();
+        survivor->m_hitIndex.childrenChanged();
         for (int i = 0; i < children.size(); ++i) {
             if (children.at(i)->m_parent == survivor) {
                 children.at(i)->m_place = i;
@@ -146,7 +132,7 @@ void UIElement::setStandardType(const StandardType& standardType) {
 
 void UIElement::setGeometry(const ElementGeometry& geometry) {
     m_geometry = geometry;
-    cover(Extent(geometry.rect()));
+    HitIndex::cover(*this, Extent(geometry.rect()));
     tell(&ElementListener::geometryChanged, geometry);
     Q_EMIT geometryChanged(this, geometry);
 }
@@ -229,8 +215,8 @@ void UIElement::addChild(UIElement* child) {
         return;
     }
     m_children.append(child);
-    m_blocks.reset();
-    cover(child->m_extent);
+    m_hitIndex.childrenChanged();
+    HitIndex::cover(*this, child->m_hitIndex.extent());
     if (child->m_parent == nullptr) {
         child->m_parent = this;
         child->m_place = m_children.size() - 1;
@@ -266,7 +252,8 @@ void UIElement::setUsage(const UIEvent& event, int usage) {
 }
 
 void UIElement::increaseUsage(const UIEvent& event) {
-    // A use of an event that nobody registered is counted in silence, and that is intended.
+    // No warning for an event that nobody registered, unlike in setUsage(): a click counts for
+    // every element at its point, whatever events these have registered.
     int& stored = m_usage[event];
     // A count that was read from a stream can be as large as there is.
     storeUsage(event, stored, stored < std::numeric_limits<int>::max() ? stored + 1 : stored);
@@ -287,98 +274,9 @@ void UIElement::increaseUsageOfChildren(const UIEvent& event) {
     }
 }
 
-/** Notes that there may be a hit there, for this element and for all that list it. */
-void UIElement::cover(const Extent& extent) {
-    std::vector<UIElement*> further;
-    UIElement* next = this;
-    while (next != nullptr) {
-        UIElement* const element = next;
-        next = nullptr;
-        if (!element->m_extent.contains(extent)) {
-            element->m_extent.unite(extent);
-            next = element->m_parent;
-            if (next != nullptr && next->m_blocks) {
-                (*next->m_blocks)[static_cast<std::size_t>(element->m_place / blockSize)].unite(
-                    extent);
-            }
-            for (UIElement* parent : element->m_furtherParents) {
-                parent->m_blocks.reset();
-                further.push_back(parent);
-            }
-        }
-        if (next == nullptr && !further.empty()) {
-            next = further.back();
-            further.pop_back();
-        }
-    }
-}
-
-void UIElement::findBlocks() {
-    if (m_blocks || m_children.size() <= 2 * blockSize) {
-        return;
-    }
-    m_blocks = std::make_unique<std::vector<Extent>>();
-    for (int i = 0; i < m_children.size(); ++i) {
-        if (i % blockSize == 0) {
-            m_blocks->emplace_back();
-        }
-        m_blocks->back().unite(m_children.at(i)->m_extent);
-    }
-}
-
-/** The first child from the place on at or below which there may be a hit; null when none. */
-UIElement* UIElement::nextAround(const QPoint& point, int& place) const {
-    while (place < m_children.size()) {
-        if (m_blocks && place % blockSize == 0 &&
-            !(*m_blocks)[static_cast<std::size_t>(place / blockSize)].contains(point)) {
-            place += blockSize;
-            continue;
-        }
-        UIElement* const child = m_children.at(place++);
-        if (child->m_extent.contains(point)) {
-            return child;
-        }
-    }
-    return nullptr;
-}
-
-/** In the order of the walk; an element that is listed by several is found once for each of them.
- */
-std::vector<UIElement*> UIElement::elementsAt(const QPoint& point) {
-    struct Level {
-        UIElement* element;
-        int next;
-    };
-    std::vector<UIElement*> found;
-    std::vector<Level> path;
-    const auto visit = [&](UIElement* element) {
-        if (isInside(element->m_geometry.rect(), point)) {
-            found.push_back(element);
-        }
-        // Leaves stay off the path: nothing below them can lead back to them.
-        if (!element->m_children.isEmpty()) {
-            element->m_isEntered = true;
-            element->findBlocks();
-            path.push_back({element, 0});
-        }
-    };
-    visit(this);
-    while (!path.empty()) {
-        Level& level = path.back();
-        UIElement* const child = level.element->nextAround(point, level.next);
-        if (child == nullptr) {
-            level.element->m_isEntered = false;
-            path.pop_back();
-        } else if (!child->m_isEntered) {
-            visit(child);
-        }
-    }
-    return found;
-}
-
 void UIElement::increaseUsageAt(const UIEvent& event, const QPoint& point) {
     // First found, then counted: what is called for a count cannot disturb the walk.
-    const std::vector<UIElement*> elements = elementsAt(point);
+    const std::vector<UIElement*> elements = HitIndex::elementsAt(*this, point);
     for (UIElement* element : elements) {
         element->increaseUsage(event);
     }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "uiabstraction/elementgeometry.h"
-#include "uiabstraction/extent.h"
+#include "uiabstraction/hitindex.h"
 #include "uiabstraction/standardtype.h"
 #include "uiabstraction/uievent.h"
 #include "uiabstraction/usagecounts.h"
@@ -22,11 +22,15 @@ class QPoint;
 QT_END_NAMESPACE
 
 namespace Vorsk {
+
+namespace RecordStream {
+template <class Stream>
+class ElementReader;
+}
+
 namespace UIAbstraction {
 
 class ElementListener;
-template <class Stream>
-class ElementReader;
 
 /**
  * One node of the toolkit-neutral tree: a control, window or other object that usage is counted
@@ -171,7 +175,8 @@ Q_SIGNALS:
 
 private:
     template <class Stream>
-    friend class ElementReader;
+    friend class RecordStream::ElementReader;
+    friend class HitIndex;
 
     struct Extras {
         QString string1;
@@ -194,19 +199,15 @@ private:
     void storeUsage(const UIEvent& event, int& stored, int usage);
     const Extras& extras() const;
     void setExtras(Extras&& extras);
-    void cover(const Extent& extent);
-    void findBlocks();
-    UIElement* nextAround(const QPoint& point, int& place) const;
-    std::vector<UIElement*> elementsAt(const QPoint& point);
     bool hasEqualFields(const UIElement& other) const;
 
     QString m_id;
     bool m_isTransparentNode = false;
     bool m_isSubgraphTransparent = false;
     bool m_isWindowNode = false;
-    /** Set while a walk is inside of this element. */
+    /** Of the hit index, here where they take no room: set while its walk is inside of this
+     * element, and the element's place among the parent's children. */
     bool m_isEntered = false;
-    /** Among the parent's children. */
     int m_place = 0;
     QImage m_image;
     QList<UIElement*> m_children;
@@ -217,10 +218,7 @@ private:
     /** Not part of what the element says: those who watch a const element are not its business.
      * Hardly ever more than one, which takes no memory of its own. */
     mutable QVarLengthArray<std::shared_ptr<ElementListener>, 1> m_listeners;
-    /** Covers the rectangles of this element and of all below it, and whatever they once were. */
-    Extent m_extent;
-    /** What runs of so many children cover together; null until it is wanted. */
-    std::unique_ptr<std::vector<Extent>> m_blocks;
+    HitIndex m_hitIndex;
     UsageCounts m_usage;
     StandardType m_standardType;
     QString m_text;

@@ -1,8 +1,8 @@
+#include "recordstream/elementstream.h"
 #include "testlib/fakehook.h"
 #include "testlib/streamed.h"
 #include "testlib/testcase.h"
 #include "tracking/streamuielementexporter.h"
-#include "uiabstraction/elementstream.h"
 
 #include <QDataStream>
 #include <QFile>
@@ -17,10 +17,10 @@
 #include <memory>
 
 using TestLib::streamed;
+using Vorsk::RecordStream::streamVersion;
 using Vorsk::UIAbstraction::ElementGeometry;
 using Vorsk::UIAbstraction::ElementStore;
 using Vorsk::UIAbstraction::StandardType;
-using Vorsk::UIAbstraction::streamVersion;
 using Vorsk::UIAbstraction::UIElement;
 using Vorsk::UIAbstraction::UIEvent;
 using Vorsk::UICoverage::StreamUIElementExporter;
@@ -187,7 +187,7 @@ void tst_StreamFormat::pictureReadsAsItIsDescribed() {
         stream >> id;
         QCOMPARE(id, QStringLiteral("e"));
         QImage image;
-        QVERIFY(Vorsk::UIAbstraction::readImage(stream, image));
+        QVERIFY(Vorsk::RecordStream::readImage(stream, image));
         QVERIFY(stream.atEnd());
         QCOMPARE(image.convertToFormat(QImage::Format_RGB32), redAndBlue());
     }

@@ -1,7 +1,7 @@
+#include "recordstream/elementstream.h"
+#include "recordstream/recordkind.h"
 #include "testlib/recordprinter.h"
 #include "testlib/testcase.h"
-#include "uiabstraction/elementstream.h"
-#include "uiabstraction/recordkind.h"
 #include "uiabstraction/uielement.h"
 
 #include <QByteArray>
@@ -39,7 +39,7 @@ template <class... Items>
 QByteArray payload(const Items&... items) {
     QByteArray bytes;
     QDataStream stream(&bytes, QIODevice::WriteOnly);
-    stream.setVersion(Vorsk::UIAbstraction::streamVersion);
+    stream.setVersion(Vorsk::RecordStream::streamVersion);
     (stream << ... << items);
     return bytes;
 }

@@ -6,7 +6,7 @@
 #include <cstdio>
 
 #include <recordingformat/recordingformat.h>
-#include <uiabstraction/elementstream.h>
+#include <recordstream/elementstream.h>
 #include <uiabstraction/uielement.h>
 
 using Vorsk::UIAbstraction::StandardType;
@@ -35,7 +35,7 @@ int main() {
 
     QDataStream reading(bytes);
     reading.setVersion(QDataStream::Qt_4_6);
-    const auto copy = Vorsk::UIAbstraction::readElement(reading);
+    const auto copy = Vorsk::RecordStream::readElement(reading);
     if (copy == nullptr || !copy->isEqualTo(element)) {
         return 1;
     }

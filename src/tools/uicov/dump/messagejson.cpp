@@ -3,6 +3,7 @@
 #include "dump/recordtext.h"
 #include "recording/framedecoder.h"
 #include "recording/recorddecoder.h"
+#include "recordstream/pngheader.h"
 #include "uiabstraction/elementwalk.h"
 #include "uiabstraction/uielement.h"
 
@@ -19,8 +20,8 @@ using Recording::Record;
 using Recording::RecordDecoder::Result;
 using RecordingFormat::ArgumentTag;
 using RecordingFormat::FrameType;
+using Vorsk::RecordStream::RecordKind;
 using Vorsk::UIAbstraction::ElementWalk;
-using Vorsk::UIAbstraction::RecordKind;
 using Vorsk::UIAbstraction::UIElement;
 
 namespace {
@@ -44,7 +45,7 @@ QJsonValue pictureValue(const QByteArray& png) {
     if (png.isEmpty()) {
         return {};
     }
-    const QSize size = Recording::RecordDecoder::pictureSize(png);
+    const QSize size = Vorsk::RecordStream::pngSize(png);
     return QJsonObject{
         {key("width"), size.width()}, {key("height"), size.height()}, {key("bytes"), png.size()}};
 }

@@ -4,6 +4,7 @@
 #include "dump/recordtext.h"
 #include "recording/framedecoder.h"
 #include "recording/recorddecoder.h"
+#include "recordstream/pngheader.h"
 #include "uiabstraction/elementwalk.h"
 
 #include <QHash>
@@ -20,8 +21,8 @@ using Recording::HookMessage;
 using Recording::Record;
 using RecordingFormat::ArgumentTag;
 using RecordingFormat::FrameType;
+using Vorsk::RecordStream::RecordKind;
 using Vorsk::UIAbstraction::ElementWalk;
-using Vorsk::UIAbstraction::RecordKind;
 using Vorsk::UIAbstraction::UIElement;
 
 namespace {
@@ -38,7 +39,7 @@ QString printPicture(const QByteArray& png) {
     if (png.isEmpty()) {
         return QStringLiteral("picture=null");
     }
-    const QSize size = Recording::RecordDecoder::pictureSize(png);
+    const QSize size = Vorsk::RecordStream::pngSize(png);
     return QStringLiteral("picture=%1x%2 bytes=%3")
         .arg(size.width())
         .arg(size.height())

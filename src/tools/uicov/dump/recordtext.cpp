@@ -4,7 +4,7 @@
 
 namespace Uicov::Dump {
 
-using Vorsk::UIAbstraction::RecordKind;
+using Vorsk::RecordStream::RecordKind;
 
 QString quoted(const QString& text) {
     if (text.isNull()) {

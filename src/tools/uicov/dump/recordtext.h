@@ -1,6 +1,6 @@
 #pragma once
 
-#include "uiabstraction/recordkind.h"
+#include "recordstream/recordkind.h"
 
 #include <QRect>
 #include <QString>
@@ -11,6 +11,6 @@ namespace Uicov::Dump {
 /** In quotes and with escapes; null without them where there is no text. */
 QString quoted(const QString& text);
 QString printRect(const QRect& rect);
-QString kindName(Vorsk::UIAbstraction::RecordKind kind);
+QString kindName(Vorsk::RecordStream::RecordKind kind);
 
 } // namespace Uicov::Dump

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "uiabstraction/recordkind.h"
+#include "recordstream/recordkind.h"
 #include "uiabstraction/uielement.h"
 
 #include <QByteArray>
@@ -13,7 +13,7 @@ namespace Uicov::Recording {
 
 /** One model change; which members count is told by the kind. */
 struct Record {
-    Vorsk::UIAbstraction::RecordKind kind = Vorsk::UIAbstraction::RecordKind::ElementAdded;
+    Vorsk::RecordStream::RecordKind kind = Vorsk::RecordStream::RecordKind::ElementAdded;
     /** The element that the record is about. */
     QString elementId;
     /** ElementAdded: the element with all below it. */

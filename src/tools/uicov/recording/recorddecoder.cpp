@@ -1,18 +1,16 @@
 #include "recording/recorddecoder.h"
 
-#include "uiabstraction/elementstream.h"
-#include "uiabstraction/payloadreader.h"
+#include "recordstream/elementstream.h"
+#include "recordstream/payloadreader.h"
+#include "recordstream/pngheader.h"
 
 #include <QSize>
-#include <QtEndian>
-
-#include <cstring>
 
 namespace Uicov::Recording::RecordDecoder {
 
 using RecordingFormat::ArgumentTag;
-using Vorsk::UIAbstraction::PayloadReader;
-using Vorsk::UIAbstraction::RecordKind;
+using Vorsk::RecordStream::PayloadReader;
+using Vorsk::RecordStream::RecordKind;
 
 namespace {
 
@@ -43,11 +41,11 @@ bool readPicture(PayloadReader& reader, Record& record) {
         return reader.isAtSoundEnd();
     }
     record.picture = reader.takeRest();
-    return marker == 1 && !pictureSize(record.picture).isNull();
+    return marker == 1 && !Vorsk::RecordStream::pngSize(record.picture).isNull();
 }
 
 bool readElement(PayloadReader& reader, Record& record) {
-    record.element = Vorsk::UIAbstraction::readElement(reader);
+    record.element = Vorsk::RecordStream::readElement(reader);
     return record.element && record.element->id() == record.elementId && reader.isAtSoundEnd();
 }
 
@@ -85,7 +83,7 @@ bool readContent(PayloadReader& reader, Record& record) {
 } // namespace
 
 Result decode(const HookMessage& message, Record& record) {
-    if (message.name != QLatin1String(Vorsk::UIAbstraction::coverageMessageName)) {
+    if (message.name != QLatin1String(Vorsk::RecordStream::coverageMessageName)) {
         return Result::Foreign;
     }
     if (!hasRecordArguments(message.arguments)) {
@@ -99,19 +97,6 @@ Result decode(const HookMessage& message, Record& record) {
     PayloadReader reader(message.arguments.at(Payload).bytes);
     reader >> record.elementId;
     return readContent(reader, record) ? Result::Sound : Result::Damaged;
-}
-
-QSize pictureSize(const QByteArray& png) {
-    constexpr char signature[] = "\x89PNG\r\n\x1a\n";
-    constexpr int widthOffset = 16; // behind the signature, the first chunk's length and its name
-    constexpr int heightOffset = 20;
-    constexpr int sizeEnd = 24;
-    if (png.size() < sizeEnd ||
-        std::memcmp(png.constData(), signature, sizeof signature - 1) != 0) {
-        return {0, 0};
-    }
-    return {qFromBigEndian<qint32>(png.constData() + widthOffset),
-            qFromBigEndian<qint32>(png.constData() + heightOffset)};
 }
 
 } // namespace Uicov::Recording::RecordDecoder

@@ -21,9 +21,6 @@ enum class Result {
 /** Fills record from the message; on anything but Sound its contents mean nothing. */
 Result decode(const HookMessage& message, Record& record);
 
-/** Width and height that a PNG claims; a null size when it is none. */
-QSize pictureSize(const QByteArray& png);
-
 } // namespace RecordDecoder
 
 } // namespace Uicov::Recording

@@ -8,9 +8,9 @@
 
 namespace Uicov::Recording {
 
+using Vorsk::RecordStream::RecordKind;
 using Vorsk::UIAbstraction::ElementGeometry;
 using Vorsk::UIAbstraction::ElementWalk;
-using Vorsk::UIAbstraction::RecordKind;
 using Vorsk::UIAbstraction::StandardType;
 using Vorsk::UIAbstraction::UIElement;
 using Vorsk::UIAbstraction::UIEvent;

@@ -21,8 +21,8 @@ using Recording::Record;
 using Recording::FrameDecoder::log;
 using Recording::FrameDecoder::mark;
 using RecordingFormat::FrameType;
+using Vorsk::RecordStream::RecordKind;
 using Vorsk::UIAbstraction::ElementWalk;
-using Vorsk::UIAbstraction::RecordKind;
 using Vorsk::UIAbstraction::UIElement;
 using Vorsk::UIAbstraction::UIEvent;
 

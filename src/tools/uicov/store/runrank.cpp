@@ -1,8 +1,8 @@
 #include "store/runrank.h"
 
 #include "base/sha256.h"
+#include "recordstream/payloadwriter.h"
 #include "run/run.h"
-#include "uiabstraction/payloadwriter.h"
 
 #include <QDataStream>
 
@@ -16,7 +16,7 @@ using Base::Sha256;
 using Runs::Hit;
 using Runs::Run;
 using Runs::RunElement;
-using Vorsk::UIAbstraction::PayloadWriter;
+using Vorsk::RecordStream::PayloadWriter;
 
 namespace {
 

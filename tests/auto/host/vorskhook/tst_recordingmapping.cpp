@@ -2,8 +2,8 @@
 #include "host/support/inachild.h"
 #include "host/support/openfiles.h"
 #include "host/support/recordingparser.h"
+#include "recordingformat/frames.h"
 #include "testlib/testcase.h"
-#include "vorskhook/framebuilder.h"
 #include "vorskhook/recordingmapping.h"
 
 #include <QDir>
@@ -26,7 +26,7 @@ using OpenFiles::descriptorOf;
 namespace {
 
 QByteArray frame(const QByteArray& text) {
-    return FrameBuilder::messageFrame(0, 1, QString::fromLatin1(text), {});
+    return RecordingFormat::messageFrame(0, 1, QString::fromLatin1(text), {});
 }
 
 /** What messages of the recording are called. */
@@ -178,7 +178,7 @@ void tst_RecordingMapping::aFrameMayBeLargerThanAStep() {
 void tst_RecordingMapping::manyFramesGoThroughManyWindows() {
     constexpr int count = 60000;
     QVERIFY(open());
-    QByteArray expected = FrameBuilder::header(RecordingFormat::sharedVersion);
+    QByteArray expected = RecordingFormat::fileHeader(RecordingFormat::sharedVersion);
     for (int i = 0; i < count; ++i) {
         const QByteArray one = frame(QByteArray::number(i) + QByteArray(i % 100, 'x'));
         QVERIFY(m_mapping->append(one));

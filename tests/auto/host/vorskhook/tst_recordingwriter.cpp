@@ -56,7 +56,7 @@ private Q_SLOTS:
 private:
     QScopedPointer<QTemporaryDir> m_dir;
     QString m_path;
-    ProcessInfo m_info{{QStringLiteral("pid"), QStringLiteral("12")}};
+    RecordingFormat::ProcessInfo m_info{{QStringLiteral("pid"), QStringLiteral("12")}};
 };
 
 void tst_RecordingWriter::init() {

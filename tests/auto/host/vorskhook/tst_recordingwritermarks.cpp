@@ -67,7 +67,7 @@ private Q_SLOTS:
 private:
     std::unique_ptr<QTemporaryDir> m_folder;
     QString m_path;
-    ProcessInfo m_info{{QStringLiteral("pid"), QStringLiteral("12")}};
+    RecordingFormat::ProcessInfo m_info{{QStringLiteral("pid"), QStringLiteral("12")}};
 };
 
 void tst_RecordingWriterMarks::init() {

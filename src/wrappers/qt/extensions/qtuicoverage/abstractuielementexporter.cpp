@@ -1,4 +1,4 @@
-#include "abstractuielementexporter.h"
+#include "tracking/abstractuielementexporter.h"
 
 #include "uiabstraction/elementlistener.h"
 #include "uiabstraction/elementwalk.h"

@@ -1,13 +1,13 @@
-#include "actionelements.h"
+#include "qtuicoverage/actionelements.h"
 
-#include "abstractuielementexporter.h"
-#include "classname.h"
-#include "grab.h"
-#include "logging.h"
-#include "mnemonics.h"
-#include "names.h"
-#include "qtwidgetobserver.h"
-#include "qtwidgetscoveragetracker.h"
+#include "qtuicoverage/names.h"
+#include "qtuicoverage/qtwidgetobserver.h"
+#include "qtuicoverage/qtwidgetscoveragetracker.h"
+#include "tracking/abstractuielementexporter.h"
+#include "tracking/classname.h"
+#include "tracking/grab.h"
+#include "tracking/logging.h"
+#include "tracking/mnemonics.h"
 
 #include <QAction>
 #include <QApplication>
@@ -112,7 +112,7 @@ void ActionElements::countTriggered(QAction* action, UIElement* senderElement) {
     const QString text = stripMnemonics(action->text());
     UIElement* child = nullptr;
     if (senderElement != nullptr) {
-        // The first item with this text counts, also when another one has the same: intended.
+        // Items with equal text cannot be told apart in the element tree, so the first one counts.
         child = senderElement->findChild(text, StandardTypes::menuItem());
         if (child != nullptr) {
             child->increaseUsage(Events::clicked());

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "mappingelementstore.h"
+#include "tracking/mappingelementstore.h"
 
 #include <QPointer>
 #include <QRect>

@@ -1,4 +1,4 @@
-#include "classname.h"
+#include "tracking/classname.h"
 
 #include <QHash>
 #include <QObject>

@@ -1,4 +1,4 @@
-#include "deliveryends.h"
+#include "tracking/deliveryends.h"
 
 #include <vorsk/wrappercontext.h>
 

@@ -1,4 +1,4 @@
-#include "qtuicoverageextension.h"
+#include "qtuicoverage/qtuicoverageextension.h"
 
 // The library's C boundary: the one symbol that it exports.
 extern "C" {

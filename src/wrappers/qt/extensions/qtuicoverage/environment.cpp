@@ -1,6 +1,6 @@
-#include "environment.h"
+#include "tracking/environment.h"
 
-#include "textencoding.h"
+#include "tracking/textencoding.h"
 
 #include <cstdlib>
 #include <utility>

@@ -1,6 +1,6 @@
-#include "grab.h"
+#include "tracking/grab.h"
 
-#include "uiabstraction/pngreader.h"
+#include "recordstream/pngreader.h"
 
 #include <QPixmap>
 #include <QRect>
@@ -11,7 +11,7 @@ namespace UICoverage {
 
 bool isTooLargeToGrab(const QSize& size, qreal devicePixelRatio) {
     const qreal pixels = size.width() * devicePixelRatio * size.height() * devicePixelRatio;
-    return pixels > static_cast<qreal>(UIAbstraction::maximumImagePixels);
+    return pixels > static_cast<qreal>(RecordStream::maximumImagePixels);
 }
 
 QImage grabWidget(QWidget* widget, const QRect& rectangle) {
@@ -34,7 +34,7 @@ QImage copyImage(const QImage& image, const QRect& rectangle) {
     }
     const qint64 width = qint64(rectangle.right()) - rectangle.left() + 1;
     const qint64 height = qint64(rectangle.bottom()) - rectangle.top() + 1;
-    if (width > UIAbstraction::maximumImagePixels / height) {
+    if (width > RecordStream::maximumImagePixels / height) {
         return {};
     }
     // What lies wholly outside is moved to just outside: the result is the same, and QImage's own

@@ -1,4 +1,4 @@
-#include "logging.h"
+#include "tracking/logging.h"
 
 #include <vorsk/extensionhost.h>
 #include <vorsk/hostlogger.h>

@@ -1,6 +1,6 @@
-#include "mappingelementstore.h"
+#include "tracking/mappingelementstore.h"
 
-#include "metamethods.h"
+#include "tracking/metamethods.h"
 
 namespace Vorsk {
 namespace UICoverage {

@@ -1,4 +1,4 @@
-#include "mnemonics.h"
+#include "tracking/mnemonics.h"
 
 #include <QStringList>
 

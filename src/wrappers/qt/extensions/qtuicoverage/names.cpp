@@ -1,4 +1,4 @@
-#include "names.h"
+#include "qtuicoverage/names.h"
 
 namespace Vorsk {
 namespace UICoverage {

@@ -1,7 +1,7 @@
-#include "observerpool.h"
+#include "tracking/observerpool.h"
 
-#include "mappingelementstore.h"
-#include "metamethods.h"
+#include "tracking/mappingelementstore.h"
+#include "tracking/metamethods.h"
 
 #include <QSet>
 
@@ -15,8 +15,8 @@ using UIAbstraction::UIElement;
 namespace {
 
 /**
- * Deletes each observer of the list once. The list is a copy: each deletion comes back through
- * observerDestroyed(), which edits the pool's tables.
+ * Deletes each observer of the list once. The list is a copy: the destructor of each observer calls
+ * ObserverPool::forget(), which edits the pool's tables.
  */
 void deleteObservers(const std::vector<QtObjectObserver*>& observers) {
     if (observers.size() == 1) {
@@ -100,7 +100,6 @@ void ObserverPool::observedObjectDestroyed(QObject* object) {
     }
 }
 
-/** For whoever knows only the address of one that died; our own observers call forget(). */
 void ObserverPool::observerDestroyed(QObject* object) {
     // Compared, and no more than that.
     auto* const observer = static_cast<QtObjectObserver*>(object);

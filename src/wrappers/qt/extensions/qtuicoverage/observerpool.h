@@ -1,6 +1,6 @@
 #pragma once
 
-#include "qtobjectobserver.h"
+#include "tracking/qtobjectobserver.h"
 #include "uiabstraction/pointertable.h"
 
 #include <QHash>
@@ -41,6 +41,8 @@ public:
     QtObjectObserver* observerForElement(UIAbstraction::UIElement* element);
 
 private Q_SLOTS:
+    // The meta-object with both slots is fixed: a host may invoke them by name. Nothing here
+    // connects to the second one: observers call forget() when they die.
     void observedObjectDestroyed(QObject* object);
     void observerDestroyed(QObject* object);
 

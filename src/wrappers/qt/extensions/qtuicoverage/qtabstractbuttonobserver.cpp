@@ -1,9 +1,9 @@
-#include "qtabstractbuttonobserver.h"
+#include "qtuicoverage/qtabstractbuttonobserver.h"
 
-#include "metamethods.h"
-#include "mnemonics.h"
-#include "names.h"
-#include "qtwidgetscoveragetracker.h"
+#include "qtuicoverage/names.h"
+#include "qtuicoverage/qtwidgetscoveragetracker.h"
+#include "tracking/metamethods.h"
+#include "tracking/mnemonics.h"
 
 #include <QAbstractButton>
 

@@ -1,6 +1,6 @@
-#include "qtabstractitemviewobserver.h"
+#include "qtuicoverage/qtabstractitemviewobserver.h"
 
-#include "qtwidgetscoveragetracker.h"
+#include "qtuicoverage/qtwidgetscoveragetracker.h"
 
 #include <QAbstractItemView>
 

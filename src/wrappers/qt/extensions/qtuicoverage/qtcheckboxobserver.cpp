@@ -1,8 +1,8 @@
-#include "qtcheckboxobserver.h"
+#include "qtuicoverage/qtcheckboxobserver.h"
 
-#include "metamethods.h"
-#include "names.h"
-#include "qtwidgetscoveragetracker.h"
+#include "qtuicoverage/names.h"
+#include "qtuicoverage/qtwidgetscoveragetracker.h"
+#include "tracking/metamethods.h"
 
 #include <QCheckBox>
 
@@ -25,7 +25,8 @@ QtCheckBoxObserver::QtCheckBoxObserver(QCheckBox* checkBox, UIAbstraction::UIEle
 QtCheckBoxObserver::~QtCheckBoxObserver() = default;
 
 void QtCheckBoxObserver::checkBoxChangedState(int state) {
-    // Getting unchecked raises no count, and that is intended: "unchecked" stays at zero.
+    // "unchecked" stays at zero: it is registered as a possible event, and what counts of a check
+    // box is fixed for those who read the stream.
     if (state == Qt::PartiallyChecked) {
         element()->increaseUsage(Events::partiallyChecked());
     } else if (state == Qt::Checked) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "qtabstractbuttonobserver.h"
+#include "qtuicoverage/qtabstractbuttonobserver.h"
 
 QT_BEGIN_NAMESPACE
 class QCheckBox;

@@ -1,6 +1,6 @@
-#include "qtdialogobserver.h"
+#include "qtuicoverage/qtdialogobserver.h"
 
-#include "qtwidgetscoveragetracker.h"
+#include "qtuicoverage/qtwidgetscoveragetracker.h"
 
 #include <QDialog>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "qtwidgetobserver.h"
+#include "qtuicoverage/qtwidgetobserver.h"
 
 QT_BEGIN_NAMESPACE
 class QDialog;

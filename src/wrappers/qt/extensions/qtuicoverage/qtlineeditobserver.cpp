@@ -1,8 +1,8 @@
-#include "qtlineeditobserver.h"
+#include "qtuicoverage/qtlineeditobserver.h"
 
-#include "metamethods.h"
-#include "names.h"
-#include "qtwidgetscoveragetracker.h"
+#include "qtuicoverage/names.h"
+#include "qtuicoverage/qtwidgetscoveragetracker.h"
+#include "tracking/metamethods.h"
 
 #include <QLineEdit>
 

@@ -1,6 +1,6 @@
-#include "qtmainwindowobserver.h"
+#include "qtuicoverage/qtmainwindowobserver.h"
 
-#include "qtwidgetscoveragetracker.h"
+#include "qtuicoverage/qtwidgetscoveragetracker.h"
 
 #include <QMainWindow>
 

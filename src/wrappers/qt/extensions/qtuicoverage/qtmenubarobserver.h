@@ -1,7 +1,7 @@
 #pragma once
 
-#include "actionelements.h"
-#include "qtwidgetobserver.h"
+#include "qtuicoverage/actionelements.h"
+#include "qtuicoverage/qtwidgetobserver.h"
 
 QT_BEGIN_NAMESPACE
 class QMenuBar;

@@ -1,6 +1,6 @@
-#include "qtmenuobserver.h"
+#include "qtuicoverage/qtmenuobserver.h"
 
-#include "qtwidgetscoveragetracker.h"
+#include "qtuicoverage/qtwidgetscoveragetracker.h"
 
 #include <QAction>
 #include <QMenu>
@@ -51,7 +51,8 @@ void QtMenuObserver::addActionToObserve(QAction* action) {
 
 void QtMenuObserver::actionDestroyed(QObject* object) {
     // By the time an action says that it is destroyed it is no QAction any more, so the cast fails
-    // and its address stays observed: intended, addresses are only compared.
+    // and its address stays observed. That is harmless: addresses are only compared, and a menu
+    // item looks its action up before it counts.
     if (auto* const action = qobject_cast<QAction*>(object)) {
         m_items.removeObserved(action);
     }

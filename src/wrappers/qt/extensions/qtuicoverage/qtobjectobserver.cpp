@@ -1,6 +1,6 @@
-#include "qtobjectobserver.h"
+#include "tracking/qtobjectobserver.h"
 
-#include "observerpool.h"
+#include "tracking/observerpool.h"
 
 namespace Vorsk {
 namespace UICoverage {

@@ -32,6 +32,7 @@ public:
     UICoverageTracker* tracker() const { return m_tracker; }
 
 private Q_SLOTS:
+    /** Does nothing and is connected to nothing; the meta-object that holds it is fixed. */
     void objectDestroyed();
 
 private:

@@ -1,11 +1,11 @@
-#include "qtquickcoveragetracker.h"
+#include "qtuicoverage/qtquickcoveragetracker.h"
 
-#include "grab.h"
-#include "names.h"
-#include "qtquickitemobserver.h"
-#include "quickgeometry.h"
-#include "quickgrab.h"
-#include "quickitemclass.h"
+#include "qtuicoverage/names.h"
+#include "qtuicoverage/qtquickitemobserver.h"
+#include "qtuicoverage/quickgeometry.h"
+#include "qtuicoverage/quickgrab.h"
+#include "qtuicoverage/quickitemclass.h"
+#include "tracking/grab.h"
 
 #include <QMouseEvent>
 #include <QPointer>
@@ -229,7 +229,8 @@ void QtQuickCoverageTracker::clickWindow(QQuickWindow* window, const QMouseEvent
 }
 
 void QtQuickCoverageTracker::showWindow(QQuickWindow* window) {
-    // The title of a window that is new here is set a second time, and that is intended.
+    // Also where windowElement() has just set it: each show sends the title, which the order of
+    // records that readers know relies on.
     if (UIElement* const shown = windowElement(window)) {
         shown->setText(window->title());
         shown->increaseUsage(Events::shown());

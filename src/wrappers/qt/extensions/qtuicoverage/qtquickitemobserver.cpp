@@ -1,11 +1,11 @@
-#include "qtquickitemobserver.h"
+#include "qtuicoverage/qtquickitemobserver.h"
 
-#include "logging.h"
-#include "metamethods.h"
-#include "mnemonics.h"
-#include "names.h"
-#include "quickgeometry.h"
-#include "uicoveragetracker.h"
+#include "qtuicoverage/names.h"
+#include "qtuicoverage/quickgeometry.h"
+#include "tracking/logging.h"
+#include "tracking/metamethods.h"
+#include "tracking/mnemonics.h"
+#include "tracking/uicoveragetracker.h"
 
 #include <QMetaObject>
 #include <QVariant>

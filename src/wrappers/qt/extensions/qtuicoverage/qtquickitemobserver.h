@@ -1,7 +1,7 @@
 #pragma once
 
-#include "qtobjectobserver.h"
-#include "quickitemclass.h"
+#include "qtuicoverage/quickitemclass.h"
+#include "tracking/qtobjectobserver.h"
 
 #include <QPointer>
 #include <QQuickItem>

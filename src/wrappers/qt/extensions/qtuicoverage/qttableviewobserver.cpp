@@ -1,6 +1,6 @@
-#include "qttableviewobserver.h"
+#include "qtuicoverage/qttableviewobserver.h"
 
-#include "qtwidgetscoveragetracker.h"
+#include "qtuicoverage/qtwidgetscoveragetracker.h"
 
 #include <QTableView>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "qtabstractitemviewobserver.h"
+#include "qtuicoverage/qtabstractitemviewobserver.h"
 
 QT_BEGIN_NAMESPACE
 class QTableView;

@@ -1,6 +1,6 @@
-#include "qttoolbarobserver.h"
+#include "qtuicoverage/qttoolbarobserver.h"
 
-#include "qtwidgetscoveragetracker.h"
+#include "qtuicoverage/qtwidgetscoveragetracker.h"
 
 #include <QToolBar>
 

@@ -1,10 +1,10 @@
-#include "qtuicoverageextension.h"
+#include "qtuicoverage/qtuicoverageextension.h"
 
-#include "environment.h"
-#include "logging.h"
-#include "qtquickcoveragetracker.h"
-#include "qtwidgetscoveragetracker.h"
-#include "streamuielementexporter.h"
+#include "qtuicoverage/qtquickcoveragetracker.h"
+#include "qtuicoverage/qtwidgetscoveragetracker.h"
+#include "tracking/environment.h"
+#include "tracking/logging.h"
+#include "tracking/streamuielementexporter.h"
 
 #include <vorsk/optionset.h>
 #include <vorsk/wrappercontext.h>

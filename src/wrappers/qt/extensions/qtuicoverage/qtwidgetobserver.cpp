@@ -1,7 +1,7 @@
-#include "qtwidgetobserver.h"
+#include "qtuicoverage/qtwidgetobserver.h"
 
-#include "logging.h"
-#include "uicoveragetracker.h"
+#include "tracking/logging.h"
+#include "tracking/uicoveragetracker.h"
 
 #include <QWidget>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "qtobjectobserver.h"
+#include "tracking/qtobjectobserver.h"
 
 QT_BEGIN_NAMESPACE
 class QWidget;

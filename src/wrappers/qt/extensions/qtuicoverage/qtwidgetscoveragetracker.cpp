@@ -1,17 +1,17 @@
-#include "qtwidgetscoveragetracker.h"
+#include "qtuicoverage/qtwidgetscoveragetracker.h"
 
-#include "grab.h"
-#include "logging.h"
-#include "names.h"
-#include "qtabstractbuttonobserver.h"
-#include "qtcheckboxobserver.h"
-#include "qtdialogobserver.h"
-#include "qtlineeditobserver.h"
-#include "qtmainwindowobserver.h"
-#include "qtmenubarobserver.h"
-#include "qtmenuobserver.h"
-#include "qttableviewobserver.h"
-#include "qttoolbarobserver.h"
+#include "qtuicoverage/names.h"
+#include "qtuicoverage/qtabstractbuttonobserver.h"
+#include "qtuicoverage/qtcheckboxobserver.h"
+#include "qtuicoverage/qtdialogobserver.h"
+#include "qtuicoverage/qtlineeditobserver.h"
+#include "qtuicoverage/qtmainwindowobserver.h"
+#include "qtuicoverage/qtmenubarobserver.h"
+#include "qtuicoverage/qtmenuobserver.h"
+#include "qtuicoverage/qttableviewobserver.h"
+#include "qtuicoverage/qttoolbarobserver.h"
+#include "tracking/grab.h"
+#include "tracking/logging.h"
 
 #include <QCheckBox>
 #include <QDebug>
@@ -139,7 +139,8 @@ UIElement* QtWidgetsCoverageTracker::trackWidget(QObject* widget) {
     known = trackWidgetAs<QMenuBar, QtMenuBarObserver>(guard, known, StandardTypes::menuBar());
     known = trackWidgetAs<QMenu, QtMenuObserver>(guard, known, StandardTypes::menu());
     known = trackWidgetAs<QCheckBox, QtCheckBoxObserver>(guard, known, StandardTypes::checkBox());
-    // Push buttons only: tool buttons, radio buttons and others stay generic, and that is intended.
+    // Push buttons only: the types that this extension tells apart are fixed, and tool buttons,
+    // radio buttons and others are not among them.
     known =
         trackWidgetAs<QPushButton, QtAbstractButtonObserver>(guard, known, StandardTypes::button());
     known = trackWidgetAs<QLineEdit, QtLineEditObserver>(guard, known, StandardTypes::textInput());

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "observerpool.h"
-#include "uicoveragetracker.h"
+#include "tracking/observerpool.h"
+#include "tracking/uicoveragetracker.h"
 
 #include <QEvent>
 #include <QObject>

@@ -1,6 +1,6 @@
-#include "quickgrab.h"
+#include "qtuicoverage/quickgrab.h"
 
-#include "grab.h"
+#include "tracking/grab.h"
 
 #include <QQuickRenderControl>
 #include <QQuickWindow>

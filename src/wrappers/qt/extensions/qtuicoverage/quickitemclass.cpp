@@ -1,4 +1,4 @@
-#include "quickitemclass.h"
+#include "qtuicoverage/quickitemclass.h"
 
 #include <QHash>
 #include <QMetaMethod>

@@ -1,6 +1,6 @@
-#include "streamuielementexporter.h"
+#include "tracking/streamuielementexporter.h"
 
-#include "uiabstraction/payloadwriter.h"
+#include "recordstream/payloadwriter.h"
 
 #include <vorsk/hook.h>
 
@@ -11,9 +11,9 @@
 namespace Vorsk {
 namespace UICoverage {
 
+using RecordStream::PayloadWriter;
+using RecordStream::RecordKind;
 using UIAbstraction::ElementStore;
-using UIAbstraction::PayloadWriter;
-using UIAbstraction::RecordKind;
 using UIAbstraction::StandardType;
 using UIAbstraction::UIElement;
 using UIAbstraction::UIEvent;
@@ -36,7 +36,7 @@ void setBytes(QVariant& variant, const QByteArray& value) {
 } // namespace
 
 StreamUIElementExporter::StreamUIElementExporter()
-    : m_messageName(QLatin1String(UIAbstraction::coverageMessageName))
+    : m_messageName(QLatin1String(RecordStream::coverageMessageName))
     , m_arguments{0, 1, 0, QByteArray()} {}
 
 StreamUIElementExporter::~StreamUIElementExporter() = default;

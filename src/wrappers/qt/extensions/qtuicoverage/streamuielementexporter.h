@@ -1,7 +1,7 @@
 #pragma once
 
-#include "abstractuielementexporter.h"
-#include "uiabstraction/recordkind.h"
+#include "recordstream/recordkind.h"
+#include "tracking/abstractuielementexporter.h"
 
 #include <vorsk/argumentlist.h>
 
@@ -55,12 +55,12 @@ protected:
 
 private:
     struct Record {
-        UIAbstraction::RecordKind kind;
+        RecordStream::RecordKind kind;
         QByteArray payload;
     };
 
     template <class... Items>
-    void exportRecord(UIAbstraction::RecordKind kind, const UIAbstraction::UIElement* element,
+    void exportRecord(RecordStream::RecordKind kind, const UIAbstraction::UIElement* element,
                       const Items&... items);
     void deliver(Record&& record);
     void send(Hook& hook, const Record& record);

@@ -1,4 +1,4 @@
-#include "textencoding.h"
+#include "tracking/textencoding.h"
 
 #include <cstdio>
 #include <utility>

@@ -1,7 +1,7 @@
-#include "uicoveragetracker.h"
+#include "tracking/uicoveragetracker.h"
 
-#include "abstractuielementexporter.h"
-#include "classname.h"
+#include "tracking/abstractuielementexporter.h"
+#include "tracking/classname.h"
 
 namespace Vorsk {
 namespace UICoverage {

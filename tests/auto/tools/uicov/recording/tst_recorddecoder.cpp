@@ -1,8 +1,9 @@
 #include "recording/framedecoder.h"
 #include "recording/recorddecoder.h"
+#include "recordstream/elementstream.h"
+#include "recordstream/pngheader.h"
 #include "testlib/recordingbuilder.h"
 #include "testlib/testcase.h"
-#include "uiabstraction/elementstream.h"
 
 #include <QImage>
 #include <QSize>
@@ -15,7 +16,7 @@ using TestLib::RecordingBuilder;
 using Uicov::Recording::HookArgument;
 using Uicov::Recording::HookMessage;
 using Uicov::Recording::Record;
-using Vorsk::UIAbstraction::RecordKind;
+using Vorsk::RecordStream::RecordKind;
 using Vorsk::UIAbstraction::StandardType;
 using Vorsk::UIAbstraction::UIElement;
 
@@ -93,7 +94,7 @@ private Q_SLOTS:
         QImage image(20, 10, QImage::Format_RGB32);
         image.fill(Qt::red);
         QCOMPARE(decode(5, payload(image)), Result::Sound);
-        QCOMPARE(RecordDecoder::pictureSize(m_record.picture), QSize(20, 10));
+        QCOMPARE(Vorsk::RecordStream::pngSize(m_record.picture), QSize(20, 10));
         QCOMPARE(QImage::fromData(m_record.picture), image);
         QCOMPARE(decode(5, payload(QImage())), Result::Sound);
         QVERIFY(m_record.picture.isEmpty());
@@ -161,11 +162,6 @@ private Q_SLOTS:
         message = messageOf(7, payload(QString()));
         message.arguments[3].tag = ArgumentTag::Variant;
         QCOMPARE(RecordDecoder::decode(message, m_record), Result::Damaged);
-    }
-
-    void pictureSizeOfNoPngIsNull() {
-        QVERIFY(RecordDecoder::pictureSize(QByteArray()).isNull());
-        QVERIFY(RecordDecoder::pictureSize(QByteArray(100, 'x')).isNull());
     }
 };
 

@@ -1,8 +1,8 @@
 #include "recording/replay.h"
+#include "recordstream/elementstream.h"
 #include "run/runloader.h"
 #include "testlib/recordingbuilder.h"
 #include "testlib/testcase.h"
-#include "uiabstraction/elementstream.h"
 
 #include <QTemporaryDir>
 #include <QTest>

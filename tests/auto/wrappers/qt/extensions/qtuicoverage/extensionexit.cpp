@@ -1,6 +1,6 @@
 // A program that ends in the ways that are hard on the extension; tst_qtuicoverageextension runs
 // it. Says "done" and ends with 0 when it came to its end.
-#include "qtuicoverageextension.h"
+#include "qtuicoverage/qtuicoverageextension.h"
 #include "testlib/fakehook.h"
 #include "testlib/fakehost.h"
 

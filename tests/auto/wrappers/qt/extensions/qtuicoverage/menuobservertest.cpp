@@ -1,9 +1,9 @@
 #include "menuobservertest.h"
 
-#include "names.h"
-#include "qtmenubarobserver.h"
-#include "qtmenuobserver.h"
-#include "qtwidgetscoveragetracker.h"
+#include "qtuicoverage/names.h"
+#include "qtuicoverage/qtmenubarobserver.h"
+#include "qtuicoverage/qtmenuobserver.h"
+#include "qtuicoverage/qtwidgetscoveragetracker.h"
 #include "testlib/samestorage.h"
 #include "testlib/treeprinter.h"
 #include "uiabstraction/uielement.h"

@@ -1,8 +1,8 @@
 // What the items count: the second half of the tests that menus and menu bars have in common.
 #include "menuobservertest.h"
-#include "names.h"
-#include "qtwidgetobserver.h"
-#include "qtwidgetscoveragetracker.h"
+#include "qtuicoverage/names.h"
+#include "qtuicoverage/qtwidgetobserver.h"
+#include "qtuicoverage/qtwidgetscoveragetracker.h"
 #include "testlib/samestorage.h"
 #include "uiabstraction/uielement.h"
 

@@ -1,4 +1,4 @@
-#include "names.h"
+#include "qtuicoverage/names.h"
 #include "testlib/testcase.h"
 
 #include <QTest>

@@ -1,5 +1,5 @@
-#include "qtabstractbuttonobserver.h"
-#include "qtwidgetscoveragetracker.h"
+#include "qtuicoverage/qtabstractbuttonobserver.h"
+#include "qtuicoverage/qtwidgetscoveragetracker.h"
 #include "testlib/testcase.h"
 #include "testlib/treeprinter.h"
 #include "testlib/widgetsprobe.h"

@@ -1,5 +1,5 @@
 #include "itemviewcases.h"
-#include "qtabstractitemviewobserver.h"
+#include "qtuicoverage/qtabstractitemviewobserver.h"
 
 #include <QListView>
 #include <QTreeView>

@@ -1,5 +1,5 @@
-#include "qtcheckboxobserver.h"
-#include "qtwidgetscoveragetracker.h"
+#include "qtuicoverage/qtcheckboxobserver.h"
+#include "qtuicoverage/qtwidgetscoveragetracker.h"
 #include "testlib/testcase.h"
 #include "testlib/treeprinter.h"
 #include "testlib/widgetsprobe.h"

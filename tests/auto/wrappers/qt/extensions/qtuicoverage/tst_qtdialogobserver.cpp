@@ -1,4 +1,4 @@
-#include "qtdialogobserver.h"
+#include "qtuicoverage/qtdialogobserver.h"
 #include "windowobservercases.h"
 
 #include <QDialog>

@@ -1,5 +1,5 @@
-#include "qtlineeditobserver.h"
-#include "qtwidgetscoveragetracker.h"
+#include "qtuicoverage/qtlineeditobserver.h"
+#include "qtuicoverage/qtwidgetscoveragetracker.h"
 #include "testlib/testcase.h"
 #include "testlib/treeprinter.h"
 #include "testlib/widgetsprobe.h"

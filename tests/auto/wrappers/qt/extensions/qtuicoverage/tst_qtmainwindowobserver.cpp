@@ -1,4 +1,4 @@
-#include "qtmainwindowobserver.h"
+#include "qtuicoverage/qtmainwindowobserver.h"
 #include "windowobservercases.h"
 
 #include <QMainWindow>

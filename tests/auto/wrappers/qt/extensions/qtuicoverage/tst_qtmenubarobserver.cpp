@@ -1,7 +1,7 @@
 #include "menuobservertest.h"
-#include "names.h"
-#include "qtmenubarobserver.h"
-#include "qtwidgetscoveragetracker.h"
+#include "qtuicoverage/names.h"
+#include "qtuicoverage/qtmenubarobserver.h"
+#include "qtuicoverage/qtwidgetscoveragetracker.h"
 #include "uiabstraction/uielement.h"
 
 #include <QMenuBar>

@@ -1,7 +1,7 @@
 #include "menuobservertest.h"
-#include "names.h"
-#include "qtmenuobserver.h"
-#include "qtwidgetscoveragetracker.h"
+#include "qtuicoverage/names.h"
+#include "qtuicoverage/qtmenuobserver.h"
+#include "qtuicoverage/qtwidgetscoveragetracker.h"
 #include "uiabstraction/uielement.h"
 
 #include <QMenu>

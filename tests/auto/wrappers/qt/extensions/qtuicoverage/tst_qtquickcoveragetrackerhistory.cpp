@@ -1,7 +1,7 @@
-#include "observerpool.h"
-#include "qtquickcoveragetracker.h"
-#include "qtquickitemobserver.h"
+#include "qtuicoverage/qtquickcoveragetracker.h"
+#include "qtuicoverage/qtquickitemobserver.h"
 #include "testlib/testcase.h"
+#include "tracking/observerpool.h"
 #include "uiabstraction/uielement.h"
 
 #include <QQuickItem>

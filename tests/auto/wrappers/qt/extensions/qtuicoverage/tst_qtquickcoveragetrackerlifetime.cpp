@@ -1,5 +1,5 @@
-#include "qtquickcoveragetracker.h"
-#include "qtwidgetscoveragetracker.h"
+#include "qtuicoverage/qtquickcoveragetracker.h"
+#include "qtuicoverage/qtwidgetscoveragetracker.h"
 #include "testlib/quickprobe.h"
 #include "testlib/quickscene.h"
 #include "testlib/samestorage.h"

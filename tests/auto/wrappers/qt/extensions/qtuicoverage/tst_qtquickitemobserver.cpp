@@ -1,9 +1,9 @@
-#include "observerpool.h"
-#include "qtquickcoveragetracker.h"
-#include "qtquickitemobserver.h"
+#include "qtuicoverage/qtquickcoveragetracker.h"
+#include "qtuicoverage/qtquickitemobserver.h"
 #include "testlib/quickprobe.h"
 #include "testlib/quickscene.h"
 #include "testlib/testcase.h"
+#include "tracking/observerpool.h"
 #include "uiabstraction/uielement.h"
 
 #include <QRegularExpression>

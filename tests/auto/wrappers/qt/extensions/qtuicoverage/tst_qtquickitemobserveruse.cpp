@@ -1,4 +1,4 @@
-#include "qtquickcoveragetracker.h"
+#include "qtuicoverage/qtquickcoveragetracker.h"
 #include "shownscene.h"
 #include "testlib/quickprobe.h"
 #include "testlib/quickscene.h"

@@ -1,5 +1,5 @@
 #include "itemviewcases.h"
-#include "qttableviewobserver.h"
+#include "qtuicoverage/qttableviewobserver.h"
 
 #include <QTableView>
 #include <QTableWidget>

@@ -1,5 +1,5 @@
-#include "qttoolbarobserver.h"
-#include "qtwidgetscoveragetracker.h"
+#include "qtuicoverage/qttoolbarobserver.h"
+#include "qtuicoverage/qtwidgetscoveragetracker.h"
 #include "testlib/testcase.h"
 #include "testlib/treeprinter.h"
 #include "testlib/widgetsprobe.h"

@@ -1,8 +1,8 @@
-#include "environment.h"
-#include "qtuicoverageextension.h"
+#include "qtuicoverage/qtuicoverageextension.h"
 #include "testlib/fakehook.h"
 #include "testlib/fakehost.h"
 #include "testlib/testcase.h"
+#include "tracking/environment.h"
 
 #include <QProcess>
 #include <QPushButton>

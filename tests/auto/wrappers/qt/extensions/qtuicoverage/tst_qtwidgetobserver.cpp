@@ -1,5 +1,5 @@
-#include "qtwidgetobserver.h"
-#include "qtwidgetscoveragetracker.h"
+#include "qtuicoverage/qtwidgetobserver.h"
+#include "qtuicoverage/qtwidgetscoveragetracker.h"
 #include "testlib/testcase.h"
 #include "testlib/widgetsprobe.h"
 #include "uiabstraction/uielement.h"

@@ -1,4 +1,4 @@
-#include "qtwidgetscoveragetracker.h"
+#include "qtuicoverage/qtwidgetscoveragetracker.h"
 #include "testlib/testcase.h"
 #include "testlib/widgetsprobe.h"
 #include "uiabstraction/uielement.h"

@@ -1,4 +1,4 @@
-#include "quickgeometry.h"
+#include "qtuicoverage/quickgeometry.h"
 #include "testlib/testcase.h"
 
 #include <QGuiApplication>

@@ -1,4 +1,4 @@
-#include "quickitemclass.h"
+#include "qtuicoverage/quickitemclass.h"
 #include "testlib/named.h"
 #include "testlib/testcase.h"
 

@@ -1,9 +1,9 @@
-#include "grab.h"
-#include "qtquickcoveragetracker.h"
-#include "quickgrab.h"
+#include "qtuicoverage/qtquickcoveragetracker.h"
+#include "qtuicoverage/quickgrab.h"
 #include "testlib/quickprobe.h"
 #include "testlib/quickscene.h"
 #include "testlib/testcase.h"
+#include "tracking/grab.h"
 #include "uiabstraction/uielement.h"
 
 #include <QTest>

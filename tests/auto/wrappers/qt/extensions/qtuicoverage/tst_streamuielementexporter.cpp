@@ -1,8 +1,8 @@
+#include "recordstream/elementstream.h"
 #include "testlib/fakehook.h"
 #include "testlib/recordprinter.h"
 #include "testlib/testcase.h"
 #include "tracking/streamuielementexporter.h"
-#include "uiabstraction/elementstream.h"
 
 #include <QDataStream>
 #include <QTest>
@@ -11,11 +11,11 @@
 
 using TestLib::FakeHook;
 using TestLib::RecordPrinter;
+using Vorsk::RecordStream::readElement;
+using Vorsk::RecordStream::streamVersion;
 using Vorsk::UIAbstraction::ElementGeometry;
 using Vorsk::UIAbstraction::ElementStore;
-using Vorsk::UIAbstraction::readElement;
 using Vorsk::UIAbstraction::StandardType;
-using Vorsk::UIAbstraction::streamVersion;
 using Vorsk::UIAbstraction::UIElement;
 using Vorsk::UIAbstraction::UIEvent;
 using Vorsk::UICoverage::StreamUIElementExporter;

@@ -1,9 +1,9 @@
+#include "recordstream/elementstream.h"
+#include "recordstream/payloadreader.h"
 #include "testlib/fakehook.h"
 #include "testlib/testcase.h"
 #include "tracking/streamuielementexporter.h"
 #include "tracking/uicoveragetracker.h"
-#include "uiabstraction/elementstream.h"
-#include "uiabstraction/payloadreader.h"
 
 #include <QTest>
 
@@ -106,11 +106,11 @@ private Q_SLOTS:
         tracker.announceTree(root.get());
         QCOMPARE(hook.messages.size(), 1);
         QCOMPARE(hook.messages.at(0).args.at(2).toInt(), 1);
-        Vorsk::UIAbstraction::PayloadReader payload(hook.messages.at(0).args.at(3).toByteArray());
+        Vorsk::RecordStream::PayloadReader payload(hook.messages.at(0).args.at(3).toByteArray());
         QString id;
         payload >> id;
         QCOMPARE(id, root->id());
-        const auto read = Vorsk::UIAbstraction::readElement(payload);
+        const auto read = Vorsk::RecordStream::readElement(payload);
         QVERIFY(read != nullptr);
         QCOMPARE(read->children().size(), 2);
         QCOMPARE(read->children().at(0)->id(), child->id());

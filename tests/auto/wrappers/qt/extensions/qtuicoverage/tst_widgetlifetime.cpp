@@ -1,4 +1,4 @@
-#include "qtwidgetscoveragetracker.h"
+#include "qtuicoverage/qtwidgetscoveragetracker.h"
 #include "testlib/keepfreed.h"
 #include "testlib/samestorage.h"
 #include "testlib/testcase.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "qtwidgetscoveragetracker.h"
+#include "qtuicoverage/qtwidgetscoveragetracker.h"
 #include "testlib/testcase.h"
 #include "testlib/treeprinter.h"
 #include "testlib/widgetsprobe.h"

@@ -1,6 +1,7 @@
-#include "uiabstraction/pngwriter.h"
+#include "recordstream/pngwriter.h"
 
 #include "checksum/crc32.h"
+#include "recordstream/pngheader.h"
 
 #include <QByteArray>
 #include <QDataStream>
@@ -12,11 +13,9 @@
 #endif
 
 namespace Vorsk {
-namespace UIAbstraction {
+namespace RecordStream {
 
 namespace {
-
-constexpr char signature[] = "\x89PNG\r\n\x1a\n";
 
 constexpr int lightestCompression = 1;
 
@@ -122,7 +121,7 @@ QByteArray fastPng(const QImage& image) {
     }
     QByteArray png;
     png.reserve(compressed.size() + 128);
-    png.append(signature);
+    png.append(PngLayout::signature, PngLayout::signatureSize);
     appendChunk(png, "IHDR", header(image));
     if (image.dotsPerMeterX() > 0 || image.dotsPerMeterY() > 0) {
         appendChunk(png, "pHYs", resolution(image));
@@ -143,5 +142,5 @@ void writeImage(QDataStream& stream, const QImage& image) {
     stream.writeRawData(png.constData(), png.size());
 }
 
-} // namespace UIAbstraction
+} // namespace RecordStream
 } // namespace Vorsk

@@ -1,19 +1,16 @@
 #include "host/support/recordingparser.h"
+#include "recordingformat/frames.h"
+#include "recordingformat/recordingformat.h"
 #include "testlib/testcase.h"
-#include "vorskhook/framebuilder.h"
 
 #include <QFile>
 #include <QRegularExpression>
 #include <QTest>
 
-#include <recordingformat/recordingformat.h>
-
 /*
  * docs/recording-format.md is for people who read recordings with programs of their own. What it
  * says is compared with what the code does.
  */
-
-using namespace VorskHost;
 
 namespace {
 
@@ -118,13 +115,13 @@ void tst_RecordingFormat::keysInTheDocument() {
 
 void tst_RecordingFormat::exampleInTheDocument() {
     const QByteArray expected =
-        FrameBuilder::header() +
-        FrameBuilder::processFrame(0, {{QStringLiteral("pid"), QStringLiteral("42")}}) +
-        FrameBuilder::logFrame(900, RecordingFormat::Severity::Info, QStringLiteral("ready")) +
-        FrameBuilder::messageFrame(
+        RecordingFormat::fileHeader() +
+        RecordingFormat::processFrame(0, {{QStringLiteral("pid"), QStringLiteral("42")}}) +
+        RecordingFormat::logFrame(900, RecordingFormat::Severity::Info, QStringLiteral("ready")) +
+        RecordingFormat::messageFrame(
             1000, 1, QStringLiteral("uiCoverageData"),
             {42, 1, 7, QByteArray("\x00\x00\x00\x02\x00i\xff\xff\xff\xff", 10)}) +
-        FrameBuilder::endFrame(2000, 1);
+        RecordingFormat::endFrame(2000, 1);
     const QByteArray documented = documentedExample(m_document);
     QVERIFY2(documented == expected, qPrintable(QStringLiteral("the code makes of the example:\n") +
                                                 QString::fromLatin1(expected.toHex(' '))));

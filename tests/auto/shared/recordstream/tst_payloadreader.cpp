@@ -1,9 +1,9 @@
+#include "recordstream/payloadreader.h"
+#include "recordstream/payloadwriter.h"
+#include "recordstream/recordkind.h"
 #include "testlib/streamed.h"
 #include "testlib/testcase.h"
 #include "uiabstraction/elementgeometry.h"
-#include "uiabstraction/payloadreader.h"
-#include "uiabstraction/payloadwriter.h"
-#include "uiabstraction/recordkind.h"
 #include "uiabstraction/standardtype.h"
 #include "uiabstraction/uievent.h"
 
@@ -17,11 +17,11 @@
 #include <limits>
 
 using TestLib::streamed;
+using Vorsk::RecordStream::PayloadReader;
+using Vorsk::RecordStream::PayloadWriter;
+using Vorsk::RecordStream::streamVersion;
 using Vorsk::UIAbstraction::ElementGeometry;
-using Vorsk::UIAbstraction::PayloadReader;
-using Vorsk::UIAbstraction::PayloadWriter;
 using Vorsk::UIAbstraction::StandardType;
-using Vorsk::UIAbstraction::streamVersion;
 using Vorsk::UIAbstraction::UIEvent;
 using Attributes = QHash<QString, QString>;
 

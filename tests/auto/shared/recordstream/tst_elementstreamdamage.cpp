@@ -1,8 +1,8 @@
+#include "recordstream/elementstream.h"
+#include "recordstream/payloadreader.h"
+#include "recordstream/recordkind.h"
 #include "testlib/testcase.h"
-#include "uiabstraction/elementstream.h"
 #include "uiabstraction/elementwalk.h"
-#include "uiabstraction/payloadreader.h"
-#include "uiabstraction/recordkind.h"
 #include "uiabstraction/uielement.h"
 
 #include <QByteArray>
@@ -16,13 +16,13 @@
 
 #include <sys/resource.h>
 
+using Vorsk::RecordStream::PayloadReader;
+using Vorsk::RecordStream::readElement;
+using Vorsk::RecordStream::readElements;
+using Vorsk::RecordStream::readImage;
+using Vorsk::RecordStream::streamVersion;
 using Vorsk::UIAbstraction::ElementWalk;
-using Vorsk::UIAbstraction::PayloadReader;
-using Vorsk::UIAbstraction::readElement;
-using Vorsk::UIAbstraction::readElements;
-using Vorsk::UIAbstraction::readImage;
 using Vorsk::UIAbstraction::StandardType;
-using Vorsk::UIAbstraction::streamVersion;
 using Vorsk::UIAbstraction::UIElement;
 using Vorsk::UIAbstraction::UIEvent;
 

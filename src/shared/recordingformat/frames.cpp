@@ -1,4 +1,6 @@
-#include "vorskhook/framebuilder.h"
+#include "recordingformat/frames.h"
+
+#include "checksum/crc32.h"
 
 #include <QDataStream>
 #include <QVariant>
@@ -8,13 +10,9 @@
 #include <limits>
 #include <utility>
 
-#include <checksum/crc32.h>
-
-namespace VorskHost {
+namespace RecordingFormat {
 
 namespace {
-
-using namespace RecordingFormat;
 
 template <typename Integer>
 void appendInteger(QByteArray& bytes, Integer value) {
@@ -133,12 +131,10 @@ QByteArray endedFrame(QByteArray frame) {
 
 } // namespace
 
-namespace FrameBuilder {
-
-QByteArray header(quint32 version) {
+QByteArray fileHeader(quint32 ofVersion) {
     QByteArray bytes(magic, sizeof magic);
-    appendInteger(bytes, version);
-    if (version == sharedVersion) {
+    appendInteger(bytes, ofVersion);
+    if (ofVersion == sharedVersion) {
         appendInteger(bytes, quint32{0});
         appendInteger(bytes, quint64{sharedHeaderSize});
         bytes.append(sharedHeaderSize - bytes.size(), '\0'); // no place is held
@@ -157,20 +153,20 @@ QByteArray processFrame(quint64 time, const ProcessInfo& info) {
 }
 
 QByteArray messageFrame(quint64 time, int channel, const QString& name,
-                        const Vorsk::ArgumentList& args) {
+                        const QList<QVariant>& arguments) {
     QByteArray frame;
-    appendMessageFrame(frame, time, channel, name.toUtf8(), args);
+    appendMessageFrame(frame, time, channel, name.toUtf8(), arguments);
     return frame;
 }
 
 bool appendMessageFrame(QByteArray& bytes, quint64 time, int channel, const QByteArray& encodedName,
-                        const Vorsk::ArgumentList& args) {
+                        const QList<QVariant>& arguments) {
     qint64 length = payloadHeaderSize + qint64{sizeof(qint32) + sizeof(quint32) + sizeof(quint8)} +
                     encodedName.size();
-    for (const QVariant& argument : args) {
+    for (const QVariant& argument : arguments) {
         length += encodedSize(argument);
     }
-    if (args.size() > std::numeric_limits<quint8>::max() ||
+    if (arguments.size() > std::numeric_limits<quint8>::max() ||
         length > static_cast<qint64>(maximumPayloadSize)) {
         return false;
     }
@@ -180,8 +176,8 @@ bool appendMessageFrame(QByteArray& bytes, quint64 time, int channel, const QByt
     filler.add(time);
     filler.add(static_cast<qint32>(channel));
     filler.add(encodedName);
-    filler.add(static_cast<quint8>(args.size()));
-    for (const QVariant& argument : args) {
+    filler.add(static_cast<quint8>(arguments.size()));
+    for (const QVariant& argument : arguments) {
         filler.add(argument);
     }
     seal(frame, static_cast<quint32>(length));
@@ -214,6 +210,11 @@ QByteArray lossFrame(quint64 time, quint64 pictures, quint64 others) {
     return endedFrame(frame);
 }
 
-} // namespace FrameBuilder
+QByteArray fillerFrame(quint64 length) {
+    constexpr char unknownType = 0;
+    QByteArray frame(static_cast<int>(length), unknownType);
+    seal(frame.data(), static_cast<quint32>(length - frameHeaderSize));
+    return frame;
+}
 
-} // namespace VorskHost
+} // namespace RecordingFormat

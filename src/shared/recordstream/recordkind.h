@@ -3,7 +3,7 @@
 #include <QDataStream>
 
 namespace Vorsk {
-namespace UIAbstraction {
+namespace RecordStream {
 
 /** The version that every stream of the model is written in: 12 on the wire's terms. */
 constexpr int streamVersion = QDataStream::Qt_4_6;
@@ -34,5 +34,5 @@ enum class RecordKind : int {
 /** The name of every message that carries a record. */
 constexpr char coverageMessageName[] = "uiCoverageData";
 
-} // namespace UIAbstraction
+} // namespace RecordStream
 } // namespace Vorsk

@@ -11,17 +11,20 @@ class QRect;
 QT_END_NAMESPACE
 
 namespace Vorsk {
-namespace UIAbstraction {
 
+namespace UIAbstraction {
 class ElementGeometry;
 class StandardType;
 class UIElement;
 class UIEvent;
+} // namespace UIAbstraction
+
+namespace RecordStream {
 
 /**
- * Writes what a QDataStream of the model's version writes, byte for byte, for the few types that
- * records are made of and without a device behind it. Made for one payload; small ones cost one
- * allocation, or none in memory that comes back.
+ * Writes what a QDataStream of the model's version writes, byte for byte but for the order of
+ * attributes, for the few types that records are made of and without a device behind it. Made for
+ * one payload; small ones cost one allocation, or none in memory that comes back.
  */
 class PayloadWriter {
 public:
@@ -38,11 +41,11 @@ public:
     /** With its PNG made by fastPng() where it can be. */
     PayloadWriter& operator<<(const QImage& image);
     PayloadWriter& operator<<(const QHash<QString, QString>& attributes);
-    PayloadWriter& operator<<(const UIEvent& event);
-    PayloadWriter& operator<<(const StandardType& type);
-    PayloadWriter& operator<<(const ElementGeometry& geometry);
+    PayloadWriter& operator<<(const UIAbstraction::UIEvent& event);
+    PayloadWriter& operator<<(const UIAbstraction::StandardType& type);
+    PayloadWriter& operator<<(const UIAbstraction::ElementGeometry& geometry);
     /** With all below it. */
-    PayloadWriter& operator<<(const UIElement& element);
+    PayloadWriter& operator<<(const UIAbstraction::UIElement& element);
 
     /** Bytes that were written. */
     int size() const { return m_size; }
@@ -71,5 +74,5 @@ private:
     int m_size = 0;
 };
 
-} // namespace UIAbstraction
+} // namespace RecordStream
 } // namespace Vorsk

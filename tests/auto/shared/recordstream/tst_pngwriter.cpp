@@ -1,7 +1,7 @@
+#include "recordstream/pngreader.h"
+#include "recordstream/pngwriter.h"
+#include "recordstream/recordkind.h"
 #include "testlib/testcase.h"
-#include "uiabstraction/pngreader.h"
-#include "uiabstraction/pngwriter.h"
-#include "uiabstraction/recordkind.h"
 
 #include <QBuffer>
 #include <QByteArray>
@@ -10,10 +10,10 @@
 #include <QRandomGenerator>
 #include <QTest>
 
-using Vorsk::UIAbstraction::fastPng;
-using Vorsk::UIAbstraction::readPng;
-using Vorsk::UIAbstraction::streamVersion;
-using Vorsk::UIAbstraction::writeImage;
+using Vorsk::RecordStream::fastPng;
+using Vorsk::RecordStream::readPng;
+using Vorsk::RecordStream::streamVersion;
+using Vorsk::RecordStream::writeImage;
 
 namespace {
 

@@ -1,6 +1,6 @@
+#include "recordstream/pngreader.h"
 #include "testlib/stderrcapture.h"
 #include "testlib/testcase.h"
-#include "uiabstraction/pngreader.h"
 
 #include <QBuffer>
 #include <QByteArray>
@@ -8,8 +8,8 @@
 #include <QTest>
 #include <QtEndian>
 
-using Vorsk::UIAbstraction::maximumImagePixels;
-using Vorsk::UIAbstraction::readPng;
+using Vorsk::RecordStream::maximumImagePixels;
+using Vorsk::RecordStream::readPng;
 
 namespace {
 

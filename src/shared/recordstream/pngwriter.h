@@ -9,7 +9,7 @@ class QImage;
 QT_END_NAMESPACE
 
 namespace Vorsk {
-namespace UIAbstraction {
+namespace RecordStream {
 
 /**
  * The image as a PNG that is made fast: the lightest compression, and no filter. Reading it gives
@@ -23,5 +23,5 @@ QByteArray fastPng(const QImage& image);
  */
 void writeImage(QDataStream& stream, const QImage& image);
 
-} // namespace UIAbstraction
+} // namespace RecordStream
 } // namespace Vorsk

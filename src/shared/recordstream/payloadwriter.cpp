@@ -1,8 +1,8 @@
-#include "uiabstraction/payloadwriter.h"
+#include "recordstream/payloadwriter.h"
 
+#include "recordstream/pngwriter.h"
+#include "recordstream/recordkind.h"
 #include "uiabstraction/elementwalk.h"
-#include "uiabstraction/pngwriter.h"
-#include "uiabstraction/recordkind.h"
 #include "uiabstraction/uielement.h"
 
 #include <QDataStream>
@@ -13,7 +13,13 @@
 #include <utility>
 
 namespace Vorsk {
-namespace UIAbstraction {
+namespace RecordStream {
+
+using UIAbstraction::ElementGeometry;
+using UIAbstraction::ElementWalk;
+using UIAbstraction::StandardType;
+using UIAbstraction::UIElement;
+using UIAbstraction::UIEvent;
 
 namespace {
 
@@ -131,15 +137,12 @@ PayloadWriter& PayloadWriter::operator<<(const QImage& image) {
 }
 
 PayloadWriter& PayloadWriter::operator<<(const QHash<QString, QString>& attributes) {
-    if (attributes.isEmpty()) {
-        return *this << qint32{0};
+    // In the order of the hash; QDataStream writes the entries in the opposite order. The format
+    // has none.
+    *this << static_cast<qint32>(attributes.size());
+    for (auto it = attributes.cbegin(); it != attributes.cend(); ++it) {
+        *this << it.key() << it.value();
     }
-    // The order of the entries is Qt's own business.
-    QByteArray bytes;
-    QDataStream stream(&bytes, QIODevice::WriteOnly);
-    stream.setVersion(streamVersion);
-    stream << attributes;
-    append(bytes);
     return *this;
 }
 
@@ -164,5 +167,5 @@ PayloadWriter& PayloadWriter::operator<<(const UIElement& element) {
     return *this;
 }
 
-} // namespace UIAbstraction
+} // namespace RecordStream
 } // namespace Vorsk

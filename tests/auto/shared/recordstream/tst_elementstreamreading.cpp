@@ -1,6 +1,6 @@
+#include "recordstream/elementstream.h"
+#include "recordstream/recordkind.h"
 #include "testlib/testcase.h"
-#include "uiabstraction/elementstream.h"
-#include "uiabstraction/recordkind.h"
 #include "uiabstraction/uielement.h"
 
 #include <QByteArray>
@@ -10,11 +10,11 @@
 
 #include <memory>
 
+using Vorsk::RecordStream::readElement;
+using Vorsk::RecordStream::readElements;
+using Vorsk::RecordStream::streamVersion;
 using Vorsk::UIAbstraction::ElementGeometry;
-using Vorsk::UIAbstraction::readElement;
-using Vorsk::UIAbstraction::readElements;
 using Vorsk::UIAbstraction::StandardType;
-using Vorsk::UIAbstraction::streamVersion;
 using Vorsk::UIAbstraction::UIElement;
 using Vorsk::UIAbstraction::UIEvent;
 

@@ -1,6 +1,7 @@
-#include "uiabstraction/pngreader.h"
+#include "recordstream/pngreader.h"
 
 #include "checksum/crc32.h"
+#include "recordstream/pngheader.h"
 
 #include <QByteArray>
 #include <QIODevice>
@@ -8,23 +9,11 @@
 #include <QtEndian>
 
 namespace Vorsk {
-namespace UIAbstraction {
+namespace RecordStream {
+
+using namespace PngLayout;
 
 namespace {
-
-constexpr int signatureSize = 8;
-constexpr char signature[signatureSize + 1] = "\x89PNG\r\n\x1a\n";
-
-// A chunk: length of its data, name, data, CRC-32 of name and data.
-constexpr int lengthSize = 4;
-constexpr int nameSize = 4;
-constexpr int checksumSize = 4;
-
-// What the first chunk's data holds, from the start of the picture.
-constexpr int headerWidth = signatureSize + lengthSize + nameSize;
-constexpr int headerHeight = headerWidth + 4;
-constexpr int headerBitDepth = headerHeight + 4;
-constexpr int headerColourType = headerBitDepth + 1;
 
 /** No picture of the pixels that are allowed is longer. */
 constexpr qint64 maximumSize = 1024LL * 1024 * 1024;
@@ -75,21 +64,19 @@ int bitsPerPixel(int bitDepth, int colourType) {
 }
 
 /** Whether so many pixels are allowed, and can stand in that many bytes. */
-bool hasPlausibleSize(const QByteArray& png) {
-    const qint64 width = numberAt(png, headerWidth);
-    const qint64 height = numberAt(png, headerHeight);
+bool hasPlausibleSize(const PngHeader& header, qint64 bytes) {
+    const qint64 width = header.width;
+    const qint64 height = header.height;
     if (width == 0 || height == 0 || height > maximumImagePixels / width) {
         return false;
     }
-    const int bits = bitsPerPixel(static_cast<quint8>(png.at(headerBitDepth)),
-                                  static_cast<quint8>(png.at(headerColourType)));
-    return width * height * bits / 8 <= png.size() * maximumExpansion;
+    const int bits = bitsPerPixel(header.bitDepth, header.colourType);
+    return width * height * bits / 8 <= bytes * maximumExpansion;
 }
 
 } // namespace
 
 QImage readPng(QIODevice& device) {
-    constexpr int headerDataSize = 13;
     QByteArray png;
     if (!append(png, device, signatureSize) || png != signature ||
         appendChunk(png, device) != "IHDR" || numberAt(png, signatureSize) != headerDataSize) {
@@ -101,8 +88,10 @@ QImage readPng(QIODevice& device) {
             return {};
         }
     }
-    return hasPlausibleSize(png) ? QImage::fromData(png, "PNG") : QImage();
+    const std::optional<PngHeader> header = readPngHeader(png);
+    return header && hasPlausibleSize(*header, png.size()) ? QImage::fromData(png, "PNG")
+                                                           : QImage();
 }
 
-} // namespace UIAbstraction
+} // namespace RecordStream
 } // namespace Vorsk

@@ -8,7 +8,7 @@ class QIODevice;
 QT_END_NAMESPACE
 
 namespace Vorsk {
-namespace UIAbstraction {
+namespace RecordStream {
 
 /** Pictures with more pixels than this are not made, and reading one is an error. */
 constexpr qint64 maximumImagePixels = 64LL * 1024 * 1024;
@@ -24,5 +24,5 @@ constexpr qint64 maximumImagePixels = 64LL * 1024 * 1024;
  */
 QImage readPng(QIODevice& device);
 
-} // namespace UIAbstraction
+} // namespace RecordStream
 } // namespace Vorsk

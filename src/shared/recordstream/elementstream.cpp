@@ -1,9 +1,9 @@
-#include "uiabstraction/elementstream.h"
+#include "recordstream/elementstream.h"
 
-#include "uiabstraction/payloadreader.h"
-#include "uiabstraction/payloadwriter.h"
-#include "uiabstraction/pngreader.h"
-#include "uiabstraction/recordkind.h"
+#include "recordstream/payloadreader.h"
+#include "recordstream/payloadwriter.h"
+#include "recordstream/pngreader.h"
+#include "recordstream/recordkind.h"
 #include "uiabstraction/uielement.h"
 
 #include <QByteArray>
@@ -15,6 +15,24 @@
 
 namespace Vorsk {
 namespace UIAbstraction {
+
+QDataStream& operator<<(QDataStream& stream, const UIElement& element) {
+    RecordStream::PayloadWriter writer;
+    writer << element;
+    const QByteArray bytes = writer.payload();
+    stream.writeRawData(bytes.constData(), bytes.size());
+    return stream;
+}
+
+} // namespace UIAbstraction
+
+namespace RecordStream {
+
+using UIAbstraction::Extent;
+using UIAbstraction::HitIndex;
+using UIAbstraction::StandardType;
+using UIAbstraction::UIElement;
+using UIAbstraction::UIEvent;
 
 namespace {
 
@@ -110,7 +128,7 @@ private:
                  extras.attributes1, extras.attributes2) &&
             readUsage(e);
         e.setExtras(std::move(extras));
-        e.cover(Extent(e.m_geometry.rect()));
+        HitIndex::cover(e, Extent(e.m_geometry.rect()));
         return {std::move(element), isComplete ? readCount(m_stream) : 0};
     }
 
@@ -140,14 +158,6 @@ private:
 
     Stream& m_stream;
 };
-
-QDataStream& operator<<(QDataStream& stream, const UIElement& element) {
-    PayloadWriter writer;
-    writer << element;
-    const QByteArray bytes = writer.payload();
-    stream.writeRawData(bytes.constData(), bytes.size());
-    return stream;
-}
 
 std::unique_ptr<UIElement> readElement(QDataStream& stream) {
     return isSound(stream) ? ElementReader<QDataStream>(stream).readTree() : nullptr;
@@ -185,5 +195,5 @@ bool readImage(QDataStream& stream, QImage& image) {
     return isSound(stream);
 }
 
-} // namespace UIAbstraction
+} // namespace RecordStream
 } // namespace Vorsk

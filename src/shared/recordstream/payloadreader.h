@@ -10,11 +10,14 @@ class QRect;
 QT_END_NAMESPACE
 
 namespace Vorsk {
-namespace UIAbstraction {
 
+namespace UIAbstraction {
 class ElementGeometry;
 class StandardType;
 class UIEvent;
+} // namespace UIAbstraction
+
+namespace RecordStream {
 
 /**
  * Reads what a QDataStream of the model's version reads, for the few types that records are made
@@ -32,9 +35,9 @@ public:
     /** As readImage() does. */
     PayloadReader& operator>>(QImage& image);
     PayloadReader& operator>>(QHash<QString, QString>& attributes);
-    PayloadReader& operator>>(UIEvent& event);
-    PayloadReader& operator>>(StandardType& type);
-    PayloadReader& operator>>(ElementGeometry& geometry);
+    PayloadReader& operator>>(UIAbstraction::UIEvent& event);
+    PayloadReader& operator>>(UIAbstraction::StandardType& type);
+    PayloadReader& operator>>(UIAbstraction::ElementGeometry& geometry);
 
     /** All that is left. */
     QByteArray takeRest();
@@ -55,5 +58,5 @@ private:
     bool m_isSound = true;
 };
 
-} // namespace UIAbstraction
+} // namespace RecordStream
 } // namespace Vorsk

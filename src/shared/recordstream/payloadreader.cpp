@@ -1,8 +1,8 @@
-#include "uiabstraction/payloadreader.h"
+#include "recordstream/payloadreader.h"
 
+#include "recordstream/elementstream.h"
+#include "recordstream/recordkind.h"
 #include "uiabstraction/elementgeometry.h"
-#include "uiabstraction/elementstream.h"
-#include "uiabstraction/recordkind.h"
 #include "uiabstraction/standardtype.h"
 #include "uiabstraction/uievent.h"
 
@@ -12,7 +12,11 @@
 #include <QtEndian>
 
 namespace Vorsk {
-namespace UIAbstraction {
+namespace RecordStream {
+
+using UIAbstraction::ElementGeometry;
+using UIAbstraction::StandardType;
+using UIAbstraction::UIEvent;
 
 PayloadReader::PayloadReader(const QByteArray& payload)
     : m_payload(payload) {}
@@ -144,5 +148,5 @@ PayloadReader& PayloadReader::operator>>(ElementGeometry& geometry) {
     return *this;
 }
 
-} // namespace UIAbstraction
+} // namespace RecordStream
 } // namespace Vorsk
