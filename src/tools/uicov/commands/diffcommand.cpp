@@ -76,11 +76,10 @@ void DiffCommand::sayNext(const Coverage::Comparison& comparison,
     if (m_output != "-" || !terminal.isErrorTerminal() || changes.isEmpty()) {
         return;
     }
-    QString next = QStringLiteral("next: uicov explain ") +
-                   Store::DataFilePath::shellQuoted(changes.first().key);
+    QString next = QStringLiteral("next: uicov explain ") + Store::shellQuoted(changes.first().key);
     if (m_options.files().size() > 1) {
-        next += QLatin1Char(' ') + Store::DataFilePath::shellQuoted(
-                                       QFile::decodeName(m_options.files().back().c_str()));
+        next += QLatin1Char(' ') +
+                Store::shellQuoted(QFile::decodeName(m_options.files().back().c_str()));
     }
     terminal.note(next);
 }

@@ -89,7 +89,7 @@ int mostAlike(const QString& label, const QVector<Identity>& names, const Entrie
         if (qAbs(label.size() - other.size()) * share > longest) {
             continue; // they differ in that much at least
         }
-        const int distance = Base::Spelling::distance(label, other);
+        const int distance = Base::editDistance(label, other);
         if (distance * share <= longest && (nearest < 0 || distance < least)) {
             nearest = i;
             least = distance;

@@ -30,8 +30,8 @@ void CoverageCollector::collect(const Runs::Run& run) {
         if (!isWindow && KeyWalk::isMenu(element)) {
             m_tree.noteMenu(node, !element.isTransparentNode);
         }
-        if (CoverageRules::isCountable(element)) {
-            m_tree.count(node, CoverageRules::eventsOf(element, contexts));
+        if (Coverage::isCountable(element)) {
+            m_tree.count(node, Coverage::eventsOf(element, contexts));
         }
     }
 }

@@ -97,12 +97,12 @@ QVector<CoverageResult::UnusedCriterion> CoverageResult::unusedCriteria() const 
         const auto events = eventsOfTypes.constFind(it.key());
         if (events == eventsOfTypes.cend()) {
             unused.append(
-                {it.key(), QString(), Base::Spelling::nearest(it.key(), eventsOfTypes.keys())});
+                {it.key(), QString(), Base::nearestSpelling(it.key(), eventsOfTypes.keys())});
             continue;
         }
         for (const QString& event : it.value()) {
             if (!events->contains(event)) {
-                unused.append({it.key(), event, Base::Spelling::nearest(event, *events)});
+                unused.append({it.key(), event, Base::nearestSpelling(event, *events)});
             }
         }
     }

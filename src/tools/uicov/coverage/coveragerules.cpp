@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace Uicov::Coverage::CoverageRules {
+namespace Uicov::Coverage {
 
 using Runs::RunElement;
 
@@ -79,4 +79,4 @@ State stateOf(const Events& events, const QStringList& criteria) {
     return isSeen ? State::Shown : State::Missed;
 }
 
-} // namespace Uicov::Coverage::CoverageRules
+} // namespace Uicov::Coverage

@@ -11,6 +11,7 @@ namespace Uicov::Runs {
 struct RunElement;
 }
 
+// What counts as covered: the rules, apart from where the numbers come from and go to.
 namespace Uicov::Coverage {
 
 /** One event of an element, over all that was replayed. */
@@ -26,9 +27,6 @@ struct EventCoverage {
 
 /** An element's events by name. */
 using Events = QMap<QString, EventCoverage>;
-
-/** What counts as covered: the rules, apart from where the numbers come from and go to. */
-namespace CoverageRules {
 
 /** The event that tells that something was seen on the screen, and no more. */
 QString shownEvent();
@@ -64,7 +62,5 @@ State stateOf(const Events& events);
  * covered, shown when anything else happened. Without any of them the rule above holds.
  */
 State stateOf(const Events& events, const QStringList& criteria);
-
-} // namespace CoverageRules
 
 } // namespace Uicov::Coverage

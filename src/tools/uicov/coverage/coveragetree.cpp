@@ -109,7 +109,7 @@ bool CoverageTree::counts(int node) const {
 }
 
 State CoverageTree::stateOf(int node, const Events& events) const {
-    return CoverageRules::stateOf(events, m_criteria.value(this->node(node).type));
+    return Coverage::stateOf(events, m_criteria.value(this->node(node).type));
 }
 
 int CoverageTree::unopenedMenus() const {
@@ -143,7 +143,7 @@ CoverageTree::Totals CoverageTree::totalsOf(int window) const {
         ++(state == State::Used    ? totals.used
            : state == State::Shown ? totals.shown
                                    : totals.missed);
-        if (state == State::Missed && !element.events.contains(CoverageRules::shownEvent())) {
+        if (state == State::Missed && !element.events.contains(Coverage::shownEvent())) {
             ++totals.missedUnseen;
         }
         for (const EventCoverage& event : element.events) {

@@ -13,14 +13,14 @@ namespace {
 constexpr double tolerance = 1e-9;
 
 bool isAtLeast(const CoverageTree::Totals& totals, double percent) {
-    return Base::Percentage::exact(totals.used, totals.elements) + tolerance >= percent;
+    return Base::exactPercent(totals.used, totals.elements) + tolerance >= percent;
 }
 
 QString usedOf(const CoverageTree::Totals& totals, int digits) {
     return QStringLiteral("%1 of %2 elements are used, %3")
         .arg(totals.used)
         .arg(totals.elements)
-        .arg(Base::Percentage::text(totals.used, totals.elements, digits));
+        .arg(Base::percentText(totals.used, totals.elements, digits));
 }
 
 void judgeWindows(const CoverageResult& coverage, const Pattern& pattern, double percent,
@@ -47,8 +47,7 @@ void judgeWindows(const CoverageResult& coverage, const Pattern& pattern, double
 
 } // namespace
 
-QVector<GateResult> Gatekeeper::judge(const CoverageResult& coverage, const Gates& gates,
-                                      int digits) {
+QVector<GateResult> judgeGates(const CoverageResult& coverage, const Gates& gates, int digits) {
     QVector<GateResult> results;
     const CoverageTree& tree = coverage.tree();
     if (gates.failUnder) {

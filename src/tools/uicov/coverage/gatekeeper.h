@@ -5,6 +5,7 @@
 #include <QString>
 #include <QVector>
 
+// Judges coverage by gates.
 namespace Uicov::Coverage {
 
 class CoverageResult;
@@ -20,12 +21,7 @@ struct GateResult {
     int window = -1;
 };
 
-/** Judges coverage by gates. */
-namespace Gatekeeper {
-
 /** One result for each condition, and for each window that a condition is about. */
-QVector<GateResult> judge(const CoverageResult& coverage, const Gates& gates, int digits);
-
-} // namespace Gatekeeper
+QVector<GateResult> judgeGates(const CoverageResult& coverage, const Gates& gates, int digits);
 
 } // namespace Uicov::Coverage

@@ -94,8 +94,8 @@ QByteArray outputOf(std::vector<std::string> command, std::vector<std::string> e
 
 } // namespace
 
-QStringList Loader::list(const QByteArray& interpreter, const QString& program,
-                         const QString& preloaded) {
+QStringList listLibraries(const QByteArray& interpreter, const QString& program,
+                          const QString& preloaded) {
     if (interpreter.isEmpty()) {
         return {};
     }
@@ -105,7 +105,7 @@ QStringList Loader::list(const QByteArray& interpreter, const QString& program,
     return QString::fromLocal8Bit(output).split(QLatin1Char('\n'));
 }
 
-QStringList Loader::complaints(const QStringList& lines) {
+QStringList loaderComplaints(const QStringList& lines) {
     static const QRegularExpression missing(
         QStringLiteral("^(?:.*: error while loading shared libraries: )?(\\S+)"
                        "(?: => not found|: cannot open shared object file: .*)$"));

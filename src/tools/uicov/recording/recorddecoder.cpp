@@ -8,7 +8,7 @@
 
 #include <cstring>
 
-namespace Uicov::Recording::RecordDecoder {
+namespace Uicov::Recording {
 
 using RecordingFormat::ArgumentTag;
 using Vorsk::UIAbstraction::PayloadReader;
@@ -84,21 +84,21 @@ bool readContent(PayloadReader& reader, Record& record) {
 
 } // namespace
 
-Result decode(const HookMessage& message, Record& record) {
+DecodingResult decodeRecord(const HookMessage& message, Record& record) {
     if (message.name != QLatin1String(Vorsk::UIAbstraction::coverageMessageName)) {
-        return Result::Foreign;
+        return DecodingResult::Foreign;
     }
     if (!hasRecordArguments(message.arguments)) {
-        return Result::Damaged;
+        return DecodingResult::Damaged;
     }
     const qint32 kind = message.arguments.at(Kind).integer;
     if (message.arguments.at(Form).integer != knownForm || !isKnownKind(kind)) {
-        return Result::Unknown;
+        return DecodingResult::Unknown;
     }
     record.kind = static_cast<RecordKind>(kind);
     PayloadReader reader(message.arguments.at(Payload).bytes);
     reader >> record.elementId;
-    return readContent(reader, record) ? Result::Sound : Result::Damaged;
+    return readContent(reader, record) ? DecodingResult::Sound : DecodingResult::Damaged;
 }
 
 QSize pictureSize(const QByteArray& png) {
@@ -114,4 +114,4 @@ QSize pictureSize(const QByteArray& png) {
             qFromBigEndian<qint32>(png.constData() + heightOffset)};
 }
 
-} // namespace Uicov::Recording::RecordDecoder
+} // namespace Uicov::Recording

@@ -89,7 +89,7 @@ QStringList cellsOf(const QString& name, const Row& row) {
 }
 
 QString displayed(const QString& context) {
-    return context.isEmpty() ? QStringLiteral("(no context)") : Base::DisplayText::escaped(context);
+    return context.isEmpty() ? QStringLiteral("(no context)") : Base::escaped(context);
 }
 
 QString legend() {
@@ -100,7 +100,7 @@ QString legend() {
 
 } // namespace
 
-QString ContextTable::toString(const CoverageTree& tree) {
+QString contextTable(const CoverageTree& tree) {
     TextTable table;
     table.addRow(titles());
     table.addRule();
@@ -111,7 +111,7 @@ QString ContextTable::toString(const CoverageTree& tree) {
     return table.toString() + QLatin1Char('\n') + legend();
 }
 
-QString ContextTable::toMarkdown(const CoverageTree& tree) {
+QString contextTableMarkdown(const CoverageTree& tree) {
     const auto line = [](const QStringList& cells) {
         return QStringLiteral("| ") + cells.join(QStringLiteral(" | ")) + QStringLiteral(" |\n");
     };

@@ -4,11 +4,9 @@
 
 namespace Uicov::Report {
 
-namespace DisplayText = Base::DisplayText;
 using Coverage::CoverageTree;
 using Coverage::Events;
 using Runs::ElementKey;
-namespace CoverageRules = Coverage::CoverageRules;
 
 namespace {
 
@@ -20,9 +18,9 @@ constexpr int maximumSteps = 24;
 } // namespace
 
 QString displayedStep(ElementKey::Step step) {
-    step.label = DisplayText::elided(DisplayText::escaped(step.label), maximumLabelColumns);
-    step.kind = DisplayText::escaped(step.kind);
-    step.className = DisplayText::escaped(step.className);
+    step.label = Base::elided(Base::escaped(step.label), maximumLabelColumns);
+    step.kind = Base::escaped(step.kind);
+    step.className = Base::escaped(step.className);
     return step.toString();
 }
 
@@ -44,7 +42,7 @@ QStringList uncoveredEvents(const CoverageTree::Node& element) {
     QStringList names;
     for (auto it = element.events.cbegin(); it != element.events.cend(); ++it) {
         if (!it->isCovered() && !it->isNeverCounted) {
-            names.append(DisplayText::escaped(it.key()));
+            names.append(Base::escaped(it.key()));
         }
     }
     return names;
@@ -59,13 +57,12 @@ QStringList contextsOf(const CoverageTree& tree, int node) {
     const Events& events = tree.node(node).events;
     for (auto event = events.cbegin(); event != events.cend(); ++event) {
         // To be seen is no use, unless there is nothing else to an element.
-        if (event.key() == Coverage::CoverageRules::shownEvent() && events.size() > 1) {
+        if (event.key() == Coverage::shownEvent() && events.size() > 1) {
             continue;
         }
         for (auto it = event->byContext.cbegin(); it != event->byContext.cend(); ++it) {
             const QString name = tree.contexts().at(it.key());
-            names.append(name.isEmpty() ? QStringLiteral("(no context)")
-                                        : DisplayText::escaped(name));
+            names.append(name.isEmpty() ? QStringLiteral("(no context)") : Base::escaped(name));
         }
     }
     names.sort();

@@ -8,7 +8,7 @@
 
 namespace Uicov::Report {
 
-using Base::DisplayText::escaped;
+using Base::escaped;
 using Coverage::CoverageResult;
 using Coverage::CoverageTree;
 using Coverage::State;
@@ -74,7 +74,7 @@ QStringList eventsOf(const CoverageTree::Node& element, bool wantsHappened) {
 /** What has to be known to understand the counts. */
 QStringList notesOn(const CoverageTree::Node& element, State state) {
     QStringList notes;
-    const bool isWidget = element.events.contains(Coverage::CoverageRules::shownEvent());
+    const bool isWidget = element.events.contains(Coverage::shownEvent());
     if (element.type == QLatin1String("MenuItem") && isWidget) {
         notes.append(QStringLiteral("A click with the mouse counts twice on a menu item, for the "
                                     "press and for what it triggers; the keyboard counts once."));
@@ -141,7 +141,7 @@ QString Explanation::nearest(const QString& key) const {
             }
         }
     }
-    return keys.value(Base::Spelling::nearest(key, keys.keys()));
+    return keys.value(Base::nearestSpelling(key, keys.keys()));
 }
 
 void Explanation::look(const Runs::Run& run) {
@@ -198,7 +198,7 @@ QString Explanation::reasonOf(int node) const {
                                  ? QString()
                                  : QStringLiteral("; the criteria for ") + escaped(element.type) +
                                        QStringLiteral(" ask for ") + asked;
-    const bool isOnlySeen = happened == QStringList{Coverage::CoverageRules::shownEvent()};
+    const bool isOnlySeen = happened == QStringList{Coverage::shownEvent()};
     const QString what =
         isOnlySeen ? QStringLiteral("it was seen")
                    : QStringLiteral("these happened: ") + happened.join(QStringLiteral(", "));

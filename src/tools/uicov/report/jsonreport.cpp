@@ -40,7 +40,7 @@ JsonReport::JsonReport(const CoverageResult& coverage, const QVector<GateResult>
     , m_gates(gates) {}
 
 QByteArray JsonReport::toBytes() const {
-    return Base::JsonText::of(QJsonDocument(toObject()));
+    return Base::jsonText(QJsonDocument(toObject()));
 }
 
 QJsonObject JsonReport::toObject() const {

@@ -19,7 +19,7 @@ namespace {
 
 /** XML has no way to write most control characters, so that they are made visible. */
 QString plain(const QString& text) {
-    return Base::DisplayText::escaped(text);
+    return Base::escaped(text);
 }
 
 struct Case {
@@ -66,7 +66,7 @@ Case caseOfWindow(const CoverageResult& coverage, int window, const QVector<Gate
     result.output = QStringLiteral("%1 of %2 elements used, %3\n")
                         .arg(totals.used)
                         .arg(totals.elements)
-                        .arg(Base::Percentage::text(totals.used, totals.elements, digits));
+                        .arg(Base::percentText(totals.used, totals.elements, digits));
     for (const int node : tree.nodesOf(window)) {
         if (tree.counts(node) && tree.stateOf(node) != State::Used) {
             result.output += (tree.stateOf(node) == State::Shown ? QStringLiteral("shown   ")

@@ -24,7 +24,7 @@ QString MarkdownReport::row(const QString& name, const CoverageTree::Totals& tot
                        QString::number(totals.used),
                        QString::number(totals.shown),
                        QString::number(totals.missed),
-                       Base::Percentage::text(totals.used, totals.elements, m_precision),
+                       Base::percentText(totals.used, totals.elements, m_precision),
                        QStringLiteral("%1/%2").arg(totals.coveredEvents).arg(totals.events)}
                .join(QStringLiteral(" | ")) +
            QStringLiteral(" |\n");
@@ -56,7 +56,7 @@ QString MarkdownReport::toString() const {
     const CoverageTree& tree = m_coverage.tree();
     const CoverageTree::Totals all = tree.totals();
     QString text = QStringLiteral("## GUI coverage: %1\n\n")
-                       .arg(Base::Percentage::text(all.used, all.elements, m_precision));
+                       .arg(Base::percentText(all.used, all.elements, m_precision));
     for (const GateResult& gate : m_gates) {
         text += QStringLiteral("- %1 %2: %3\n")
                     .arg(gate.isMet ? QStringLiteral("met:") : QStringLiteral("**not met:**"),
@@ -66,7 +66,7 @@ QString MarkdownReport::toString() const {
     text += QStringLiteral("| Window | Elements | Used | Shown | Missed | Cover | Events |\n"
                            "|:---|---:|---:|---:|---:|---:|---:|\n");
     QString missed;
-    const QList<int> windows = WindowOrder::sorted(tree, m_order);
+    const QList<int> windows = sortedWindows(tree, m_order);
     const bool isOneOfSeveral = std::any_of(windows.cbegin(), windows.cend(), [&](int window) {
         return tree.node(window).application != tree.node(windows.first()).application;
     });

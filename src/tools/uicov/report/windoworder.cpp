@@ -19,14 +19,14 @@ double rank(const CoverageTree::Totals& totals, const QString& order) {
         return -(totals.elements - totals.used);
     }
     if (order == QLatin1String("cover")) {
-        return Base::Percentage::exact(totals.used, totals.elements);
+        return Base::exactPercent(totals.used, totals.elements);
     }
     return 0;
 }
 
 } // namespace
 
-QList<int> WindowOrder::sorted(const CoverageTree& tree, const QString& order) {
+QList<int> sortedWindows(const CoverageTree& tree, const QString& order) {
     const bool isReversed = order.startsWith(QLatin1Char('-'));
     const QString key = isReversed ? order.mid(1) : order;
     struct Row {

@@ -6,7 +6,7 @@
 
 #include <QJsonArray>
 
-namespace Uicov::Report::Html::PageJson {
+namespace Uicov::Report::Html {
 
 using Coverage::CoverageTree;
 using Coverage::Events;
@@ -15,7 +15,7 @@ using Coverage::GateResult;
 namespace {
 
 QString text(const QString& text) {
-    return HtmlText::capped(text);
+    return cappedText(text);
 }
 
 QString apartName(PageModel::Apart apart) {
@@ -49,14 +49,13 @@ QJsonArray rectangle(const QRect& rect) {
 }
 
 QJsonObject totalsObject(const CoverageTree::Totals& totals, int precision) {
-    return {
-        {QStringLiteral("cover"), Base::Percentage::text(totals.used, totals.elements, precision)},
-        {QStringLiteral("elements"), totals.elements},
-        {QStringLiteral("used"), totals.used},
-        {QStringLiteral("shown"), totals.shown},
-        {QStringLiteral("missed"), totals.missed},
-        {QStringLiteral("events"), totals.events},
-        {QStringLiteral("covered"), totals.coveredEvents}};
+    return {{QStringLiteral("cover"), Base::percentText(totals.used, totals.elements, precision)},
+            {QStringLiteral("elements"), totals.elements},
+            {QStringLiteral("used"), totals.used},
+            {QStringLiteral("shown"), totals.shown},
+            {QStringLiteral("missed"), totals.missed},
+            {QStringLiteral("events"), totals.events},
+            {QStringLiteral("covered"), totals.coveredEvents}};
 }
 
 /** [name, count, counted by this version, [context, count, context, count ...]] each. */
@@ -200,7 +199,7 @@ QJsonArray array(const Items& items, Function object) {
 
 } // namespace
 
-QJsonObject of(const PageModel& model) {
+QJsonObject pageJson(const PageModel& model) {
     const auto run = [&](const RunHistory::Row& row) { return runObject(row, model.precision); };
     const auto window = [&](const PageModel::Window& row) {
         return windowObject(row, model.precision);
@@ -220,4 +219,4 @@ QJsonObject of(const PageModel& model) {
             {QStringLiteral("pictures"), array(model.pictures, pictureObject)}};
 }
 
-} // namespace Uicov::Report::Html::PageJson
+} // namespace Uicov::Report::Html

@@ -134,8 +134,8 @@ private Q_SLOTS:
         report.setListsMissed(true);
         const QStringList lines = report.toString().split(QLatin1Char('\n'));
         QVERIFY(lines.at(2).contains(QChar(0x2026)));
-        QVERIFY(Uicov::Base::DisplayText::width(lines.at(2)) < 110);
-        QVERIFY(Uicov::Base::DisplayText::width(lines.at(3)) < 110);
+        QVERIFY(Uicov::Base::displayWidth(lines.at(2)) < 110);
+        QVERIFY(Uicov::Base::displayWidth(lines.at(3)) < 110);
     }
 
     void aWidthLimitsTheListedElements() {
@@ -145,7 +145,7 @@ private Q_SLOTS:
         report.setListsMissed(true);
         report.setWidth(30);
         const QStringList lines = report.toString().split(QLatin1Char('\n'));
-        QCOMPARE(Uicov::Base::DisplayText::width(lines.at(3)), 30);
+        QCOMPARE(Uicov::Base::displayWidth(lines.at(3)), 30);
     }
 
     void deepPathsLoseTheirMiddle() {

@@ -5,7 +5,6 @@
 
 using Uicov::Coverage::CoverageTree;
 using Uicov::Coverage::Events;
-namespace WindowOrder = Uicov::Report::WindowOrder;
 
 class TestWindowOrder : public TestLib::TestCase {
     Q_OBJECT
@@ -53,7 +52,7 @@ private Q_SLOTS:
         add("c", 4, 0); //  4 elements, 0 missed, 100 %
         add("empty", 0, 0);
         QString found;
-        const auto sorted = WindowOrder::sorted(tree, order);
+        const auto sorted = Uicov::Report::sortedWindows(tree, order);
         for (const int window : sorted) {
             found += tree.node(window).step.label;
         }
