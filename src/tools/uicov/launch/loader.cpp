@@ -67,6 +67,10 @@ std::vector<char*> pointersTo(std::vector<std::string>& texts) {
     return pointers;
 }
 
+/**
+ * Not by QProcess: where the kernel cannot signal a child's end by a descriptor it leaves a handler
+ * for SIGCHLD in this process, which then waits for the application by itself (ChildProcess).
+ */
 QByteArray outputOf(std::vector<std::string> command, std::vector<std::string> environment) {
     int ends[2];
     if (pipe2(ends, O_CLOEXEC) != 0) {
