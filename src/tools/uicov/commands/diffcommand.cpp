@@ -125,7 +125,9 @@ int DiffCommand::run(Console::Terminal& terminal) {
     for (const QString& kind : qAsConst(failOn)) {
         const int count = comparison.count(kind);
         gates.append({QStringLiteral("fail-on ") + kind,
-                      QStringLiteral("%1 elements are %2").arg(count).arg(kind), count == 0, -1});
+                      QStringLiteral("%1 elements are %2").arg(count).arg(kind),
+                      count == 0,
+                      {}});
     }
     CoverageOptions::tell(gates, terminal);
     sayNext(comparison, terminal);

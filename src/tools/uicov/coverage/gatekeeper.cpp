@@ -29,8 +29,8 @@ void judgeWindows(const CoverageResult& coverage, const Pattern& pattern, double
         QStringLiteral("fail-under-window ") + pattern.glob() + QStringLiteral("=%1").arg(percent);
     const CoverageTree& tree = coverage.tree();
     bool isFound = false;
-    const QList<int> windows = tree.windows();
-    for (const int window : windows) {
+    const QList<WindowId> windows = tree.windows();
+    for (const WindowId window : windows) {
         const CoverageTree::Totals totals = tree.totalsOf(window);
         if (totals.elements > 0 && CoverageResult::matchesWindow(pattern, tree.node(window).step)) {
             isFound = true;
@@ -41,7 +41,7 @@ void judgeWindows(const CoverageResult& coverage, const Pattern& pattern, double
         }
     }
     if (!isFound) {
-        results.append({name, QStringLiteral("no such window was opened"), false, -1});
+        results.append({name, QStringLiteral("no such window was opened"), false, WindowId()});
     }
 }
 
@@ -53,21 +53,21 @@ QVector<GateResult> judgeGates(const CoverageResult& coverage, const Gates& gate
     if (gates.failUnder) {
         const CoverageTree::Totals totals = tree.totals();
         results.append({QStringLiteral("fail-under %1").arg(*gates.failUnder),
-                        usedOf(totals, digits), isAtLeast(totals, *gates.failUnder), -1});
+                        usedOf(totals, digits), isAtLeast(totals, *gates.failUnder), WindowId()});
     }
     for (const auto& gate : gates.failUnderWindows) {
         judgeWindows(coverage, gate.first, gate.second, digits, results);
     }
-    const QList<int> windows = tree.windows();
+    const QList<WindowId> windows = tree.windows();
     for (const Pattern& pattern : gates.requiredWindows) {
-        const auto it = std::find_if(windows.cbegin(), windows.cend(), [&](int window) {
+        const auto it = std::find_if(windows.cbegin(), windows.cend(), [&](WindowId window) {
             return CoverageResult::matchesWindow(pattern, tree.node(window).step);
         });
         const bool isOpened = it != windows.cend();
         results.append({QStringLiteral("require-window ") + pattern.glob(),
                         isOpened ? tree.node(*it).step.toString() + QStringLiteral(" was opened")
                                  : QStringLiteral("no such window was opened"),
-                        isOpened, isOpened ? *it : -1});
+                        isOpened, isOpened ? *it : WindowId()});
     }
     return results;
 }

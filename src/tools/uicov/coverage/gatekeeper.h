@@ -1,6 +1,7 @@
 #pragma once
 
 #include "coverage/configuration.h"
+#include "coverage/indices.h"
 
 #include <QString>
 #include <QVector>
@@ -17,8 +18,8 @@ struct GateResult {
     /** What is, as a sentence that can stand behind a colon. */
     QString finding;
     bool isMet = false;
-    /** The window that it is about; -1 for all together. */
-    int window = -1;
+    /** The window that it is about; None for all together. */
+    WindowId window;
 };
 
 /** One result for each condition, and for each window that a condition is about. */

@@ -24,7 +24,7 @@ QString displayedStep(ElementKey::Step step) {
     return step.toString();
 }
 
-QString stepsBelowWindow(const CoverageTree& tree, int node) {
+QString stepsBelowWindow(const CoverageTree& tree, Coverage::NodeId node) {
     const QVector<ElementKey::Step> steps = tree.keyOf(node).steps();
     QStringList texts;
     for (int i = 1; i < steps.size(); ++i) {
@@ -48,11 +48,11 @@ QStringList uncoveredEvents(const CoverageTree::Node& element) {
     return names;
 }
 
-bool lacksEvents(const CoverageTree& tree, int node) {
+bool lacksEvents(const CoverageTree& tree, Coverage::NodeId node) {
     return tree.counts(node) && !uncoveredEvents(tree.node(node)).isEmpty();
 }
 
-QStringList contextsOf(const CoverageTree& tree, int node) {
+QStringList contextsOf(const CoverageTree& tree, Coverage::NodeId node) {
     QStringList names;
     const Events& events = tree.node(node).events;
     for (auto event = events.cbegin(); event != events.cend(); ++event) {
@@ -61,7 +61,7 @@ QStringList contextsOf(const CoverageTree& tree, int node) {
             continue;
         }
         for (auto it = event->byContext.cbegin(); it != event->byContext.cend(); ++it) {
-            const QString name = tree.contexts().at(it.key());
+            const QString name = tree.contextName(it.key());
             names.append(name.isEmpty() ? QStringLiteral("(no context)") : Base::escaped(name));
         }
     }

@@ -14,6 +14,6 @@ namespace Uicov::Report {
  * cover, least first. Windows that are alike in that stand by name. Applications stay together.
  * @param order one of Config::ReportDefaults::sorts(); empty for the order of names
  */
-QList<int> sortedWindows(const Coverage::CoverageTree& tree, const QString& order);
+QList<Coverage::WindowId> sortedWindows(const Coverage::CoverageTree& tree, const QString& order);
 
 } // namespace Uicov::Report

@@ -95,11 +95,11 @@ QString why(PageModel::Apart apart) {
 int rank(const PageModel::Node& node) {
     constexpr int leftOut = 3;
     constexpr int unopened = 4;
-    return node.ignoredBy >= 0           ? leftOut
-           : !node.isCountable           ? unopened
-           : node.state == State::Missed ? 0
-           : node.state == State::Shown  ? 1
-                                         : 2;
+    return node.ignoredBy != Coverage::RuleId::None ? leftOut
+           : !node.isCountable                      ? unopened
+           : node.state == State::Missed            ? 0
+           : node.state == State::Shown             ? 1
+                                                    : 2;
 }
 
 QString paragraphs(const QStringList& texts, const QString& cssClass) {
@@ -234,14 +234,14 @@ QString StaticPage::window(int index) const {
             .arg(window.totals.elements)
             .arg(window.totals.shown)
             .arg(window.totals.missed);
-    for (const int surface : window.surfaces) {
+    for (const PageModel::SurfaceId surface : window.surfaces) {
         html += figure(surface);
     }
     return html + elements(window) + QStringLiteral("</section>\n");
 }
 
-QString StaticPage::figure(int index) const {
-    const PageModel::Surface& surface = m_model.surfaces.at(index);
+QString StaticPage::figure(PageModel::SurfaceId id) const {
+    const PageModel::Surface& surface = m_model.surface(id);
     if (surface.bounds.isEmpty()) {
         return {};
     }
@@ -251,7 +251,9 @@ QString StaticPage::figure(int index) const {
                                                      name(m_model.nodes.at(surface.opener));
     QString html =
         QStringLiteral("<figure><figcaption>") + caption +
-        (surface.picture < 0 ? QStringLiteral(" (no picture was recorded)") : QString()) +
+        (surface.picture == PageModel::PictureId::None
+             ? QStringLiteral(" (no picture was recorded)")
+             : QString()) +
         QStringLiteral("</figcaption><svg class=\"picture\" role=\"img\" aria-label=\"Picture with "
                        "the elements outlined; the table lists them\" width=\"%3\" height=\"%4\" "
                        "viewBox=\"%1 %2 %3 %4\">")
@@ -259,13 +261,13 @@ QString StaticPage::figure(int index) const {
             .arg(bounds.y())
             .arg(bounds.width())
             .arg(bounds.height());
-    if (surface.picture >= 0) {
+    if (surface.picture != PageModel::PictureId::None) {
         html += m_links.drawing(m_model, surface.picture, bounds);
     }
     const PageModel::Window& window = m_model.windows.at(surface.window);
     for (int i = window.node; i <= window.lastNode; ++i) {
         const PageModel::Node& node = m_model.nodes.at(i);
-        if (node.surface == index && i != surface.node) {
+        if (node.surface == id && i != surface.node) {
             html += outline(node);
         }
     }
@@ -294,10 +296,10 @@ QString StaticPage::outline(const PageModel::Node& node) const {
 
 /** Why the element is in none of the numbers. */
 QString StaticPage::ruleText(const PageModel::Node& node) const {
-    if (node.ignoredBy < 0) {
+    if (node.ignoredBy == Coverage::RuleId::None) {
         return {};
     }
-    const PageModel::Rule& rule = m_model.rules.at(node.ignoredBy);
+    const PageModel::Rule& rule = m_model.rules.at(static_cast<int>(node.ignoredBy));
     return QStringLiteral("<span class=\"why\">left out by ") + htmlContent(rule.where) +
            QStringLiteral(": ") + htmlContent(rule.text) +
            (rule.why.isEmpty() ? QString()

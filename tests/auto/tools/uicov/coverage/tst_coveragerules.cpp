@@ -4,6 +4,7 @@
 
 #include <QTest>
 
+using Uicov::Coverage::ContextId;
 using Uicov::Coverage::EventCoverage;
 using Uicov::Coverage::Events;
 using Uicov::Coverage::State;
@@ -88,10 +89,11 @@ private Q_SLOTS:
         const QString unchecked = QStringLiteral("unchecked");
         element.events = QStringList{checked, unchecked};
         element.hits = {Hit{checked, 0, 2}, Hit{checked, 1, 5}};
-        const Events events = Uicov::Coverage::eventsOf(element, {7, 3});
+        const Events events = Uicov::Coverage::eventsOf(element, {ContextId(7), ContextId(3)});
         QCOMPARE(events.size(), 2);
         QCOMPARE(events.value(checked).count, qint64{7});
-        QCOMPARE(events.value(checked).byContext, (QMap<int, qint64>{{7, 2}, {3, 5}}));
+        QCOMPARE(events.value(checked).byContext,
+                 (QMap<ContextId, qint64>{{ContextId(7), 2}, {ContextId(3), 5}}));
         QVERIFY(!events.value(checked).isNeverCounted);
         QVERIFY(events.value(unchecked).isNeverCounted);
         QVERIFY(events.value(unchecked).byContext.isEmpty());
@@ -101,7 +103,7 @@ private Q_SLOTS:
         RunElement element;
         element.events = QStringList{QStringLiteral("shown")};
         element.hits = {Hit{QStringLiteral("clicked"), 0, 1}};
-        QCOMPARE(Uicov::Coverage::eventsOf(element, {0}).keys(), element.events);
+        QCOMPARE(Uicov::Coverage::eventsOf(element, {ContextId(0)}).keys(), element.events);
     }
 };
 
