@@ -8,7 +8,7 @@
 
 namespace Uicov::Report {
 
-using Base::DisplayText::escaped;
+using Base::escaped;
 using Runs::KeyWalk;
 using Runs::RunElement;
 

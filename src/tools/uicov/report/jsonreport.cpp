@@ -41,7 +41,7 @@ JsonReport::JsonReport(const CoverageResult& coverage, const QVector<GateResult>
     , m_gates(gates) {}
 
 QByteArray JsonReport::toBytes() const {
-    return Base::JsonText::of(QJsonDocument(toObject()));
+    return Base::jsonText(QJsonDocument(toObject()));
 }
 
 QJsonObject JsonReport::toObject() const {
@@ -97,19 +97,19 @@ QJsonArray JsonReport::runs() const {
 
 QJsonArray JsonReport::windows() const {
     QJsonArray array;
-    const QList<int> windows = m_coverage.tree().windows();
-    for (const int index : windows) {
+    const QList<Coverage::WindowId> windows = m_coverage.tree().windows();
+    for (const Coverage::WindowId index : windows) {
         array.append(window(index));
     }
     return array;
 }
 
-QJsonObject JsonReport::window(int window) const {
+QJsonObject JsonReport::window(Coverage::WindowId window) const {
     const CoverageTree& tree = m_coverage.tree();
     QJsonArray elements;
     QJsonArray unopened;
     QJsonArray views;
-    for (const int node : tree.nodesOf(window)) {
+    for (const Coverage::NodeId node : tree.nodesOf(window)) {
         if (tree.node(node).isMenu && !tree.node(node).isOpenedMenu) {
             unopened.append(tree.keyOf(node).toKey());
         }
@@ -128,7 +128,7 @@ QJsonObject JsonReport::window(int window) const {
             {QStringLiteral("elements"), elements}};
 }
 
-QJsonObject JsonReport::view(int node) const {
+QJsonObject JsonReport::view(Coverage::NodeId node) const {
     const CoverageTree& tree = m_coverage.tree();
     const CoverageTree::Node& view = tree.node(node);
     return {{QStringLiteral("key"), tree.keyOf(node).toKey()},
@@ -140,7 +140,7 @@ QJsonObject JsonReport::view(int node) const {
             {QStringLiteral("opened_by"), view.openedBy.isEmpty() ? QJsonValue() : QJsonValue(view.openedBy)}};
 }
 
-QJsonObject JsonReport::element(int node) const {
+QJsonObject JsonReport::element(Coverage::NodeId node) const {
     const CoverageTree& tree = m_coverage.tree();
     const CoverageTree::Node& element = tree.node(node);
     return {{QStringLiteral("key"), tree.keyOf(node).toKey()},
@@ -150,7 +150,9 @@ QJsonObject JsonReport::element(int node) const {
             {QStringLiteral("text"), textOrNull(element.text)},
             {QStringLiteral("state"), wordOf(tree, node)},
             {QStringLiteral("ignored_by"),
-             element.ignoredBy < 0 ? QJsonValue() : QJsonValue(element.ignoredBy)},
+             element.ignoredBy == Coverage::RuleId::None
+                                                ? QJsonValue()
+                                                : QJsonValue(static_cast<int>(element.ignoredBy))},
             {QStringLiteral("name"), tree.keyOf(node).toString()},
             {QStringLiteral("members"), element.members},
             {QStringLiteral("used_members"), element.usedMembers},
@@ -160,12 +162,11 @@ QJsonObject JsonReport::element(int node) const {
 }
 
 QJsonArray JsonReport::events(const Events& events) const {
-    const QStringList& contexts = m_coverage.tree().contexts();
     QJsonArray array;
     for (auto it = events.cbegin(); it != events.cend(); ++it) {
         QJsonObject byContext;
         for (auto hit = it->byContext.cbegin(); hit != it->byContext.cend(); ++hit) {
-            byContext.insert(contexts.at(hit.key()), hit.value());
+            byContext.insert(m_coverage.tree().contextName(hit.key()), hit.value());
         }
         array.append(QJsonObject{{QStringLiteral("name"), it.key()},
                                  {QStringLiteral("count"), it->count},

@@ -28,9 +28,9 @@ public:
 private:
     QJsonArray runs() const;
     QJsonArray windows() const;
-    QJsonObject window(int window) const;
-    QJsonObject view(int node) const;
-    QJsonObject element(int node) const;
+    QJsonObject window(Coverage::WindowId window) const;
+    QJsonObject view(Coverage::NodeId node) const;
+    QJsonObject element(Coverage::NodeId node) const;
     QJsonArray events(const Coverage::Events& events) const;
     QJsonArray onlyContexts() const;
     QJsonArray ignoreRules() const;

@@ -36,13 +36,14 @@ QString MarkdownReport::row(const QString& name, const CoverageTree::Totals& tot
                        QString::number(totals.used),
                        QString::number(totals.shown),
                        QString::number(totals.missed),
-                       Base::Percentage::text(totals.used, totals.elements, m_precision),
+                       Base::percentText(totals.used, totals.elements, m_precision),
                        QStringLiteral("%1/%2").arg(totals.coveredEvents).arg(totals.events)}
                .join(QStringLiteral(" | ")) +
            QStringLiteral(" |\n");
 }
 
-QString MarkdownReport::line(int node, const char* title, const QStringList& names) const {
+QString MarkdownReport::line(Coverage::NodeId node, const char* title,
+                             const QStringList& names) const {
     const CoverageTree& tree = m_coverage.tree();
     if (tree.isOfControls() && QLatin1String(title) == QLatin1String("never")) {
         return QStringLiteral("- %1: ").arg(wordOf(tree, node)) +
@@ -55,10 +56,10 @@ QString MarkdownReport::line(int node, const char* title, const QStringList& nam
            markdownMarkup(names.join(QStringLiteral(", "))) + QStringLiteral(")\n");
 }
 
-QStringList MarkdownReport::lines(int window) const {
+QStringList MarkdownReport::lines(Coverage::WindowId window) const {
     const CoverageTree& tree = m_coverage.tree();
     QStringList lines;
-    for (const int node : tree.nodesOf(window)) {
+    for (const Coverage::NodeId node : tree.nodesOf(window)) {
         const bool isUnseenView = tree.node(node).role == CoverageTree::Node::Role::View &&
                                   !tree.node(node).wasSeen;
         if (m_listsMissed && isBelowUnseenView(tree, node)) {
@@ -82,7 +83,7 @@ QString MarkdownReport::toString() const {
     const CoverageTree& tree = m_coverage.tree();
     const CoverageTree::Totals all = tree.totals();
     QString text = QStringLiteral("## GUI coverage: %1\n\n")
-                       .arg(Base::Percentage::text(all.used, all.elements, m_precision));
+                       .arg(Base::percentText(all.used, all.elements, m_precision));
     for (const GateResult& gate : m_gates) {
         text += QStringLiteral("- %1 %2: %3\n")
                     .arg(gate.isMet ? QStringLiteral("met:") : QStringLiteral("**not met:**"),
@@ -95,11 +96,12 @@ QString MarkdownReport::toString() const {
                 : QStringLiteral("| Window | Elements | Used | Shown | Missed | Cover | Events |\n"
                            "|:---|---:|---:|---:|---:|---:|---:|\n");
     QString missed;
-    const QList<int> windows = WindowOrder::sorted(tree, m_order);
-    const bool isOneOfSeveral = std::any_of(windows.cbegin(), windows.cend(), [&](int window) {
-        return tree.node(window).application != tree.node(windows.first()).application;
-    });
-    for (const int window : windows) {
+    const QList<Coverage::WindowId> windows = sortedWindows(tree, m_order);
+    const bool isOneOfSeveral =
+        std::any_of(windows.cbegin(), windows.cend(), [&](Coverage::WindowId window) {
+            return tree.node(window).application != tree.node(windows.first()).application;
+        });
+    for (const Coverage::WindowId window : windows) {
         const CoverageTree::Totals totals = tree.totalsOf(window);
         if (m_skipsCovered && totals.used == totals.elements) {
             continue;
