@@ -53,8 +53,8 @@ private:
     struct Tab {
         UIElement* element = nullptr;
         QString text;
-        /** What the tab brings up; an address. */
-        const QWidget* page = nullptr;
+        /** What the tab brings up; null where that is not known. */
+        QPointer<QWidget> page;
         QString toolTip;
         bool isEnabled = true;
         bool isHidden = false;
@@ -62,11 +62,16 @@ private:
     struct Bar {
         QPointer<QTabBar> bar;
         std::vector<Tab> tabs;
+        /** That were removed, and may come back. */
+        std::vector<Tab> removed;
     };
 
     Tab read(const QTabBar* bar, int index) const;
     void match(Bar& known, UIElement* view);
-    void apply(const Tab& from, Tab& to);
+    void keepSame(std::vector<Tab>& now, std::vector<Tab>& before);
+    template <class Condition>
+    bool take(Tab& tab, std::vector<Tab>& from, const Condition& isIt);
+    bool takeLike(Tab& tab, std::vector<Tab>& from);
     UIElement* makeTab(const QTabBar* bar, const Tab& tab, UIElement* view);
     void tellTab(UIElement* element, const Tab& tab);
     void addOptions(const QAbstractItemModel& model, const QModelIndex& parent, int column,
