@@ -1,5 +1,6 @@
 #include "qtuicontrols/widgets/partelements.h"
 
+#include "qtuicontrols/widgets/widgetplaces.h"
 #include "qtuicontrols/widgets/widgetviews.h"
 #include "tracking/classname.h"
 #include "tracking/mnemonics.h"
@@ -233,6 +234,22 @@ UIElement* PartElements::tabElement(QTabBar* bar, int index) {
         return nullptr;
     }
     return known->tabs[static_cast<std::size_t>(index)].element;
+}
+
+void PartElements::tellPlaces(const UIElement* view, const QWidget* window) {
+    for (const Bar& known : qAsConst(m_bars)) {
+        QTabBar* const bar = known.bar;
+        if (bar == nullptr || !bar->isVisible() || bar->window() != window ||
+            m_views.viewOf(bar) != view) {
+            continue;
+        }
+        for (std::size_t i = 0; i < known.tabs.size(); ++i) {
+            const QRect part = bar->tabRect(static_cast<int>(i)).intersected(bar->rect());
+            if (!part.isEmpty()) {
+                m_book.setPlace(known.tabs[i].element, placeOf(bar, part));
+            }
+        }
+    }
 }
 
 void PartElements::surveyOptions(QWidget* control, UIElement* element) {

@@ -49,6 +49,9 @@ public:
     UIElement* optionElement(const QComboBox* box, int row);
     UIElement* optionElement(const QAbstractItemView* view, const QModelIndex& index);
 
+    /** Tells where the tabs of the view are that the window shows. */
+    void tellPlaces(const UIElement* view, const QWidget* window);
+
 private:
     struct Tab {
         UIElement* element = nullptr;
