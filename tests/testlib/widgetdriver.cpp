@@ -8,6 +8,7 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QTest>
+#include <QtTest/qtestspontaneevent.h>
 #include <QWheelEvent>
 #include <QWidget>
 #include <QWindow>
@@ -28,7 +29,8 @@ QWindow* keyWindow() {
     if (const QWidget* const popup = QApplication::activePopupWidget()) {
         return popup->windowHandle();
     }
-    return QGuiApplication::focusWindow();
+    QWindow* const focused = QGuiApplication::focusWindow();
+    return focused != nullptr ? focused : QApplication::activeWindow()->windowHandle();
 }
 
 } // namespace
@@ -76,7 +78,9 @@ void wheel(QWidget* widget, int notches, const QPoint& at) {
     const QPoint place = inWindow(widget, at);
     QWheelEvent event(place, windowOf(widget)->mapToGlobal(place), QPoint(), QPoint(0, 120 * notches),
                       Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(windowOf(widget), &event);
+    // Only what comes from outside is passed on to parents.
+    reinterpret_cast<QSpontaneKeyEvent*>(&event)->setSpontaneous();
+    QCoreApplication::instance()->notify(windowOf(widget), &event);
 }
 
 void wheel(QWidget* widget, int notches) {
@@ -84,7 +88,9 @@ void wheel(QWidget* widget, int notches) {
 }
 
 void key(int key, Qt::KeyboardModifiers modifiers) {
-    QTest::keyClick(keyWindow(), Qt::Key(key), modifiers);
+    // The press may close the window.
+    keyPress(key, modifiers);
+    keyRelease(key, modifiers);
 }
 
 void keyPress(int key, Qt::KeyboardModifiers modifiers) {
@@ -97,7 +103,7 @@ void keyRelease(int key, Qt::KeyboardModifiers modifiers) {
 
 void type(const QString& text) {
     for (const QChar letter : text) {
-        QTest::keyClick(keyWindow(), letter.toLatin1());
+        QTest::keyClick(keyWindow(), letter.toLatin1()); // closes nothing
     }
 }
 
@@ -146,9 +152,7 @@ void askForMenu(QWidget* widget, const QPoint& at) {
     press(widget, at, Qt::RightButton);
     QContextMenuEvent event(QContextMenuEvent::Mouse, at, widget->mapToGlobal(at));
     QCoreApplication::sendEvent(widget, &event);
-    if (QApplication::activePopupWidget() == nullptr) {
-        release(widget, at, Qt::RightButton);
-    }
+    release(widget, at, Qt::RightButton);
 }
 
 } // namespace TestLib

@@ -21,6 +21,21 @@ public:
     }
 };
 
+/** Whether an event loop delivers it, so that it may be what the program has begun by itself. */
+bool isFromEventLoop(QEvent::Type type) {
+    switch (type) {
+    case QEvent::Timer:
+    case QEvent::MetaCall:
+    case QEvent::SockAct:
+    case QEvent::SockClose:
+    case QEvent::ZeroTimerEvent:
+    case QEvent::DeferredDelete:
+        return true;
+    default:
+        return type >= QEvent::User;
+    }
+}
+
 } // namespace
 
 void DeliveryStack::begin(QObject* receiver, const QEvent* event, QEvent::Type type,
@@ -30,7 +45,8 @@ void DeliveryStack::begin(QObject* receiver, const QEvent* event, QEvent::Type t
         return;
     }
     prune(frame);
-    if (m_deliveries.empty() && !isOfUser && !m_keepsAll) {
+    if (!isOfUser && ((m_deliveries.empty() && !m_keepsAll) ||
+                      (!m_hearsEnds && !isFromEventLoop(type)))) {
         return;
     }
     Delivery delivery;
@@ -46,6 +62,7 @@ void DeliveryStack::begin(QObject* receiver, const QEvent* event, QEvent::Type t
 }
 
 void DeliveryStack::end(const QObject* receiver, const QEvent* event) {
+    m_hearsEnds = true;
     const auto isIt = [&](const Delivery& delivery) {
         return delivery.event == event && delivery.receiver == receiver;
     };

@@ -2,6 +2,8 @@
 
 #include "qtuicontrols/widgets/ownclass.h"
 #include "qtuicontrols/widgets/usecounter.h"
+#include "qtuicontrols/widgets/widgetlabels.h"
+#include "qtuicontrols/widgets/widgetnames.h"
 #include "tracking/classname.h"
 
 #include <QAbstractItemView>
@@ -143,30 +145,36 @@ void AreaUses::settle() {
 void AreaUses::take(QWidget* widget) {
     ElementBook& book = m_counter.book();
     UIElement* area = book.elementOf(widget);
-    if (area == nullptr) {
-        UIElement* const view = viewOf(widget);
-        if (view == nullptr) {
-            return;
-        }
-        Description what;
-        what.type = ElementType::Area;
-        what.className = UICoverage::className(widget);
-        what.uses = {Use::Pressed};
-        area = book.add(widget, what, view);
-    } else if (isView(book.typeOf(area))) {
-        // A window or page that is pressed itself; it stays the view that it is.
-        Description what;
-        what.type = ElementType::Area;
-        what.className = UICoverage::className(widget);
-        what.uses = {Use::Pressed};
-        UIElement*& own = m_itemAreas[QString::number(quintptr(area), 16)];
-        if (own == nullptr) {
-            own = book.add(nullptr, what, area);
-        }
-        area = own;
+    if (area == nullptr || isView(book.typeOf(area))) {
+        area = areaOf(widget, area);
     }
-    m_counter.count(area, Use::Pressed, UseCounter::placeOf(widget));
-    hold(area, widget);
+    if (area != nullptr) {
+        m_counter.count(area, Use::Pressed, UseCounter::placeOf(widget));
+        hold(area, widget);
+    }
+}
+
+/** @param asView what the widget is already, when it is a view that is pressed itself */
+UIElement* AreaUses::areaOf(QWidget* widget, UIElement* asView) {
+    if (asView != nullptr) {
+        UIElement*& area = m_sharedAreas[QString::number(quintptr(asView), 16)];
+        if (area == nullptr) {
+            Description what;
+            what.className = UICoverage::className(widget);
+            what.uses = {Use::Pressed};
+            area = m_counter.book().add(nullptr, what, asView);
+        }
+        return area;
+    }
+    const QWidget* viewWidget = nullptr;
+    UIElement* const view = viewOf(widget, &viewWidget);
+    if (view == nullptr) {
+        return nullptr;
+    }
+    WidgetLabels labels;
+    Description what = describe(widget, ElementType::Area, viewWidget, labels);
+    what.uses = {Use::Pressed};
+    return m_counter.book().add(widget, what, view);
 }
 
 void AreaUses::expect(QGraphicsScene* scene, QEvent* event) {
@@ -210,18 +218,18 @@ void AreaUses::take(QGraphicsItem* item) {
  */
 UIElement* AreaUses::areaOf(QGraphicsItem* item, const QWidget* graphicsView) {
     ElementBook& book = m_counter.book();
-    UIElement* const view = viewOf(graphicsView);
+    const QWidget* viewWidget = nullptr;
+    UIElement* const view = viewOf(graphicsView, &viewWidget);
     if (view == nullptr) {
         return nullptr;
     }
     Description what;
-    what.type = ElementType::Area;
     what.className = nameOf(item);
     what.uses = {Use::Pressed};
     QGraphicsObject* const object = item->toGraphicsObject();
     if (object == nullptr) {
         UIElement*& area =
-            m_itemAreas[QString::number(quintptr(view), 16) + QLatin1Char(' ') + what.className];
+            m_sharedAreas[QString::number(quintptr(view), 16) + QLatin1Char(' ') + what.className];
         if (area == nullptr) {
             area = book.add(nullptr, what, view);
         }
@@ -251,12 +259,14 @@ void AreaUses::drag() {
     m_held = nullptr;
 }
 
-/** The nearest view that the widget lies in. */
-UIElement* AreaUses::viewOf(const QWidget* widget) {
+/** The nearest view that the widget lies in, and the widget of it. */
+UIElement* AreaUses::viewOf(const QWidget* widget, const QWidget** viewWidget) {
     ElementBook& book = m_counter.book();
     for (; widget != nullptr; widget = widget->parentWidget()) {
-        if (UIElement* const element = book.elementOf(widget)) {
-            return book.viewOf(element);
+        UIElement* const element = book.elementOf(widget);
+        if (element != nullptr && isView(book.typeOf(element))) {
+            *viewWidget = widget;
+            return element;
         }
     }
     return nullptr;

@@ -39,8 +39,9 @@ private:
     void take(QGraphicsItem* item);
     void hold(UIElement* area, QWidget* widget);
     void drag();
+    UIElement* areaOf(QWidget* widget, UIElement* asView);
     UIElement* areaOf(QGraphicsItem* item, const QWidget* graphicsView);
-    UIElement* viewOf(const QWidget* widget);
+    UIElement* viewOf(const QWidget* widget, const QWidget** viewWidget);
 
     UseCounter& m_counter;
     /** That has got the press last; whether it has kept it is not known yet. */
@@ -51,8 +52,8 @@ private:
     /** What has taken the press that is held; null when nothing has, or it is known as dragged. */
     UIElement* m_held = nullptr;
     QPointer<QWidget> m_heldWidget;
-    /** Of graphics items that are no objects, by view and class. */
-    QHash<QString, UIElement*> m_itemAreas;
+    /** Of graphics items that are no objects, by view and class; of views that are pressed. */
+    QHash<QString, UIElement*> m_sharedAreas;
 };
 
 } // namespace UIControls

@@ -166,17 +166,29 @@ void CommandElements::refresh(const QAction* action) {
     m_book.setAttribute(element, Attribute::Ways, ways.text());
 }
 
-/** The view of the first widget that lists the action and lies in one. */
-UIElement* CommandElements::viewOf(const QAction* action) const {
-    const QList<QWidget*> listers = action->associatedWidgets();
-    for (const QWidget* lister : listers) {
-        for (; lister != nullptr; lister = lister->parentWidget()) {
-            if (UIElement* const element = m_book.elementOf(lister)) {
-                return m_book.viewOf(element);
-            }
+/** The view that the widget is or lies in. */
+UIElement* CommandElements::viewAround(const QWidget* widget) const {
+    for (; widget != nullptr; widget = widget->parentWidget()) {
+        if (UIElement* const element = m_book.elementOf(widget)) {
+            return m_book.viewOf(element);
         }
     }
     return nullptr;
+}
+
+/** That of the first widget which lists the action and lies in a view. */
+UIElement* CommandElements::viewOf(const QAction* action) const {
+    const QList<QWidget*> listers = action->associatedWidgets();
+    for (const QWidget* const lister : listers) {
+        if (UIElement* const view = viewAround(lister)) {
+            return view;
+        }
+    }
+    return nullptr;
+}
+
+UIElement* CommandElements::findOrAdd(QShortcut* shortcut) {
+    return add(shortcut, viewAround(shortcut->parentWidget()));
 }
 
 UIElement* CommandElements::findOrAdd(QAction* action, Way way) {

@@ -11,6 +11,7 @@
 QT_BEGIN_NAMESPACE
 class QAction;
 class QShortcut;
+class QWidget;
 QT_END_NAMESPACE
 
 namespace Vorsk {
@@ -34,6 +35,7 @@ public:
     /** That of an action; made below the view of what lists it when it has none yet. Null for what
      * is no command. */
     UIElement* findOrAdd(QAction* action, Way way);
+    UIElement* findOrAdd(QShortcut* shortcut);
 
     /** Brings what is told of the action to what it is now; others than commands are ignored. */
     void refresh(const QAction* action);
@@ -63,6 +65,7 @@ private:
 
     Known* knownOf(const QObject* command);
     Known& learn(QObject* command, UIElement* element);
+    UIElement* viewAround(const QWidget* widget) const;
     UIElement* viewOf(const QAction* action) const;
     static WaySet waysOf(const Known& known, const QAction* action);
 

@@ -143,9 +143,8 @@ void Commands::handleShortcut(QObject* object, QEvent* event) {
         if (element != nullptr) {
             m_elements.count(element, Way::Shortcut);
         }
-    } else if (const auto* const shortcut = qobject_cast<QShortcut*>(object)) {
-        UIElement* const element =
-            shortcut->isEnabled() ? m_elements.elementOf(shortcut) : nullptr;
+    } else if (auto* const shortcut = qobject_cast<QShortcut*>(object)) {
+        UIElement* const element = shortcut->isEnabled() ? m_elements.findOrAdd(shortcut) : nullptr;
         if (element != nullptr) {
             m_elements.count(element, Way::Shortcut);
         }
@@ -268,8 +267,10 @@ void Commands::menuShows() {
 
 /** A window shows; where that is in the course of the input, the input has triggered. */
 void Commands::countImminent() {
-    if (m_attribution.verdict().type != QEvent::Show) {
-        return; // only deliveries within one of input are told
+    // Of what is no input, only deliveries within one that is are known.
+    const Attribution::Verdict verdict = m_attribution.verdict();
+    if (verdict.type != QEvent::Show && verdict.cause != Cause::Input) {
+        return;
     }
     std::vector<Expected> imminent;
     const auto first = std::stable_partition(m_expected.begin(), m_expected.end(),

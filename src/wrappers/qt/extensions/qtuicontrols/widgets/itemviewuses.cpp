@@ -182,7 +182,10 @@ void ItemViewUses::currentChanged(const QModelIndex& current) {
     QAbstractItemView* const view = operatedView();
     if (view != nullptr && view->selectionModel() == sender() && current.isValid()) {
         count(view, Use::Chosen);
-        countOption(view, current);
+        // A header moves it without choosing an item; the mouse says which it has pressed.
+        if (m_counter.attribution().verdict().type == QEvent::KeyPress) {
+            countOption(view, current);
+        }
     }
 }
 

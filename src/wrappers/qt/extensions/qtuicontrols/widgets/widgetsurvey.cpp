@@ -13,6 +13,7 @@
 #include <QGraphicsProxyWidget>
 #include <QLabel>
 #include <QMenu>
+#include <QShortcut>
 #include <QTabBar>
 #include <QTimerEvent>
 #include <QToolBox>
@@ -146,6 +147,8 @@ void WidgetSurvey::walkChildren(QWidget* widget, const Place& place) {
         if (child->isWidgetType()) {
             auto* const inner = static_cast<QWidget*>(child);
             walk(inner, isTopLevel(inner) ? Place() : place, mayBePages);
+        } else if (auto* const shortcut = qobject_cast<QShortcut*>(child)) {
+            m_pieces.commands.add(shortcut, place.view);
         }
     }
 }

@@ -128,7 +128,10 @@ void WidgetUses::handleEvent(QObject* object, QEvent* event) {
 void WidgetUses::handleInput(QWidget* receiver, QEvent* event) {
     Hubs& hubs = *m_hubs;
     const QEvent::Type type = event->type();
-    QWidget* const control = hubs.counter.controlOf(receiver);
+    QWidget* control = hubs.counter.controlOf(receiver);
+    if (control != nullptr && hubs.counter.typeOf(control) == ElementType::Area) {
+        control = nullptr;
+    }
     hubs.areas.expect(receiver, control != nullptr, event);
     if (endsPress(type)) {
         hubs.buttons.endPress();

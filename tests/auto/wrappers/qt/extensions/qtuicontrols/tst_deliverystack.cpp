@@ -36,6 +36,7 @@ private Q_SLOTS:
     void anEndThatBelongsToNoneChangesNothing();
     void aFrameThatIsLeftHasEnded();
     void aDeliveryOnTheSameLevelReplacesTheFormer();
+    void whereNoEndsAreToldWhatAnInputLeadsToIsNotNoted();
     void whatBeganInAnEventLoopThatIsNoMoreHasEnded();
     void theReceiverMayDie();
     void aReceiverThatIsBeingDestroyedIsNotGuarded();
@@ -130,10 +131,25 @@ void tst_DeliveryStack::aDeliveryOnTheSameLevelReplacesTheFormer() {
     QObject second;
     stack.begin(&outer, &press, press.type(), frame(1));
     stack.begin(&first, &timer, timer.type(), frame(3));
-    stack.begin(&second, &paint, paint.type(), frame(3));
+    const QEvent call(QEvent::MetaCall);
+    stack.begin(&second, &call, call.type(), frame(3));
     QCOMPARE(stack.innermost(frame(5))->receiver, &second);
-    stack.end(&second, &paint);
+    stack.end(&second, &call);
     QCOMPARE(stack.innermost(frame(5))->receiver, &outer);
+}
+
+void tst_DeliveryStack::whereNoEndsAreToldWhatAnInputLeadsToIsNotNoted() {
+    DeliveryStack stack;
+    QObject outer;
+    QObject inner;
+    stack.begin(&outer, &press, press.type(), frame(1));
+    stack.begin(&inner, &paint, paint.type(), frame(3));
+    QCOMPARE(stack.innermost(frame(9))->receiver, &outer);
+    stack.begin(&inner, &timer, timer.type(), frame(3));
+    QCOMPARE(stack.innermost(frame(9))->receiver, &inner);
+    stack.end(&inner, &timer);
+    stack.begin(&inner, &paint, paint.type(), frame(3));
+    QCOMPARE(stack.innermost(frame(9))->receiver, &inner);
 }
 
 void tst_DeliveryStack::whatBeganInAnEventLoopThatIsNoMoreHasEnded() {

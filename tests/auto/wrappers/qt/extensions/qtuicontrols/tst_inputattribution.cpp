@@ -109,7 +109,10 @@ void tst_InputAttribution::whatAnInputHasStartedIsTheProgram_data() {
     for (const QEvent::Type type :
          {QEvent::Timer, QEvent::MetaCall, QEvent::User, QEvent::Paint, QEvent::FocusOut}) {
         QTest::addRow("%d", type) << static_cast<int>(type) << true;
-        QTest::addRow("%d, ends untold", type) << static_cast<int>(type) << false;
+        // Of the others, such a host does not tell when they are over.
+        if (type != QEvent::Paint && type != QEvent::FocusOut) {
+            QTest::addRow("%d, ends untold", type) << static_cast<int>(type) << false;
+        }
     }
 }
 
@@ -121,6 +124,7 @@ void tst_InputAttribution::whatAnInputHasStartedIsTheProgram() {
     QObject button;
     QObject other;
     int asked = 0;
+    host.deliver(&other, QEvent::KeyPress, [] {}); // what the host tells is known by the first end
     host.deliver(&button, QEvent::MouseButtonPress, [&] {
         host.deliver(&other, static_cast<QEvent::Type>(type), [&] {
             ++asked;

@@ -7,6 +7,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <memory>
 
 /** A person's session with the stage: steps, what each has to count, and what went wrong. */
 class Session {
@@ -23,7 +24,7 @@ public:
 
     int steps() const { return m_steps; }
     /** One line for each step that counted something else; empty when all were right. */
-    QString mistakes() const { return m_mistakes.join(QLatin1Char('\n')); }
+    QStringList mistakes() const { return m_mistakes; }
 
     Stage& stage() { return *m_stage; }
     TestLib::ControlsProbe& probe() { return m_probe; }

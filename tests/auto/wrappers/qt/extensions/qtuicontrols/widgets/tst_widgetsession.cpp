@@ -131,8 +131,12 @@ void tst_WidgetSession::everyStepCountsWhatWasOperated() {
     others();
     dialogs();
     theProgramAlone();
-    qInfo("%d steps", session.steps());
-    QVERIFY2(session.mistakes().isEmpty(), qPrintable(QLatin1Char('\n') + session.mistakes()));
+    // One line each, since a long text is cut off.
+    const QStringList mistakes = session.mistakes();
+    for (const QString& mistake : mistakes) {
+        qInfo("%s", qPrintable(mistake));
+    }
+    QCOMPARE(mistakes.size(), 0);
     QVERIFY(session.steps() >= 150);
 }
 
@@ -260,7 +264,7 @@ void tst_WidgetSession::choiceButtons() {
     s.step(text("a slot that sets forty others"),
            [&] {
                const auto setting =
-                   connect(own.check, &QCheckBox::clicked, own, [&] { m_stage->victims->change(); });
+                   connect(own.check, &QCheckBox::clicked, m_own, [&] { m_stage->victims->change(); });
                click(own.check, mark);
                disconnect(setting);
            },
@@ -598,7 +602,7 @@ void tst_WidgetSession::trees() {
     Session& s = *m_session;
     Controls& own = *m_own;
     QTreeWidget& tree = *own.tree;
-    QTreeWidgetItem* const fruit = tree.topLevelItem(0);
+    QTreeWidgetItem* const fruit = tree.findItems(text("fruit"), Qt::MatchExactly).constFirst();
     s.step(text("open a branch"),
            [&] {
                const QRect rect = tree.visualItemRect(fruit);
