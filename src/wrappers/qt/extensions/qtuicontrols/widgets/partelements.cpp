@@ -1,5 +1,6 @@
 #include "qtuicontrols/widgets/partelements.h"
 
+#include "qtuicontrols/widgets/widgetnames.h"
 #include "qtuicontrols/widgets/widgetplaces.h"
 #include "qtuicontrols/widgets/widgetviews.h"
 #include "tracking/classname.h"
@@ -107,6 +108,13 @@ void PartElements::surveyTabs(QTabBar* bar) {
     match(known, view);
 }
 
+void PartElements::updateTabs(QWidget* widget) {
+    const auto known = m_bars.constFind(widget);
+    if (known != m_bars.cend() && !known->bar.isNull()) {
+        surveyTabs(known->bar);
+    }
+}
+
 PartElements::Tab PartElements::read(const QTabBar* bar, int index) const {
     Tab tab;
     tab.text = stripMnemonics(bar->tabText(index));
@@ -125,8 +133,10 @@ void PartElements::match(Bar& known, UIElement* view) {
     const QTabBar* const bar = known.bar;
     std::vector<Tab> now;
     now.reserve(static_cast<std::size_t>(bar->count()));
+    const bool isHidden = isHiddenWithin(bar, m_views.viewWidgetOf(known.bar));
     for (int i = 0; i < bar->count(); ++i) {
         now.push_back(read(bar, i));
+        now.back().isHidden = now.back().isHidden || isHidden;
     }
     std::vector<Tab> before;
     before.swap(known.tabs);

@@ -35,6 +35,9 @@ public:
     /** Makes the elements of the bar's tabs, or brings those up to date that are known already. */
     void surveyTabs(QTabBar* bar);
 
+    /** Does so for a bar that is known; nothing for another widget, which is not touched. */
+    void updateTabs(QWidget* widget);
+
     /**
      * Makes the elements of the options of a combo box, list, tree or table, below its own one. To
      * be called once for each, when it is found: what comes later is data, and so is all of a model
@@ -82,7 +85,7 @@ private:
 
     ElementBook& m_book;
     WidgetViews& m_views;
-    QHash<const QTabBar*, Bar> m_bars;
+    QHash<const QWidget*, Bar> m_bars;
     /** By the control's element and the option's text, after those of the items above it. */
     QHash<QPair<const UIElement*, QString>, UIElement*> m_options;
     /** The options made by the present survey. */
