@@ -139,9 +139,9 @@ void tst_QuickUses::inputCountsForWhatItWentTo_data() {
     row("tab", "TabBar { width: 200; TabButton { text: '1' } TabButton { objectName: 'x'; text: '2' } }",
         "click x => x chosen");
     row("page of a swipe view",
-        "SwipeView { objectName: 'x'; width: 200; height: 100; Item {} "
-        "Item { property string title: 'b' } }",
-        "drag x 0.9,0.5 0.1,0.5 => Tab b chosen");
+        "Item { SwipeView { objectName: 'x'; width: 200; height: 100; spacing: 1; Item { property string title: 'a' } "
+        "Item { property string title: 'b' } } }",
+        "drag x 0.9,0.5 0.1,0.5 => Tab b chosen\nuntil x currentIndex 1 => nothing\ndrag x 0.1,0.5 0.9,0.5 => Tab a chosen\nuntil x currentIndex 0 => nothing");
     row("list by key",
         "ListView { objectName: 'x'; width: 100; height: 100; model: 3; focus: true; "
         "delegate: Text { text: index } }",
