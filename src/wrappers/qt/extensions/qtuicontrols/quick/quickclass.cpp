@@ -108,9 +108,9 @@ constexpr KnownInQml qmlClasses[] = {
     {"GroupBox", "__checkbox", QuickRole::Item, ElementType::GroupBox},
     {"TabView", "__tabs", QuickRole::Item, ElementType::Tab},
     {"StackView", "__currentItem", QuickRole::StackView, ElementType::Page},
-    {"Tab", "__inserted", QuickRole::Loader, ElementType::Page},
+    {"Tab", "__inserted", QuickRole::Loader, ElementType::Tab},
+    {"TabBar", "__selectedTabRect", QuickRole::Part, ElementType::Area},
     {"ScrollBar", "__styleData", QuickRole::Part, ElementType::Area},
-    {"FocusFrame", nullptr, QuickRole::Item, ElementType::Area},
 };
 
 /** Where what QML adds to a name begins; null when it is a class in C++. */
@@ -194,7 +194,7 @@ const QuickClass* QuickClassTable::ofQmlTypes(const QObject* object, const QMeta
         const auto length = static_cast<std::size_t>(qmlPart(name) - name);
         for (const KnownInQml& known : qmlClasses) {
             if (std::strncmp(known.name, name, length) != 0 || std::strlen(known.name) != length ||
-                (known.property != nullptr && cls->indexOfProperty(known.property) == -1)) {
+                (cls->indexOfProperty(known.property) == -1)) {
                 continue;
             }
             QuickClass*& made = m_qmlClasses[&known];
