@@ -108,8 +108,8 @@ constexpr KnownInQml qmlClasses[] = {
     {"GroupBox", "__checkbox", QuickRole::Item, ElementType::GroupBox},
     {"TabView", "__tabs", QuickRole::Item, ElementType::Tab},
     {"StackView", "__currentItem", QuickRole::StackView, ElementType::Page},
-    {"Tab", "__inserted", QuickRole::Loader, ElementType::Tab},
-    {"TabBar", "__selectedTabRect", QuickRole::Part, ElementType::Area},
+    {"Tab", "__inserted", QuickRole::Loader, ElementType::Page},
+    {"TabBar", "__selectedTabRect", QuickRole::Item, ElementType::Tab},
     {"ScrollBar", "__styleData", QuickRole::Part, ElementType::Area},
 };
 

@@ -68,7 +68,8 @@ UIElement* QuickElements::addControl(QObject* object, const QuickClass& cls, Ele
     Description what;
     what.type = type;
     what.className = classNameOf(object);
-    what.text = captionOf(object, cls);
+    what.text = type == ElementType::Tab && cls.role() == QuickRole::Area ? object->property("title").toString()
+                                                                          : captionOf(object, cls);
     what.uses = usesOf(object, cls, type);
     describeNames(object, cls, what);
     add(what, Attribute::Label, labelOf(object, cls, type, where));
@@ -111,9 +112,7 @@ void QuickElements::addTab(QObject* page, UIElement* pageElement, const Surround
     what.uses = {Use::Chosen};
     add(what, Attribute::QmlId, qmlIdOf(page));
     add(what, Attribute::Group, where.group);
-    if (pageElement != nullptr) {
-        add(what, Attribute::Opens, m_book.idOf(pageElement));
-    }
+    add(what, Attribute::Opens, m_book.idOf(pageElement));
     m_watch(page, ElementType::Tab, m_book.add(nullptr, what, where.view));
 }
 
@@ -229,7 +228,7 @@ QString QuickElements::labelOf(const QObject* object, const QuickClass& cls, Ele
     switch (cls.role()) {
     case QuickRole::Area:
     case QuickRole::Handler:
-        return textOn(itemOf(object));
+        return type == ElementType::Tab ? QString() : textOn(itemOf(object));
     case QuickRole::Action:
     case QuickRole::Shortcut:
         return {};

@@ -77,8 +77,16 @@ const QQuickItem* swipeViewOf(const QQuickItem* page) {
                : nullptr;
 }
 
+/** Of a tab view of the first generation, whose bar is a list of mouse areas. */
+bool isTab(const QQuickItem* area) {
+    const QQuickItem* const content = area->parentItem();
+    const QQuickItem* const list = content == nullptr ? nullptr : content->parentItem();
+    const QQuickItem* const bar = list == nullptr ? nullptr : list->parentItem();
+    return bar != nullptr && QuickClass::of(bar).name() == "TabBar" && area->property("tabindex").isValid();
+}
+
 QString titleOf(const QQuickItem* page, const QQuickItem* parent) {
-    if (QuickClass::of(parent).type() == ElementType::Tab) {
+    if (QuickClass::of(parent).name() == "Tab") {
         return parent->property("title").toString();
     }
     const QString title = page->property("title").toString();
@@ -202,18 +210,15 @@ void QuickWalk::visitItem(QQuickItem* item, const QuickClass& cls, const Surroun
         }
         break;
     case QuickRole::Area:
-        if (isOwn && acceptsPresses(item, cls) && !isInsideQtControls(item)) {
+        if (isOwn && isTab(item)) {
+            m_elements.addControl(item, cls, ElementType::Tab, where);
+        } else if (isOwn && acceptsPresses(item, cls) && !isInsideQtControls(item)) {
             m_elements.addControl(item, cls, ElementType::Area, where);
         }
         break;
     case QuickRole::ItemView:
         if (isOwn && showsRows(item) && !isInsideQtControls(item)) {
             m_elements.addControl(item, cls, cls.type(), where);
-        }
-        break;
-    case QuickRole::Loader:
-        if (cls.type() == ElementType::Tab) {
-            m_elements.addTab(item, nullptr, where, captionOf(item, cls));
         }
         break;
     case QuickRole::Item:
@@ -358,7 +363,7 @@ bool QuickWalk::isPage(const QQuickItem* item, const QQuickItem* parent, const S
     case QuickRole::StackLayout:
         return true;
     case QuickRole::Loader:
-        if (QuickClass::of(parent).type() == ElementType::Tab) {
+        if (QuickClass::of(parent).name() == "Tab") {
             return true;
         }
         return !where.isInRow && cls.role() != QuickRole::Control && cls.role() != QuickRole::Input &&

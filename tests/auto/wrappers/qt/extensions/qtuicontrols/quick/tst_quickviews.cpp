@@ -68,7 +68,7 @@ void tst_QuickViews::viewsAreKnownBeforeTheyWereOpened_data() {
         "SwipeView { width: 100; height: 100; Page { title: 'A'; Button { text: 'a' } } Page { title: 'B' } }",
         "Window {seen}\n  Page \"A\" {seen}\n    Button \"a\"\n  Tab \"A\"\n  Page \"B\"\n  Tab \"B\"\n");
     add("swipe view that cannot be swiped",
-        "SwipeView { interactive: false; width: 100; height: 100; Item {} Item {} }",
+        "SwipeView { interactive: false; width: 100; height: 100; Pane {} Pane {} }",
         "Window {seen}\n  Page {seen}\n  Page\n");
     add("stack view", "StackView { width: 100; height: 100; initialItem: Page { title: 'A'; Button { text: 'a' } } }",
         "Window {seen}\n  Page \"A\" {seen}\n    Button \"a\"\n");
@@ -149,7 +149,7 @@ void tst_QuickViews::thePageOfAStackIsSeenWhenItIsCurrent() {
 void tst_QuickViews::thePageOfASwipeViewIsSeenWhenItIsCurrent() {
     SurveyProbe probe;
     QuickScene scene("SwipeView { width: 100; height: 100; objectName: 'view'; "
-                     "Item { objectName: 'a' } Item { objectName: 'b' } Item { objectName: 'c' } }",
+                     "Pane { objectName: 'a' } Pane { objectName: 'b' } Pane { objectName: 'c' } }",
                      controls2);
     QVERIFY(scene.show());
     QTRY_COMPARE(probe.line(scene.item("a")), text("Page {seen}"));
@@ -233,8 +233,8 @@ void tst_QuickViews::aViewOfTheFirstGenerationIsKnown() {
                      controls1);
     QVERIFY(scene.show());
     QTRY_COMPARE(probe.tree(scene.window()),
-                 text("Window {seen}\n  Menu \"M\"\n    Command \"C\"\n  Tab \"A\"\n  Page \"A\" {seen}\n"
-                      "    Button \"a\"\n  Tab \"B\"\n"));
+                 text("Window {seen}\n  Menu \"M\"\n    Command \"C\"\n  Tab \"A\"\n  Tab \"B\"\n"
+                      "  Page \"A\" {seen}\n    Button \"a\"\n"));
 }
 
 QTEST_MAIN(tst_QuickViews)
