@@ -73,7 +73,7 @@ bool showsRows(const QQuickItem* view) {
     if (QuickClass::of(parent).role() == QuickRole::PopupItem) {
         return parent->parent() == nullptr || QuickClass::of(parent->parent()).type() != ElementType::Menu;
     }
-    return !isContainer(parent);
+    return !isContainer(parent) && QuickClass::of(parent).name() != "TabBar";
 }
 
 SiblingMakers::SiblingMakers(const QQuickItem* parent) {
