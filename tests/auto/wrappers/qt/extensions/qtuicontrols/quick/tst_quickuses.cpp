@@ -106,7 +106,8 @@ void tst_QuickUses::inputCountsForWhatItWentTo_data() {
     row("part of a button",
         "Button { objectName: 'x'; width: 100; height: 40; contentItem: Text { text: 'part' } }",
         "click text:part => x clicked");
-    row("check box", "CheckBox { objectName: 'x' }", "click x => x checked\nclick x => x unchecked");
+    row("check box", "CheckBox { objectName: 'x' }",
+        "click x => x checked\nclick x => x unchecked");
     row("check box with three states", "CheckBox { objectName: 'x'; tristate: true }",
         "click x => x partiallyChecked\nclick x => x checked\nclick x => x unchecked");
     row("switch by dragging", "Switch { objectName: 'x' }", "drag x 0.1,0.5 0.9,0.5 => x checked");
@@ -124,9 +125,11 @@ void tst_QuickUses::inputCountsForWhatItWentTo_data() {
     row("text area", "TextArea { objectName: 'x'; width: 100; height: 50; focus: true }",
         "type a => x edited\ncompose ni => nothing\ncommit hao => x edited\nkey Left => nothing");
     row("text input", "TextInput { objectName: 'x'; width: 100; focus: true }",
-        "type a => x edited\nkey Ctrl+A => nothing\nkey Ctrl+X => x edited\nkey Ctrl+V => x edited");
+        "type a => x edited\nkey Ctrl+A => nothing\nkey Ctrl+X => x edited\nkey Ctrl+V => x "
+        "edited");
     row("spin box by its arrows", "SpinBox { objectName: 'x' }",
-        "click x 0.95,0.5 => x changed\ntouch x 0.95,0.5 => x changed\nclick x 0.05,0.5 => x changed");
+        "click x 0.95,0.5 => x changed\ntouch x 0.95,0.5 => x changed\nclick x 0.05,0.5 => x "
+        "changed");
     row("spin box by typing", "SpinBox { objectName: 'x'; editable: true; to: 99 }",
         "click x => nothing\nkey 7 => nothing\nkey Return => x changed");
     row("slider", "Slider { objectName: 'x'; width: 200 }",
@@ -136,12 +139,15 @@ void tst_QuickUses::inputCountsForWhatItWentTo_data() {
         "RangeSlider { objectName: 'x'; width: 300; first.value: 0.1; second.value: 0.9 }",
         "drag x 0.12,0.5 0.3,0.5 => x moved\ndrag x 0.88,0.5 0.6,0.5 => x moved");
     row("dial", "Dial { objectName: 'x' }", "drag x 0.1,0.5 0.9,0.5 => x moved");
-    row("tab", "TabBar { width: 200; TabButton { text: '1' } TabButton { objectName: 'x'; text: '2' } }",
+    row("tab",
+        "TabBar { width: 200; TabButton { text: '1' } TabButton { objectName: 'x'; text: '2' } }",
         "click x => x chosen");
     row("page of a swipe view",
-        "Item { SwipeView { objectName: 'x'; width: 200; height: 100; spacing: 1; Item { property string title: 'a' } "
+        "Item { SwipeView { objectName: 'x'; width: 200; height: 100; spacing: 1; Item { property "
+        "string title: 'a' } "
         "Item { property string title: 'b' } } }",
-        "drag x 0.9,0.5 0.1,0.5 => Tab b chosen\nuntil x currentIndex 1 => nothing\ndrag x 0.1,0.5 0.9,0.5 => Tab a chosen\nuntil x currentIndex 0 => nothing");
+        "drag x 0.9,0.5 0.1,0.5 => Tab b chosen\nuntil x currentIndex 1 => nothing\ndrag x 0.1,0.5 "
+        "0.9,0.5 => Tab a chosen\nuntil x currentIndex 0 => nothing");
     row("list by key",
         "ListView { objectName: 'x'; width: 100; height: 100; model: 3; focus: true; "
         "delegate: Text { text: index } }",
@@ -156,7 +162,8 @@ void tst_QuickUses::inputCountsForWhatItWentTo_data() {
         "click tap1 => tap1 pressed, x chosen");
     row("something on a row",
         "ListView { objectName: 'x'; width: 200; height: 100; model: 3; delegate: Item "
-        "{ width: 200; height: 40; Button { objectName: 'tool' + index; width: 50; height: 30 } } }",
+        "{ width: 200; height: 40; Button { objectName: 'tool' + index; width: 50; height: 30 } } "
+        "}",
         "click tool1 => tool1 clicked");
     row("path view",
         "PathView { objectName: 'x'; width: 200; height: 100; model: 5; "
@@ -167,7 +174,8 @@ void tst_QuickUses::inputCountsForWhatItWentTo_data() {
         "click x => x pressed\ntouch x => x pressed");
     row("area that is dragged", "MouseArea { objectName: 'x'; width: 200; height: 50 }",
         "drag x 0.1,0.5 0.9,0.5 => x dragged, x pressed");
-    row("area with a finger that moves", "MultiPointTouchArea { objectName: 'x'; width: 50; height: 50 }",
+    row("area with a finger that moves",
+        "MultiPointTouchArea { objectName: 'x'; width: 50; height: 50 }",
         "touch x => x pressed\nclick x => x pressed");
     row("tap handler", "Item { width: 50; height: 50; TapHandler { objectName: 'x' } }",
         "click x => x pressed\ntouch x => x pressed");
@@ -188,8 +196,8 @@ void tst_QuickUses::inputCountsForWhatItWentTo_data() {
         "Button { objectName: 'x' } }",
         "click x => x clicked\npress x => nothing\nuntil x pressed true => nothing\n"
         "release => x clicked");
-    row("button in a popup",
-        "Item { Popup { id: p; visible: true; Button { objectName: 'x' } } }", "click x => x clicked");
+    row("button in a popup", "Item { Popup { id: p; visible: true; Button { objectName: 'x' } } }",
+        "click x => x clicked");
     row("shortcut", "Item { Shortcut { objectName: 'x'; sequence: 'Ctrl+K' } }",
         "key Ctrl+K => x triggered");
 }
@@ -202,10 +210,10 @@ void tst_QuickUses::whatTheProgramDoesDoesNotCount_data() {
     rows();
     // Each in a timer that fires once, which the script waits for.
     const auto byTimer = [](const char* name, const char* control, const char* code) {
-        const QByteArray qml =
-            QByteArray("Item { id: top; objectName: 'top'; property bool isDone; Timer { interval: 1; running: true; "
-                       "onTriggered: { ") +
-            code + "; top.isDone = true } } " + control + " }";
+        const QByteArray qml = QByteArray("Item { id: top; objectName: 'top'; property bool "
+                                          "isDone; Timer { interval: 1; running: true; "
+                                          "onTriggered: { ") +
+                               code + "; top.isDone = true } } " + control + " }";
         QTest::newRow(name) << qml << QByteArray("until top isDone true => nothing");
     };
     byTimer("clicked", "Button { id: x }", "x.clicked()");
@@ -222,7 +230,8 @@ void tst_QuickUses::whatTheProgramDoesDoesNotCount_data() {
     byTimer("tumbler", "Tumbler { id: x; model: 9 }", "x.currentIndex = 4");
     byTimer("tab bar", "TabBar { id: x; TabButton {} TabButton {} }", "x.currentIndex = 1");
     byTimer("swipe view", "SwipeView { id: x; Item {} Item {} }", "x.incrementCurrentIndex()");
-    byTimer("list", "ListView { id: x; model: 5; delegate: Item {} }", "x.currentIndex = 3; x.model = 2");
+    byTimer("list", "ListView { id: x; model: 5; delegate: Item {} }",
+            "x.currentIndex = 3; x.model = 2");
     byTimer("command", "Action { id: x }", "x.trigger(); x.toggle(this)");
     byTimer("shortcut", "Shortcut { id: x; sequence: 'F2' }", "x.activated()");
     byTimer("menu item", "Menu { MenuItem { id: x } }", "x.triggered(); x.clicked()");
@@ -236,8 +245,8 @@ void tst_QuickUses::whatTheProgramDoesDoesNotCount() {
 void tst_QuickUses::slotsThatSetOthersUseNothing_data() {
     rows();
     const auto inSlot = [](const char* name, const char* control, const char* code) {
-        QTest::newRow(name) << QByteArray("Item { Button { objectName: 'do'; onClicked: { ") + code +
-                                   " } } Item { y: 50; " + control + " } }"
+        QTest::newRow(name) << QByteArray("Item { Button { objectName: 'do'; onClicked: { ") +
+                                   code + " } } Item { y: 50; " + control + " } }"
                             << QByteArray("click do => do clicked\ntouch do => do clicked\n"
                                           "focus do => nothing\nkey Space => do clicked");
     };
@@ -258,8 +267,10 @@ void tst_QuickUses::slotsThatSetOthersUseNothing_data() {
     inSlot("list", "ListView { id: x; model: 9; delegate: Item {} }", "x.currentIndex += 1");
     inSlot("command", "Action { id: x }", "x.trigger()");
     inSlot("menu item", "Menu { MenuItem { id: x } }", "x.triggered()");
-    inSlot("area that is pressed", "MouseArea { id: x; width: 9; height: 9 }", "x.pressedChanged()");
-    row("a field that clears itself", "TextField { objectName: 'x'; focus: true; onAccepted: text = '' }",
+    inSlot("area that is pressed", "MouseArea { id: x; width: 9; height: 9 }",
+           "x.pressedChanged()");
+    row("a field that clears itself",
+        "TextField { objectName: 'x'; focus: true; onAccepted: text = '' }",
         "type a => x edited\nkey Return => x confirmed");
     row("a button on a page that turns it",
         "SwipeView { id: v; width: 200; height: 100; Item { Button { objectName: 'next'; "
@@ -300,8 +311,10 @@ void tst_QuickUses::whatCannotBeReachedIsNotUsed_data() {
         "Button { objectName: 'x'; y: 200 } }",
         "click x => nothing");
     row("on another page of a stack",
-        "StackView { id: v; width: 100; height: 100; initialItem: Item { Button { objectName: 'x' } } "
-        "Component.onCompleted: push(other, StackView.Immediate); Component { id: other; Item {} } }",
+        "StackView { id: v; width: 100; height: 100; initialItem: Item { Button { objectName: 'x' "
+        "} } "
+        "Component.onCompleted: push(other, StackView.Immediate); Component { id: other; Item {} } "
+        "}",
         "click x => nothing");
     row("on another tab",
         "Item { Item { visible: false; MouseArea { objectName: 'x'; width: 50; height: 50 } } "
@@ -312,18 +325,22 @@ void tst_QuickUses::whatCannotBeReachedIsNotUsed_data() {
         "modal: true; closePolicy: Popup.NoAutoClose; width: 50; height: 50 } }",
         "click x => nothing\ntouch x => nothing");
     row("an area that refuses the press",
-        "Item { MouseArea { objectName: 'x'; width: 50; height: 50; onPressed: mouse.accepted = false } }",
+        "Item { MouseArea { objectName: 'x'; width: 50; height: 50; onPressed: mouse.accepted = "
+        "false } }",
         "click x => nothing");
     row("an area for another button",
         "MouseArea { objectName: 'x'; width: 50; height: 50; acceptedButtons: Qt.RightButton }",
         "click x => nothing\nrightClick x => x pressed");
-    row("a press that leaves the button", "Item { Button { objectName: 'x' } Item { objectName: 'far'; x: 300; y: 200; width: 10; height: 10 } }",
+    row("a press that leaves the button",
+        "Item { Button { objectName: 'x' } Item { objectName: 'far'; x: 300; y: 200; width: 10; "
+        "height: 10 } }",
         "press x => nothing\nmove far => nothing\nrelease => nothing");
-    row("a text that cannot be edited", "TextField { objectName: 'x'; readOnly: true; focus: true }",
-        "type a => nothing");
+    row("a text that cannot be edited",
+        "TextField { objectName: 'x'; readOnly: true; focus: true }", "type a => nothing");
     row("a link without a receiver", "Text { objectName: 'x'; text: '<a href=\"a\">link</a>' }",
         "click x => nothing");
-    row("beside the link", "Text { objectName: 'x'; text: 'beside <a href=\"a\">b</a>'; onLinkActivated: {} }",
+    row("beside the link",
+        "Text { objectName: 'x'; text: 'beside <a href=\"a\">b</a>'; onLinkActivated: {} }",
         "click x 0.1,0.5 => nothing");
 }
 
@@ -340,7 +357,8 @@ void tst_QuickUses::commandsTellTheirWays_data() {
     row("shortcut", "key Ctrl+S => save triggered", "shortcut");
     row("tool bar", "click tool => save triggered", "toolBar");
     row("menu by mouse",
-        "call menu open => nothing\nuntil menu opened true => nothing\nclick item => save triggered",
+        "call menu open => nothing\nuntil menu opened true => nothing\nclick item => save "
+        "triggered",
         "menu");
     row("menu by keys",
         "call menu open => nothing\nuntil menu opened true => nothing\nkey Down => nothing\n"
@@ -350,18 +368,20 @@ void tst_QuickUses::commandsTellTheirWays_data() {
         "call context open => nothing\nuntil context opened true => nothing\n"
         "click contextItem => save triggered",
         "contextMenu");
-    row("two ways", "key Ctrl+S => save triggered\nclick tool => save triggered", "shortcut toolBar");
+    row("two ways", "key Ctrl+S => save triggered\nclick tool => save triggered",
+        "shortcut toolBar");
 }
 
 void tst_QuickUses::commandsTellTheirWays() {
     QFETCH(QByteArray, script);
     QFETCH(QString, ways);
-    Stage stage("Item { id: top; width: 300; height: 200; "
-                "Action { id: save; objectName: 'save'; text: '&Save'; shortcut: 'Ctrl+S' } "
-                "ToolBar { y: 100; Row { ToolButton { objectName: 'tool'; action: save } "
-                "ToolButton { text: 'Menu'; Menu { objectName: 'menu'; "
-                "MenuItem { objectName: 'item'; action: save } } } } } "
-                "Menu { objectName: 'context'; MenuItem { objectName: 'contextItem'; action: save } } }");
+    Stage stage(
+        "Item { id: top; width: 300; height: 200; "
+        "Action { id: save; objectName: 'save'; text: '&Save'; shortcut: 'Ctrl+S' } "
+        "ToolBar { y: 100; Row { ToolButton { objectName: 'tool'; action: save } "
+        "ToolButton { text: 'Menu'; Menu { objectName: 'menu'; "
+        "MenuItem { objectName: 'item'; action: save } } } } } "
+        "Menu { objectName: 'context'; MenuItem { objectName: 'contextItem'; action: save } } }");
     QVERIFY(stage.isReady);
     const QStringList failures = stage.script.run(script);
     QVERIFY2(failures.isEmpty(), qPrintable(failures.join(QLatin1Char('\n'))));
@@ -382,10 +402,12 @@ void tst_QuickUses::whatInputBegunEndsLater_data() {
         "Item { width: 50; height: 50; TapHandler { objectName: 'x'; longPressThreshold: 0.05; "
         "property bool isHeld; onLongPressed: isHeld = true } }",
         "press x => nothing\nuntil x isHeld true => x pressed\nrelease => nothing");
-    row("a tumbler that goes on moving", "Tumbler { objectName: 'x'; model: 30; height: 200; width: 50 }",
+    row("a tumbler that goes on moving",
+        "Tumbler { objectName: 'x'; model: 30; height: 200; width: 50 }",
         "drag x 0.5,0.8 0.5,0.2 => x changed\nuntil x moving false => nothing");
     row("a program that sets what is held",
-        "Item { Timer { interval: 1; running: s.up.pressed; onTriggered: { c.toggle(); c.toggled() } } "
+        "Item { Timer { interval: 1; running: s.up.pressed; onTriggered: { c.toggle(); c.toggled() "
+        "} } "
         "SpinBox { id: s; objectName: 'x'; to: 5; onValueModified: c.toggle() } "
         "CheckBox { id: c; y: 60 } }",
         "press x 0.95,0.5 => nothing\nuntil x value 5 => x changed\nrelease => nothing");
@@ -394,7 +416,8 @@ void tst_QuickUses::whatInputBegunEndsLater_data() {
         "onTriggered: { t.currentIndex += 1; o.currentIndex += 1 } } "
         "ListView { id: l; objectName: 'x'; width: 100; height: 100; model: 90; "
         "delegate: Text { height: 30; text: index } } "
-        "Tumbler { id: t; x: 150; model: 9 } ListView { id: o; x: 200; model: 9; delegate: Item {} } }",
+        "Tumbler { id: t; x: 150; model: 9 } ListView { id: o; x: 200; model: 9; delegate: Item {} "
+        "} }",
         "drag x 0.5,0.9 0.5,0.1 => nothing\nuntil x moving false => nothing");
 }
 
@@ -435,15 +458,18 @@ void tst_QuickUses::wildcardsThatCutConnectionsCutNoUses() {
 void tst_QuickUses::aControlMayDieInItsOwnSlot_data() {
     rows();
     const auto dying = [](const char* name, const char* control, const char* step) {
-        QTest::newRow(name) << QByteArray("Item { Loader { id: l; focus: true; sourceComponent: ") + control +
-                                   " } Button { y: 100; objectName: 'y' } }"
+        QTest::newRow(name) << QByteArray("Item { Loader { id: l; focus: true; sourceComponent: ") +
+                                   control + " } Button { y: 100; objectName: 'y' } }"
                             << QByteArray(step) + "\nclick y => y clicked";
     };
-    dying("clicked", "Button { objectName: 'x'; onClicked: l.active = false }", "click x => x clicked");
-    dying("pressed", "Button { objectName: 'x'; onPressed: l.active = false }", "press x => nothing");
+    dying("clicked", "Button { objectName: 'x'; onClicked: l.active = false }",
+          "click x => x clicked");
+    dying("pressed", "Button { objectName: 'x'; onPressed: l.active = false }",
+          "press x => nothing");
     dying("toggled", "CheckBox { objectName: 'x'; onToggled: l.active = false }",
           "click x => x checked");
-    dying("area", "MouseArea { width: 50; height: 50; objectName: 'x'; onPressed: l.active = false }",
+    dying("area",
+          "MouseArea { width: 50; height: 50; objectName: 'x'; onPressed: l.active = false }",
           "press x => nothing");
     dying("accepted", "TextField { objectName: 'x'; focus: true; onAccepted: l.active = false }",
           "key Return => x confirmed");
@@ -476,10 +502,11 @@ void tst_QuickUses::aQuickWidgetIsLikeAWindow() {
     QuickScene scene("Item {}");
     QQuickWidget widget;
     QQmlComponent component(widget.engine());
-    component.setData("import QtQuick 2.15; import QtQuick.Controls 2.15\n"
-                      "Item { width: 200; height: 100; Button { objectName: 'x'; width: 80; height: 40;"
-                      " onClicked: box.toggle() } CheckBox { id: box; y: 50; objectName: 'box' } }",
-                      QUrl(text("qrc:/widget.qml")));
+    component.setData(
+        "import QtQuick 2.15; import QtQuick.Controls 2.15\n"
+        "Item { width: 200; height: 100; Button { objectName: 'x'; width: 80; height: 40;"
+        " onClicked: box.toggle() } CheckBox { id: box; y: 50; objectName: 'box' } }",
+        QUrl(text("qrc:/widget.qml")));
     widget.setContent(QUrl(), &component, component.create());
     widget.show();
     QVERIFY(QTest::qWaitForWindowExposed(&widget));
@@ -502,8 +529,9 @@ public Q_SLOTS:
 };
 
 void tst_QuickUses::accessibilityClientsOperateWhatSignalsLast() {
-    Stage stage("Column { Button { id: b; objectName: 'x'; onClicked: { box.toggle(); box.toggled() } } "
-                "CheckBox { id: box; objectName: 'box' } Slider { objectName: 'slider' } }");
+    Stage stage(
+        "Column { Button { id: b; objectName: 'x'; onClicked: { box.toggle(); box.toggled() } } "
+        "CheckBox { id: box; objectName: 'box' } Slider { objectName: 'slider' } }");
     QVERIFY(stage.isReady);
     AtSpiAdaptor bridge;
     const auto call = [&](std::function<void()> action) {
