@@ -40,13 +40,11 @@ void tst_QuickUsesWays::commandsTellTheirWays_data() {
     };
     row("shortcut", "key Ctrl+S => save triggered", "shortcut");
     row("tool bar", "click tool => save triggered", "toolBar");
-    QuickStage::addRow(
-        "menu by mouse",
+    row("menu by mouse",
         "call menu open => nothing\nuntil menu opened true => nothing\nclick item => save "
         "triggered",
         "menu");
-    QuickStage::addRow(
-        "menu by keys",
+    row("menu by keys",
         "call menu open => nothing\nuntil menu opened true => nothing\nkey Down => nothing\n"
         "key Return => save triggered",
         "menu");
