@@ -13,7 +13,8 @@ QByteArray importLines(QuickScene::Imports imports) {
     case QuickScene::Imports::Controls1:
         return "import QtQuick 2.9; import QtQuick.Window 2.2; import QtQuick.Controls 1.4; ";
     case QuickScene::Imports::Controls2:
-        return "import QtQuick 2.9; import QtQuick.Window 2.2; import QtQuick.Controls 2.3; ";
+        return "import QtQuick 2.9; import QtQuick.Window 2.2; import QtQuick.Controls 2.3; "
+               "import QtQuick.Layouts 1.3; ";
     case QuickScene::Imports::Templates2:
         return "import QtQuick 2.9; import QtQuick.Window 2.2; import QtQuick.Controls 2.3; "
                "import QtQuick.Templates 2.3 as T; ";

@@ -103,8 +103,7 @@ QString QuickScript::runStep(const QString& step) {
         return text("there is no such thing");
     }
     static const QStringList programVerbs{text("focus"), text("call"), text("set"), text("until")};
-    return programVerbs.contains(verb) ? runProgramStep(verb, words)
-                                       : runPointerStep(verb, words);
+    return programVerbs.contains(verb) ? runProgramStep(verb, words) : runPointerStep(verb, words);
 }
 
 QString QuickScript::runPointerStep(const QString& verb, const QStringList& words) {
@@ -146,6 +145,7 @@ QString QuickScript::runPointerStep(const QString& verb, const QStringList& word
 
 void QuickScript::drag(QQuickWindow& window, QPoint from, QPoint to, bool isTouch) {
     constexpr int steps = 8;
+    constexpr int pace = 5; // in milliseconds; views look at how fast they are dragged
     const auto at = [&](int step) { return from + (to - from) * step / steps; };
     if (isTouch) {
         QTest::touchEvent(&window, finger()).press(0, from, &window);
@@ -156,7 +156,7 @@ void QuickScript::drag(QQuickWindow& window, QPoint from, QPoint to, bool isTouc
         if (isTouch) {
             QTest::touchEvent(&window, finger()).move(0, at(step), &window);
         } else {
-            QTest::mouseMove(&window, at(step));
+            QTest::mouseMove(&window, at(step), pace);
         }
         QCoreApplication::processEvents();
     }

@@ -28,6 +28,16 @@ QString SurveyProbe::tree(const QObject* object, const QStringList& attributes) 
     return known == nullptr ? QString() : controlsTree(*known, attributes);
 }
 
+QStringList SurveyProbe::below(const QObject* object, const QStringList& attributes) {
+    QStringList lines = tree(object, attributes).split(QLatin1Char('\n'));
+    lines.removeFirst();
+    for (QString& line : lines) {
+        line = line.trimmed();
+    }
+    lines.removeAll(QString());
+    return lines;
+}
+
 QString SurveyProbe::line(const QObject* object, const QStringList& attributes) {
     const UIElement* const known = element(object);
     return known == nullptr ? QString() : controlLine(*known, attributes);

@@ -39,6 +39,8 @@ public:
 
     /** As controlsTree(); empty when the object has no element. */
     QString tree(const QObject* object, const QStringList& attributes = {});
+    /** The lines of all that is below the object's element, without indentation. */
+    QStringList below(const QObject* object, const QStringList& attributes = {});
     /** As controlLine(). */
     QString line(const QObject* object, const QStringList& attributes = {});
     QString attribute(const QObject* object, Vorsk::UIControls::Attribute attribute);

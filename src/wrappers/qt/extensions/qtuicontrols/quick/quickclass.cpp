@@ -109,8 +109,8 @@ constexpr KnownInQml qmlClasses[] = {
     {"TabView", "__tabs", QuickRole::Item, ElementType::Tab},
     {"StackView", "__currentItem", QuickRole::StackView, ElementType::Page},
     {"Tab", "__inserted", QuickRole::Loader, ElementType::Page},
+    {"TabBar", "__selectedTabRect", QuickRole::Item, ElementType::Tab},
     {"ScrollBar", "__styleData", QuickRole::Part, ElementType::Area},
-    {"FocusFrame", nullptr, QuickRole::Item, ElementType::Area},
 };
 
 /** Where what QML adds to a name begins; null when it is a class in C++. */
@@ -194,7 +194,7 @@ const QuickClass* QuickClassTable::ofQmlTypes(const QObject* object, const QMeta
         const auto length = static_cast<std::size_t>(qmlPart(name) - name);
         for (const KnownInQml& known : qmlClasses) {
             if (std::strncmp(known.name, name, length) != 0 || std::strlen(known.name) != length ||
-                (known.property != nullptr && cls->indexOfProperty(known.property) == -1)) {
+                (cls->indexOfProperty(known.property) == -1)) {
                 continue;
             }
             QuickClass*& made = m_qmlClasses[&known];

@@ -68,7 +68,8 @@ UIElement* QuickElements::addControl(QObject* object, const QuickClass& cls, Ele
     Description what;
     what.type = type;
     what.className = classNameOf(object);
-    what.text = captionOf(object, cls);
+    what.text = type == ElementType::Tab && cls.role() == QuickRole::Area ? object->property("title").toString()
+                                                                          : captionOf(object, cls);
     what.uses = usesOf(object, cls, type);
     describeNames(object, cls, what);
     add(what, Attribute::Label, labelOf(object, cls, type, where));
@@ -77,9 +78,18 @@ UIElement* QuickElements::addControl(QObject* object, const QuickClass& cls, Ele
         add(what, Attribute::Ways, waysOf(object, cls));
     }
     m_states.describe(object, cls, where.view, what);
-    UIElement* const element =
-        where.isInRow ? addRow(object, what, where) : m_book.add(object, what, where.view);
-    m_views.addControl(object, element);
+    UIElement* const shared = where.isInRow ? sharedRow(where) : nullptr;
+    if (shared != nullptr) {
+        m_book.addObject(object, shared);
+        m_views.addControl({object, true}, shared);
+        m_watch(object, type, shared);
+        return shared;
+    }
+    UIElement* const element = m_book.add(object, what, where.view);
+    if (where.isInRow) {
+        addRow(element, where);
+    }
+    m_views.addControl({object, false}, element);
     m_states.follow(object, cls);
     if (type == ElementType::Command || cls.generation() == 1) {
         tellWhatOpens(object, element);
@@ -135,26 +145,18 @@ bool QuickElements::isRedacted(const Description& what) const {
     return false;
 }
 
-/** The element of one of many, which may be one that it shares. */
-UIElement* QuickElements::addRow(QObject* object, const Description& what, const Surroundings& where) {
+/** The element that a further one of many is told as: null as long as there are not too many. The last one stands for
+ * all that are beyond, and is told of as it was made. */
+UIElement* QuickElements::sharedRow(const Surroundings& where) const {
+    const auto known = m_rows.constFind({where.view, where.group});
+    return known != m_rows.cend() && known->size() >= mostOfAGroup ? known->last() : nullptr;
+}
+
+void QuickElements::addRow(UIElement* element, const Surroundings& where) {
     QVector<UIElement*>& known = m_rows[{where.view, where.group}];
-    if (known.size() < mostOfAGroup) {
-        UIElement* const element = m_book.add(object, what, where.view);
-        if (!known.contains(element)) {
-            known.append(element);
-        }
-        return element;
+    if (!known.contains(element)) {
+        known.append(element);
     }
-    // A row that went and comes again is the same; of the others, the last stands for all.
-    UIElement* shared = known.last();
-    for (UIElement* candidate : qAsConst(known)) {
-        if (m_book.objectOf(candidate) == nullptr) {
-            shared = candidate;
-            break;
-        }
-    }
-    m_book.addObject(object, shared);
-    return shared;
 }
 
 /** The button stands for its action: one command, however many buttons and menu items show it. */
@@ -169,7 +171,7 @@ UIElement* QuickElements::addForAction(QObject* button, const QuickClass& cls, c
     }
     addWay(command, QLatin1String(cls.type() == ElementType::Command ? nameOf(Way::Menu) : nameOf(Way::ToolBar)));
     m_book.addObject(button, command);
-    m_views.addControl(button, command);
+    m_views.addControl({button, true}, command);
     m_watch(button, ElementType::Command, command);
     return command;
 }
@@ -211,7 +213,8 @@ UIElement* QuickElements::addView(QObject* object, const QuickClass& cls, Elemen
     if (type == ElementType::Page) {
         add(what, Attribute::Page, title);
     }
-    UIElement* const element = m_book.add(object, what, where.view);
+    const bool isControlToo = type == ElementType::Page && cls.role() != QuickRole::Item;
+    UIElement* const element = m_book.add(isControlToo ? nullptr : object, what, where.view);
     m_views.add(object, element);
     if (type != ElementType::Page) {
         m_states.follow(object, cls);
@@ -225,7 +228,7 @@ QString QuickElements::labelOf(const QObject* object, const QuickClass& cls, Ele
     switch (cls.role()) {
     case QuickRole::Area:
     case QuickRole::Handler:
-        return textOn(itemOf(object));
+        return type == ElementType::Tab ? QString() : textOn(itemOf(object));
     case QuickRole::Action:
     case QuickRole::Shortcut:
         return {};

@@ -66,7 +66,8 @@ public:
     void addTab(QObject* page, UIElement* pageElement, const Surroundings& where, const QString& title);
 
 private:
-    UIElement* addRow(QObject* object, const Description& what, const Surroundings& where);
+    UIElement* sharedRow(const Surroundings& where) const;
+    void addRow(UIElement* element, const Surroundings& where);
     UIElement* addForAction(QObject* button, const QuickClass& cls, const Surroundings& where);
     bool isRedacted(const Description& what) const;
     void tellWhatOpens(const QObject* control, UIElement* element);

@@ -73,14 +73,17 @@ bool showsRows(const QQuickItem* view) {
     if (QuickClass::of(parent).role() == QuickRole::PopupItem) {
         return parent->parent() == nullptr || QuickClass::of(parent->parent()).type() != ElementType::Menu;
     }
-    return !isContainer(parent);
+    return !isContainer(parent) && QuickClass::of(parent).name() != "TabBar";
 }
 
 SiblingMakers::SiblingMakers(const QQuickItem* parent) {
     auto* const item = const_cast<QQuickItem*>(parent); // as it was given
     const QuickClass& cls = QuickClass::of(parent);
     if (cls.role() == QuickRole::Loader || cls.role() == QuickRole::StackView) {
-        m_parent = {item, false};
+        // What Qt's Controls load makes their parts, and a tab of the first generation is loaded once.
+        if (cls.name() != "Tab" && !isInsideQtControls(parent)) {
+            m_parent = {item, false};
+        }
         return;
     }
     if (cls.name() == "QQuickPathView") { // has no content item

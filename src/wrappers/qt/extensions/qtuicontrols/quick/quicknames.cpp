@@ -93,6 +93,7 @@ QString captionOf(const QObject* object, const QuickClass& cls) {
     case QuickRole::Window:
     case QuickRole::Popup:
     case QuickRole::Item:
+    case QuickRole::Loader:
         return withoutMnemonic(cls.read(object, QuickClass::Title).toString());
     default:
         break;

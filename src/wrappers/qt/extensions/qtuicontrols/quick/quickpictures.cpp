@@ -171,7 +171,8 @@ void QuickPictures::blackOut(QQuickWindow* window, QImage& image) {
         if (view.item.isNull() || view.item->window() != window || !view.item->isVisible()) {
             continue;
         }
-        for (const QObject* control : view.controls) {
+        for (const QuickControl& known : view.controls) {
+        const QObject* const control = known.object;
             const UIElement* const element = m_book.elementOf(control);
             if (element != nullptr &&
                 (m_redacted.contains(element) || !m_book.attribute(element, Attribute::Sensitive).isNull())) {
@@ -193,7 +194,8 @@ void QuickPictures::blackOut(QQuickWindow* window, QImage& image) {
 }
 
 void QuickPictures::setPlaces(const QuickView& view) {
-    for (const QObject* control : view.controls) {
+    for (const QuickControl& known : view.controls) {
+        const QObject* const control = known.object;
         UIElement* const element = m_book.elementOf(control);
         if (element == nullptr || m_book.viewOf(element) != view.element) {
             continue;

@@ -42,6 +42,8 @@ QQuickItem* itemOf(const QObject* object) {
         return nullptr;
     case QuickRole::Handler:
         return qobject_cast<QQuickItem*>(object->parent());
+    case QuickRole::Action: // of the first generation; others have none
+        return object->property("__visualItem").value<QQuickItem*>();
     default:
         return nullptr;
     }

@@ -107,8 +107,10 @@ void QuickStates::follow(QObject* object, const QuickClass& cls) {
 
 void QuickStates::noteControlsOf(UIElement* view) {
     if (const QuickView* const found = m_views.find(view)) {
-        for (QObject* control : found->controls) {
-            m_changed.insert(control);
+        for (const QuickControl& control : found->controls) {
+            if (!control.isShared) {
+                m_changed.insert(control.object);
+            }
         }
     }
 }
@@ -132,20 +134,17 @@ void QuickStates::updateObject(QObject* object, UIElement* element) {
     if (QuickView* const shown = m_views.find(view)) {
         shown->hasChanged = true;
     }
-    // An element that stands for several is told of by the one that was added last.
-    if (m_book.objectOf(element) == object) {
-        if (hasCaption(cls)) {
-            m_book.setText(element, captionOf(object, cls));
-        }
-        if (cls.role() == QuickRole::Input && hidesInput(object, cls)) {
-            // And stays so when it is shown for a moment.
-            m_book.setAttribute(element, Attribute::Sensitive, yes());
-        }
-        if (view != element) {
-            m_book.setAttribute(element, Attribute::Enabled, isEnabled(object, cls) ? QString() : no());
-            const bool wasHidden = !m_book.attribute(element, Attribute::Hidden).isNull();
-            m_book.setAttribute(element, Attribute::Hidden, isHidden(object, view, wasHidden) ? yes() : QString());
-        }
+    if (hasCaption(cls)) {
+        m_book.setText(element, captionOf(object, cls));
+    }
+    if (cls.role() == QuickRole::Input && hidesInput(object, cls)) {
+        // And stays so when it is shown for a moment.
+        m_book.setAttribute(element, Attribute::Sensitive, yes());
+    }
+    if (view != element) {
+        m_book.setAttribute(element, Attribute::Enabled, isEnabled(object, cls) ? QString() : no());
+        const bool wasHidden = !m_book.attribute(element, Attribute::Hidden).isNull();
+        m_book.setAttribute(element, Attribute::Hidden, isHidden(object, view, wasHidden) ? yes() : QString());
     }
 }
 

@@ -23,7 +23,8 @@ QuickSurvey::QuickSurvey(const TrackerServices& services, QuickElements::Watch w
     , m_parts(services.book)
     , m_elements(services, {m_views, m_states, m_pictures, m_parts}, std::move(watch))
     , m_containers(m_hubs)
-    , m_walk(services.book, m_elements, m_containers, [this](QQuickWindow* window) { addWindow(window); }) {}
+    , m_walk(services.book, m_views, m_elements, m_containers, [this](QQuickWindow* window) { addWindow(window); })
+    , m_later([this] { update(); }) {}
 
 QuickSurvey::~QuickSurvey() = default;
 
@@ -71,10 +72,12 @@ void QuickSurvey::addWindow(QQuickWindow* window) {
 
 void QuickSurvey::childrenChanged(QObject* item) {
     m_containers.noteChange(static_cast<QQuickItem*>(item));
+    m_later.request();
 }
 
 void QuickSurvey::stateChanged(QObject* object) {
     m_states.noteChange(object);
+    m_later.request();
 }
 
 void QuickSurvey::framePrepared(QObject* window) {
@@ -91,7 +94,9 @@ void QuickSurvey::update() {
         return;
     }
     m_isUpdating = true;
-    lookAtWhatIsNew();
+    if (lookAtWhatIsNew()) {
+        m_later.request(); // views may be laid out by then
+    }
     const std::vector<UIElement*> came = m_views.update();
     for (UIElement* view : came) {
         m_states.noteControlsOf(view);
@@ -100,8 +105,9 @@ void QuickSurvey::update() {
     m_isUpdating = false;
 }
 
-void QuickSurvey::lookAtWhatIsNew() {
+bool QuickSurvey::lookAtWhatIsNew() {
     const ElementBook::Batch batch(m_book);
+    bool isNew = !m_newWindows.empty();
     while (!m_newWindows.empty()) { // windows may have windows
         const QPointer<QQuickWindow> window = m_newWindows.back();
         m_newWindows.pop_back();
@@ -113,8 +119,10 @@ void QuickSurvey::lookAtWhatIsNew() {
     for (const QPointer<QQuickItem>& container : changed) {
         if (!container.isNull()) {
             m_walk.lookAtContainer(container);
+            isNew = true;
         }
     }
+    return isNew;
 }
 
 } // namespace UIControls

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "latercall.h"
 #include "quickcontainers.h"
 #include "quickelements.h"
 #include "quickparts.h"
@@ -53,7 +54,8 @@ private:
 
     /** The window is a view from the next update on, shown or not. */
     void addWindow(QQuickWindow* window);
-    void lookAtWhatIsNew();
+    /** @return whether there was anything */
+    bool lookAtWhatIsNew();
 
     ElementBook& m_book;
     const TrackerOptions& m_options;
@@ -67,6 +69,8 @@ private:
     QuickWalk m_walk;
     std::vector<QPointer<QQuickWindow>> m_windows;
     std::vector<QPointer<QQuickWindow>> m_newWindows;
+    /** For changes that are no reason for a frame. */
+    LaterCall m_later;
     bool m_isUpdating = false;
 };
 

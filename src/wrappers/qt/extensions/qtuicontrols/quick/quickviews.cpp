@@ -40,16 +40,18 @@ void QuickViews::add(QObject* object, UIElement* element) {
     m_views.push_back(view);
 }
 
-void QuickViews::addControl(QObject* control, UIElement* element) {
+void QuickViews::addControl(const QuickControl& control, UIElement* element) {
     QuickView* const view = find(m_book.viewOf(element));
     if (view == nullptr) {
         return;
     }
-    std::vector<QObject*>& controls = view->controls;
+    std::vector<QuickControl>& controls = view->controls;
     constexpr std::size_t few = 64;
     if (controls.size() >= few && controls.size() == controls.capacity()) {
         controls.erase(std::remove_if(controls.begin(), controls.end(),
-                                      [this](const QObject* known) { return m_book.elementOf(known) == nullptr; }),
+                                      [this](const QuickControl& known) {
+                                          return m_book.elementOf(known.object) == nullptr;
+                                      }),
                        controls.end());
         controls.reserve(controls.size() * 2);
     }
@@ -61,6 +63,12 @@ QuickView* QuickViews::find(const UIElement* element) {
         return view.element == element && !view.object.isNull();
     });
     return element == nullptr || found == m_views.end() ? nullptr : &*found;
+}
+
+QuickView* QuickViews::findByObject(const QObject* object) {
+    const auto found = std::find_if(m_views.begin(), m_views.end(),
+                                    [object](const QuickView& view) { return view.object == object; });
+    return object == nullptr || found == m_views.end() ? nullptr : &*found;
 }
 
 bool QuickViews::isShown(QQuickWindow& window) {

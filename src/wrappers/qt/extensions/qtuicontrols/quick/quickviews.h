@@ -11,6 +11,14 @@
 namespace Vorsk {
 namespace UIControls {
 
+/** What can be operated in a view. */
+struct QuickControl {
+    /** Living or not: for comparison. */
+    QObject* object;
+    /** Stands for the element of another object, which is the one that is followed. */
+    bool isShared;
+};
+
 /** A view and what is needed to tell whether a person can see it. */
 struct QuickView {
     /** The window, the popup or the page. */
@@ -19,8 +27,7 @@ struct QuickView {
     QPointer<QQuickItem> item;
     UIElement* element = nullptr;
     bool isShowing = false;
-    /** Its controls, living or not: for comparison. */
-    std::vector<QObject*> controls;
+    std::vector<QuickControl> controls;
     /** The pixels differ from those of its picture, as far as is known. */
     bool hasChanged = true;
 };
@@ -33,10 +40,12 @@ public:
 
     /** The view is followed from now on. */
     void add(QObject* object, UIElement* element);
-    /** Has the element belong to the view that it was added to. */
-    void addControl(QObject* control, UIElement* element);
+    /** Notes that the control belongs to the view of its element. */
+    void addControl(const QuickControl& control, UIElement* element);
 
     QuickView* find(const UIElement* element);
+    /** By the window, popup or page; null when it is no view. */
+    QuickView* findByObject(const QObject* object);
     std::vector<QuickView>& all() { return m_views; }
 
     /** Counts those that came up and tells which can be seen. @return those that came up */

@@ -6,6 +6,7 @@
 #include "quicknames.h"
 #include "quickparts.h"
 #include "quickplaces.h"
+#include "quickviews.h"
 
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -44,6 +45,19 @@ bool isOfQtControls(const QObject* object, const QuickClass& cls) {
     }
 }
 
+/** What menus and their items of the first generation do their work with. */
+bool isPartOfMenu(const QObject* action, const QuickClass& cls) {
+    const QObject* const parent = action->parent();
+    return cls.name() == "QQuickAction1" && parent != nullptr &&
+           (parent->inherits("QQuickMenu1") || parent->inherits("QQuickMenuItem1"));
+}
+
+/** An entry of a menu or a menu bar that is no command: what it brings up is a view. */
+bool bringsUpMenu(const QQuickItem* item, const QuickClass& cls) {
+    return cls.name() == "QQuickMenuBarItem" ||
+           (cls.name() == "QQuickMenuItem" && item->property("subMenu").value<QObject*>() != nullptr);
+}
+
 /** As a page would: what is smaller is something on it. */
 bool coversMuch(const QQuickItem* item) {
     const QQuickWindow* const window = item->window();
@@ -57,25 +71,34 @@ const QQuickItem* swipeViewOf(const QQuickItem* page) {
     const QQuickItem* const list = content == nullptr ? nullptr : content->parentItem();
     const QQuickItem* const view = list == nullptr ? nullptr : list->parentItem();
     return view != nullptr && QuickClass::of(list).role() == QuickRole::ItemView &&
-                   QuickClass::of(view).role() == QuickRole::SwipeView
+                   QuickClass::of(view).role() == QuickRole::SwipeView &&
+                   list->property("highlightItem").value<QQuickItem*>() != page
                ? view
                : nullptr;
 }
 
+/** Of a tab view of the first generation, whose bar is a list of mouse areas. */
+bool isTab(const QQuickItem* area) {
+    const QQuickItem* const content = area->parentItem();
+    const QQuickItem* const list = content == nullptr ? nullptr : content->parentItem();
+    const QQuickItem* const bar = list == nullptr ? nullptr : list->parentItem();
+    return bar != nullptr && QuickClass::of(bar).name() == "TabBar" && area->property("tabindex").isValid();
+}
+
 QString titleOf(const QQuickItem* page, const QQuickItem* parent) {
-    for (const char* const name : {"title", "text"}) {
-        const QString title = page->property(name).toString();
-        if (!title.isEmpty()) {
-            return title;
-        }
+    if (QuickClass::of(parent).name() == "Tab") {
+        return parent->property("title").toString();
     }
-    return parent->property("title").toString(); // of a tab of the first generation
+    const QString title = page->property("title").toString();
+    return title.isEmpty() ? page->property("text").toString() : title;
 }
 
 } // namespace
 
-QuickWalk::QuickWalk(ElementBook& book, QuickElements& elements, QuickContainers& containers, AddWindow addWindow)
+QuickWalk::QuickWalk(ElementBook& book, QuickViews& views, QuickElements& elements, QuickContainers& containers,
+                     AddWindow addWindow)
     : m_book(book)
+    , m_views(views)
     , m_elements(elements)
     , m_containers(containers)
     , m_addWindow(std::move(addWindow)) {}
@@ -111,11 +134,8 @@ Surroundings QuickWalk::surroundingsOf(QQuickItem* container) {
         if (element == nullptr) {
             continue;
         }
-        if (isView(m_book.typeOf(element))) {
-            where.view = element;
-        } else if (QuickClass::of(item).role() == QuickRole::Control) {
-            where.isInControl = true;
-        }
+        where.view = m_book.viewOf(element); // a page may be a control itself
+        where.isInControl = element != where.view && QuickClass::of(item).role() == QuickRole::Control;
     }
     if (where.view == nullptr && container->window() != nullptr) {
         where.view = m_book.elementOf(container->window());
@@ -138,13 +158,14 @@ void QuickWalk::visitChildren(QQuickItem* item, const Surroundings& within) {
             where.textBefore = child;
         }
         const bool isPageHere = isPage(child, item, within);
-        if (isKnown(child) && !(isPageHere && m_book.elementOf(child) == nullptr)) {
+        const bool isNewPage = isPageHere && m_views.findByObject(child) == nullptr;
+        if (isKnown(child) && !isNewPage) {
             continue;
         }
         const Maker maker = makers.makerOf(child);
         where.group = groupOf(child, within.group, maker);
         where.isInRow = within.isInRow || maker.makesRows;
-        visitChild(child, where, isPageHere);
+        visitChild(child, where, isNewPage);
     }
 }
 
@@ -189,7 +210,9 @@ void QuickWalk::visitItem(QQuickItem* item, const QuickClass& cls, const Surroun
         }
         break;
     case QuickRole::Area:
-        if (isOwn && acceptsPresses(item, cls) && !isInsideQtControls(item)) {
+        if (isOwn && isTab(item)) {
+            m_elements.addControl(item, cls, ElementType::Tab, where);
+        } else if (isOwn && acceptsPresses(item, cls) && !isInsideQtControls(item)) {
             m_elements.addControl(item, cls, ElementType::Area, where);
         }
         break;
@@ -223,7 +246,7 @@ void QuickWalk::visitControl(QQuickItem* item, const QuickClass& cls, const Surr
     if (cls.generation() == 1 && isInsideQtControls(item)) {
         return; // a part of another, as the check box of a group box
     }
-    if (m_book.elementOf(item) == nullptr) {
+    if (m_book.elementOf(item) == nullptr && !bringsUpMenu(item, cls)) {
         m_elements.addControl(item, cls, cls.type(), where);
     }
     Surroundings inner = where;
@@ -286,7 +309,7 @@ void QuickWalk::visitObjects(const QObject* object, const Surroundings& where, i
             break;
         case QuickRole::Action:
         case QuickRole::Shortcut:
-            if (m_book.elementOf(child) == nullptr) {
+            if (m_book.elementOf(child) == nullptr && !isPartOfMenu(child, cls)) {
                 m_elements.addControl(child, cls, ElementType::Command, where);
             }
             break;
@@ -351,9 +374,6 @@ bool QuickWalk::isPage(const QQuickItem* item, const QQuickItem* parent, const S
 }
 
 UIElement* QuickWalk::addPage(QQuickItem* page, const Surroundings& where) {
-    if (UIElement* const known = m_book.elementOf(page)) {
-        return known;
-    }
     const QString title = titleOf(page, page->parentItem());
     UIElement* const element =
         m_elements.addView(page, QuickClass::of(page), ElementType::Page, where, title);

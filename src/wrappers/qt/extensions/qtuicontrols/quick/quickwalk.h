@@ -27,7 +27,8 @@ public:
     using AddWindow = std::function<void(QQuickWindow* window)>;
 
     /** All but the last outlive this object. @param addWindow is told of windows that windows have */
-    QuickWalk(ElementBook& book, QuickElements& elements, QuickContainers& containers, AddWindow addWindow);
+    QuickWalk(ElementBook& book, QuickViews& views, QuickElements& elements, QuickContainers& containers,
+              AddWindow addWindow);
 
     /** Makes the window a view and looks at all that it holds. */
     void lookAtWindow(QQuickWindow* window);
@@ -51,6 +52,7 @@ private:
     bool isKnown(const QQuickItem* item) const;
 
     ElementBook& m_book;
+    QuickViews& m_views;
     QuickElements& m_elements;
     QuickContainers& m_containers;
     AddWindow m_addWindow;
