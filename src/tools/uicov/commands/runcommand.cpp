@@ -164,13 +164,13 @@ Launch::Installation RunCommand::installation() const {
 }
 
 std::optional<Problem> RunCommand::readConfiguration() {
-    const QString path = m_configFile.empty() ? Coverage::ConfigurationFile::defaultName()
+    const QString path = m_configFile.empty() ? Coverage::defaultConfigurationFile()
                                               : QFile::decodeName(m_configFile.c_str());
     if (m_ignoresConfig || (m_configFile.empty() && !QFile::exists(path))) {
         return std::nullopt;
     }
     Coverage::Configuration configuration;
-    auto problem = Coverage::ConfigurationFile::read(path, configuration);
+    auto problem = Coverage::readConfiguration(path, configuration);
     m_redacted = configuration.redacted;
     return problem;
 }

@@ -45,11 +45,11 @@ void CoverageCollector::collect(const Runs::Run& run) {
     }
 }
 
-void CoverageCollector::addControl(const RunElement& element, int node,
-                                   const QVector<int>& contexts) {
-    const Events events = CoverageRules::eventsOf(element, contexts);
+void CoverageCollector::addControl(const RunElement& element, NodeId node,
+                                   const QVector<ContextId>& contexts) {
+    const Events events = Coverage::eventsOf(element, contexts);
     if (Runs::isViewType(element.type)) {
-        m_tree.noteView(node, events.value(CoverageRules::seenEvent()).isCovered());
+        m_tree.noteView(node, events.value(Coverage::seenEvent()).isCovered());
     } else {
         m_tree.noteControl(node, element);
         m_tree.count(node, events);
@@ -58,8 +58,8 @@ void CoverageCollector::addControl(const RunElement& element, int node,
 
 /** Tells how many elements of the run are one node, where they are a group. */
 void CoverageCollector::addGroups(const Runs::Run& run, const Places& places,
-                                  const std::vector<int>& nodes) {
-    QMap<int, QPair<int, int>> members;
+                                  const std::vector<NodeId>& nodes) {
+    QHash<NodeId, QPair<int, int>> members;
     for (std::size_t i = 0; i < places.size(); ++i) {
         const RunElement& element = run.element(places[i].element);
         if (Runs::ControlNames::isOfGroup(element)) {
@@ -74,8 +74,8 @@ void CoverageCollector::addGroups(const Runs::Run& run, const Places& places,
 }
 
 void CoverageCollector::addOpeners(const Runs::Run& run, const Places& places,
-                                   const std::vector<int>& nodes) {
-    QHash<QString, int> nodeOf;
+                                   const std::vector<NodeId>& nodes) {
+    QHash<QString, NodeId> nodeOf;
     for (std::size_t i = 0; i < places.size(); ++i) {
         nodeOf.insert(run.element(places[i].element).id, nodes[i]);
     }

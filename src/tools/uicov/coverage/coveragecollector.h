@@ -35,9 +35,9 @@ public:
 private:
     using Places = std::vector<Runs::KeyWalk::Place>;
 
-    void addControl(const Runs::RunElement& element, int node, const QVector<int>& contexts);
-    void addGroups(const Runs::Run& run, const Places& places, const std::vector<int>& nodes);
-    void addOpeners(const Runs::Run& run, const Places& places, const std::vector<int>& nodes);
+    void addControl(const Runs::RunElement& element, NodeId node, const QVector<ContextId>& contexts);
+    void addGroups(const Runs::Run& run, const Places& places, const std::vector<NodeId>& nodes);
+    void addOpeners(const Runs::Run& run, const Places& places, const std::vector<NodeId>& nodes);
 
     CoverageTree& m_tree;
     Runs::KeyWalk::LabelRule m_labelRule;

@@ -150,7 +150,7 @@ void CoverageTree::noteOpener(NodeId view, const QString& control) {
 }
 
 State CoverageTree::controlState(const Node& control, const Events& events) const {
-    const State state = stateOf(events, m_criteria.value(control.type));
+    const State state = Coverage::stateOf(events, m_criteria.value(control.type));
     if (state == State::Used) {
         return state;
     }
@@ -165,7 +165,7 @@ State CoverageTree::stateOf(NodeId node, const Events& events) const {
     if (this->node(node).role == Node::Role::Control) {
         return controlState(this->node(node), events);
     }
-    return stateOf(events, m_criteria.value(this->node(node).type));
+    return Coverage::stateOf(events, m_criteria.value(this->node(node).type));
 }
 
 int CoverageTree::unopenedMenus() const {
@@ -174,7 +174,7 @@ int CoverageTree::unopenedMenus() const {
     }));
 }
 
-std::vector<NodeId> CoverageTree::nodesOf(WindowId window) const {
+std::vector<NodeId> CoverageTree::nodesBelow(NodeId window) const {
     std::vector<NodeId> result;
     std::vector<NodeId> open{window};
     while (!open.empty()) {

@@ -131,8 +131,10 @@ public:
     int unopenedMenus() const;
     /** The nodes of the windows, application by application. */
     QList<WindowId> windows() const { return m_windows.values(); }
-    /** The node and all below it, each before what is below it. */
-    std::vector<NodeId> nodesOf(WindowId window) const;
+    /** The window and all below it, each before what is below it. */
+    std::vector<NodeId> nodesOf(WindowId window) const { return nodesBelow(window); }
+    /** The same for any node. */
+    std::vector<NodeId> nodesBelow(NodeId node) const;
     Totals totalsOf(WindowId window) const;
     Totals totals() const;
     /** The node that is the window of this one, perhaps itself. */

@@ -40,7 +40,7 @@ QString stepsBelowWindow(const CoverageTree& tree, Coverage::NodeId node) {
                            : texts.join(QStringLiteral(" > "));
 }
 
-QString wordOf(const CoverageTree& tree, int node) {
+QString wordOf(const CoverageTree& tree, Coverage::NodeId node) {
     const Coverage::State state = tree.stateOf(node);
     return tree.node(node).role == CoverageTree::Node::Role::Control
                ? Coverage::wordForControl(state)
@@ -54,9 +54,9 @@ QString membersText(const CoverageTree::Node& element) {
                                      .arg(element.usedMembers);
 }
 
-QString neverOpenedText(const CoverageTree& tree, int view) {
+QString neverOpenedText(const CoverageTree& tree, Coverage::NodeId view) {
     int controls = 0;
-    for (const int node : tree.nodesOf(view)) {
+    for (const Coverage::NodeId node : tree.nodesBelow(view)) {
         controls += tree.counts(node) && tree.stateOf(node) != Coverage::State::Unavailable ? 1 : 0;
     }
     const QString opener = tree.node(view).openedBy;
@@ -65,11 +65,12 @@ QString neverOpenedText(const CoverageTree& tree, int view) {
                                                       : QStringLiteral("%1 controls").arg(controls)) +
            QStringLiteral(": never opened") +
            (opener.isEmpty() ? QString()
-                             : QStringLiteral("; by ") + DisplayText::escaped(opener));
+                             : QStringLiteral("; by ") + Base::escaped(opener));
 }
 
-bool isBelowUnseenView(const CoverageTree& tree, int node) {
-    for (int above = tree.node(node).parent; above >= 0; above = tree.node(above).parent) {
+bool isBelowUnseenView(const CoverageTree& tree, Coverage::NodeId node) {
+    for (Coverage::NodeId above = tree.node(node).parent; above != Coverage::NodeId::None;
+         above = tree.node(above).parent) {
         const CoverageTree::Node& view = tree.node(above);
         if (view.role == CoverageTree::Node::Role::View) {
             return !view.wasSeen || isBelowUnseenView(tree, above);

@@ -26,7 +26,7 @@ QString MarkdownReport::row(const QString& name, const CoverageTree::Totals& tot
                            QString::number(totals.used),
                            QString::number(totals.shown),
                            QString::number(totals.missed),
-                           Base::Percentage::text(totals.used, totals.elements, m_precision)}
+                           Base::percentText(totals.used, totals.elements, m_precision)}
                    .join(QStringLiteral(" | ")) +
                QStringLiteral(" |\n");
     }

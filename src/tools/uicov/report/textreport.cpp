@@ -30,7 +30,7 @@ QStringList TextReport::row(const QString& name, const CoverageTree::Totals& tot
                 QString::number(totals.used),
                 QString::number(totals.shown),
                 QString::number(totals.missed),
-                Base::Percentage::text(totals.used, totals.elements, m_precision)};
+                Base::percentText(totals.used, totals.elements, m_precision)};
     }
     return {name,
             QString::number(totals.elements),
@@ -131,7 +131,7 @@ QStringList TextReport::notes(const CoverageTree::Totals& totals, int emptyWindo
                           .arg(totals.views)
                           .arg(totals.used)
                           .arg(totals.elements)
-                          .arg(Base::Percentage::text(totals.used, totals.elements, m_precision)));
+                          .arg(Base::percentText(totals.used, totals.elements, m_precision)));
         if (totals.unavailable > 0) {
             notes.append(QStringLiteral("Controls that were never enabled, and so are not counted: %1.")
                              .arg(totals.unavailable));

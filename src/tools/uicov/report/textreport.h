@@ -42,7 +42,7 @@ private:
     QStringList contextLines(Coverage::WindowId window) const;
     QStringList row(const QString& name, const Coverage::CoverageTree::Totals& totals) const;
     bool isSkipped(const Coverage::CoverageTree::Totals& totals) const;
-    QStringList missedControls(int window) const;
+    QStringList missedControls(Coverage::WindowId window) const;
     QString limited(const QString& line) const;
     QStringList header() const;
     QStringList legend() const;

@@ -265,7 +265,7 @@ void RunBuilder::fillElements(Run& run) const {
         }
         const QHash<QString, QString> attributes = source->attributes();
         for (auto it = attributes.cbegin(); it != attributes.cend(); ++it) {
-            element.attributes.insert(StoredText::of(it.key()), StoredText::of(it.value()));
+            element.attributes.insert(storedText(it.key()), storedText(it.value()));
         }
         if (isOfControls) {
             element.wasEnabled = m_states.wasEnabled(source);

@@ -152,7 +152,7 @@ QString StaticPage::sumOfControls() const {
     const CoverageTree::Totals& all = m_model.totals;
     return QStringLiteral("<p class=\"sum\"><strong>%1</strong> of %2 controls were used: %3 used, "
                           "%4 only seen, %5 missed. %6 of %7 views were seen.</p>\n")
-               .arg(Base::Percentage::text(all.used, all.elements, m_model.precision))
+               .arg(Base::percentText(all.used, all.elements, m_model.precision))
                .arg(all.elements)
                .arg(all.used)
                .arg(all.shown)
