@@ -3,7 +3,7 @@
 #include "qtuicontrols/widgets/partelements.h"
 #include "qtuicontrols/widgets/widgetplaces.h"
 #include "qtuicontrols/widgets/widgetviews.h"
-#include "uiabstraction/pngreader.h"
+#include "recordstream/pngreader.h"
 #include "uiabstraction/uielement.h"
 
 #include <QTimerEvent>
@@ -165,7 +165,7 @@ QImage WidgetPictures::render(QWidget* widget) const {
     const qreal ratio = widget->devicePixelRatioF();
     const QSize size = (QSizeF(widget->size()) * ratio).toSize();
     if (size.isEmpty() ||
-        qint64{size.width()} * size.height() > qint64{UIAbstraction::maximumImagePixels}) {
+        qint64{size.width()} * size.height() > qint64{RecordStream::maximumImagePixels}) {
         return {};
     }
     QImage picture(size, QImage::Format_ARGB32_Premultiplied);
