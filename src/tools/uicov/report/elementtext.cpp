@@ -108,7 +108,7 @@ QStringList contextsOf(const CoverageTree& tree, Coverage::NodeId node) {
             continue;
         }
         for (auto it = event->byContext.cbegin(); it != event->byContext.cend(); ++it) {
-            const QString name = tree.contextName(it.key());
+            const QString& name = tree.contextName(it.key());
             names.append(name.isEmpty() ? QStringLiteral("(no context)") : Base::escaped(name));
         }
     }

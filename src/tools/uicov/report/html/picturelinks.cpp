@@ -35,7 +35,7 @@ QByteArray PictureLinks::library(const PageModel& model) {
         svg += "<image id=\"picture-" + QByteArray::number(i) + "\" width=\"" +
                QByteArray::number(picture.size.width()) + "\" height=\"" +
                QByteArray::number(picture.size.height()) +
-               "\" preserveAspectRatio=\"none\" href=\"data:image/png;base64," +
+               R"(" preserveAspectRatio="none" href="data:image/png;base64,)" +
                picture.png.toBase64() + "\"/>\n";
     }
     return svg + "</defs></svg>\n";
