@@ -15,6 +15,8 @@ namespace {
 
 constexpr int cannotExecute = 127;
 constexpr int handedOn[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGUSR1, SIGUSR2};
+/** Those of them that ask a program to end. */
+constexpr int enders[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT};
 
 sigset_t watchedSignals() {
     sigset_t set;
@@ -97,6 +99,10 @@ bool ChildProcess::run(const std::string& path, const std::vector<std::string>& 
     close(ends[0]);
     dropPending(watched);
     sigaction(SIGCHLD, &previousChildAction, nullptr);
+    // timeout(1) and shells signal the whole group as well: the second signal comes while what was recorded is kept.
+    for (const int number : enders) {
+        sigaddset(&before, number);
+    }
     sigprocmask(SIG_SETMASK, &before, nullptr);
     return m_error == 0;
 }

@@ -65,6 +65,23 @@ private Q_SLOTS:
         QCOMPARE(process.exitCode(), 128 + SIGKILL);
     }
 
+    /** timeout(1) signals the command and then its whole group, itself included. */
+    void whatAsksToEndAfterwardsDoesNot() {
+        ChildProcess process;
+        QVERIFY(runShell(process, "exit 3"));
+        for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGQUIT}) {
+            QCOMPARE(kill(getpid(), number), 0);
+        }
+        sigset_t pending;
+        QCOMPARE(sigpending(&pending), 0);
+        QCOMPARE(sigismember(&pending, SIGTERM), 1);
+        // They wait; the next test function begins without them.
+        const timespec noTime{};
+        const sigset_t signals = handedOnSet();
+        while (sigtimedwait(&signals, nullptr, &noTime) > 0) {
+        }
+    }
+
     void argumentsAndEnvironmentArriveAsTheyAre() {
         ChildProcess process;
         QVERIFY(
