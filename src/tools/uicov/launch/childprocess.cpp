@@ -69,6 +69,8 @@ bool ChildProcess::run(const std::string& path, const std::vector<std::string>& 
     const sigset_t watched = watchedSignals();
     sigset_t before;
     sigprocmask(SIG_BLOCK, &watched, &before);
+    // What an earlier call left blocked is not the program's.
+    static const sigset_t ofProgram = before;
     struct sigaction childAction {};
     struct sigaction previousChildAction {};
     childAction.sa_handler = SIG_DFL; // an inherited SIG_IGN would take the child's status away
@@ -77,7 +79,7 @@ bool ChildProcess::run(const std::string& path, const std::vector<std::string>& 
     const pid_t child = fork();
     if (child == 0) {
         sigaction(SIGCHLD, &previousChildAction, nullptr);
-        sigprocmask(SIG_SETMASK, &before, nullptr);
+        sigprocmask(SIG_SETMASK, &ofProgram, nullptr);
         execvpe(path.c_str(), argumentPointers.data(), environmentPointers.data());
         const int error = errno;
         while (write(ends[1], &error, sizeof error) < 0 && errno == EINTR) {
