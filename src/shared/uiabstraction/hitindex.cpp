@@ -28,20 +28,20 @@ bool isInside(const QRect& rect, const QPoint& point) {
 
 } // namespace
 
-void HitIndex::cover(UIElement& start, const Extent& extent) {
+void HitIndex::cover(UIElement& element, const Extent& extent) {
     std::vector<UIElement*> further;
-    UIElement* next = &start;
+    UIElement* next = &element;
     while (next != nullptr) {
-        UIElement* const element = next;
+        UIElement* const covered = next;
         next = nullptr;
-        if (!element->m_hitIndex.m_extent.contains(extent)) {
-            element->m_hitIndex.m_extent.unite(extent);
-            next = element->m_parent;
+        if (!covered->m_hitIndex.m_extent.contains(extent)) {
+            covered->m_hitIndex.m_extent.unite(extent);
+            next = covered->m_parent;
             if (next != nullptr && next->m_hitIndex.m_blocks) {
-                const auto block = static_cast<std::size_t>(element->m_place / blockSize);
+                const auto block = static_cast<std::size_t>(covered->m_place / blockSize);
                 (*next->m_hitIndex.m_blocks)[block].unite(extent);
             }
-            for (UIElement* parent : element->m_furtherParents) {
+            for (UIElement* parent : covered->m_furtherParents) {
                 parent->m_hitIndex.childrenChanged();
                 further.push_back(parent);
             }
