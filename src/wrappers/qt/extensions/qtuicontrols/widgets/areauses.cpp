@@ -71,7 +71,9 @@ QWidget* withViewport(QWidget* widget) {
 
 bool isArea(const QWidget* widget, bool passesOn) {
     if (takesPressesOfQt(widget)) {
-        return handlesPress(widget) && qobject_cast<const QMainWindow*>(widget) == nullptr;
+        // What shows something may be made to be pressed; others add to what Qt does.
+        return isAnyOf<QGraphicsView, QTextEdit, QPlainTextEdit, QLabel>(widget) &&
+               handlesPress(widget);
     }
     // What passes nothing on may as well have ignored the press.
     return passesOn ? isOwnClass(widget) || isPlain(widget) : handlesPress(widget);
