@@ -1,5 +1,7 @@
 #include "qtuicontrols/widgets/partelements.h"
 
+#include "qtuicontrols/widgets/widgetnames.h"
+#include "qtuicontrols/widgets/widgetplaces.h"
 #include "qtuicontrols/widgets/widgetviews.h"
 #include "tracking/classname.h"
 #include "tracking/mnemonics.h"
@@ -12,6 +14,7 @@
 #include <QTreeWidget>
 
 #include <algorithm>
+#include <utility>
 
 namespace Vorsk {
 namespace UIControls {
@@ -105,6 +108,13 @@ void PartElements::surveyTabs(QTabBar* bar) {
     match(known, view);
 }
 
+void PartElements::updateTabs(QWidget* widget) {
+    const auto known = m_bars.constFind(widget);
+    if (known != m_bars.cend() && !known->bar.isNull()) {
+        surveyTabs(known->bar);
+    }
+}
+
 PartElements::Tab PartElements::read(const QTabBar* bar, int index) const {
     Tab tab;
     tab.text = stripMnemonics(bar->tabText(index));
@@ -123,64 +133,79 @@ void PartElements::match(Bar& known, UIElement* view) {
     const QTabBar* const bar = known.bar;
     std::vector<Tab> now;
     now.reserve(static_cast<std::size_t>(bar->count()));
+    const bool isHidden = isHiddenWithin(bar, m_views.viewWidgetOf(known.bar));
     for (int i = 0; i < bar->count(); ++i) {
         now.push_back(read(bar, i));
+        now.back().isHidden = now.back().isHidden || isHidden;
     }
     std::vector<Tab> before;
     before.swap(known.tabs);
-    const bool isSameCount = before.size() == now.size();
-    const auto take = [&before](Tab& tab, const auto& isIt) {
-        const auto found = std::find_if(before.begin(), before.end(), [&](const Tab& old) {
-            return old.element != nullptr && isIt(old);
-        });
-        if (tab.element == nullptr && found != before.end()) {
-            tab.element = found->element;
-            found->element = nullptr;
-            return true;
+    keepSame(now, before);
+    for (Tab& tab : now) {
+        if (tab.element == nullptr && !takeLike(tab, before)) {
+            takeLike(tab, known.removed);
         }
-        return false;
-    };
-    const auto takeAndTell = [&](Tab& tab, const auto& isIt) {
-        if (take(tab, isIt)) {
+    }
+    const auto isTaken = [](const Tab& old) { return old.element == nullptr; };
+    known.removed.erase(std::remove_if(known.removed.begin(), known.removed.end(), isTaken),
+                        known.removed.end());
+    for (std::size_t i = 0; i < now.size(); ++i) {
+        Tab& tab = now[i];
+        if (tab.element == nullptr && before.size() == now.size() && tab.page.isNull() &&
+            before[i].element != nullptr) {
+            tab.element = std::exchange(before[i].element, nullptr);
             tellTab(tab.element, tab);
         }
-    };
-    // What has stayed as it was is by far the most common.
-    for (std::size_t i = 0; i < now.size() && i < before.size(); ++i) {
-        if (now[i].page == before[i].page && now[i].text == before[i].text) {
-            now[i].element = before[i].element;
-            before[i].element = nullptr;
-            if (now[i].isEnabled != before[i].isEnabled || now[i].isHidden != before[i].isHidden ||
-                now[i].toolTip != before[i].toolTip) {
-                tellTab(now[i].element, now[i]);
-            }
-        }
-    }
-    for (Tab& tab : now) {
-        if (tab.page != nullptr) {
-            takeAndTell(tab, [&](const Tab& old) { return old.page == tab.page; });
-        }
-        takeAndTell(tab, [&](const Tab& old) {
-            return old.text == tab.text && (old.page == nullptr || tab.page == nullptr);
-        });
-    }
-    for (std::size_t i = 0; i < now.size(); ++i) {
-        if (isSameCount && now[i].page == nullptr && now[i].element == nullptr &&
-            before[i].element != nullptr) {
-            now[i].element = before[i].element;
-            before[i].element = nullptr;
-            tellTab(now[i].element, now[i]);
-        }
-        if (now[i].element == nullptr) {
-            now[i].element = makeTab(bar, now[i], view);
+        if (tab.element == nullptr) {
+            tab.element = makeTab(bar, tab, view);
         }
     }
     for (const Tab& gone : before) {
         if (gone.element != nullptr) {
             m_book.setAttribute(gone.element, Attribute::Hidden, boolean(true));
+            known.removed.push_back(gone);
         }
     }
     known.tabs.swap(now);
+}
+
+/** By far most tabs have stayed what and where they were. */
+void PartElements::keepSame(std::vector<Tab>& now, std::vector<Tab>& before) {
+    for (std::size_t i = 0; i < now.size() && i < before.size(); ++i) {
+        Tab& tab = now[i];
+        Tab& old = before[i];
+        if (tab.page != old.page || tab.text != old.text) {
+            continue;
+        }
+        tab.element = std::exchange(old.element, nullptr);
+        if (tab.isEnabled != old.isEnabled || tab.isHidden != old.isHidden ||
+            tab.toolTip != old.toolTip) {
+            tellTab(tab.element, tab);
+        }
+    }
+}
+
+/** Gives the tab the element of the first that meets the condition and has one. */
+template <class Condition>
+bool PartElements::take(Tab& tab, std::vector<Tab>& from, const Condition& isIt) {
+    const auto found = std::find_if(from.begin(), from.end(), [&](const Tab& old) {
+        return old.element != nullptr && isIt(old);
+    });
+    if (found == from.end()) {
+        return false;
+    }
+    tab.element = std::exchange(found->element, nullptr);
+    tellTab(tab.element, tab);
+    return true;
+}
+
+/** By its page; by its text only where one of the two has no page any more. */
+bool PartElements::takeLike(Tab& tab, std::vector<Tab>& from) {
+    return (!tab.page.isNull() &&
+            take(tab, from, [&tab](const Tab& old) { return old.page == tab.page; })) ||
+           take(tab, from, [&tab](const Tab& old) {
+               return old.text == tab.text && (old.page.isNull() || tab.page.isNull());
+           });
 }
 
 UIElement* PartElements::makeTab(const QTabBar* bar, const Tab& tab, UIElement* view) {
@@ -203,9 +228,9 @@ void PartElements::tellTab(UIElement* element, const Tab& tab) {
                         tab.toolTip.isEmpty() ? QString() : tab.toolTip);
     m_book.setAttribute(element, Attribute::Enabled, tab.isEnabled ? QString() : boolean(false));
     m_book.setAttribute(element, Attribute::Hidden, tab.isHidden ? boolean(true) : QString());
-    if (tab.page != nullptr) {
-        auto* const page = const_cast<QWidget*>(tab.page); // NOLINT(*-const-cast): it lives
-        const UIElement* const opened = m_views.viewOf(page);
+    if (!tab.page.isNull()) {
+        const UIElement* const opened = m_views.viewOf(tab.page);
+        m_views.updateTitle(tab.page);
         m_book.setAttribute(element, Attribute::Opens,
                             opened == nullptr ? QString() : opened->id());
     }
@@ -219,6 +244,22 @@ UIElement* PartElements::tabElement(QTabBar* bar, int index) {
         return nullptr;
     }
     return known->tabs[static_cast<std::size_t>(index)].element;
+}
+
+void PartElements::tellPlaces(const UIElement* view, const QWidget* window) {
+    for (const Bar& known : qAsConst(m_bars)) {
+        QTabBar* const bar = known.bar;
+        if (bar == nullptr || !bar->isVisible() || bar->window() != window ||
+            m_views.viewOf(bar) != view) {
+            continue;
+        }
+        for (std::size_t i = 0; i < known.tabs.size(); ++i) {
+            const QRect part = bar->tabRect(static_cast<int>(i)).intersected(bar->rect());
+            if (!part.isEmpty()) {
+                m_book.setPlace(known.tabs[i].element, placeOf(bar, part));
+            }
+        }
+    }
 }
 
 void PartElements::surveyOptions(QWidget* control, UIElement* element) {

@@ -35,6 +35,9 @@ public:
     /** Makes the elements of the bar's tabs, or brings those up to date that are known already. */
     void surveyTabs(QTabBar* bar);
 
+    /** Does so for a bar that is known; nothing for another widget, which is not touched. */
+    void updateTabs(QWidget* widget);
+
     /**
      * Makes the elements of the options of a combo box, list, tree or table, below its own one. To
      * be called once for each, when it is found: what comes later is data, and so is all of a model
@@ -49,12 +52,15 @@ public:
     UIElement* optionElement(const QComboBox* box, int row);
     UIElement* optionElement(const QAbstractItemView* view, const QModelIndex& index);
 
+    /** Tells where the tabs of the view are that the window shows. */
+    void tellPlaces(const UIElement* view, const QWidget* window);
+
 private:
     struct Tab {
         UIElement* element = nullptr;
         QString text;
-        /** What the tab brings up; an address. */
-        const QWidget* page = nullptr;
+        /** What the tab brings up; null where that is not known. */
+        QPointer<QWidget> page;
         QString toolTip;
         bool isEnabled = true;
         bool isHidden = false;
@@ -62,11 +68,16 @@ private:
     struct Bar {
         QPointer<QTabBar> bar;
         std::vector<Tab> tabs;
+        /** That were removed, and may come back. */
+        std::vector<Tab> removed;
     };
 
     Tab read(const QTabBar* bar, int index) const;
     void match(Bar& known, UIElement* view);
-    void apply(const Tab& from, Tab& to);
+    void keepSame(std::vector<Tab>& now, std::vector<Tab>& before);
+    template <class Condition>
+    bool take(Tab& tab, std::vector<Tab>& from, const Condition& isIt);
+    bool takeLike(Tab& tab, std::vector<Tab>& from);
     UIElement* makeTab(const QTabBar* bar, const Tab& tab, UIElement* view);
     void tellTab(UIElement* element, const Tab& tab);
     void addOptions(const QAbstractItemModel& model, const QModelIndex& parent, int column,
@@ -74,7 +85,7 @@ private:
 
     ElementBook& m_book;
     WidgetViews& m_views;
-    QHash<const QTabBar*, Bar> m_bars;
+    QHash<const QWidget*, Bar> m_bars;
     /** By the control's element and the option's text, after those of the items above it. */
     QHash<QPair<const UIElement*, QString>, UIElement*> m_options;
     /** The options made by the present survey. */

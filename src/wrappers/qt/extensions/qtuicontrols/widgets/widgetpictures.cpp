@@ -1,5 +1,7 @@
 #include "qtuicontrols/widgets/widgetpictures.h"
 
+#include "qtuicontrols/widgets/partelements.h"
+#include "qtuicontrols/widgets/widgetplaces.h"
 #include "qtuicontrols/widgets/widgetviews.h"
 #include "uiabstraction/pngreader.h"
 #include "uiabstraction/uielement.h"
@@ -48,10 +50,11 @@ qint64 areaOf(const QRect& rect) {
 
 } // namespace
 
-WidgetPictures::WidgetPictures(ElementBook& book, const WidgetViews& views,
+WidgetPictures::WidgetPictures(ElementBook& book, WidgetViews& views, PartElements& parts,
                                const QStringList& redacted)
     : m_book(book)
     , m_views(views)
+    , m_parts(parts)
     , m_blackOuts(redacted) {
     m_clock.start();
 }
@@ -183,22 +186,17 @@ QImage WidgetPictures::render(QWidget* widget) const {
 }
 
 void WidgetPictures::tellPlaces(QWidget* widget, UIElement* view) {
-    QWidget* const top = widget->window();
-    const auto placeOf = [top](const QWidget* of) {
-        return QRect(of->mapTo(top, QPoint(0, 0)), of->size());
-    };
+    const QWidget* const top = widget->window();
     m_book.setPlace(view, placeOf(widget));
     const QList<UIElement*> controls = view->children();
     for (UIElement* control : controls) {
-        QObject* const object = m_book.objectOf(control);
-        if (object == nullptr || !object->isWidgetType()) {
-            continue;
-        }
-        const auto* const shown = static_cast<const QWidget*>(object);
-        if (shown->isVisible() && shown->window() == top) {
-            m_book.setPlace(control, placeOf(shown));
+        const QObject* const object = m_book.objectOf(control);
+        const QRect place = object == nullptr ? QRect() : shownPlaceOf(object, top);
+        if (!place.isEmpty()) {
+            m_book.setPlace(control, place);
         }
     }
+    m_parts.tellPlaces(view, top);
 }
 
 } // namespace UIControls

@@ -12,6 +12,7 @@
 namespace Vorsk {
 namespace UIControls {
 
+class PartElements;
 class WidgetViews;
 
 /**
@@ -24,8 +25,9 @@ class WidgetPictures : public QObject {
     Q_OBJECT
 
 public:
-    /** Both outlive this object. */
-    WidgetPictures(ElementBook& book, const WidgetViews& views, const QStringList& redacted);
+    /** The pieces outlive this object. */
+    WidgetPictures(ElementBook& book, WidgetViews& views, PartElements& parts,
+                   const QStringList& redacted);
 
     /** The view has come up and is being painted. */
     void noteSeen(QWidget* widget, UIElement* view);
@@ -56,7 +58,8 @@ private:
     void tellPlaces(QWidget* widget, UIElement* view);
 
     ElementBook& m_book;
-    const WidgetViews& m_views;
+    WidgetViews& m_views;
+    PartElements& m_parts;
     BlackOuts m_blackOuts;
     QHash<UIElement*, Shot> m_shots;
     QElapsedTimer m_clock;

@@ -186,17 +186,17 @@ QMenu* menuOf(const QWidget* button) {
 ReachedActions actionsReachedThrough(const QWidget* widget, WidgetClass cls) {
     switch (cls) {
     case WidgetClass::Menu:
-        return {withoutEmbedded(widget->actions()), Commands::wayThrough(widget)};
+        return {withoutEmbedded(widget->actions()), Commands::wayThrough(widget), true};
     case WidgetClass::MenuBar:
-        return {widget->actions(), Way::Menu};
+        return {widget->actions(), Way::Menu, true};
     case WidgetClass::ToolBar:
-        return {buttonActionsOf(static_cast<const QToolBar*>(widget)), Way::ToolBar};
+        return {buttonActionsOf(static_cast<const QToolBar*>(widget)), Way::ToolBar, true};
     case WidgetClass::ToolButton:
-        return {actionsOfButton(static_cast<const QToolButton*>(widget)), Way::ToolBar};
+        return {actionsOfButton(static_cast<const QToolButton*>(widget)), Way::ToolBar, true};
     case WidgetClass::LineEdit: {
         const QList<QAction*> shown = iconActionsOf(widget);
         if (!shown.isEmpty()) {
-            return {shown, Way::ToolBar};
+            return {shown, Way::ToolBar, true};
         }
         break;
     }
@@ -206,7 +206,7 @@ ReachedActions actionsReachedThrough(const QWidget* widget, WidgetClass cls) {
         break;
     }
     if (widget->contextMenuPolicy() == Qt::ActionsContextMenu) {
-        return {widget->actions(), Way::ContextMenu};
+        return {widget->actions(), Way::ContextMenu, false};
     }
     QList<QAction*> withShortcut;
     for (QAction* action : widget->actions()) {
@@ -214,7 +214,7 @@ ReachedActions actionsReachedThrough(const QWidget* widget, WidgetClass cls) {
             withShortcut.append(action);
         }
     }
-    return {withShortcut, Way::Shortcut};
+    return {withShortcut, Way::Shortcut, false};
 }
 
 } // namespace UIControls

@@ -32,6 +32,8 @@ QMenu* menuOf(const QWidget* button);
 struct ReachedActions {
     QList<QAction*> actions;
     Way way = Way::Menu;
+    /** Whether the widget, or a menu, shows them. */
+    bool isShown = true;
 };
 ReachedActions actionsReachedThrough(const QWidget* widget, WidgetClass cls);
 

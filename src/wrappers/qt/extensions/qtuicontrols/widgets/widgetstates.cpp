@@ -51,6 +51,8 @@ void WidgetStates::updateEnabled(QWidget* widget) {
     if (UIElement* const control = controlOf(widget)) {
         m_pieces.book.setAttribute(control, Attribute::Enabled,
                                    isOperable(widget) ? QString() : QStringLiteral("false"));
+    } else {
+        m_pieces.parts.updateTabs(widget);
     }
 }
 
@@ -62,6 +64,8 @@ void WidgetStates::updateHidden(QWidget* widget) {
         QWidget* const view = m_pieces.views.viewWidgetOf(widget);
         m_pieces.book.setAttribute(control, Attribute::Hidden,
                                    nullOrTrue(view != widget && isHiddenWithin(widget, view)));
+    } else {
+        m_pieces.parts.updateTabs(widget);
     }
     // A page that is not shown hides nothing within itself.
     if (!widget->children().isEmpty() && m_pieces.views.knownView(widget) == nullptr &&
@@ -83,6 +87,8 @@ void WidgetStates::updateHiddenBelow(QWidget* widget, bool isHidden) {
         const bool isChildHidden = isHidden || child->isHidden();
         if (UIElement* const control = controlOf(child)) {
             m_pieces.book.setAttribute(control, Attribute::Hidden, nullOrTrue(isChildHidden));
+        } else {
+            m_pieces.parts.updateTabs(child);
         }
         if (!child->children().isEmpty() && isEntered(classOf(child))) {
             updateHiddenBelow(child, isChildHidden);
@@ -102,12 +108,17 @@ void WidgetStates::updateToolTip(QWidget* widget) {
 
 void WidgetStates::updateTexts(QWidget* widget) {
     UIElement* const control = controlOf(widget);
+    const WidgetClass cls = classOf(widget);
+    if (cls == WidgetClass::TabBar) {
+        m_pieces.parts.surveyTabs(static_cast<QTabBar*>(widget));
+        return;
+    }
+    if (m_pieces.views.knownView(widget) != nullptr) {
+        m_pieces.views.updateTitle(widget);
+    }
     if (control == nullptr) {
-        const WidgetClass cls = classOf(widget);
-        if (cls == WidgetClass::TabBar) {
-            m_pieces.parts.surveyTabs(static_cast<QTabBar*>(widget));
-        } else if (cls == WidgetClass::Label &&
-                   static_cast<const QLabel*>(widget)->text().contains(QLatin1Char('<'))) {
+        if (cls == WidgetClass::Label &&
+            static_cast<const QLabel*>(widget)->text().contains(QLatin1Char('<'))) {
             if (UIElement* const view = m_pieces.views.viewOf(widget)) {
                 m_pieces.uses.findLinks(widget, view);
             }

@@ -85,14 +85,15 @@ void WidgetSurvey::surveyNoted() {
     std::vector<Noted> noted;
     noted.swap(m_noted);
     m_timer.stop();
-    m_labels = WidgetLabels();
     m_walkedMenus.clear();
     for (const Noted& each : noted) {
         if (!each.widget.isNull()) {
             surveyOne(each);
         }
     }
+    finishWalk();
     m_labels = WidgetLabels();
+    m_groups = WidgetGroups();
 }
 
 void WidgetSurvey::surveyOne(const Noted& noted) {
@@ -173,16 +174,35 @@ bool WidgetSurvey::enterView(QWidget* widget, WidgetClass cls, Place& place, boo
     return place.view != nullptr;
 }
 
+/** Its actions come after all that the windows themselves show: a command that a tool bar shows as well can be reached
+ * without the menu, and so lies in the window. */
 void WidgetSurvey::walkMenu(QMenu* menu) {
-    if (m_walkedMenus.contains(menu)) {
-        return;
+    if (!m_walkedMenus.contains(menu)) {
+        m_walkedMenus.insert(menu);
+        if (UIElement* const view = m_pieces.views.viewOf(menu)) {
+            m_menus.push_back({menu, view});
+        }
     }
-    m_walkedMenus.insert(menu);
-    const Place place{menu, m_pieces.views.viewOf(menu)};
-    if (place.view != nullptr) {
-        visitActions(menu, WidgetClass::Menu, place);
-        walkChildren(menu, place);
+}
+
+/** Menus, and last what is reached by shortcuts and context menus alone. */
+void WidgetSurvey::finishWalk() {
+    for (std::size_t i = 0; i < m_menus.size(); ++i) {
+        const Lister lister = m_menus[i]; // further ones may come
+        if (!lister.widget.isNull()) {
+            visitActions(lister.widget, WidgetClass::Menu, {lister.widget, lister.view});
+            walkChildren(lister.widget, {lister.widget, lister.view});
+        }
     }
+    m_menus.clear();
+    for (const Lister& lister : m_unseenListers) {
+        if (!lister.widget.isNull()) {
+            const ReachedActions reached =
+                actionsReachedThrough(lister.widget, classOf(lister.widget));
+            m_listers.update(lister.widget, reached.actions, reached.way, lister.view);
+        }
+    }
+    m_unseenListers.clear();
 }
 
 void WidgetSurvey::visit(QWidget* widget, WidgetClass cls, const Place& place) {
@@ -211,10 +231,39 @@ void WidgetSurvey::addControl(QWidget* widget, ElementType type, Place place) {
     }
     Description what = describe(widget, type, place.viewWidget, m_labels);
     what.uses = WidgetUses::usesOf(widget, type);
+    const QString group = m_groups.groupOf(widget, place.viewWidget);
+    if (!group.isNull()) {
+        what.attributes.append({Attribute::Group, group});
+    }
     UIElement* const control = m_pieces.book.add(widget, what, place.view);
     m_pieces.uses.watch(widget, type, control);
     m_pieces.parts.surveyOptions(widget, control);
     tellWhatOpens(widget, control);
+    if (!group.isNull()) {
+        tellGroupsOfFirstRows(m_groups.rowOf(widget, place.viewWidget), place.viewWidget);
+    }
+}
+
+/** While there were only these, nobody could tell that they are rows. */
+void WidgetSurvey::tellGroupsOfFirstRows(const QWidget* row, const QWidget* view) {
+    int number = 0;
+    for (const QObject* sibling : row->parentWidget()->children()) {
+        if (!sibling->isWidgetType()) {
+            continue;
+        }
+        if (++number == WidgetGroups::fewestRows) {
+            break;
+        }
+        QList<QWidget*> inner = sibling->findChildren<QWidget*>();
+        inner.append(static_cast<QWidget*>(const_cast<QObject*>(sibling))); // NOLINT(*-const-cast)
+        for (const QWidget* widget : qAsConst(inner)) {
+            UIElement* const known = m_pieces.book.elementOf(widget);
+            if (known != nullptr && !isView(m_pieces.book.typeOf(known))) {
+                m_pieces.book.setAttribute(known, Attribute::Group,
+                                           m_groups.groupOf(widget, view));
+            }
+        }
+    }
 }
 
 void WidgetSurvey::tellWhatOpens(QWidget* widget, UIElement* control) {
@@ -234,8 +283,7 @@ void WidgetSurvey::tellWhatOpens(QWidget* widget, UIElement* control) {
 /** Tells which actions can be reached through the widget, and walks the menus that they open. */
 void WidgetSurvey::visitActions(QWidget* widget, WidgetClass cls, const Place& place) {
     const QList<QAction*> actions = widget->actions();
-    const auto* const tool = qobject_cast<const QToolButton*>(widget);
-    if (actions.isEmpty() && tool == nullptr) {
+    if (actions.isEmpty()) {
         m_listers.update(widget, {}, Way::Menu, nullptr);
         return;
     }
@@ -249,7 +297,11 @@ void WidgetSurvey::visitActions(QWidget* widget, WidgetClass cls, const Place& p
         return;
     }
     const ReachedActions reached = actionsReachedThrough(widget, cls);
-    m_listers.update(widget, reached.actions, reached.way, view);
+    if (reached.isShown) {
+        m_listers.update(widget, reached.actions, reached.way, view);
+    } else {
+        m_unseenListers.push_back({widget, view});
+    }
 }
 
 } // namespace UIControls

@@ -3,6 +3,7 @@
 #include "qtuicontrols/elementbook.h"
 #include "qtuicontrols/widgets/actionlisters.h"
 #include "qtuicontrols/widgets/widgetclass.h"
+#include "qtuicontrols/widgets/widgetgroups.h"
 #include "qtuicontrols/widgets/widgetlabels.h"
 
 #include <QBasicTimer>
@@ -75,14 +76,21 @@ private:
         Extent extent;
     };
 
+    struct Lister {
+        QPointer<QWidget> widget;
+        UIElement* view;
+    };
+
     void surveyNoted();
     void surveyOne(const Noted& noted);
     void walk(QWidget* widget, Place place, bool mayBePage);
     void walkChildren(QWidget* widget, const Place& place);
     void walkMenu(QMenu* menu);
+    void finishWalk();
     bool enterView(QWidget* widget, WidgetClass cls, Place& place, bool mayBePage);
     void visit(QWidget* widget, WidgetClass cls, const Place& place);
     void addControl(QWidget* widget, ElementType type, Place place);
+    void tellGroupsOfFirstRows(const QWidget* row, const QWidget* view);
     void tellWhatOpens(QWidget* widget, UIElement* control);
     void visitActions(QWidget* widget, WidgetClass cls, const Place& place);
 
@@ -92,7 +100,11 @@ private:
     QBasicTimer m_timer;
     // Of the present walk.
     WidgetLabels m_labels;
+    WidgetGroups m_groups;
     QSet<const QMenu*> m_walkedMenus;
+    std::vector<Lister> m_menus;
+    /** Whose actions nothing shows. */
+    std::vector<Lister> m_unseenListers;
 };
 
 } // namespace UIControls

@@ -234,6 +234,7 @@ UIElement* WidgetViews::viewAboveMenu(QMenu* menu) {
 
 void WidgetViews::handleShow(QWidget* widget) {
     if (knownView(widget) != nullptr) {
+        updateTitle(widget);
         m_comingUp.emplace_back(widget);
     }
 }

@@ -62,6 +62,7 @@ private Q_SLOTS:
     void partsAreNone();
     void menusThatWereNeverOpenedAreFound();
     void aMenuIsFoundOnceHoweverItIsReached();
+    void aCommandThatAToolBarShowsLiesInTheWindow();
     void aSubMenuLiesInItsMenu();
     void menusThatOpenEachOtherAreFoundOnce();
     void aContextMenuOfActionsIsFound();
@@ -83,6 +84,11 @@ private Q_SLOTS:
     void widgetsInAGraphicsSceneAreFound();
     void windowsInAnMdiAreaAreFound();
     void aWidgetOnAnItemIsAControlAndAnEditorIsNone();
+    void rowsOfAScrollAreaAreAGroup();
+    void twoAlikeAreNoGroup();
+    void namedPanelsAreNoGroup();
+    void widgetsOnItemsAreAGroup();
+    void rowsThatComeLaterAreOfTheSameGroup();
     void theBoxesOfADialogThatIsMadeFiveTimesAreThree();
 };
 
@@ -294,6 +300,21 @@ void tst_WidgetSurvey::aMenuIsFoundOnceHoweverItIsReached() {
     QCOMPARE(probe.attribute(&button, Attribute::Opens), probe.element(menu)->id());
 }
 
+void tst_WidgetSurvey::aCommandThatAToolBarShowsLiesInTheWindow() {
+    ControlsProbe probe;
+    QMainWindow window;
+    QMenu* const menu = window.menuBar()->addMenu(text("File"));
+    QAction* const open = menu->addAction(text("Open"));
+    QAction* const quit = menu->addAction(text("Quit"));
+    quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
+    window.addAction(quit);
+    window.addToolBar(text("Main"))->addAction(open);
+    showAndWait(window);
+    QCOMPARE(probe.tree({text("ways")}),
+             text("Window {seen}\n  Menu \"File\"\n    Command \"Quit\" ways=\"menu shortcut\"\n"
+                  "  Command \"Open\" ways=\"menu toolBar\"\n"));
+}
+
 void tst_WidgetSurvey::aSubMenuLiesInItsMenu() {
     ControlsProbe probe;
     QMainWindow window;
@@ -325,8 +346,9 @@ void tst_WidgetSurvey::aContextMenuOfActionsIsFound() {
     QMenu menu(&window);
     menu.addAction(text("Paste"));
     showAndWait(window);
-    QCOMPARE(probe.tree({text("ways")}), text("Window {seen}\n  Command \"Copy\" ways=contextMenu\n"
-                                              "  Menu\n    Command \"Paste\" ways=contextMenu\n"));
+    QCOMPARE(probe.tree({text("ways")}),
+             text("Window {seen}\n  Menu\n    Command \"Paste\" ways=contextMenu\n"
+                  "  Command \"Copy\" ways=contextMenu\n"));
 }
 
 void tst_WidgetSurvey::anActionThatOnlyAShortcutReachesIsFound() {
@@ -575,6 +597,102 @@ void tst_WidgetSurvey::aWidgetOnAnItemIsAControlAndAnEditorIsNone() {
     deliver();
     QCOMPARE(probe.line(button), text("Button \"On an item\""));
     QVERIFY(probe.element(editor) == nullptr);
+}
+
+namespace {
+
+/** A row of data in a list of the application's own. */
+class OwnRow : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit OwnRow(const QString& name) {
+        auto* const layout = new QVBoxLayout(this);
+        layout->addWidget(new QCheckBox(name));
+        layout->addWidget(new QPushButton(QStringLiteral("Remove")));
+    }
+};
+
+/** A scroll area that is full of them. */
+class OwnList : public QScrollArea {
+    Q_OBJECT
+
+public:
+    explicit OwnList(int rows) {
+        auto* const content = new QWidget;
+        m_layout = new QVBoxLayout(content);
+        setWidget(content);
+        setWidgetResizable(true);
+        for (int i = 0; i < rows; ++i) {
+            addRow();
+        }
+    }
+    OwnRow* addRow() {
+        auto* const row = new OwnRow(QString::number(m_layout->count()));
+        m_layout->addWidget(row);
+        return row;
+    }
+
+private:
+    QVBoxLayout* m_layout;
+};
+
+} // namespace
+
+void tst_WidgetSurvey::rowsOfAScrollAreaAreAGroup() {
+    ControlsProbe probe;
+    OwnList window(3);
+    showAndWait(window);
+    const QString box = text("  CheckBox \"%1\" group=OwnRow/QCheckBox\n");
+    const QString button = text("  Button \"Remove\" group=OwnRow/QPushButton\n");
+    QString expected = text("Window {seen}\n");
+    for (int i = 0; i < 3; ++i) {
+        expected += box.arg(i) + button;
+    }
+    QCOMPARE(probe.tree({text("group")}), expected);
+}
+
+void tst_WidgetSurvey::twoAlikeAreNoGroup() {
+    ControlsProbe probe;
+    OwnList window(2);
+    showAndWait(window);
+    QVERIFY(!probe.tree({text("group")}).contains(text("group")));
+}
+
+void tst_WidgetSurvey::namedPanelsAreNoGroup() {
+    ControlsProbe probe;
+    OwnList window(2);
+    window.addRow()->setObjectName(text("limits"));
+    showAndWait(window);
+    QVERIFY(!probe.tree({text("group")}).contains(text("group")));
+}
+
+void tst_WidgetSurvey::widgetsOnItemsAreAGroup() {
+    ControlsProbe probe;
+    QTableWidget window(2, 2);
+    window.setObjectName(text("jobs"));
+    for (int row = 0; row < 2; ++row) {
+        window.setCellWidget(row, 0, new QPushButton(text("Cancel")));
+        window.setCellWidget(row, 1, new OwnRow(QString::number(row)));
+    }
+    showAndWait(window);
+    QCOMPARE(probe.attribute(window.cellWidget(0, 0), Attribute::Group), text("jobs/QPushButton"));
+    QCOMPARE(probe.attribute(window.cellWidget(1, 0), Attribute::Group), text("jobs/QPushButton"));
+    QCOMPARE(probe.attribute(window.cellWidget(1, 1)->findChild<QPushButton*>(), Attribute::Group),
+             text("jobs/OwnRow/QPushButton"));
+}
+
+void tst_WidgetSurvey::rowsThatComeLaterAreOfTheSameGroup() {
+    ControlsProbe probe;
+    OwnList window(1);
+    showAndWait(window);
+    auto* const first = window.findChild<QCheckBox*>();
+    for (int i = 0; i < 3; ++i) {
+        auto* const button = window.addRow()->findChild<QPushButton*>();
+        QTRY_VERIFY(probe.element(button) != nullptr);
+    }
+    QCOMPARE(probe.attribute(first, Attribute::Group), text("OwnRow/QCheckBox"));
+    QCOMPARE(probe.tree({text("group")}).count(text("group=OwnRow/QPushButton")), 4);
 }
 
 void tst_WidgetSurvey::theBoxesOfADialogThatIsMadeFiveTimesAreThree() {
