@@ -14,7 +14,6 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
-#include <QTimer>
 #include <QToolBox>
 #include <QToolButton>
 
@@ -92,26 +91,6 @@ QAbstractButton* toolWithMenu(QToolButton::ToolButtonPopupMode mode) {
     return button;
 }
 
-/** Closes the menu that comes up, from whichever event loop runs then. */
-class MenuCloser {
-public:
-    MenuCloser() {
-        QObject::connect(&m_timer, &QTimer::timeout, [this] {
-            if (QMenu* const menu = openMenu()) {
-                m_timer.stop();
-                menu->close();
-                m_hasClosed = true;
-            }
-        });
-        m_timer.start(1);
-    }
-    bool hasClosed() const { return m_hasClosed; }
-
-private:
-    QTimer m_timer;
-    bool m_hasClosed = false;
-};
-
 } // namespace
 
 Q_DECLARE_METATYPE(Maker)
@@ -156,14 +135,14 @@ void tst_ButtonUses::aButtonThatBringsUpAMenuIsClicked() {
     auto* const button = fixture.add(maker(), "button");
     fixture.show();
     const QStringList counted = fixture.counted([&] {
-        MenuCloser closer;
+        const OnMenu closing([](QMenu* menu) { menu->close(); });
         const QPoint at(button->width() - 4, button->height() / 2);
         if (byKey) {
             keyOn(button, Qt::Key_Space);
         } else {
             press(button, at);
         }
-        QVERIFY(QTest::qWaitFor([&] { return closer.hasClosed(); }));
+        QVERIFY(QTest::qWaitFor([&] { return closing.isDone(); }));
         if (!byKey) {
             release(button, at);
         }

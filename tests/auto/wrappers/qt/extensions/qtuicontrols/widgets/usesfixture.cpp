@@ -3,12 +3,25 @@
 #include "uiabstraction/uielement.h"
 
 #include <QCoreApplication>
+#include <QMenu>
 #include <QTest>
 #include <QTimer>
 #include <QVBoxLayout>
 
 void AtSpiAdaptor::call() {
     action();
+}
+
+OnMenu::OnMenu(const std::function<void(QMenu*)>& action) {
+    QObject::connect(&m_timer, &QTimer::timeout, [this, action] {
+        QMenu* const menu = TestLib::openMenu();
+        if (menu != nullptr && menu->isVisible()) {
+            m_timer.stop();
+            m_isDone = true;
+            action(menu);
+        }
+    });
+    m_timer.start(1);
 }
 
 UsesFixture::UsesFixture() {

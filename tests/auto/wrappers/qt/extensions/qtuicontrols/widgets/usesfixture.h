@@ -6,11 +6,16 @@
 
 #include <QObject>
 #include <QStringList>
+#include <QTimer>
 #include <QWidget>
 
 #include <functional>
 #include <initializer_list>
 #include <memory>
+
+QT_BEGIN_NAMESPACE
+class QMenu;
+QT_END_NAMESPACE
 
 /** Has the name of the class that Qt's bridge to D-Bus gives to what accessibility clients call. */
 class AtSpiAdaptor : public QObject {
@@ -21,6 +26,18 @@ public Q_SLOTS:
 
 public:
     std::function<void()> action;
+};
+
+/** Does something with the next menu that comes up, from whichever event loop runs then. */
+class OnMenu {
+public:
+    explicit OnMenu(const std::function<void(QMenu*)>& action);
+
+    bool isDone() const { return m_isDone; }
+
+private:
+    QTimer m_timer;
+    bool m_isDone = false;
 };
 
 /** A window that is shown to a probe, and what is counted in it. */
