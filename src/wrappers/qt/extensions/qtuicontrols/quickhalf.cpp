@@ -2,9 +2,6 @@
 
 #include "tracking/logging.h"
 
-#include <QByteArray>
-#include <QString>
-
 #include <dlfcn.h>
 #include <link.h>
 
@@ -40,8 +37,9 @@ QByteArray ownFolder() {
 
 } // namespace
 
-QuickHalf::QuickHalf(const TrackerServices& services)
-    : m_services(services) {}
+QuickHalf::QuickHalf(const TrackerServices& services, const QByteArray& folder)
+    : m_services(services)
+    , m_folder(folder.isNull() ? ownFolder() : folder) {}
 
 QuickHalf::~QuickHalf() = default;
 
@@ -72,7 +70,7 @@ void QuickHalf::lookForQtQuick() {
 }
 
 void QuickHalf::bringIn() {
-    const QByteArray path = ownFolder() + library;
+    const QByteArray path = m_folder + library;
     // Stays until the process ends: Qt keeps what it knows of its classes as long.
     void* const handle = dlopen(path.constData(), RTLD_NOW | RTLD_NODELETE);
     const auto entry = handle == nullptr ? nullptr : reinterpret_cast<Entry>(dlsym(handle, entryName));
