@@ -7,8 +7,6 @@
 #include <QFileInfo>
 #include <QSettings>
 
-#include <algorithm>
-
 namespace VorskHost {
 
 namespace {
@@ -35,33 +33,6 @@ QString fromEnvironmentVariable(const char* name) {
     return QString::fromLocal8Bit(qgetenv(name));
 }
 
-/** Insertions, removals and replacements that make one text of the other, ignoring case. */
-int editDistance(const QString& written, const QString& known) {
-    std::vector<int> row(static_cast<size_t>(known.size()) + 1);
-    for (size_t column = 0; column < row.size(); ++column) {
-        row[column] = static_cast<int>(column);
-    }
-    for (int line = 0; line < written.size(); ++line) {
-        int diagonal = row[0];
-        row[0] = line + 1;
-        for (int column = 0; column < known.size(); ++column) {
-            const auto index = static_cast<size_t>(column);
-            const bool equal = written[line].toCaseFolded() == known[column].toCaseFolded();
-            const int replaced = diagonal + (equal ? 0 : 1);
-            diagonal = row[index + 1];
-            row[index + 1] = std::min({replaced, row[index] + 1, row[index + 1] + 1});
-        }
-    }
-    return row.back();
-}
-
-QString nearest(const QString& text, const QStringList& choices) {
-    return *std::min_element(choices.begin(), choices.end(),
-                             [&text](const QString& one, const QString& other) {
-                                 return editDistance(text, one) < editDistance(text, other);
-                             });
-}
-
 QString unknownSection(const QString& section) {
     const QString found = section.isEmpty()
                               ? QStringLiteral("a key stands outside any section")
@@ -70,8 +41,8 @@ QString unknownSection(const QString& section) {
 }
 
 QString unknownKey(const QString& section, const QString& key) {
-    return QStringLiteral("[%1] has no key \"%2\"; the nearest known one is \"%3\"")
-        .arg(section, key, nearest(key, knownKeys(section)));
+    return QStringLiteral("[%1] has no key \"%2\"; it can have %3")
+        .arg(section, key, knownKeys(section).join(QStringLiteral(", ")));
 }
 
 /** The values of an INI entry; an entry with nothing behind the sign of equality has none. */
@@ -152,9 +123,10 @@ HostConfiguration HostConfiguration::forFolder(const QString& folder,
         QFileInfo(QCoreApplication::applicationFilePath()).fileName() + QStringLiteral(".uirec"));
     const QString extension = fromEnvironmentVariable("VORSK_RECORDING_EXTENSION");
     if (!extension.isEmpty() && extension != classic && extension != controls) {
-        result.m_error = QStringLiteral("options-malformed: VORSK_RECORDING_EXTENSION is \"%1\"%2give "
-                                        "controls or classic")
-                             .arg(extension, consequence);
+        result.m_error =
+            QStringLiteral("options-malformed: VORSK_RECORDING_EXTENSION is \"%1\"%2give "
+                           "controls or classic")
+                .arg(extension, consequence);
         return result;
     }
     result.m_extensions.append(QDir(libraryFolder)
