@@ -1,4 +1,4 @@
-#include "bookofelements.h"
+#include "qtuicontrols/bookofelements.h"
 
 #include "tracking/streamuielementexporter.h"
 #include "uiabstraction/uielement.h"

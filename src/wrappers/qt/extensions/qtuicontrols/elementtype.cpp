@@ -1,4 +1,4 @@
-#include "elementtype.h"
+#include "qtuicontrols/elementtype.h"
 
 #include <array>
 

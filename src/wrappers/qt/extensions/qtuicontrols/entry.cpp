@@ -1,4 +1,4 @@
-#include "qtuicontrolsextension.h"
+#include "qtuicontrols/qtuicontrolsextension.h"
 
 // The library's C boundary: the one symbol that it exports.
 extern "C" {

@@ -1,4 +1,4 @@
-#include "inputattribution.h"
+#include "qtuicontrols/inputattribution.h"
 
 #include "qtuicontrols/eventkinds.h"
 

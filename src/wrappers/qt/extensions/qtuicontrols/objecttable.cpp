@@ -1,4 +1,4 @@
-#include "objecttable.h"
+#include "qtuicontrols/objecttable.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
-#include "qtuicontrolsextension.h"
+#include "qtuicontrols/qtuicontrolsextension.h"
 
-#include "bookofelements.h"
-#include "inputattribution.h"
+#include "qtuicontrols/bookofelements.h"
+#include "qtuicontrols/inputattribution.h"
 #include "qtuicontrols/quickhalf.h"
 #include "qtuicontrols/widgets/widgetstracker.h"
 #include "tracking/deliveryends.h"

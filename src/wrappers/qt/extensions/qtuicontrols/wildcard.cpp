@@ -1,4 +1,4 @@
-#include "wildcard.h"
+#include "qtuicontrols/wildcard.h"
 
 namespace Vorsk {
 namespace UIControls {

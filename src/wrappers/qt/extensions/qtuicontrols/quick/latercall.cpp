@@ -1,4 +1,4 @@
-#include "latercall.h"
+#include "qtuicontrols/quick/latercall.h"
 
 #include <QCoreApplication>
 #include <QEvent>

@@ -1,6 +1,6 @@
-#include "quickcontainers.h"
+#include "qtuicontrols/quick/quickcontainers.h"
 
-#include "signalhub.h"
+#include "qtuicontrols/quick/signalhub.h"
 
 #include <algorithm>
 #include <iterator>

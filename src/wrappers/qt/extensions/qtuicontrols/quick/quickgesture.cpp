@@ -1,4 +1,4 @@
-#include "quickgesture.h"
+#include "qtuicontrols/quick/quickgesture.h"
 
 #include <QInputMethodEvent>
 #include <QKeyEvent>

@@ -10,9 +10,9 @@ QT_END_NAMESPACE
 namespace Vorsk {
 namespace UIControls {
 
-// Groups: what a view, a Repeater, a Loader or a StackView makes again and again has one text, the same from run to run.
-// The text is the way from what makes it down to the item, in ids where there are any, without the ordinal of what is
-// repeated: "Main.qml:list/ItemDelegate/remove".
+// Groups: what a view, a Repeater, a Loader or a StackView makes again and again has one text, the
+// same from run to run. The text is the way from what makes it down to the item, in ids where there
+// are any, without the ordinal of what is repeated: "Main.qml:list/ItemDelegate/remove".
 
 /** What makes an item again and again. */
 struct Maker {

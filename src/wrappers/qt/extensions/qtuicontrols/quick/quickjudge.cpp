@@ -1,8 +1,8 @@
-#include "quickjudge.h"
+#include "qtuicontrols/quick/quickjudge.h"
 
-#include "quickclass.h"
-#include "quickmotions.h"
-#include "quickplaces.h"
+#include "qtuicontrols/quick/quickclass.h"
+#include "qtuicontrols/quick/quickmotions.h"
+#include "qtuicontrols/quick/quickplaces.h"
 
 #include <QKeySequence>
 #include <QQuickItem>

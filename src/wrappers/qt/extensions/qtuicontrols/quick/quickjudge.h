@@ -2,7 +2,7 @@
 
 #include "qtuicontrols/attribution.h"
 #include "qtuicontrols/elementbook.h"
-#include "quickowners.h"
+#include "qtuicontrols/quick/quickowners.h"
 
 QT_BEGIN_NAMESPACE
 class QKeySequence;

@@ -1,4 +1,4 @@
-#include "quickmotions.h"
+#include "qtuicontrols/quick/quickmotions.h"
 
 #include "qtuicontrols/attribution.h"
 

@@ -21,7 +21,8 @@ QString captionOf(const QObject* object, const QuickClass& cls);
 /** The id that the QML file gives it; null when it has none that can be known. */
 QString qmlIdOf(const QObject* object);
 
-/** The last part of the address of the QML file that has the object in it, as "Main.qml"; null for none. */
+/** The last part of the address of the QML file that has the object in it, as "Main.qml"; null for
+ * none. */
 QString qmlFileOf(const QObject* object);
 
 /** Whether the object is part of what Qt's own Controls are made of. */

@@ -1,4 +1,4 @@
-#include "quickowners.h"
+#include "qtuicontrols/quick/quickowners.h"
 
 #include <QQuickItem>
 #include <QQuickWindow>

@@ -1,6 +1,6 @@
-#include "quickplaces.h"
+#include "qtuicontrols/quick/quickplaces.h"
 
-#include "quickclass.h"
+#include "qtuicontrols/quick/quickclass.h"
 
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -26,7 +26,8 @@ QQuickItem* itemOf(const QObject* object) {
     if (object == nullptr) {
         return nullptr;
     }
-    if (auto* const item = qobject_cast<QQuickItem*>(const_cast<QObject*>(object))) { // as it was given
+    if (auto* const item =
+            qobject_cast<QQuickItem*>(const_cast<QObject*>(object))) { // as it was given
         return item;
     }
     if (const auto* const window = qobject_cast<const QQuickWindow*>(object)) {

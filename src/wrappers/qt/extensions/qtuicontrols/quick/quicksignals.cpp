@@ -1,4 +1,4 @@
-#include "quicksignals.h"
+#include "qtuicontrols/quick/quicksignals.h"
 
 #include <QMetaObject>
 #include <QObject>

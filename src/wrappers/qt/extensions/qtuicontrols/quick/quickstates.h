@@ -1,7 +1,7 @@
 #pragma once
 
 #include "qtuicontrols/elementbook.h"
-#include "signalhub.h"
+#include "qtuicontrols/quick/signalhub.h"
 
 #include <QPointer>
 #include <QSet>
@@ -14,8 +14,8 @@ namespace UIControls {
 class QuickClass;
 class QuickViews;
 
-/** Keeps what is told of controls and views true: caption, enabled, hidden. What has changed is read when a frame is
- * prepared or input comes, and not for each signal. GUI thread only. */
+/** Keeps what is told of controls and views true: caption, enabled, hidden. What has changed is
+ * read when a frame is prepared or input comes, and not for each signal. GUI thread only. */
 class QuickStates {
 public:
     QuickStates(ElementBook& book, QuickViews& views, SignalHubs& hubs);
@@ -35,7 +35,8 @@ public:
     static bool isEnabled(const QObject* object, const QuickClass& cls);
 
 private:
-    /** Whether something between it and its view hides it; false where that cannot be told, while the view is hidden. */
+    /** Whether something between it and its view hides it; false where that cannot be told, while
+     * the view is hidden. */
     bool isHidden(const QObject* object, UIElement* view, bool otherwise);
     void updateObject(QObject* object, UIElement* element);
 

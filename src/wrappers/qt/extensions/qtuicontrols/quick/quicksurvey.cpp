@@ -1,7 +1,7 @@
-#include "quicksurvey.h"
+#include "qtuicontrols/quick/quicksurvey.h"
 
 #include "qtuicontrols/controlstracker.h"
-#include "quickclass.h"
+#include "qtuicontrols/quick/quickclass.h"
 
 #include <QEvent>
 #include <QQuickItem>
@@ -23,7 +23,8 @@ QuickSurvey::QuickSurvey(const TrackerServices& services, QuickElements::Watch w
     , m_parts(services.book)
     , m_elements(services, {m_views, m_states, m_pictures, m_parts}, std::move(watch))
     , m_containers(m_hubs)
-    , m_walk(services.book, m_views, m_elements, m_containers, [this](QQuickWindow* window) { addWindow(window); })
+    , m_walk(services.book, m_views, m_elements, m_containers,
+             [this](QQuickWindow* window) { addWindow(window); })
     , m_later([this] { update(); }) {}
 
 QuickSurvey::~QuickSurvey() = default;

@@ -1,14 +1,14 @@
 #pragma once
 
-#include "latercall.h"
-#include "quickcontainers.h"
-#include "quickelements.h"
-#include "quickparts.h"
-#include "quickpictures.h"
-#include "quickstates.h"
-#include "quickviews.h"
-#include "quickwalk.h"
-#include "signalhub.h"
+#include "qtuicontrols/quick/latercall.h"
+#include "qtuicontrols/quick/quickcontainers.h"
+#include "qtuicontrols/quick/quickelements.h"
+#include "qtuicontrols/quick/quickparts.h"
+#include "qtuicontrols/quick/quickpictures.h"
+#include "qtuicontrols/quick/quickstates.h"
+#include "qtuicontrols/quick/quickviews.h"
+#include "qtuicontrols/quick/quickwalk.h"
+#include "qtuicontrols/quick/signalhub.h"
 
 #include <QPointer>
 
@@ -27,9 +27,9 @@ struct TrackerOptions;
 struct TrackerServices;
 
 /**
- * Finds the views and controls of Qt Quick windows: all that there is when a window prepares its first frame, and what
- * came since when it prepares another or gets input. Nothing is looked at while QML is still making it: what is
- * signalled then is only noted. GUI thread only.
+ * Finds the views and controls of Qt Quick windows: all that there is when a window prepares its
+ * first frame, and what came since when it prepares another or gets input. Nothing is looked at
+ * while QML is still making it: what is signalled then is only noted. GUI thread only.
  */
 class QuickSurvey final : private SignalReceiver {
 public:

@@ -10,8 +10,8 @@ namespace UIControls {
 class QuickSurvey;
 class QuickUses;
 
-/** The half of the extension that knows Qt Quick: hands events to what finds its views and controls (QuickSurvey) and
- * to what counts their uses (QuickUses). GUI thread only. */
+/** The half of the extension that knows Qt Quick: hands events to what finds its views and controls
+ * (QuickSurvey) and to what counts their uses (QuickUses). GUI thread only. */
 class QuickTracker final : public ControlsTracker {
 public:
     explicit QuickTracker(const TrackerServices& services);

@@ -1,13 +1,13 @@
-#include "quickuses.h"
+#include "qtuicontrols/quick/quickuses.h"
 
 #include "qtuicontrols/controlstracker.h"
-#include "quickclass.h"
-#include "quickgesture.h"
-#include "quickjudge.h"
-#include "quickmotions.h"
-#include "quickplaces.h"
-#include "quicksignals.h"
-#include "quickuseslots.h"
+#include "qtuicontrols/quick/quickclass.h"
+#include "qtuicontrols/quick/quickgesture.h"
+#include "qtuicontrols/quick/quickjudge.h"
+#include "qtuicontrols/quick/quickmotions.h"
+#include "qtuicontrols/quick/quickplaces.h"
+#include "qtuicontrols/quick/quicksignals.h"
+#include "qtuicontrols/quick/quickuseslots.h"
 
 #include <QGuiApplication>
 #include <QMouseEvent>

@@ -1,12 +1,12 @@
-#include "quickuseslots.h"
+#include "qtuicontrols/quick/quickuseslots.h"
 
 #include "qtuicontrols/eventkinds.h"
-#include "quickclass.h"
-#include "quickgesture.h"
-#include "quickjudge.h"
-#include "quickmotions.h"
-#include "quickparts.h"
-#include "quickplaces.h"
+#include "qtuicontrols/quick/quickclass.h"
+#include "qtuicontrols/quick/quickgesture.h"
+#include "qtuicontrols/quick/quickjudge.h"
+#include "qtuicontrols/quick/quickmotions.h"
+#include "qtuicontrols/quick/quickparts.h"
+#include "qtuicontrols/quick/quickplaces.h"
 
 #include <QStringList>
 #include <QVariant>

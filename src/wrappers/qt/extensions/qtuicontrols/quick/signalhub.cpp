@@ -1,4 +1,4 @@
-#include "signalhub.h"
+#include "qtuicontrols/quick/signalhub.h"
 
 #include <QMetaObject>
 #include <QQuickItem>

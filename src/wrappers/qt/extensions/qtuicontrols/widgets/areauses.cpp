@@ -1,4 +1,4 @@
-#include "areauses.h"
+#include "qtuicontrols/widgets/areauses.h"
 
 #include "qtuicontrols/widgets/ownclass.h"
 #include "qtuicontrols/widgets/usecounter.h"
@@ -10,10 +10,10 @@
 #include <QAbstractScrollArea>
 #include <QApplication>
 #include <QDockWidget>
+#include <QEvent>
 #include <QGraphicsObject>
 #include <QGraphicsProxyWidget>
 #include <QGraphicsScene>
-#include <QEvent>
 #include <QGraphicsView>
 #include <QLabel>
 #include <QLineEdit>

@@ -1,4 +1,4 @@
-#include "buttonrelations.h"
+#include "qtuicontrols/widgets/buttonrelations.h"
 
 #include <QAbstractButton>
 #include <QButtonGroup>

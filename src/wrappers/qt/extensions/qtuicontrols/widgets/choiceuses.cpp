@@ -1,4 +1,4 @@
-#include "choiceuses.h"
+#include "qtuicontrols/widgets/choiceuses.h"
 
 #include "qtuicontrols/widgets/lazyconnections.h"
 #include "qtuicontrols/widgets/partelements.h"

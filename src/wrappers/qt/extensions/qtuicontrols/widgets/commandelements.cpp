@@ -1,4 +1,4 @@
-#include "commandelements.h"
+#include "qtuicontrols/widgets/commandelements.h"
 
 #include "qtuicontrols/widgets/textmenus.h"
 #include "tracking/classname.h"

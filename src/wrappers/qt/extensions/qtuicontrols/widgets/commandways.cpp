@@ -1,4 +1,4 @@
-#include "commandways.h"
+#include "qtuicontrols/widgets/commandways.h"
 
 #include <QAction>
 #include <QLineEdit>

@@ -1,4 +1,4 @@
-#include "menuinput.h"
+#include "qtuicontrols/widgets/menuinput.h"
 
 #include <QAction>
 #include <QKeyEvent>

@@ -1,4 +1,4 @@
-#include "ownclass.h"
+#include "qtuicontrols/widgets/ownclass.h"
 
 #include <QHash>
 #include <QWidget>

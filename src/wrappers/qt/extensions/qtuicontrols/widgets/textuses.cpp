@@ -1,4 +1,4 @@
-#include "textuses.h"
+#include "qtuicontrols/widgets/textuses.h"
 
 #include "qtuicontrols/widgets/lazyconnections.h"
 #include "qtuicontrols/widgets/usecounter.h"

@@ -1,4 +1,4 @@
-#include "usecounter.h"
+#include "qtuicontrols/widgets/usecounter.h"
 
 #include "qtuicontrols/controlstracker.h"
 #include "qtuicontrols/widgets/textmenus.h"

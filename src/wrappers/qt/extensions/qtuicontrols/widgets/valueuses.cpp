@@ -1,4 +1,4 @@
-#include "valueuses.h"
+#include "qtuicontrols/widgets/valueuses.h"
 
 #include "qtuicontrols/widgets/lazyconnections.h"
 #include "qtuicontrols/widgets/usecounter.h"

@@ -1,4 +1,4 @@
-#include "widgetowners.h"
+#include "qtuicontrols/widgets/widgetowners.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>

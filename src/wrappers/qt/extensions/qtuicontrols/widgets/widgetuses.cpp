@@ -1,4 +1,4 @@
-#include "widgetuses.h"
+#include "qtuicontrols/widgets/widgetuses.h"
 
 #include "qtuicontrols/controlstracker.h"
 #include "qtuicontrols/eventkinds.h"
