@@ -10,11 +10,11 @@
 #include <cstdint>
 
 using RecordingFormat::ArgumentTag;
+using Uicov::Recording::decodeRecord;
+using Uicov::Recording::DecodingResult;
 using Uicov::Recording::HookArgument;
 using Uicov::Recording::HookMessage;
 using Uicov::Recording::Record;
-using Uicov::Recording::RecordDecoder::decode;
-using Uicov::Recording::RecordDecoder::Result;
 using Vorsk::RecordStream::RecordKind;
 using Vorsk::UIAbstraction::ElementWalk;
 using Vorsk::UIAbstraction::UIElement;
@@ -47,9 +47,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const qint32 kind = data[0];
     const QByteArray payload(reinterpret_cast<const char*>(data + 1), static_cast<int>(size - 1));
     Record record;
-    const Result result = decode(messageOf(kind, payload), record);
-    FUZZ_CHECK(result != Result::Foreign);
-    if (result != Result::Sound) {
+    const DecodingResult result = decodeRecord(messageOf(kind, payload), record);
+    FUZZ_CHECK(result != DecodingResult::Foreign);
+    if (result != DecodingResult::Sound) {
         return 0;
     }
     Fuzz::Acceptance::note();

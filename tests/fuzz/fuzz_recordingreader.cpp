@@ -25,12 +25,11 @@ struct Outcome {
 };
 
 void decodeBody(const Frame& frame) {
-    namespace FrameDecoder = Uicov::Recording::FrameDecoder;
-    FrameDecoder::process(frame.body);
-    FrameDecoder::message(frame.body);
-    FrameDecoder::log(frame.body);
-    FrameDecoder::mark(frame.body);
-    FrameDecoder::end(frame.body);
+    Uicov::Recording::decodeProcess(frame.body);
+    Uicov::Recording::decodeMessage(frame.body);
+    Uicov::Recording::decodeLog(frame.body);
+    Uicov::Recording::decodeMark(frame.body);
+    Uicov::Recording::decodeEnd(frame.body);
 }
 
 Outcome read(const QString& path) {

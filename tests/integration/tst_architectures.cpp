@@ -11,7 +11,6 @@
 
 using Name = GuiSession::Name;
 using Uicov::Recording::RecordingReader;
-using Uicov::Runs::ElementKey;
 using Uicov::Runs::Hit;
 using Uicov::Runs::KeyWalk;
 using Uicov::Runs::Run;
@@ -25,12 +24,9 @@ const QString actualFolder = QStringLiteral(UICOV_BINARY_DIR "/gold-actual/archi
 
 /** Each key with how often which of its events happened, the announced ones in any case. */
 QStringList keysAndCounts(const Run& run) {
-    QStringList keys;
     QStringList lines;
     const std::vector<KeyWalk::Place> places = KeyWalk(run).places();
     for (const KeyWalk::Place& place : places) {
-        const QString step = place.step.toKey();
-        keys.append(place.above < 0 ? step : keys.at(place.above) + ElementKey::separator() + step);
         const RunElement& element = run.element(place.element);
         QMap<QString, qint64> counts;
         for (const QString& event : element.events) {
@@ -39,7 +35,7 @@ QStringList keysAndCounts(const Run& run) {
         for (const Hit& hit : element.hits) {
             counts[hit.event] += hit.count;
         }
-        QString line = keys.last();
+        QString line = place.key;
         for (auto it = counts.cbegin(); it != counts.cend(); ++it) {
             line += QStringLiteral(" %1=%2").arg(it.key()).arg(it.value());
         }

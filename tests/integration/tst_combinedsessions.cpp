@@ -18,7 +18,6 @@
 
 using Name = GuiSession::Name;
 using TestLib::CommandRunner;
-using Uicov::Runs::ElementKey;
 using Uicov::Runs::Hit;
 using Uicov::Runs::KeyWalk;
 using Uicov::Runs::Run;
@@ -55,15 +54,12 @@ using KnownKeys = QMap<QString, Known>;
 /** By counting here what happened to each key, apart from what the report does. */
 void addKeys(const Run& run, KnownKeys& known) {
     const std::vector<KeyWalk::Place> places = KeyWalk(run).places();
-    QStringList keys;
     for (const KeyWalk::Place& place : places) {
-        const QString step = place.step.toKey();
-        keys.append(place.above < 0 ? step : keys.at(place.above) + ElementKey::separator() + step);
         const RunElement& element = run.element(place.element);
         if (element.isTransparentNode || element.events.isEmpty()) {
             continue;
         }
-        Known& key = known[keys.last()];
+        Known& key = known[place.key];
         for (const QString& event : element.events) {
             key.announced.insert(event);
         }

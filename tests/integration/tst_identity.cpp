@@ -10,7 +10,6 @@
 
 #include <algorithm>
 
-using Uicov::Runs::ElementKey;
 using Uicov::Runs::KeyWalk;
 
 namespace {
@@ -32,12 +31,8 @@ Keys keysOf(const Uicov::Runs::Run& run) {
     QStringList keys;
     QStringList structures;
     for (const KeyWalk::Place& place : places) {
-        const QString key = place.step.toKey();
-        const QString structure = place.structure.toKey();
-        keys.append(place.above < 0 ? key : keys.at(place.above) + ElementKey::separator() + key);
-        structures.append(place.above < 0
-                              ? structure
-                              : structures.at(place.above) + ElementKey::separator() + structure);
+        keys.append(place.key);
+        structures.append(place.structureKey);
     }
     for (QStringList* list : {&keys, &structures}) {
         list->removeDuplicates();

@@ -66,7 +66,7 @@ class TestKill : public TestLib::TestCase {
             if (frame.type != RecordingFormat::FrameType::Message) {
                 continue;
             }
-            const auto message = Uicov::Recording::FrameDecoder::message(frame.body);
+            const auto message = Uicov::Recording::decodeMessage(frame.body);
             if (!message || message->arguments.at(0).integer != messages ||
                 message->arguments.at(1).bytes != payloadOf(messages)) {
                 return -1;

@@ -10,7 +10,6 @@
 
 using RecordingFormat::FrameType;
 using Uicov::Recording::Frame;
-namespace FrameDecoder = Uicov::Recording::FrameDecoder;
 using Uicov::Recording::RecordingReader;
 using Uicov::Runs::Run;
 
@@ -88,7 +87,7 @@ class TestMarks : public TestLib::TestCase {
             if (frame.type == FrameType::Message) {
                 contexts.append(current);
             } else if (frame.type == FrameType::Mark) {
-                current = *FrameDecoder::mark(frame.body);
+                current = *Uicov::Recording::decodeMark(frame.body);
             }
         }
         return contexts;

@@ -104,7 +104,7 @@ Run panelRun(int number) {
 }
 
 Run hostileRun() {
-    const QString odd = Uicov::Runs::StoredText::of(
+    const QString odd = Uicov::Runs::storedText(
         QStringLiteral("<script>alert(\"1\")</script>&'|`*_[x](y)") + QChar(0x1b) +
         QStringLiteral("[31m") + QChar(0) + QChar(0x202e) + QStringLiteral("שלום") + QChar(0xd800) +
         QStringLiteral(" ]]> --> %1 \\"));

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <iterator>
 
-namespace Uicov::Base::DisplayText {
+namespace Uicov::Base {
 
 namespace {
 
@@ -110,7 +110,7 @@ QString escaped(const QString& text) {
     return result;
 }
 
-int width(const QString& text) {
+int displayWidth(const QString& text) {
     int columns = 0;
     const QVector<uint> points = codePoints(text);
     for (const uint codePoint : points) {
@@ -120,7 +120,7 @@ int width(const QString& text) {
 }
 
 QString elided(const QString& text, int columns) {
-    if (columns < 1 || width(text) <= columns) {
+    if (columns < 1 || displayWidth(text) <= columns) {
         return text;
     }
     const QVector<uint> points = codePoints(text);
@@ -140,11 +140,11 @@ QString elided(const QString& text, int columns) {
 }
 
 QString padded(const QString& text, int columns) {
-    return text + QString(qMax(0, columns - width(text)), QLatin1Char(' '));
+    return text + QString(qMax(0, columns - displayWidth(text)), QLatin1Char(' '));
 }
 
 QString paddedLeft(const QString& text, int columns) {
-    return QString(qMax(0, columns - width(text)), QLatin1Char(' ')) + text;
+    return QString(qMax(0, columns - displayWidth(text)), QLatin1Char(' ')) + text;
 }
 
-} // namespace Uicov::Base::DisplayText
+} // namespace Uicov::Base

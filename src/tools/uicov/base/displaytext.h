@@ -2,13 +2,9 @@
 
 #include <QString>
 
+// Makes texts of applications fit to be printed: they are data, and must neither break a line nor
+// reach a terminal as a command.
 namespace Uicov::Base {
-
-/**
- * Makes texts of applications fit to be printed: they are data, and must neither break a line nor
- * reach a terminal as a command.
- */
-namespace DisplayText {
 
 /**
  * Everything that is no visible character or plain space written as an escape: \n, \t, \r, \\,
@@ -21,12 +17,10 @@ QString elided(const QString& text, int columns);
 
 /** Columns of a terminal that the text takes: two for East Asian wide characters, none for
  * combining ones. */
-int width(const QString& text);
+int displayWidth(const QString& text);
 
 /** Padded with spaces on the right, or on the left, to at least that many columns. */
 QString padded(const QString& text, int columns);
 QString paddedLeft(const QString& text, int columns);
-
-} // namespace DisplayText
 
 } // namespace Uicov::Base

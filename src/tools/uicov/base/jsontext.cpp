@@ -1,6 +1,6 @@
 #include "base/jsontext.h"
 
-namespace Uicov::Base::JsonText {
+namespace Uicov::Base {
 
 namespace {
 
@@ -18,7 +18,7 @@ bool isControl(const QByteArray& json, int position) {
 
 } // namespace
 
-QByteArray of(const QJsonDocument& document, QJsonDocument::JsonFormat format) {
+QByteArray jsonText(const QJsonDocument& document, QJsonDocument::JsonFormat format) {
     const QByteArray json = document.toJson(format);
     QByteArray result;
     int done = 0;
@@ -33,4 +33,4 @@ QByteArray of(const QJsonDocument& document, QJsonDocument::JsonFormat format) {
     return done == 0 ? json : result + json.mid(done);
 }
 
-} // namespace Uicov::Base::JsonText
+} // namespace Uicov::Base

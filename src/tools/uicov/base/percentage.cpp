@@ -4,15 +4,15 @@
 
 namespace Uicov::Base {
 
-double Percentage::exact(int part, int whole) {
+double exactPercent(int part, int whole) {
     constexpr double all = 100;
     return whole == 0 ? all : all * part / whole;
 }
 
-QString Percentage::number(int part, int whole, int digits) {
+QString percentNumber(int part, int whole, int digits) {
     constexpr double all = 100;
     const double step = std::pow(10, -digits);
-    const double rounded = std::round(exact(part, whole) / step) * step;
+    const double rounded = std::round(exactPercent(part, whole) / step) * step;
     if (rounded <= 0 && part > 0) {
         return QString::number(step, 'f', digits);
     }
@@ -22,8 +22,8 @@ QString Percentage::number(int part, int whole, int digits) {
     return QString::number(rounded, 'f', digits);
 }
 
-QString Percentage::text(int part, int whole, int digits) {
-    return whole == 0 ? QStringLiteral("-") : number(part, whole, digits) + QLatin1Char('%');
+QString percentText(int part, int whole, int digits) {
+    return whole == 0 ? QStringLiteral("-") : percentNumber(part, whole, digits) + QLatin1Char('%');
 }
 
 } // namespace Uicov::Base

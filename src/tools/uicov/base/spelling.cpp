@@ -6,7 +6,7 @@
 
 namespace Uicov::Base {
 
-int Spelling::distance(const QString& written, const QString& known) {
+int editDistance(const QString& written, const QString& known) {
     std::vector<int> row(static_cast<std::size_t>(known.size()) + 1);
     std::iota(row.begin(), row.end(), 0);
     for (int line = 0; line < written.size(); ++line) {
@@ -23,10 +23,10 @@ int Spelling::distance(const QString& written, const QString& known) {
     return row.back();
 }
 
-QString Spelling::nearest(const QString& written, const QStringList& choices) {
+QString nearestSpelling(const QString& written, const QStringList& choices) {
     const auto it =
         std::min_element(choices.cbegin(), choices.cend(), [&](const auto& one, const auto& other) {
-            return distance(written, one) < distance(written, other);
+            return editDistance(written, one) < editDistance(written, other);
         });
     return it == choices.cend() ? QString() : *it;
 }

@@ -91,7 +91,7 @@ int CombineCommand::run(Console::Terminal& terminal) {
                                        "them; see uicov combine --help")});
         return Failed;
     }
-    const QString output = Store::DataFilePath::of(m_output);
+    const QString output = Store::dataFilePath(m_output);
     const QStringList paths = inputs(output, terminal);
     if (paths.isEmpty()) {
         return Failed;
@@ -156,8 +156,7 @@ int CombineCommand::combine(const QStringList& paths, const QString& output,
                           .arg(combiner.knownRuns())
                           .arg(counted(m_usedFiles, "file", "files")));
         terminal.note(
-            (QStringLiteral("next: uicov report -m ") + Store::DataFilePath::asArgument(output))
-                .trimmed());
+            (QStringLiteral("next: uicov report -m ") + Store::dataFileArgument(output)).trimmed());
     }
     if (m_isStrict && m_skippedFiles + m_damagedFiles > 0) {
         return PartialData;

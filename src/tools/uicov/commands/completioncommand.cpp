@@ -12,7 +12,7 @@ using Base::Message;
 using Cli::Done;
 using Cli::Failed;
 using Cli::setUsage;
-using Help::Completion::Shell;
+using Help::Shell;
 
 namespace {
 
@@ -60,7 +60,7 @@ int CompletionCommand::run(Console::Terminal& terminal) {
         return Failed;
     }
     const Help::Vocabulary vocabulary(*m_app);
-    if (!terminal.write(Help::Completion::script(shellOf(m_shell), vocabulary))) {
+    if (!terminal.write(Help::completionScript(shellOf(m_shell), vocabulary))) {
         terminal.error({Message::OutputNotWritable,
                         QStringLiteral("standard output: not everything could be written")});
         return Failed;

@@ -76,11 +76,10 @@ void DiffCommand::sayNext(const Coverage::Comparison& comparison,
     if (m_output != "-" || !terminal.isErrorTerminal() || changes.isEmpty()) {
         return;
     }
-    QString next = QStringLiteral("next: uicov explain ") +
-                   Store::DataFilePath::shellQuoted(changes.first().key);
+    QString next = QStringLiteral("next: uicov explain ") + Store::shellQuoted(changes.first().key);
     if (m_options.files().size() > 1) {
-        next += QLatin1Char(' ') + Store::DataFilePath::shellQuoted(
-                                       QFile::decodeName(m_options.files().back().c_str()));
+        next += QLatin1Char(' ') +
+                Store::shellQuoted(QFile::decodeName(m_options.files().back().c_str()));
     }
     terminal.note(next);
 }
@@ -126,7 +125,9 @@ int DiffCommand::run(Console::Terminal& terminal) {
     for (const QString& kind : qAsConst(failOn)) {
         const int count = comparison.count(kind);
         gates.append({QStringLiteral("fail-on ") + kind,
-                      QStringLiteral("%1 elements are %2").arg(count).arg(kind), count == 0, -1});
+                      QStringLiteral("%1 elements are %2").arg(count).arg(kind),
+                      count == 0,
+                      {}});
     }
     CoverageOptions::tell(gates, terminal);
     sayNext(comparison, terminal);

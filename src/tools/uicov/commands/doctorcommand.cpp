@@ -19,9 +19,9 @@
 
 namespace Uicov::Commands {
 
+using Base::escaped;
 using Base::Message;
-using Base::DisplayText::escaped;
-using Base::DisplayText::padded;
+using Base::padded;
 using Cli::Done;
 using Cli::Failed;
 using Cli::setUsage;
@@ -121,7 +121,7 @@ QString jsonOf(const QVector<Section>& sections) {
         {QStringLiteral("warnings"), count(sections, Result::Warning)},
         {QStringLiteral("checks"), checks},
     };
-    return QString::fromUtf8(Base::JsonText::of(QJsonDocument(document)));
+    return QString::fromUtf8(Base::jsonText(QJsonDocument(document)));
 }
 
 } // namespace
@@ -159,7 +159,7 @@ int DoctorCommand::run(Console::Terminal& terminal) {
         return Failed;
     }
     const Launch::Installation installation(QFile::decodeName(m_libraryFolder.c_str()));
-    const QString output = Store::DataFilePath::of(m_output);
+    const QString output = Store::dataFilePath(m_output);
     const Doctor::Diagnosis doctor(installation, output);
     QVector<Section> sections{{QStringLiteral("installation"), doctor.examineInstallation()},
                               {QStringLiteral("machine"), doctor.examineMachine()}};
@@ -179,8 +179,7 @@ int DoctorCommand::run(Console::Terminal& terminal) {
         const QString application = m_applications.empty()
                                         ? QStringLiteral("APP")
                                         : QFile::decodeName(m_applications.front().c_str());
-        terminal.note(QStringLiteral("next: uicov run -- ") +
-                      Store::DataFilePath::shellQuoted(application));
+        terminal.note(QStringLiteral("next: uicov run -- ") + Store::shellQuoted(application));
     }
     return Done;
 }

@@ -41,7 +41,7 @@ Examples:
   uicov dump --format json | jq -c 'select(.hits[0])')";
 
 QString lineOf(const QJsonObject& object) {
-    return QString::fromUtf8(Base::JsonText::of(QJsonDocument(object), QJsonDocument::Compact)) +
+    return QString::fromUtf8(Base::jsonText(QJsonDocument(object), QJsonDocument::Compact)) +
            QLatin1Char('\n');
 }
 
@@ -94,7 +94,7 @@ int DumpCommand::run(Console::Terminal& terminal) {
         paths.append(QFile::decodeName(file.c_str()));
     }
     if (paths.isEmpty()) {
-        paths.append(Store::DataFilePath::current());
+        paths.append(Store::currentDataFile());
     }
     m_isOneOfSeveral = paths.size() > 1;
     Cli::OutputFile output(QFile::decodeName(m_output.c_str()));
@@ -129,7 +129,7 @@ void DumpCommand::sayNext(const QStringList& paths, Console::Terminal& terminal)
     }
     QString next = QStringLiteral("next: uicov report -m");
     for (const QString& path : paths) {
-        const QString argument = Store::DataFilePath::asArgument(path);
+        const QString argument = Store::dataFileArgument(path);
         next += argument.isEmpty() ? QString() : QLatin1Char(' ') + argument;
     }
     terminal.note(next);
@@ -156,7 +156,7 @@ int DumpCommand::dumpRecording(const QString& path, Cli::OutputFile& output,
     Dump::MessagePrinter printer;
     Recording::Frame frame;
     while (!output.hasFailed() && reader.next(frame)) {
-        output.write(isForTools() ? lineOf(Dump::MessageJson::object(frame))
+        output.write(isForTools() ? lineOf(Dump::frameJson(frame))
                                   : printer.print(frame) + QLatin1Char('\n'));
     }
     const Ending& ending = reader.ending();
@@ -193,11 +193,11 @@ int DumpCommand::dumpDataFile(const QString& path, Cli::OutputFile& output,
         }
         hasPartial = hasPartial || !run.isComplete;
         if (isForTools()) {
-            for (const QJsonObject& object : Dump::RunPrinter::objects(run)) {
+            for (const QJsonObject& object : Dump::runObjects(run)) {
                 output.write(lineOf(object));
             }
         } else {
-            output.write(Dump::RunPrinter::lines(run).join(QLatin1Char('\n')) + QLatin1Char('\n'));
+            output.write(Dump::runLines(run).join(QLatin1Char('\n')) + QLatin1Char('\n'));
         }
         progress.advance();
     }

@@ -48,7 +48,7 @@ bool isMeant(const Run& run, const QStringList& uuids, const QStringList& labels
 
 /** Names the command that fills the data file anew. */
 QString nextRun(const QString& path) {
-    const QString argument = Store::DataFilePath::asArgument(path);
+    const QString argument = Store::dataFileArgument(path);
     return QStringLiteral("next: uicov run ") +
            (argument.isEmpty() ? QString() : QStringLiteral("-o ") + argument + QLatin1Char(' ')) +
            QStringLiteral("-- APP");
@@ -101,8 +101,8 @@ int EraseCommand::run(Console::Terminal& terminal) {
                                                           "see uicov erase --help")});
         return Failed;
     }
-    const QString path = m_files.empty() ? Store::DataFilePath::current()
-                                         : QFile::decodeName(m_files.front().c_str());
+    const QString path =
+        m_files.empty() ? Store::currentDataFile() : QFile::decodeName(m_files.front().c_str());
     if (!QFileInfo::exists(path)) {
         terminal.error({Message::InputMissing,
                         path + QStringLiteral(": there is no such file; nothing is erased")});
@@ -174,7 +174,7 @@ int EraseCommand::eraseRuns(const QString& path, Console::Terminal& terminal) co
             QStringLiteral("%1 of %2 runs erased from %3").arg(erased).arg(uuids.size()).arg(path));
         terminal.note(erased == uuids.size() ? nextRun(path)
                                              : (QStringLiteral("next: uicov report -m ") +
-                                                Store::DataFilePath::asArgument(path))
+                                                Store::dataFileArgument(path))
                                                    .trimmed());
     }
     return Done;

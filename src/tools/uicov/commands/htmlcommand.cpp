@@ -223,7 +223,7 @@ void HtmlCommand::tell(const PageModel& model, const QString& page,
     terminal.note(page + QStringLiteral(" shows ") +
                   counted(model.totals.elements, "element", "elements") + QStringLiteral(" in ") +
                   counted(model.windows.size(), "window", "windows"));
-    terminal.note(QStringLiteral("next: xdg-open ") + Store::DataFilePath::shellQuoted(page));
+    terminal.note(QStringLiteral("next: xdg-open ") + Store::shellQuoted(page));
 }
 
 } // namespace Uicov::Commands

@@ -75,7 +75,7 @@ int MarkCommand::run(Console::Terminal& terminal) {
         Recording::RecordingOutput(run->recording).recordingsOf(run->session);
     int marked = 0;
     for (const QString& recording : recordings) {
-        marked += Recording::MarkWriter::append(recording, name) ? 1 : 0;
+        marked += Recording::appendMark(recording, name) ? 1 : 0;
     }
     if (isSet) { // between two processes of a run there may be none to mark
         sayNext(terminal);
@@ -104,9 +104,9 @@ void MarkCommand::sayNext(Console::Terminal& terminal) const {
         return;
     }
     const QString output =
-        m_output.empty() ? QString()
-                         : QStringLiteral(" -o ") +
-                               Store::DataFilePath::shellQuoted(QString::fromStdString(m_output));
+        m_output.empty()
+            ? QString()
+            : QStringLiteral(" -o ") + Store::shellQuoted(QString::fromStdString(m_output));
     terminal.note(QStringLiteral("next: uicov mark") + output + QStringLiteral(" --end"));
 }
 
@@ -118,7 +118,7 @@ std::optional<RunFolder::Info> MarkCommand::findRun(Console::Terminal& terminal)
         }
     }
     const QString dataFile =
-        m_output.empty() ? Store::DataFilePath::current() : Store::DataFilePath::of(m_output);
+        m_output.empty() ? Store::currentDataFile() : Store::dataFilePath(m_output);
     const QStringList folders = RunFolder::foldersOf(dataFile, true);
     if (folders.size() > 1) {
         terminal.error({Message::NoRunGoing,

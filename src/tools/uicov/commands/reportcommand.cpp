@@ -157,8 +157,8 @@ bool ReportCommand::writeAll(const CoverageResult& coverage, const Gates& gates,
     });
     outputs.add(m_badge, [&](bool) {
         const Coverage::CoverageTree::Totals totals = coverage.tree().totals();
-        return Report::Badge::toBytes(QStringLiteral("GUI coverage"), totals.used, totals.elements,
-                                      m_precision);
+        return Report::badgeSvg(QStringLiteral("GUI coverage"), totals.used, totals.elements,
+                                m_precision);
     });
     outputs.add(m_markdown, [&](bool) { return markdown(coverage, gates).toUtf8(); });
     return outputs.write();
@@ -168,11 +168,10 @@ QString ReportCommand::text(const CoverageResult& coverage, const Gates& /*gates
                             bool isTerminal) const {
     if (m_format == "total") {
         const Coverage::CoverageTree::Totals totals = coverage.tree().totals();
-        return Base::Percentage::number(totals.used, totals.elements, m_precision) +
-               QLatin1Char('\n');
+        return Base::percentNumber(totals.used, totals.elements, m_precision) + QLatin1Char('\n');
     }
     if (m_byContext) {
-        return Report::ContextTable::toString(coverage.tree());
+        return Report::contextTable(coverage.tree());
     }
     Report::TextReport report(coverage.tree());
     report.setListsMissed(m_listsMissed);
@@ -189,7 +188,7 @@ QString ReportCommand::text(const CoverageResult& coverage, const Gates& /*gates
 
 QString ReportCommand::markdown(const CoverageResult& coverage, const Gates& gates) const {
     if (m_byContext) {
-        return Report::ContextTable::toMarkdown(coverage.tree());
+        return Report::contextTableMarkdown(coverage.tree());
     }
     Report::MarkdownReport report(coverage);
     report.setListsContexts(m_showsContexts);
@@ -220,7 +219,7 @@ QStringList ReportCommand::notes(const CoverageResult& coverage) const {
     }
     if (!patterns.isEmpty()) {
         notes.append(QStringLiteral("Only what happened in contexts like this is counted: ") +
-                     Base::DisplayText::escaped(patterns.join(QStringLiteral(", "))));
+                     Base::escaped(patterns.join(QStringLiteral(", "))));
     }
     int ignored = 0;
     for (const CoverageResult::RuleUse& use : coverage.ruleUses()) {
@@ -247,8 +246,7 @@ QStringList ReportCommand::notes(const CoverageResult& coverage) const {
                                               : QStringLiteral("; list them with --warnings.")));
     }
     for (auto it = lines.cbegin(); m_listsWarnings && it != lines.cend(); ++it) {
-        notes.append(QStringLiteral("  %1 x ").arg(it.value(), 6) +
-                     Base::DisplayText::escaped(it.key()));
+        notes.append(QStringLiteral("  %1 x ").arg(it.value(), 6) + Base::escaped(it.key()));
     }
     return notes;
 }

@@ -54,7 +54,7 @@ QString asArguments(const QStringList& recordings, const QString& runFolder) {
         QFileInfo(recordings.value(0)).absolutePath() == QFileInfo(runFolder).absoluteFilePath();
     QString arguments;
     for (const QString& path : areInFolder ? QStringList{runFolder} : recordings) {
-        arguments += QLatin1Char(' ') + Store::DataFilePath::shellQuoted(path);
+        arguments += QLatin1Char(' ') + Store::shellQuoted(path);
     }
     return arguments;
 }
@@ -149,7 +149,7 @@ int RunCommand::run(Console::Terminal& terminal) {
 }
 
 std::optional<Problem> RunCommand::checkOptions() const {
-    const QString output = Store::DataFilePath::of(m_output);
+    const QString output = Store::dataFilePath(m_output);
     if (output.endsWith(QLatin1String(".uirec"))) {
         return Problem{Message::WrongUse,
                        QStringLiteral("-o names the data file, and %1 looks like a recording; to "
@@ -187,7 +187,7 @@ int RunCommand::record(Launch::Application& application, Console::Terminal& term
     constexpr int uuidLength = 36;
     const QString session = QUuid::createUuid().toString().mid(1, uuidLength);
     Launch::RunFolder folder;
-    if (const auto problem = folder.create(Store::DataFilePath::of(m_output), session)) {
+    if (const auto problem = folder.create(Store::dataFilePath(m_output), session)) {
         return fail(*problem);
     }
     const Launch::Installation installation(QFile::decodeName(m_libraryFolder.c_str()));
@@ -248,12 +248,11 @@ QString RunCommand::causeOfSilence(Launch::Application& application, int signal,
             .arg(output.absolutePath());
     }
     const Launch::Installation installation(QFile::decodeName(m_libraryFolder.c_str()));
-    const QStringList causes = Doctor::Diagnosis(installation, Store::DataFilePath::of(m_output))
+    const QStringList causes = Doctor::Diagnosis(installation, Store::dataFilePath(m_output))
                                    .likelyCauses(application, signal);
-    return causes.first() + (causes.size() > 1
-                                 ? QStringLiteral("; next: uicov doctor ") +
-                                       Store::DataFilePath::shellQuoted(application.path())
-                                 : QString());
+    return causes.first() + (causes.size() > 1 ? QStringLiteral("; next: uicov doctor ") +
+                                                     Store::shellQuoted(application.path())
+                                               : QString());
 }
 
 QString RunCommand::causeOfEmptiness(const RunKeeper& keeper) {
@@ -265,14 +264,13 @@ QString RunCommand::causeOfEmptiness(const RunKeeper& keeper) {
 int RunCommand::conclude(Launch::Application& application, const Launch::ChildProcess& process,
                          const QStringList& recordings, Launch::RunFolder& folder,
                          Console::Terminal& terminal) const {
-    const QString dataFile = Store::DataFilePath::of(m_output);
+    const QString dataFile = Store::dataFilePath(m_output);
     RunKeeper keeper(dataFile, m_appends, terminal);
     if (const auto problem = keeper.keep(recordings)) {
         terminal.error(*problem);
         folder.keep();
         terminal.note(QStringLiteral("what was recorded is kept; next: uicov combine -a -o ") +
-                      Store::DataFilePath::shellQuoted(dataFile) +
-                      asArguments(recordings, folder.path()));
+                      Store::shellQuoted(dataFile) + asArguments(recordings, folder.path()));
         return process.exitCode() == 0 ? Failed : process.exitCode();
     }
     if (keeper.records() == 0) {
@@ -308,12 +306,10 @@ void RunCommand::tell(const RunKeeper& keeper, const Launch::ChildProcess& proce
     for (const QString& path : left) {
         terminal.note(QStringLiteral("an earlier run could not be finished; add what it recorded "
                                      "with: uicov combine -a -o %1 %2, then remove the folder")
-                          .arg(Store::DataFilePath::shellQuoted(dataFile),
-                               Store::DataFilePath::shellQuoted(path)));
+                          .arg(Store::shellQuoted(dataFile), Store::shellQuoted(path)));
     }
     terminal.note(
-        (QStringLiteral("next: uicov report -m ") + Store::DataFilePath::asArgument(dataFile))
-            .trimmed());
+        (QStringLiteral("next: uicov report -m ") + Store::dataFileArgument(dataFile)).trimmed());
 }
 
 } // namespace Uicov::Commands

@@ -49,11 +49,11 @@ void Terminal::showStatus(const QString& text) {
     if (!isErrorTerminal()) {
         return;
     }
-    const QString line = QStringLiteral("uicov: ") + Base::DisplayText::escaped(text);
+    const QString line = QStringLiteral("uicov: ") + Base::escaped(text);
     // The last column stays free: some terminals go to the next line when it is filled.
     const int columns = errorColumns() - 1;
     m_showsStatus = true;
-    writeError(lineEraser + Base::DisplayText::elided(line, columns).toUtf8());
+    writeError(lineEraser + Base::elided(line, columns).toUtf8());
 }
 
 void Terminal::clearStatus() {
@@ -79,13 +79,12 @@ void Terminal::report(Severity severity, const Problem& problem) {
             isError ? QStringLiteral("\x1b[1;31m") : QStringLiteral("\x1b[1;33m");
         word = colour + word + QStringLiteral("\x1b[0m");
     }
-    writeLine(QStringLiteral("uicov: ") + word + QLatin1Char(' ') +
-              Base::DisplayText::escaped(problem.text) + QStringLiteral(" [") +
-              messageName(problem.message) + QLatin1Char(']'));
+    writeLine(QStringLiteral("uicov: ") + word + QLatin1Char(' ') + Base::escaped(problem.text) +
+              QStringLiteral(" [") + messageName(problem.message) + QLatin1Char(']'));
 }
 
 void Terminal::note(const QString& text) {
-    writeLine(QStringLiteral("uicov: ") + Base::DisplayText::escaped(text));
+    writeLine(QStringLiteral("uicov: ") + Base::escaped(text));
 }
 
 bool Terminal::write(const QString& text) {

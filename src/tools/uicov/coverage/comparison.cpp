@@ -30,15 +30,15 @@ using Entries = QMap<Identity, Entry>;
 Entries entriesOf(const CoverageResult& coverage) {
     Entries entries;
     const CoverageTree& tree = coverage.tree();
-    const QList<int> windows = tree.windows();
-    for (const int window : windows) {
-        for (const int node : tree.nodesOf(window)) {
+    const QList<WindowId> windows = tree.windows();
+    for (const WindowId window : windows) {
+        for (const NodeId node : tree.nodesOf(window)) {
             if (!tree.counts(node)) {
                 continue;
             }
             const CoverageTree::Node& element = tree.node(node);
             const QString above =
-                element.parent < 0 ? QString() : tree.keyOf(element.parent).toKey();
+                element.parent == NodeId::None ? QString() : tree.keyOf(element.parent).toKey();
             entries.insert(qMakePair(tree.node(window).application, tree.keyOf(node).toKey()),
                            {tree.stateOf(node), element.structureKey, element.type, above,
                             element.step.label});
@@ -89,7 +89,7 @@ int mostAlike(const QString& label, const QVector<Identity>& names, const Entrie
         if (qAbs(label.size() - other.size()) * share > longest) {
             continue; // they differ in that much at least
         }
-        const int distance = Base::Spelling::distance(label, other);
+        const int distance = Base::editDistance(label, other);
         if (distance * share <= longest && (nearest < 0 || distance < least)) {
             nearest = i;
             least = distance;

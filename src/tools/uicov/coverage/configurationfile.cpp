@@ -57,7 +57,7 @@ public:
                          .arg(name.isEmpty() ? QStringLiteral("section") : QStringLiteral("key"),
                               key,
                               name.isEmpty() ? QString() : QStringLiteral(" in [%1]").arg(name),
-                              Base::Spelling::nearest(key, handlers.keys())));
+                              Base::nearestSpelling(key, handlers.keys())));
                 return;
             }
             (*handler)(entry.second);
@@ -122,7 +122,7 @@ public:
         if (!m_problem && !choices.contains(value)) {
             fail(node.source(), QStringLiteral("\"%1\" is none of %2; the nearest one is \"%3\"")
                                     .arg(value, choices.join(QStringLiteral(", ")),
-                                         Base::Spelling::nearest(value, choices)));
+                                         Base::nearestSpelling(value, choices)));
         }
         return value;
     }
@@ -241,11 +241,11 @@ void readReport(Reader& reader, const toml::node& node, ReportDefaults& report) 
 
 } // namespace
 
-QString ConfigurationFile::defaultName() {
+QString defaultConfigurationFile() {
     return QStringLiteral("uicov.toml");
 }
 
-std::optional<Problem> ConfigurationFile::read(const QString& path, Configuration& configuration) {
+std::optional<Problem> readConfiguration(const QString& path, Configuration& configuration) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         return Problem{Message::ConfigurationUnreadable,

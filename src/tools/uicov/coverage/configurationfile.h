@@ -7,21 +7,17 @@
 
 #include <optional>
 
+// Reads uicov.toml.
 namespace Uicov::Coverage {
 
-/** Reads uicov.toml. */
-namespace ConfigurationFile {
-
 /** What it is called where nobody names another. */
-QString defaultName();
+QString defaultConfigurationFile();
 
 /**
  * Reads the file.
  * @param configuration filled; means nothing when there is a problem
  * @return what is wrong, with line and column; nothing in the file is passed over
  */
-std::optional<Base::Problem> read(const QString& path, Configuration& configuration);
-
-} // namespace ConfigurationFile
+std::optional<Base::Problem> readConfiguration(const QString& path, Configuration& configuration);
 
 } // namespace Uicov::Coverage

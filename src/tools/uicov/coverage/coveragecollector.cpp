@@ -13,30 +13,25 @@ CoverageCollector::CoverageCollector(CoverageTree& tree)
     : m_tree(tree) {}
 
 void CoverageCollector::collect(const Runs::Run& run) {
-    QVector<int> contexts;
+    QVector<ContextId> contexts;
     for (const QString& name : run.contexts) {
-        contexts.append(isWanted(name) ? m_tree.context(name) : -1);
+        contexts.append(isWanted(name) ? m_tree.context(name) : ContextId::None);
     }
-    std::vector<int> nodes;
-    QStringList structureKeys;
+    std::vector<NodeId> nodes;
     const std::vector<KeyWalk::Place> places = KeyWalk(run, m_labelRule).places();
     for (const KeyWalk::Place& place : places) {
         const bool isWindow = place.above < 0;
-        structureKeys.append(isWindow
-                                 ? place.structure.toKey()
-                                 : structureKeys.at(place.above) + Runs::ElementKey::separator() +
-                                       place.structure.toKey());
-        const int node =
+        const NodeId node =
             isWindow ? m_tree.window(place.step, run.application)
                      : m_tree.child(nodes[static_cast<std::size_t>(place.above)], place.step);
         nodes.push_back(node);
         const RunElement& element = run.element(place.element);
-        m_tree.describe(node, element, structureKeys.last());
+        m_tree.describe(node, element, place.structureKey);
         if (!isWindow && KeyWalk::isMenu(element)) {
             m_tree.noteMenu(node, !element.isTransparentNode);
         }
-        if (CoverageRules::isCountable(element)) {
-            m_tree.count(node, CoverageRules::eventsOf(element, contexts));
+        if (Coverage::isCountable(element)) {
+            m_tree.count(node, Coverage::eventsOf(element, contexts));
         }
     }
 }

@@ -38,13 +38,14 @@ void CoverageResult::finish() {
     if (m_configuration.ignoreRules.isEmpty()) {
         return;
     }
-    const QList<int> windows = m_tree.windows();
-    for (const int window : windows) {
-        for (const int node : m_tree.nodesOf(window)) {
-            const int rule = m_tree.node(node).isCountable ? ruleFor(node) : -1;
-            if (rule >= 0) {
-                ++m_ruleUses[rule].elements;
-                m_ruleUses[rule].usedElements += m_tree.stateOf(node) == State::Used ? 1 : 0;
+    const QList<WindowId> windows = m_tree.windows();
+    for (const WindowId window : windows) {
+        for (const NodeId node : m_tree.nodesOf(window)) {
+            const RuleId rule = m_tree.node(node).isCountable ? ruleFor(node) : RuleId::None;
+            if (rule != RuleId::None) {
+                RuleUse& use = m_ruleUses[static_cast<int>(rule)];
+                ++use.elements;
+                use.usedElements += m_tree.stateOf(node) == State::Used ? 1 : 0;
                 m_tree.ignore(node, rule);
             }
         }
@@ -57,7 +58,7 @@ bool CoverageResult::matchesWindow(const Pattern& pattern, const Runs::ElementKe
            (!window.className.isEmpty() && pattern.matches(window.className));
 }
 
-int CoverageResult::ruleFor(int node) const {
+RuleId CoverageResult::ruleFor(NodeId node) const {
     const CoverageTree::Node& element = m_tree.node(node);
     const QString key = m_tree.keyOf(node).toKey();
     const auto fits = [&](const IgnoreRule& rule) {
@@ -72,14 +73,14 @@ int CoverageResult::ruleFor(int node) const {
     };
     const QVector<IgnoreRule>& rules = m_configuration.ignoreRules;
     const auto it = std::find_if(rules.cbegin(), rules.cend(), fits);
-    return it == rules.cend() ? -1 : static_cast<int>(it - rules.cbegin());
+    return it == rules.cend() ? RuleId::None : static_cast<RuleId>(it - rules.cbegin());
 }
 
 QVector<CoverageResult::UnusedCriterion> CoverageResult::unusedCriteria() const {
     QMap<QString, QStringList> eventsOfTypes;
-    const QList<int> windows = m_tree.windows();
-    for (const int window : windows) {
-        for (const int node : m_tree.nodesOf(window)) {
+    const QList<WindowId> windows = m_tree.windows();
+    for (const WindowId window : windows) {
+        for (const NodeId node : m_tree.nodesOf(window)) {
             const CoverageTree::Node& element = m_tree.node(node);
             if (m_tree.counts(node)) {
                 QStringList& events = eventsOfTypes[element.type];
@@ -97,12 +98,12 @@ QVector<CoverageResult::UnusedCriterion> CoverageResult::unusedCriteria() const 
         const auto events = eventsOfTypes.constFind(it.key());
         if (events == eventsOfTypes.cend()) {
             unused.append(
-                {it.key(), QString(), Base::Spelling::nearest(it.key(), eventsOfTypes.keys())});
+                {it.key(), QString(), Base::nearestSpelling(it.key(), eventsOfTypes.keys())});
             continue;
         }
         for (const QString& event : it.value()) {
             if (!events->contains(event)) {
-                unused.append({it.key(), event, Base::Spelling::nearest(event, *events)});
+                unused.append({it.key(), event, Base::nearestSpelling(event, *events)});
             }
         }
     }

@@ -77,7 +77,7 @@ public:
     static bool matchesWindow(const Pattern& pattern, const Runs::ElementKey::Step& window);
 
 private:
-    int ruleFor(int node) const;
+    RuleId ruleFor(NodeId node) const;
 
     const Configuration& m_configuration;
     QVector<Pattern> m_contextPatterns;

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace Uicov::Coverage::CoverageRules {
+namespace Uicov::Coverage {
 
 using Runs::RunElement;
 
@@ -21,7 +21,7 @@ bool isNeverCounted(const RunElement& element, const QString& event) {
            !element.isSubgraphTransparent;
 }
 
-Events eventsOf(const RunElement& element, const QVector<int>& contexts) {
+Events eventsOf(const RunElement& element, const QVector<ContextId>& contexts) {
     Events events;
     for (const QString& name : element.events) {
         EventCoverage event;
@@ -30,7 +30,7 @@ Events eventsOf(const RunElement& element, const QVector<int>& contexts) {
     }
     for (const Runs::Hit& hit : element.hits) {
         const auto event = events.find(hit.event);
-        const bool counts = contexts.at(hit.context) >= 0;
+        const bool counts = contexts.at(hit.context) != ContextId::None;
         if (event != events.end() && counts) {
             event->count += hit.count;
             event->byContext[contexts.at(hit.context)] += hit.count;
@@ -79,4 +79,4 @@ State stateOf(const Events& events, const QStringList& criteria) {
     return isSeen ? State::Shown : State::Missed;
 }
 
-} // namespace Uicov::Coverage::CoverageRules
+} // namespace Uicov::Coverage

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "coverage/indices.h"
 #include "coverage/state.h"
 
 #include <QMap>
@@ -11,24 +12,22 @@ namespace Uicov::Runs {
 struct RunElement;
 }
 
+// What counts as covered: the rules for one element, without state of their own.
 namespace Uicov::Coverage {
 
-/** One event of an element, over all that was replayed. */
+/** One event of an element, over all runs. */
 struct EventCoverage {
     qint64 count = 0;
     /** The element announces the event but this version never counts it: outside every ratio. */
     bool isNeverCounted = false;
     /** The same count by context, which CoverageTree::contexts() names; only where above zero. */
-    QMap<int, qint64> byContext = {};
+    QMap<ContextId, qint64> byContext = {};
 
     bool isCovered() const { return count > 0; }
 };
 
 /** An element's events by name. */
 using Events = QMap<QString, EventCoverage>;
-
-/** What counts as covered: the rules, apart from where the numbers come from and go to. */
-namespace CoverageRules {
 
 /** The event that tells that something was seen on the screen, and no more. */
 QString shownEvent();
@@ -49,9 +48,9 @@ bool isNeverCounted(const Runs::RunElement& element, const QString& event);
 /**
  * The announced events of the element as they count; what happened without having been announced is
  * left out.
- * @param contexts the tree's number of each of the run's contexts; -1 for one that does not count
+ * @param contexts the tree's number of each of the run's contexts; None for one that does not count
  */
-Events eventsOf(const Runs::RunElement& element, const QVector<int>& contexts);
+Events eventsOf(const Runs::RunElement& element, const QVector<ContextId>& contexts);
 
 /**
  * Used: an event other than "shown" is covered, or "shown" is the only event that counts and is
@@ -64,7 +63,5 @@ State stateOf(const Events& events);
  * covered, shown when anything else happened. Without any of them the rule above holds.
  */
 State stateOf(const Events& events, const QStringList& criteria);
-
-} // namespace CoverageRules
 
 } // namespace Uicov::Coverage

@@ -18,55 +18,56 @@ CoverageTree::Totals& CoverageTree::Totals::operator+=(const Totals& other) {
     return *this;
 }
 
-int CoverageTree::context(const QString& name) {
-    const auto known = m_contextNumbers.constFind(name);
-    if (known != m_contextNumbers.cend()) {
+ContextId CoverageTree::context(const QString& name) {
+    const auto known = m_contextIds.constFind(name);
+    if (known != m_contextIds.cend()) {
         return *known;
     }
-    m_contextNumbers.insert(name, m_contexts.size());
+    const auto id = static_cast<ContextId>(m_contexts.size());
+    m_contextIds.insert(name, id);
     m_contexts.append(name);
-    return m_contexts.size() - 1;
+    return id;
 }
 
-int CoverageTree::window(const ElementKey::Step& step, const QString& application) {
-    const int known = findWindow(step, application);
-    if (known >= 0) {
+WindowId CoverageTree::window(const ElementKey::Step& step, const QString& application) {
+    const WindowId known = findWindow(step, application);
+    if (known != NodeId::None) {
         return known;
     }
-    const int index = add(step, -1);
-    m_nodes.back().application = application;
-    m_windows.insert(qMakePair(application, step), index);
-    return index;
+    const WindowId window(add(step, NodeId::None));
+    mutableNode(window).application = application;
+    m_windows.insert(qMakePair(application, step), window);
+    return window;
 }
 
-int CoverageTree::child(int parent, const ElementKey::Step& step) {
-    const int known = findChild(parent, step);
-    if (known >= 0) {
+NodeId CoverageTree::child(NodeId parent, const ElementKey::Step& step) {
+    const NodeId known = findChild(parent, step);
+    if (known != NodeId::None) {
         return known;
     }
-    const int index = add(step, parent);
-    m_nodes[static_cast<std::size_t>(parent)].children.insert(step, index);
-    return index;
+    const NodeId child = add(step, parent);
+    mutableNode(parent).children.insert(step, child);
+    return child;
 }
 
-int CoverageTree::findWindow(const ElementKey::Step& step, const QString& application) const {
-    return m_windows.value(qMakePair(application, step), -1);
+WindowId CoverageTree::findWindow(const ElementKey::Step& step, const QString& application) const {
+    return m_windows.value(qMakePair(application, step));
 }
 
-int CoverageTree::findChild(int parent, const ElementKey::Step& step) const {
-    return node(parent).children.value(step, -1);
+NodeId CoverageTree::findChild(NodeId parent, const ElementKey::Step& step) const {
+    return node(parent).children.value(step, NodeId::None);
 }
 
-int CoverageTree::add(const ElementKey::Step& step, int parent) {
+NodeId CoverageTree::add(const ElementKey::Step& step, NodeId parent) {
     Node node;
     node.step = step;
     node.parent = parent;
     m_nodes.push_back(node);
-    return static_cast<int>(m_nodes.size()) - 1;
+    return static_cast<NodeId>(m_nodes.size() - 1);
 }
 
-void CoverageTree::count(int node, const Events& events) {
-    Node& target = m_nodes[static_cast<std::size_t>(node)];
+void CoverageTree::count(NodeId node, const Events& events) {
+    Node& target = mutableNode(node);
     target.isCountable = true;
     for (auto it = events.cbegin(); it != events.cend(); ++it) {
         const auto known = target.events.find(it.key());
@@ -82,15 +83,15 @@ void CoverageTree::count(int node, const Events& events) {
     }
 }
 
-void CoverageTree::noteMenu(int node, bool isOpened) {
-    Node& menu = m_nodes[static_cast<std::size_t>(node)];
+void CoverageTree::noteMenu(NodeId node, bool isOpened) {
+    Node& menu = mutableNode(node);
     menu.isMenu = true;
     menu.isOpenedMenu = menu.isOpenedMenu || isOpened;
 }
 
-void CoverageTree::describe(int node, const Runs::RunElement& element,
+void CoverageTree::describe(NodeId node, const Runs::RunElement& element,
                             const QString& structureKey) {
-    Node& target = m_nodes[static_cast<std::size_t>(node)];
+    Node& target = mutableNode(node);
     if (target.className.isEmpty()) {
         target.type = element.type;
         target.className = element.className;
@@ -99,17 +100,17 @@ void CoverageTree::describe(int node, const Runs::RunElement& element,
     }
 }
 
-void CoverageTree::ignore(int node, int rule) {
-    m_nodes[static_cast<std::size_t>(node)].ignoredBy = rule;
+void CoverageTree::ignore(NodeId node, RuleId rule) {
+    mutableNode(node).ignoredBy = rule;
 }
 
-bool CoverageTree::counts(int node) const {
+bool CoverageTree::counts(NodeId node) const {
     const Node& element = this->node(node);
-    return element.isCountable && element.ignoredBy < 0;
+    return element.isCountable && element.ignoredBy == RuleId::None;
 }
 
-State CoverageTree::stateOf(int node, const Events& events) const {
-    return CoverageRules::stateOf(events, m_criteria.value(this->node(node).type));
+State CoverageTree::stateOf(NodeId node, const Events& events) const {
+    return Coverage::stateOf(events, m_criteria.value(this->node(node).type));
 }
 
 int CoverageTree::unopenedMenus() const {
@@ -118,22 +119,22 @@ int CoverageTree::unopenedMenus() const {
     }));
 }
 
-std::vector<int> CoverageTree::nodesOf(int window) const {
-    std::vector<int> result;
-    std::vector<int> open{window};
+std::vector<NodeId> CoverageTree::nodesOf(WindowId window) const {
+    std::vector<NodeId> result;
+    std::vector<NodeId> open{window};
     while (!open.empty()) {
-        const int index = open.back();
+        const NodeId index = open.back();
         open.pop_back();
         result.push_back(index);
-        const QList<int> children = node(index).children.values();
+        const QList<NodeId> children = node(index).children.values();
         std::copy(children.crbegin(), children.crend(), std::back_inserter(open));
     }
     return result;
 }
 
-CoverageTree::Totals CoverageTree::totalsOf(int window) const {
+CoverageTree::Totals CoverageTree::totalsOf(WindowId window) const {
     Totals totals;
-    for (const int index : nodesOf(window)) {
+    for (const NodeId index : nodesOf(window)) {
         if (!counts(index)) {
             continue;
         }
@@ -143,7 +144,7 @@ CoverageTree::Totals CoverageTree::totalsOf(int window) const {
         ++(state == State::Used    ? totals.used
            : state == State::Shown ? totals.shown
                                    : totals.missed);
-        if (state == State::Missed && !element.events.contains(CoverageRules::shownEvent())) {
+        if (state == State::Missed && !element.events.contains(Coverage::shownEvent())) {
             ++totals.missedUnseen;
         }
         for (const EventCoverage& event : element.events) {
@@ -160,28 +161,28 @@ CoverageTree::Totals CoverageTree::totalsOf(int window) const {
 
 CoverageTree::Totals CoverageTree::totals() const {
     Totals totals;
-    for (const int window : m_windows) {
+    for (const WindowId window : m_windows) {
         totals += totalsOf(window);
     }
     return totals;
 }
 
-int CoverageTree::windowOf(int node) const {
-    int window = node;
-    while (this->node(window).parent >= 0) {
-        window = this->node(window).parent;
+WindowId CoverageTree::windowOf(NodeId node) const {
+    NodeId top = node;
+    while (this->node(top).parent != NodeId::None) {
+        top = this->node(top).parent;
     }
-    return window;
+    return WindowId(top);
 }
 
-CoverageTree::ElementKey CoverageTree::keyOf(int node) const {
-    std::vector<int> path;
-    for (int index = node; index >= 0; index = this->node(index).parent) {
+CoverageTree::ElementKey CoverageTree::keyOf(NodeId node) const {
+    std::vector<NodeId> path;
+    for (NodeId index = node; index != NodeId::None; index = this->node(index).parent) {
         path.push_back(index);
     }
     ElementKey key;
     std::for_each(path.crbegin(), path.crend(),
-                  [&](int index) { key.append(this->node(index).step); });
+                  [&](NodeId index) { key.append(this->node(index).step); });
     return key;
 }
 

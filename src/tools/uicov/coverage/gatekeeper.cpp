@@ -13,14 +13,14 @@ namespace {
 constexpr double tolerance = 1e-9;
 
 bool isAtLeast(const CoverageTree::Totals& totals, double percent) {
-    return Base::Percentage::exact(totals.used, totals.elements) + tolerance >= percent;
+    return Base::exactPercent(totals.used, totals.elements) + tolerance >= percent;
 }
 
 QString usedOf(const CoverageTree::Totals& totals, int digits) {
     return QStringLiteral("%1 of %2 elements are used, %3")
         .arg(totals.used)
         .arg(totals.elements)
-        .arg(Base::Percentage::text(totals.used, totals.elements, digits));
+        .arg(Base::percentText(totals.used, totals.elements, digits));
 }
 
 void judgeWindows(const CoverageResult& coverage, const Pattern& pattern, double percent,
@@ -29,8 +29,8 @@ void judgeWindows(const CoverageResult& coverage, const Pattern& pattern, double
         QStringLiteral("fail-under-window ") + pattern.glob() + QStringLiteral("=%1").arg(percent);
     const CoverageTree& tree = coverage.tree();
     bool isFound = false;
-    const QList<int> windows = tree.windows();
-    for (const int window : windows) {
+    const QList<WindowId> windows = tree.windows();
+    for (const WindowId window : windows) {
         const CoverageTree::Totals totals = tree.totalsOf(window);
         if (totals.elements > 0 && CoverageResult::matchesWindow(pattern, tree.node(window).step)) {
             isFound = true;
@@ -41,34 +41,33 @@ void judgeWindows(const CoverageResult& coverage, const Pattern& pattern, double
         }
     }
     if (!isFound) {
-        results.append({name, QStringLiteral("no such window was opened"), false, -1});
+        results.append({name, QStringLiteral("no such window was opened"), false, WindowId()});
     }
 }
 
 } // namespace
 
-QVector<GateResult> Gatekeeper::judge(const CoverageResult& coverage, const Gates& gates,
-                                      int digits) {
+QVector<GateResult> judgeGates(const CoverageResult& coverage, const Gates& gates, int digits) {
     QVector<GateResult> results;
     const CoverageTree& tree = coverage.tree();
     if (gates.failUnder) {
         const CoverageTree::Totals totals = tree.totals();
         results.append({QStringLiteral("fail-under %1").arg(*gates.failUnder),
-                        usedOf(totals, digits), isAtLeast(totals, *gates.failUnder), -1});
+                        usedOf(totals, digits), isAtLeast(totals, *gates.failUnder), WindowId()});
     }
     for (const auto& gate : gates.failUnderWindows) {
         judgeWindows(coverage, gate.first, gate.second, digits, results);
     }
-    const QList<int> windows = tree.windows();
+    const QList<WindowId> windows = tree.windows();
     for (const Pattern& pattern : gates.requiredWindows) {
-        const auto it = std::find_if(windows.cbegin(), windows.cend(), [&](int window) {
+        const auto it = std::find_if(windows.cbegin(), windows.cend(), [&](WindowId window) {
             return CoverageResult::matchesWindow(pattern, tree.node(window).step);
         });
         const bool isOpened = it != windows.cend();
         results.append({QStringLiteral("require-window ") + pattern.glob(),
                         isOpened ? tree.node(*it).step.toString() + QStringLiteral(" was opened")
                                  : QStringLiteral("no such window was opened"),
-                        isOpened, isOpened ? *it : -1});
+                        isOpened, isOpened ? *it : WindowId()});
     }
     return results;
 }

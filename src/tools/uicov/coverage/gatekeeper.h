@@ -1,10 +1,12 @@
 #pragma once
 
 #include "coverage/configuration.h"
+#include "coverage/indices.h"
 
 #include <QString>
 #include <QVector>
 
+// Judges coverage by gates.
 namespace Uicov::Coverage {
 
 class CoverageResult;
@@ -16,16 +18,11 @@ struct GateResult {
     /** What is, as a sentence that can stand behind a colon. */
     QString finding;
     bool isMet = false;
-    /** The window that it is about; -1 for all together. */
-    int window = -1;
+    /** The window that it is about; None for all together. */
+    WindowId window;
 };
 
-/** Judges coverage by gates. */
-namespace Gatekeeper {
-
 /** One result for each condition, and for each window that a condition is about. */
-QVector<GateResult> judge(const CoverageResult& coverage, const Gates& gates, int digits);
-
-} // namespace Gatekeeper
+QVector<GateResult> judgeGates(const CoverageResult& coverage, const Gates& gates, int digits);
 
 } // namespace Uicov::Coverage

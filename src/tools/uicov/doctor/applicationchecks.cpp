@@ -90,7 +90,7 @@ Finding launcher(const QString& seen) {
 
 } // namespace
 
-Finding ApplicationChecks::sandbox(const Application& application) {
+Finding checkApplicationSandbox(const Application& application) {
     const QString check = QStringLiteral("application-sandbox");
     const QFileInfo info(application.path());
     const QString path = info.absoluteFilePath();
@@ -120,7 +120,7 @@ Finding ApplicationChecks::sandbox(const Application& application) {
     return {Result::Ok, check, QStringLiteral("it runs in none that is known"), QString()};
 }
 
-Finding ApplicationChecks::privileges(const Application& application) {
+Finding checkPrivileges(const Application& application) {
     const QString check = QStringLiteral("privileges");
     const QString advice = QStringLiteral("run a copy of it without setuid, setgid and "
                                           "capabilities");
@@ -141,7 +141,7 @@ Finding ApplicationChecks::privileges(const Application& application) {
     return {Result::Ok, check, QStringLiteral("it runs with your rights"), QString()};
 }
 
-Finding ApplicationChecks::gui(const QtLibraries& qt) {
+Finding checkGui(const QtLibraries& qt) {
     const QString check = QStringLiteral("qt-gui");
     if (!qt.hasCore()) {
         return {Result::Problem, check, QStringLiteral("it does not load Qt when it starts"),
@@ -159,7 +159,7 @@ Finding ApplicationChecks::gui(const QtLibraries& qt) {
             QString()};
 }
 
-Finding ApplicationChecks::qtVersion(const QtLibraries& qt, const QString& builtFor) {
+Finding checkQtVersion(const QtLibraries& qt, const QString& builtFor) {
     const QString check = QStringLiteral("qt-version");
     const QString seen = QStringLiteral("it uses Qt ") + qt.version() +
                          QStringLiteral(", our libraries are built for Qt ") + builtFor;
@@ -173,10 +173,10 @@ Finding ApplicationChecks::qtVersion(const QtLibraries& qt, const QString& built
     return {Result::Ok, check, seen, QString()};
 }
 
-Finding ApplicationChecks::loading(const Application& application) {
+Finding checkLoading(const Application& application) {
     const QString check = QStringLiteral("loading");
-    const QStringList complaints = Launch::Loader::complaints(
-        Launch::Loader::list(application.interpreter(), application.path()));
+    const QStringList complaints = Launch::loaderComplaints(
+        Launch::listLibraries(application.interpreter(), application.path()));
     if (!complaints.isEmpty()) {
         return {Result::Problem, check,
                 QStringLiteral("it cannot be loaded: ") + complaints.join(QStringLiteral(", ")),
@@ -186,10 +186,9 @@ Finding ApplicationChecks::loading(const Application& application) {
     return {Result::Ok, check, QStringLiteral("its loader finds all that it needs"), QString()};
 }
 
-Finding ApplicationChecks::extensionLoading(const Application& application,
-                                            const Installation& installation) {
+Finding checkExtensionLoading(const Application& application, const Installation& installation) {
     const QString check = QStringLiteral("extension-loading");
-    const QStringList complaints = Launch::Loader::complaints(Launch::Loader::list(
+    const QStringList complaints = Launch::loaderComplaints(Launch::listLibraries(
         application.interpreter(), application.path(), installation.extension()));
     if (!complaints.isEmpty()) {
         return {Result::Problem, check,
@@ -201,7 +200,7 @@ Finding ApplicationChecks::extensionLoading(const Application& application,
             QString()};
 }
 
-Findings ApplicationChecks::all(Application& application, const Installation& installation) {
+Findings checkApplication(Application& application, const Installation& installation) {
     Findings findings;
     const auto problem = application.check(installation.extension());
     const Stage failed = problem ? stageOf(problem->message) : Stage::QtVersion;
@@ -211,8 +210,8 @@ Findings ApplicationChecks::all(Application& application, const Installation& in
         }
         if (stage == Stage::File) {
             findings += {Result::Ok, nameOf(stage), seenWhenRight(stage, application), QString()};
-            findings += sandbox(application);
-            findings += privileges(application);
+            findings += checkApplicationSandbox(application);
+            findings += checkPrivileges(application);
         } else if (!application.isScript() && !application.isAppImage()) {
             findings += {Result::Ok, nameOf(stage), seenWhenRight(stage, application), QString()};
         }
@@ -229,20 +228,20 @@ Findings ApplicationChecks::all(Application& application, const Installation& in
         return findings;
     }
     // Without all of its libraries nothing is known of which Qt it loads.
-    findings += loading(application);
+    findings += checkLoading(application);
     if (findings.last().result == Result::Problem) {
         return findings;
     }
-    findings += gui(application.qt());
+    findings += checkGui(application.qt());
     if (application.qt().hasCore()) {
-        findings += qtVersion(application.qt(), InstallationChecks::qtVersion(installation));
-        findings += extensionLoading(application, installation);
+        findings += checkQtVersion(application.qt(), qtVersionOf(installation));
+        findings += checkExtensionLoading(application, installation);
     }
     if (application.qt().hasGui()) {
-        findings += DisplayChecks::platformPlugin(application.qt(), application.path());
+        findings += checkPlatformPlugin(application.qt(), application.path());
     }
     if (application.qt().hasQuick()) {
-        findings += DisplayChecks::quickBackend();
+        findings += checkQuickBackend();
     }
     return findings;
 }

@@ -18,15 +18,15 @@ Diagnosis::Diagnosis(const Installation& installation, const QString& output)
     , m_output(output) {}
 
 Findings Diagnosis::examineInstallation() const {
-    return InstallationChecks::all(m_installation);
+    return checkInstallation(m_installation);
 }
 
 Findings Diagnosis::examineMachine() const {
-    return MachineChecks::all(m_output) << DisplayChecks::display();
+    return checkMachine(m_output) << checkDisplay();
 }
 
 Findings Diagnosis::examineApplication(Application& application) const {
-    return ApplicationChecks::all(application, m_installation);
+    return checkApplication(application, m_installation);
 }
 
 QStringList Diagnosis::likelyCauses(Application& application, int signal) const {

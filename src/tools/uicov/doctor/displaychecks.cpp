@@ -113,7 +113,7 @@ QString configuredPluginFolder(const QString& executable) {
 
 } // namespace
 
-QString DisplayChecks::platform() {
+QString displayPlatform() {
     const QString chosen = variable("QT_QPA_PLATFORM");
     if (!chosen.isEmpty()) {
         // "xcb:option;wayland": options behind a colon, others to fall back to behind a semicolon.
@@ -125,8 +125,8 @@ QString DisplayChecks::platform() {
     return variable("WAYLAND_DISPLAY").isEmpty() ? QString() : QStringLiteral("wayland");
 }
 
-Finding DisplayChecks::display(const QString& devices) {
-    const QString name = platform();
+Finding checkDisplay(const QString& devices) {
+    const QString name = displayPlatform();
     if (name.isEmpty()) {
         const QString seen = QStringLiteral("none of QT_QPA_PLATFORM, DISPLAY and WAYLAND_DISPLAY "
                                             "is set");
@@ -159,7 +159,7 @@ Finding DisplayChecks::display(const QString& devices) {
             QString()};
 }
 
-QStringList DisplayChecks::pluginFolders(const QtLibraries& qt, const QString& executable) {
+QStringList platformPluginFolders(const QtLibraries& qt, const QString& executable) {
     QStringList folders;
     const auto add = [&folders](const QString& folder) {
         if (!folder.isEmpty() && !folders.contains(folder)) {
@@ -180,11 +180,12 @@ QStringList DisplayChecks::pluginFolders(const QtLibraries& qt, const QString& e
     return folders;
 }
 
-Finding DisplayChecks::platformPlugin(const QtLibraries& qt, const QString& executable) {
+Finding checkPlatformPlugin(const QtLibraries& qt, const QString& executable) {
     const QString check = QStringLiteral("platform-plugin");
-    const QString name = platform().isEmpty() ? QStringLiteral("offscreen") : platform();
+    const QString name =
+        displayPlatform().isEmpty() ? QStringLiteral("offscreen") : displayPlatform();
     QStringList folders{variable("QT_QPA_PLATFORM_PLUGIN_PATH")};
-    for (const QString& folder : pluginFolders(qt, executable)) {
+    for (const QString& folder : platformPluginFolders(qt, executable)) {
         folders.append(folder + QStringLiteral("/platforms"));
     }
     const QStringList pattern{QStringLiteral("libq") + name + QStringLiteral("*.so")};
@@ -202,11 +203,11 @@ Finding DisplayChecks::platformPlugin(const QtLibraries& qt, const QString& exec
                            "well if the application starts without uicov")};
 }
 
-Finding DisplayChecks::quickBackend() {
+Finding checkQuickBackend() {
     const QString check = QStringLiteral("quick-backend");
     const bool isSoftware = variable("QT_QUICK_BACKEND") == QLatin1String("software") ||
                             variable("QMLSCENE_DEVICE") == QLatin1String("softwarecontext");
-    if (!isWithoutScreen(platform())) {
+    if (!isWithoutScreen(displayPlatform())) {
         return {Result::Ok, check,
                 isSoftware ? QStringLiteral("Qt Quick draws without OpenGL")
                            : QStringLiteral("Qt Quick draws as it likes"),
@@ -214,7 +215,7 @@ Finding DisplayChecks::quickBackend() {
     }
     if (!isSoftware) {
         return {Result::Warning, check,
-                QStringLiteral("the platform ") + platform() +
+                QStringLiteral("the platform ") + displayPlatform() +
                     QStringLiteral(" may have no OpenGL for Qt Quick"),
                 QStringLiteral("set QT_QUICK_BACKEND=software")};
     }

@@ -79,7 +79,7 @@ QString versionText(int number) {
 
 } // namespace
 
-Finding InstallationChecks::extension(const Installation& installation) {
+Finding checkExtension(const Installation& installation) {
     const QString check = QStringLiteral("extension");
     if (const auto problem = installation.problem()) {
         const int advice = problem->text.lastIndexOf(QLatin1String("; "));
@@ -106,13 +106,13 @@ Finding InstallationChecks::extension(const Installation& installation) {
     return {Result::Ok, check, built + QStringLiteral(", can be loaded"), QString()};
 }
 
-QString InstallationChecks::qtVersion(const Installation& installation) {
+QString qtVersionOf(const Installation& installation) {
     const QPluginLoader loader(installation.starter());
     const int number = loader.metaData().value(QLatin1String("version")).toInt();
     return number == 0 ? QString() : versionText(number);
 }
 
-Finding InstallationChecks::starter(const Installation& installation) {
+Finding checkStarter(const Installation& installation) {
     const QString check = QStringLiteral("starter-plugin");
     const QString file = installation.starter();
     if (!QFileInfo::exists(file)) {
@@ -130,11 +130,11 @@ Finding InstallationChecks::starter(const Installation& installation) {
                     installation.pluginKey(),
                 reinstall()};
     }
-    return {Result::Ok, check, file + QStringLiteral(", built for Qt ") + qtVersion(installation),
+    return {Result::Ok, check, file + QStringLiteral(", built for Qt ") + qtVersionOf(installation),
             QString()};
 }
 
-Finding InstallationChecks::pluginPath(const Installation& installation) {
+Finding checkPluginPath(const Installation& installation) {
     const QString check = QStringLiteral("plugin-path");
     const QString folder = installation.pluginFolder();
     if (folder.contains(QLatin1Char(':'))) {
@@ -158,7 +158,7 @@ Finding InstallationChecks::pluginPath(const Installation& installation) {
     return {Result::Ok, check, QStringLiteral("QT_PLUGIN_PATH can lead to ") + folder, QString()};
 }
 
-Finding InstallationChecks::dataFiles() {
+Finding checkDataFiles() {
     const QString check = QStringLiteral("data-files");
     if (!QSqlDatabase::isDriverAvailable(QStringLiteral("QSQLITE"))) {
         return {Result::Problem, check, QStringLiteral("Qt's driver for SQLite is missing"),
@@ -167,8 +167,9 @@ Finding InstallationChecks::dataFiles() {
     return {Result::Ok, check, QStringLiteral("Qt's driver for SQLite is there"), QString()};
 }
 
-Findings InstallationChecks::all(const Installation& installation) {
-    return {extension(installation), starter(installation), pluginPath(installation), dataFiles()};
+Findings checkInstallation(const Installation& installation) {
+    return {checkExtension(installation), checkStarter(installation), checkPluginPath(installation),
+            checkDataFiles()};
 }
 
 } // namespace Uicov::Doctor

@@ -6,27 +6,23 @@ namespace Uicov::Launch {
 class Installation;
 }
 
+// What must be right about the libraries that go into every application.
 namespace Uicov::Doctor {
 
-/** What must be right about the libraries that go into every application. */
-namespace InstallationChecks {
-
 /** Each of them is there, and can be loaded by a program of this machine. */
-Findings all(const Launch::Installation& installation);
+Findings checkInstallation(const Launch::Installation& installation);
 
 /** Only the extension and its libraries: loads them in a process of their own. */
-Finding extension(const Launch::Installation& installation);
+Finding checkExtension(const Launch::Installation& installation);
 /** Qt must know the starter for a plugin of the right kind and key. */
-Finding starter(const Launch::Installation& installation);
+Finding checkStarter(const Launch::Installation& installation);
 /** A folder's path must be such that it can stand in QT_PLUGIN_PATH, with none of its kind before.
  */
-Finding pluginPath(const Launch::Installation& installation);
+Finding checkPluginPath(const Launch::Installation& installation);
 /** Data files need Qt's driver for SQLite. */
-Finding dataFiles();
+Finding checkDataFiles();
 
 /** The Qt that the starter is built for, as "5.15"; empty when that cannot be read. */
-QString qtVersion(const Launch::Installation& installation);
-
-} // namespace InstallationChecks
+QString qtVersionOf(const Launch::Installation& installation);
 
 } // namespace Uicov::Doctor

@@ -38,7 +38,7 @@ Result resultFor(qint64 space) {
 
 } // namespace
 
-Finding MachineChecks::outputFolder(const QString& output) {
+Finding checkOutputFolder(const QString& output) {
     const QString check = QStringLiteral("output-folder");
     const QString folder = folderOf(output);
     const QString advice = QStringLiteral("go to a folder that you may write to, or name a file in "
@@ -57,7 +57,7 @@ Finding MachineChecks::outputFolder(const QString& output) {
     return {Result::Ok, check, QStringLiteral("files can be made in ") + folder, QString()};
 }
 
-Finding MachineChecks::temporaryFolder() {
+Finding checkTemporaryFolder() {
     const QString check = QStringLiteral("temporary-folder");
     const QTemporaryDir trial;
     QFile file(trial.filePath(QStringLiteral("trial")));
@@ -70,7 +70,7 @@ Finding MachineChecks::temporaryFolder() {
             QString()};
 }
 
-Finding MachineChecks::freeSpace(const QString& output) {
+Finding checkFreeSpace(const QString& output) {
     const QStorageInfo forOutput(folderOf(output));
     const QStorageInfo forTemporary(QDir::tempPath());
     if (!forOutput.isValid() || !forTemporary.isValid()) {
@@ -88,7 +88,7 @@ Finding MachineChecks::freeSpace(const QString& output) {
                                                   "hundreds of MiB")};
 }
 
-Finding MachineChecks::fileSizeLimit() {
+Finding checkFileSizeLimit() {
     const QString check = QStringLiteral("file-size-limit");
     rlimit limit{};
     if (getrlimit(RLIMIT_FSIZE, &limit) != 0 || limit.rlim_cur == RLIM_INFINITY) {
@@ -102,7 +102,7 @@ Finding MachineChecks::fileSizeLimit() {
             result == Result::Ok ? QString() : QStringLiteral("raise the limit with ulimit -f")};
 }
 
-Finding MachineChecks::sandbox() {
+Finding checkSandbox() {
     const QString check = QStringLiteral("sandbox");
     QString box;
     if (qEnvironmentVariableIsSet("FLATPAK_ID") ||
@@ -127,8 +127,9 @@ Finding MachineChecks::sandbox() {
     return {Result::Ok, check, QStringLiteral("uicov runs in none"), QString()};
 }
 
-Findings MachineChecks::all(const QString& output) {
-    return {outputFolder(output), temporaryFolder(), freeSpace(output), fileSizeLimit(), sandbox()};
+Findings checkMachine(const QString& output) {
+    return {checkOutputFolder(output), checkTemporaryFolder(), checkFreeSpace(output),
+            checkFileSizeLimit(), checkSandbox()};
 }
 
 } // namespace Uicov::Doctor

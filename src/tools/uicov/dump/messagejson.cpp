@@ -13,11 +13,11 @@
 
 namespace Uicov::Dump {
 
+using Recording::DecodingResult;
 using Recording::Frame;
 using Recording::HookArgument;
 using Recording::HookMessage;
 using Recording::Record;
-using Recording::RecordDecoder::Result;
 using RecordingFormat::ArgumentTag;
 using RecordingFormat::FrameType;
 using Vorsk::RecordStream::RecordKind;
@@ -154,18 +154,19 @@ QJsonArray argumentArray(const HookMessage& message) {
 }
 
 bool addMessage(const QByteArray& body, QJsonObject& object) {
-    const auto message = Recording::FrameDecoder::message(body);
+    const auto message = Recording::decodeMessage(body);
     if (!message) {
         return false;
     }
     Record record;
-    const Result result = Recording::RecordDecoder::decode(*message, record);
-    if (result == Result::Sound) {
+    const DecodingResult result = Recording::decodeRecord(*message, record);
+    if (result == DecodingResult::Sound) {
         addRecord(record, object);
         return true;
     }
-    if (result == Result::Unknown || result == Result::Damaged) {
-        object.insert(key("record"), result == Result::Unknown ? key("unknown") : key("damaged"));
+    if (result == DecodingResult::Unknown || result == DecodingResult::Damaged) {
+        object.insert(key("record"),
+                      result == DecodingResult::Unknown ? key("unknown") : key("damaged"));
     }
     object.insert(key("name"), message->name);
     object.insert(key("channel"), message->channel);
@@ -174,7 +175,7 @@ bool addMessage(const QByteArray& body, QJsonObject& object) {
 }
 
 bool addProcess(const QByteArray& body, QJsonObject& object) {
-    const auto info = Recording::FrameDecoder::process(body);
+    const auto info = Recording::decodeProcess(body);
     if (!info) {
         return false;
     }
@@ -187,7 +188,7 @@ bool addProcess(const QByteArray& body, QJsonObject& object) {
 }
 
 bool addLog(const QByteArray& body, QJsonObject& object) {
-    const auto line = Recording::FrameDecoder::log(body);
+    const auto line = Recording::decodeLog(body);
     if (!line) {
         return false;
     }
@@ -198,19 +199,19 @@ bool addLog(const QByteArray& body, QJsonObject& object) {
 }
 
 bool addMark(const QByteArray& body, QJsonObject& object) {
-    const auto name = Recording::FrameDecoder::mark(body);
+    const auto name = Recording::decodeMark(body);
     object.insert(key("context"), name.value_or(QString()));
     return name.has_value();
 }
 
 bool addEnd(const QByteArray& body, QJsonObject& object) {
-    const auto count = Recording::FrameDecoder::end(body);
+    const auto count = Recording::decodeEnd(body);
     object.insert(key("messages"), static_cast<qint64>(count.value_or(0)));
     return count.has_value();
 }
 
 bool addLoss(const QByteArray& body, QJsonObject& object) {
-    const auto loss = Recording::FrameDecoder::loss(body);
+    const auto loss = Recording::decodeLoss(body);
     object.insert(key("pictures"), static_cast<qint64>(loss ? loss->pictures : 0));
     object.insert(key("others"), static_cast<qint64>(loss ? loss->others : 0));
     return loss.has_value();
@@ -242,7 +243,7 @@ bool addBody(const Frame& frame, QJsonObject& object) {
 
 } // namespace
 
-QJsonObject MessageJson::object(const Frame& frame) {
+QJsonObject frameJson(const Frame& frame) {
     QJsonObject object{{key("microseconds"), static_cast<qint64>(frame.time)}};
     if (!addBody(frame, object)) {
         object.insert(key("damaged"), true);

@@ -14,17 +14,11 @@ namespace Uicov::Recording {
 struct HookMessage;
 }
 
+// The frames of a recording, each as one JSON object for tools: with everything that the frame
+// says but the pixels of pictures. Needs nothing of the frames before.
 namespace Uicov::Dump {
 
-/**
- * The frames of a recording, each as one JSON object for tools: with everything that the frame
- * says but the pixels of pictures. Needs nothing of the frames before.
- */
-namespace MessageJson {
-
 /** "frame" says what it is, "microseconds" when it was written; the other keys depend on it. */
-QJsonObject object(const Recording::Frame& frame);
-
-} // namespace MessageJson
+QJsonObject frameJson(const Recording::Frame& frame);
 
 } // namespace Uicov::Dump

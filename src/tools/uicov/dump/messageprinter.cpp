@@ -64,27 +64,26 @@ QString printAttributes(const UIElement& element) {
     names.sort();
     QString line;
     for (const QString& name : std::as_const(names)) {
-        line += QLatin1Char(' ') + Base::DisplayText::escaped(name) + QLatin1Char('=') +
+        line += QLatin1Char(' ') + Base::escaped(name) + QLatin1Char('=') +
                 quoted(attributes.value(name));
     }
     return line;
 }
 
 QString printProcess(const QByteArray& body) {
-    const auto info = Recording::FrameDecoder::process(body);
+    const auto info = Recording::decodeProcess(body);
     if (!info) {
         return QStringLiteral("process damaged");
     }
     QString line = QStringLiteral("process");
     for (auto it = info->cbegin(); it != info->cend(); ++it) {
-        line += QLatin1Char(' ') + Base::DisplayText::escaped(it.key()) + QLatin1Char('=') +
-                quoted(it.value());
+        line += QLatin1Char(' ') + Base::escaped(it.key()) + QLatin1Char('=') + quoted(it.value());
     }
     return line;
 }
 
 QString printLog(const QByteArray& body) {
-    const auto line = Recording::FrameDecoder::log(body);
+    const auto line = Recording::decodeLog(body);
     if (!line) {
         return QStringLiteral("log damaged");
     }
@@ -112,17 +111,17 @@ QString MessagePrinter::printBody(const Frame& frame) {
     case FrameType::Log:
         return printLog(frame.body);
     case FrameType::Mark:
-        if (const auto name = Recording::FrameDecoder::mark(frame.body)) {
+        if (const auto name = Recording::decodeMark(frame.body)) {
             return QStringLiteral("mark ") + quoted(*name);
         }
         return QStringLiteral("mark damaged");
     case FrameType::End:
-        if (const auto count = Recording::FrameDecoder::end(frame.body)) {
+        if (const auto count = Recording::decodeEnd(frame.body)) {
             return QStringLiteral("end messages=%1").arg(*count);
         }
         return QStringLiteral("end damaged");
     case FrameType::Loss:
-        if (const auto loss = Recording::FrameDecoder::loss(frame.body)) {
+        if (const auto loss = Recording::decodeLoss(frame.body)) {
             return QStringLiteral("loss pictures=%1 others=%2")
                 .arg(loss->pictures)
                 .arg(loss->others);
@@ -133,19 +132,19 @@ QString MessagePrinter::printBody(const Frame& frame) {
 }
 
 QString MessagePrinter::printMessage(const QByteArray& body) {
-    const auto message = Recording::FrameDecoder::message(body);
+    const auto message = Recording::decodeMessage(body);
     if (!message) {
         return QStringLiteral("message damaged");
     }
     Record record;
-    switch (Recording::RecordDecoder::decode(*message, record)) {
-    case Recording::RecordDecoder::Result::Sound:
+    switch (Recording::decodeRecord(*message, record)) {
+    case Recording::DecodingResult::Sound:
         return printRecord(record);
-    case Recording::RecordDecoder::Result::Unknown:
+    case Recording::DecodingResult::Unknown:
         return QStringLiteral("record unknown ") + printArguments(*message);
-    case Recording::RecordDecoder::Result::Damaged:
+    case Recording::DecodingResult::Damaged:
         return QStringLiteral("record damaged ") + printArguments(*message);
-    case Recording::RecordDecoder::Result::Foreign:
+    case Recording::DecodingResult::Foreign:
         break;
     }
     return QStringLiteral("message ") + printArguments(*message);
@@ -175,7 +174,7 @@ QString MessagePrinter::printAdded(const UIElement& added) {
                        .arg(nameOf(added.id()), quoted(added.concreteType()), quoted(added.id()));
     const auto usage = added.usage();
     for (auto it = usage.cbegin(); it != usage.cend(); ++it) {
-        line += QLatin1Char(' ') + Base::DisplayText::escaped(it.key().name()) + QLatin1Char('=') +
+        line += QLatin1Char(' ') + Base::escaped(it.key().name()) + QLatin1Char('=') +
                 QString::number(it.value());
     }
     line += added.isTransparentNode() ? QStringLiteral(" transparent") : QString();
@@ -231,7 +230,7 @@ QString MessagePrinter::nameOf(const QString& id) {
     QString name = shortId(id);
     const Known known = m_known.value(id);
     if (!known.type.isEmpty()) {
-        name += QLatin1Char(' ') + Base::DisplayText::escaped(known.type);
+        name += QLatin1Char(' ') + Base::escaped(known.type);
     }
     if (!known.text.isEmpty()) {
         name += QLatin1Char(' ') + quoted(known.text);

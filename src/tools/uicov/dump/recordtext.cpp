@@ -10,7 +10,7 @@ QString quoted(const QString& text) {
     if (text.isNull()) {
         return QStringLiteral("null");
     }
-    QString escaped = Base::DisplayText::escaped(text);
+    QString escaped = Base::escaped(text);
     return QLatin1Char('"') + escaped.replace(QLatin1Char('"'), QLatin1String("\\\"")) +
            QLatin1Char('"');
 }

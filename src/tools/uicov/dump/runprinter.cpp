@@ -31,7 +31,7 @@ QString nameOf(const Run& run, int index) {
     const RunElement& element = run.element(index);
     QString name = QStringLiteral("#%1").arg(index + 1);
     if (!element.type.isEmpty()) {
-        name += QLatin1Char(' ') + Base::DisplayText::escaped(element.type);
+        name += QLatin1Char(' ') + Base::escaped(element.type);
     }
     if (!element.text.isEmpty()) {
         name += QLatin1Char(' ') + quoted(element.text);
@@ -153,7 +153,7 @@ QJsonObject elementObject(const Run& run, int index) {
 
 } // namespace
 
-QStringList RunPrinter::lines(const Run& run) {
+QStringList runLines(const Run& run) {
     QStringList lines{runLine(run)};
     for (auto it = run.labels.cbegin(); it != run.labels.cend(); ++it) {
         lines.append(QStringLiteral("label ") + quoted(it.key()) + pair("value", it.value()));
@@ -175,7 +175,7 @@ QStringList RunPrinter::lines(const Run& run) {
     return lines;
 }
 
-QVector<QJsonObject> RunPrinter::objects(const Run& run) {
+QVector<QJsonObject> runObjects(const Run& run) {
     QVector<QJsonObject> objects{runObject(run)};
     for (int index = 0; index < static_cast<int>(run.elements.size()); ++index) {
         objects.append(elementObject(run, index));

@@ -9,20 +9,16 @@ namespace Uicov::Runs {
 struct Run;
 }
 
+// A run of a data file, everything in it but the pixels of pictures, line by line.
 namespace Uicov::Dump {
-
-/** A run of a data file, everything in it but the pixels of pictures, line by line. */
-namespace RunPrinter {
 
 /**
  * For people: "run ...", then what belongs to it: "label", "context", "warning", "element" and,
  * behind each element, "hit". Elements are called #1, #2, ... in their order.
  */
-QStringList lines(const Runs::Run& run);
+QStringList runLines(const Runs::Run& run);
 
 /** For tools: the run, then each of its elements with what happened to it. */
-QVector<QJsonObject> objects(const Runs::Run& run);
-
-} // namespace RunPrinter
+QVector<QJsonObject> runObjects(const Runs::Run& run);
 
 } // namespace Uicov::Dump

@@ -147,7 +147,7 @@ QStringList argumentCases(const Verb& verb) {
 
 } // namespace
 
-QString Completion::bash(const Vocabulary& vocabulary) {
+QString bashCompletion(const Vocabulary& vocabulary) {
     Verb top = vocabulary.program();
     top.name.clear(); // what stands before a verb
     QStringList verbs;

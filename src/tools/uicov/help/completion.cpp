@@ -2,16 +2,16 @@
 
 namespace Uicov::Help {
 
-QString Completion::script(Shell shell, const Vocabulary& vocabulary) {
+QString completionScript(Shell shell, const Vocabulary& vocabulary) {
     switch (shell) {
     case Shell::Bash:
-        return bash(vocabulary);
+        return bashCompletion(vocabulary);
     case Shell::Zsh:
-        return zsh(vocabulary);
+        return zshCompletion(vocabulary);
     case Shell::Fish:
         break;
     }
-    return fish(vocabulary);
+    return fishCompletion(vocabulary);
 }
 
 } // namespace Uicov::Help

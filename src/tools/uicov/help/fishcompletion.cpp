@@ -117,7 +117,7 @@ QString argumentLines(const Verb& verb) {
 
 } // namespace
 
-QString Completion::fish(const Vocabulary& vocabulary) {
+QString fishCompletion(const Vocabulary& vocabulary) {
     QStringList withValue;
     QString lines;
     const auto addOptions = [&](const QString& condition, const Verb& verb) {

@@ -103,7 +103,7 @@ QString references(const QStringList& pages) {
 
 } // namespace
 
-QString ManualPage::ofProgram(const Vocabulary& vocabulary) {
+QString manualOfProgram(const Vocabulary& vocabulary) {
     const Verb& program = vocabulary.program();
     QString description = literal(program.description) + QLatin1Char('\n');
     QString group;
@@ -125,7 +125,7 @@ QString ManualPage::ofProgram(const Vocabulary& vocabulary) {
            section(QStringLiteral("EXAMPLES"), verbatim(program.examples)) + references(pages);
 }
 
-QString ManualPage::ofVerb(const Verb& verb, const Vocabulary& vocabulary) {
+QString manualOfVerb(const Verb& verb, const Vocabulary& vocabulary) {
     QStringList pages{QStringLiteral("uicov")};
     for (const Verb& other : vocabulary.verbs()) {
         if (other.group == verb.group && other.name != verb.name) {

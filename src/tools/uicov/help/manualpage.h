@@ -2,19 +2,15 @@
 
 #include <QString>
 
+// Manual pages in the man macro language, one for the command and one for each verb.
 namespace Uicov::Help {
 
 class Vocabulary;
 struct Verb;
 
-/** Manual pages in the man macro language, one for the command and one for each verb. */
-namespace ManualPage {
-
 /** uicov(1): what there is, and what holds for all verbs. */
-QString ofProgram(const Vocabulary& vocabulary);
+QString manualOfProgram(const Vocabulary& vocabulary);
 /** uicov-VERB(1). */
-QString ofVerb(const Verb& verb, const Vocabulary& vocabulary);
-
-} // namespace ManualPage
+QString manualOfVerb(const Verb& verb, const Vocabulary& vocabulary);
 
 } // namespace Uicov::Help

@@ -67,7 +67,7 @@ QString argumentLines(const Verb& verb, const QString& indent) {
 
 } // namespace
 
-QString Completion::zsh(const Vocabulary& vocabulary) {
+QString zshCompletion(const Vocabulary& vocabulary) {
     const QString indent(4, QLatin1Char(' '));
     const QString deepIndent(8, QLatin1Char(' '));
     QString verbs;

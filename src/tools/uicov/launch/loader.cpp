@@ -67,6 +67,10 @@ std::vector<char*> pointersTo(std::vector<std::string>& texts) {
     return pointers;
 }
 
+/**
+ * Not by QProcess: where the kernel cannot signal a child's end by a descriptor it leaves a handler
+ * for SIGCHLD in this process, which then waits for the application by itself (ChildProcess).
+ */
 QByteArray outputOf(std::vector<std::string> command, std::vector<std::string> environment) {
     int ends[2];
     if (pipe2(ends, O_CLOEXEC) != 0) {
@@ -94,8 +98,8 @@ QByteArray outputOf(std::vector<std::string> command, std::vector<std::string> e
 
 } // namespace
 
-QStringList Loader::list(const QByteArray& interpreter, const QString& program,
-                         const QString& preloaded) {
+QStringList listLibraries(const QByteArray& interpreter, const QString& program,
+                          const QString& preloaded) {
     if (interpreter.isEmpty()) {
         return {};
     }
@@ -105,7 +109,7 @@ QStringList Loader::list(const QByteArray& interpreter, const QString& program,
     return QString::fromLocal8Bit(output).split(QLatin1Char('\n'));
 }
 
-QStringList Loader::complaints(const QStringList& lines) {
+QStringList loaderComplaints(const QStringList& lines) {
     static const QRegularExpression missing(
         QStringLiteral("^(?:.*: error while loading shared libraries: )?(\\S+)"
                        "(?: => not found|: cannot open shared object file: .*)$"));

@@ -4,10 +4,8 @@
 #include <QString>
 #include <QStringList>
 
+// Asks a program's own loader what it would load, without running anything of the program.
 namespace Uicov::Launch {
-
-/** Asks a program's own loader what it would load, without running anything of the program. */
-namespace Loader {
 
 /**
  * @param interpreter the program's loader, as ElfFile::interpreter() gives it
@@ -15,12 +13,10 @@ namespace Loader {
  * @return what the loader says, line by line: "libX.so.1 => /path/libX.so.1 (0x...)" for what it
  *         found, and its complaints; nothing when it cannot be started
  */
-QStringList list(const QByteArray& interpreter, const QString& program,
-                 const QString& preloaded = QString());
+QStringList listLibraries(const QByteArray& interpreter, const QString& program,
+                          const QString& preloaded = QString());
 
 /** Those of the lines that say that something is missing, without what is the same in each. */
-QStringList complaints(const QStringList& lines);
-
-} // namespace Loader
+QStringList loaderComplaints(const QStringList& lines);
 
 } // namespace Uicov::Launch

@@ -8,7 +8,7 @@
 namespace Uicov::Launch {
 
 QtLibraries QtLibraries::ofProgram(const QByteArray& interpreter, const QString& program) {
-    return QtLibraries(Loader::list(interpreter, program));
+    return QtLibraries(listLibraries(interpreter, program));
 }
 
 QtLibraries::QtLibraries(const QStringList& loaderLines) {

@@ -16,9 +16,7 @@
 namespace {
 
 using Uicov::Help::Vocabulary;
-using Shell = Uicov::Help::Completion::Shell;
-namespace Completion = Uicov::Help::Completion;
-namespace ManualPage = Uicov::Help::ManualPage;
+using Shell = Uicov::Help::Shell;
 
 bool write(const QString& path, const QString& text) {
     QFile file(path);
@@ -35,14 +33,15 @@ bool writeAll(const QDir& folder, const Vocabulary& vocabulary) {
     QDir pages(folder.filePath(QStringLiteral("man1")));
     pages.removeRecursively();
     bool isWritten = folder.mkpath(pages.path()) && write(pages.filePath(QStringLiteral("uicov.1")),
-                                                          ManualPage::ofProgram(vocabulary));
+                                                          Uicov::Help::manualOfProgram(vocabulary));
     for (const auto& verb : vocabulary.verbs()) {
         isWritten = write(pages.filePath(QStringLiteral("uicov-%1.1").arg(verb.name)),
-                          ManualPage::ofVerb(verb, vocabulary)) &&
+                          Uicov::Help::manualOfVerb(verb, vocabulary)) &&
                     isWritten;
     }
     const auto script = [&](const char* name, Shell shell) {
-        return write(folder.filePath(QLatin1String(name)), Completion::script(shell, vocabulary));
+        return write(folder.filePath(QLatin1String(name)),
+                     Uicov::Help::completionScript(shell, vocabulary));
     };
     return isWritten && script("uicov.bash", Shell::Bash) && script("_uicov", Shell::Zsh) &&
            script("uicov.fish", Shell::Fish);

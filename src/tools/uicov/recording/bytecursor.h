@@ -6,8 +6,8 @@
 namespace Uicov::Recording {
 
 /**
- * Takes big-endian values off the front of a frame's bytes. After the first value that is not all
- * there, every further one is zero or empty and ok() is false: check once, at the end.
+ * Reads big-endian values one after the other from the bytes of a frame. Once a value is not all
+ * there, each further one is zero or empty and isOk() is false, so one check at the end is enough.
  */
 class ByteCursor {
 public:

@@ -6,7 +6,7 @@
 
 namespace Uicov::Recording {
 
-/** One sound frame of a recording; what its body holds is FrameDecoder's business. */
+/** One sound frame of a recording; framedecoder.h reads its body. */
 struct Frame {
     RecordingFormat::FrameType type = RecordingFormat::FrameType::End;
     /** Microseconds since the recording was opened. */

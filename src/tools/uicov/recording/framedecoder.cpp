@@ -2,7 +2,7 @@
 
 #include "recording/bytecursor.h"
 
-namespace Uicov::Recording::FrameDecoder {
+namespace Uicov::Recording {
 
 using RecordingFormat::ArgumentTag;
 using RecordingFormat::Severity;
@@ -26,7 +26,7 @@ bool readArgument(ByteCursor& cursor, HookArgument& argument) {
 
 } // namespace
 
-std::optional<ProcessInfo> process(const QByteArray& body) {
+std::optional<ProcessInfo> decodeProcess(const QByteArray& body) {
     ByteCursor cursor(body);
     ProcessInfo info;
     const quint32 count = cursor.readUInt32();
@@ -37,7 +37,7 @@ std::optional<ProcessInfo> process(const QByteArray& body) {
     return cursor.isAtSoundEnd() ? std::make_optional(info) : std::nullopt;
 }
 
-std::optional<HookMessage> message(const QByteArray& body) {
+std::optional<HookMessage> decodeMessage(const QByteArray& body) {
     ByteCursor cursor(body);
     HookMessage message;
     message.channel = cursor.readInt32();
@@ -54,7 +54,7 @@ std::optional<HookMessage> message(const QByteArray& body) {
     return cursor.isAtSoundEnd() ? std::make_optional(message) : std::nullopt;
 }
 
-std::optional<LogLine> log(const QByteArray& body) {
+std::optional<LogLine> decodeLog(const QByteArray& body) {
     ByteCursor cursor(body);
     LogLine line;
     // What is not known as harmless is shown as a warning.
@@ -64,19 +64,19 @@ std::optional<LogLine> log(const QByteArray& body) {
     return cursor.isAtSoundEnd() ? std::make_optional(line) : std::nullopt;
 }
 
-std::optional<QString> mark(const QByteArray& body) {
+std::optional<QString> decodeMark(const QByteArray& body) {
     ByteCursor cursor(body);
     const QString name = cursor.readText();
     return cursor.isAtSoundEnd() ? std::make_optional(name) : std::nullopt;
 }
 
-std::optional<quint64> end(const QByteArray& body) {
+std::optional<quint64> decodeEnd(const QByteArray& body) {
     ByteCursor cursor(body);
     const quint64 count = cursor.readUInt64();
     return cursor.isAtSoundEnd() ? std::make_optional(count) : std::nullopt;
 }
 
-std::optional<Loss> loss(const QByteArray& body) {
+std::optional<Loss> decodeLoss(const QByteArray& body) {
     ByteCursor cursor(body);
     Loss loss;
     loss.pictures = cursor.readUInt64();
@@ -84,4 +84,4 @@ std::optional<Loss> loss(const QByteArray& body) {
     return cursor.isAtSoundEnd() ? std::make_optional(loss) : std::nullopt;
 }
 
-} // namespace Uicov::Recording::FrameDecoder
+} // namespace Uicov::Recording

@@ -21,7 +21,7 @@ ProcessInfo processOf(RecordingReader& reader) {
     if (reader.open() || !reader.next(frame) || frame.type != FrameType::Process) {
         return {};
     }
-    return FrameDecoder::process(frame.body).value_or(ProcessInfo());
+    return decodeProcess(frame.body).value_or(ProcessInfo());
 }
 
 QString valueOf(const ProcessInfo& info, const char* key) {
@@ -44,7 +44,7 @@ quint64 timeIn(const ProcessInfo& info) {
 
 } // namespace
 
-bool MarkWriter::append(const QString& recording, const QString& name) {
+bool appendMark(const QString& recording, const QString& name) {
     RecordingReader reader(recording);
     const ProcessInfo info = processOf(reader);
     if (!isAlive(valueOf(info, RecordingFormat::Key::pid).toInt())) {

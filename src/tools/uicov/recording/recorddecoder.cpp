@@ -6,7 +6,7 @@
 
 #include <QSize>
 
-namespace Uicov::Recording::RecordDecoder {
+namespace Uicov::Recording {
 
 using RecordingFormat::ArgumentTag;
 using Vorsk::RecordStream::PayloadReader;
@@ -82,21 +82,21 @@ bool readContent(PayloadReader& reader, Record& record) {
 
 } // namespace
 
-Result decode(const HookMessage& message, Record& record) {
+DecodingResult decodeRecord(const HookMessage& message, Record& record) {
     if (message.name != QLatin1String(Vorsk::RecordStream::coverageMessageName)) {
-        return Result::Foreign;
+        return DecodingResult::Foreign;
     }
     if (!hasRecordArguments(message.arguments)) {
-        return Result::Damaged;
+        return DecodingResult::Damaged;
     }
     const qint32 kind = message.arguments.at(Kind).integer;
     if (message.arguments.at(Form).integer != knownForm || !isKnownKind(kind)) {
-        return Result::Unknown;
+        return DecodingResult::Unknown;
     }
     record.kind = static_cast<RecordKind>(kind);
     PayloadReader reader(message.arguments.at(Payload).bytes);
     reader >> record.elementId;
-    return readContent(reader, record) ? Result::Sound : Result::Damaged;
+    return readContent(reader, record) ? DecodingResult::Sound : DecodingResult::Damaged;
 }
 
-} // namespace Uicov::Recording::RecordDecoder
+} // namespace Uicov::Recording

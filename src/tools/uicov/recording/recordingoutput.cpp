@@ -22,7 +22,7 @@ QString sessionOf(const QString& path) {
     if (reader.open() || !reader.next(frame) || frame.type != RecordingFormat::FrameType::Process) {
         return {};
     }
-    return FrameDecoder::process(frame.body)
+    return decodeProcess(frame.body)
         .value_or(ProcessInfo())
         .value(QLatin1String(RecordingFormat::Key::session));
 }

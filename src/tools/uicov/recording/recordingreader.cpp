@@ -18,7 +18,7 @@ using RecordingFormat::FrameType;
 
 namespace {
 
-/** A claimed length is believed in steps of this size only. */
+/** Memory for a frame is taken in steps of this size, whatever length the file claims. */
 constexpr qint64 readStep = 1024LL * 1024;
 
 bool isKnown(quint8 type) {
@@ -26,7 +26,10 @@ bool isKnown(quint8 type) {
            type <= static_cast<quint8>(FrameType::Loss);
 }
 
-/** No frame has a length of zero; where a recording may be longer than its content, all has. */
+/**
+ * Whether nothing was written here: the length of a frame is never 0, and the file is preallocated
+ * beyond its content, with zeros.
+ */
 bool isUnwritten(const QByteArray& frameHeader) {
     const int size = qMin(static_cast<int>(sizeof(quint32)), frameHeader.size());
     return std::all_of(frameHeader.begin(), frameHeader.begin() + size,
@@ -123,7 +126,6 @@ bool RecordingReader::next(Frame& frame) {
         ByteCursor cursor(payload);
         const quint8 type = cursor.readUInt8();
         if (!isKnown(type)) {
-            ++m_skippedFrames;
             continue;
         }
         frame.type = static_cast<FrameType>(type);

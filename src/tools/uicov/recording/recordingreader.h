@@ -32,8 +32,6 @@ public:
     QString path() const { return m_file.fileName(); }
     /** Of the format; 0 before open(). */
     quint32 version() const { return m_version; }
-    /** Frames of types that this version does not know, passed over. */
-    quint64 skippedFrames() const { return m_skippedFrames; }
 
     /** True when the file begins as a recording does, of whatever version. */
     static bool looksLikeRecording(const QString& path);
@@ -63,7 +61,6 @@ private:
     qint64 m_frameStart = 0;
     qint64 m_position = 0;
     quint64 m_messages = 0;
-    quint64 m_skippedFrames = 0;
     /** What the End frame counted, while that is the last frame read. */
     std::optional<quint64> m_countedMessages;
     bool m_hasEnded = false;

@@ -25,19 +25,19 @@ QString colourOf(double percent) {
 int widthOf(const QString& text) {
     constexpr int perColumn = 7;
     constexpr int margins = 12;
-    return Base::DisplayText::width(text) * perColumn + margins;
+    return Base::displayWidth(text) * perColumn + margins;
 }
 
 } // namespace
 
-QByteArray Badge::toBytes(const QString& title, int used, int elements, int digits) {
-    const QString left = Base::DisplayText::escaped(title);
+QByteArray badgeSvg(const QString& title, int used, int elements, int digits) {
+    const QString left = Base::escaped(title);
     const QString right =
-        elements == 0 ? QStringLiteral("no data") : Base::Percentage::text(used, elements, digits);
+        elements == 0 ? QStringLiteral("no data") : Base::percentText(used, elements, digits);
     const int leftWidth = widthOf(left);
     const int rightWidth = widthOf(right);
-    const QString colour = elements == 0 ? QStringLiteral("#57606a")
-                                         : colourOf(Base::Percentage::exact(used, elements));
+    const QString colour =
+        elements == 0 ? QStringLiteral("#57606a") : colourOf(Base::exactPercent(used, elements));
     return QStringLiteral(
                "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"%1\" height=\"20\" role=\"img\" "
                "aria-label=\"%2: %3\">\n"

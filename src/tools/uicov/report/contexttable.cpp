@@ -24,7 +24,7 @@ struct Row {
 };
 
 /** What of it happened in that context, or in the others. */
-Events eventsIn(const Events& all, int context, bool wantsOthers) {
+Events eventsIn(const Events& all, Coverage::ContextId context, bool wantsOthers) {
     Events events = all;
     for (EventCoverage& event : events) {
         const qint64 here = event.byContext.value(context);
@@ -33,9 +33,10 @@ Events eventsIn(const Events& all, int context, bool wantsOthers) {
     return events;
 }
 
-void countElement(const CoverageTree& tree, int node, QMap<int, Row>& rows) {
+void countElement(const CoverageTree& tree, Coverage::NodeId node,
+                  QMap<Coverage::ContextId, Row>& rows) {
     const Events& events = tree.node(node).events;
-    QSet<int> touching;
+    QSet<Coverage::ContextId> touching;
     for (const EventCoverage& event : events) {
         if (event.isNeverCounted) {
             continue;
@@ -50,7 +51,7 @@ void countElement(const CoverageTree& tree, int node, QMap<int, Row>& rows) {
     if (tree.stateOf(node) != State::Used) {
         return;
     }
-    for (const int context : qAsConst(touching)) {
+    for (const Coverage::ContextId context : qAsConst(touching)) {
         Row& row = rows[context];
         row.elements += tree.stateOf(node, eventsIn(events, context, false)) == State::Used ? 1 : 0;
         row.elementsOnlyHere +=
@@ -59,13 +60,13 @@ void countElement(const CoverageTree& tree, int node, QMap<int, Row>& rows) {
 }
 
 QMap<QString, Row> rowsOf(const CoverageTree& tree) {
-    QMap<int, Row> rows;
+    QMap<Coverage::ContextId, Row> rows;
     for (int i = 0; i < tree.contexts().size(); ++i) {
-        rows.insert(i, Row());
+        rows.insert(static_cast<Coverage::ContextId>(i), Row());
     }
-    const QList<int> windows = tree.windows();
-    for (const int window : windows) {
-        for (const int node : tree.nodesOf(window)) {
+    const QList<Coverage::WindowId> windows = tree.windows();
+    for (const Coverage::WindowId window : windows) {
+        for (const Coverage::NodeId node : tree.nodesOf(window)) {
             if (tree.counts(node)) {
                 countElement(tree, node, rows);
             }
@@ -73,7 +74,7 @@ QMap<QString, Row> rowsOf(const CoverageTree& tree) {
     }
     QMap<QString, Row> byName;
     for (auto it = rows.cbegin(); it != rows.cend(); ++it) {
-        byName.insert(tree.contexts().at(it.key()), it.value());
+        byName.insert(tree.contextName(it.key()), it.value());
     }
     return byName;
 }
@@ -89,7 +90,7 @@ QStringList cellsOf(const QString& name, const Row& row) {
 }
 
 QString displayed(const QString& context) {
-    return context.isEmpty() ? QStringLiteral("(no context)") : Base::DisplayText::escaped(context);
+    return context.isEmpty() ? QStringLiteral("(no context)") : Base::escaped(context);
 }
 
 QString legend() {
@@ -100,7 +101,7 @@ QString legend() {
 
 } // namespace
 
-QString ContextTable::toString(const CoverageTree& tree) {
+QString contextTable(const CoverageTree& tree) {
     TextTable table;
     table.addRow(titles());
     table.addRule();
@@ -111,7 +112,7 @@ QString ContextTable::toString(const CoverageTree& tree) {
     return table.toString() + QLatin1Char('\n') + legend();
 }
 
-QString ContextTable::toMarkdown(const CoverageTree& tree) {
+QString contextTableMarkdown(const CoverageTree& tree) {
     const auto line = [](const QStringList& cells) {
         return QStringLiteral("| ") + cells.join(QStringLiteral(" | ")) + QStringLiteral(" |\n");
     };

@@ -41,8 +41,7 @@ bool DiffReport::hasSeveralApplications() const {
 }
 
 QString DiffReport::named(const QString& application, const QString& key) const {
-    return (m_namesApplications ? Base::DisplayText::escaped(application) + QStringLiteral(": ")
-                                : QString()) +
+    return (m_namesApplications ? Base::escaped(application) + QStringLiteral(": ") : QString()) +
            key;
 }
 
@@ -51,7 +50,7 @@ QString DiffReport::totals() const {
         return QStringLiteral("%1 of %2 (%3)")
             .arg(totals.used)
             .arg(totals.elements)
-            .arg(Base::Percentage::text(totals.used, totals.elements, m_precision));
+            .arg(Base::percentText(totals.used, totals.elements, m_precision));
     };
     return QStringLiteral("Elements used: ") + share(m_comparison.baseTotals()) +
            QStringLiteral(" before, ") + share(m_comparison.currentTotals()) +
@@ -140,7 +139,7 @@ QByteArray DiffReport::toJson() const {
                                    {QStringLiteral("why"), guess.why}});
     }
     object.insert(QStringLiteral("renamed_guesses"), guesses);
-    return Base::JsonText::of(QJsonDocument(object));
+    return Base::jsonText(QJsonDocument(object));
 }
 
 } // namespace Uicov::Report

@@ -4,11 +4,9 @@
 
 namespace Uicov::Report {
 
-namespace DisplayText = Base::DisplayText;
 using Coverage::CoverageTree;
 using Coverage::Events;
 using Runs::ElementKey;
-namespace CoverageRules = Coverage::CoverageRules;
 
 namespace {
 
@@ -20,13 +18,13 @@ constexpr int maximumSteps = 24;
 } // namespace
 
 QString displayedStep(ElementKey::Step step) {
-    step.label = DisplayText::elided(DisplayText::escaped(step.label), maximumLabelColumns);
-    step.kind = DisplayText::escaped(step.kind);
-    step.className = DisplayText::escaped(step.className);
+    step.label = Base::elided(Base::escaped(step.label), maximumLabelColumns);
+    step.kind = Base::escaped(step.kind);
+    step.className = Base::escaped(step.className);
     return step.toString();
 }
 
-QString stepsBelowWindow(const CoverageTree& tree, int node) {
+QString stepsBelowWindow(const CoverageTree& tree, Coverage::NodeId node) {
     const QVector<ElementKey::Step> steps = tree.keyOf(node).steps();
     QStringList texts;
     for (int i = 1; i < steps.size(); ++i) {
@@ -44,28 +42,27 @@ QStringList uncoveredEvents(const CoverageTree::Node& element) {
     QStringList names;
     for (auto it = element.events.cbegin(); it != element.events.cend(); ++it) {
         if (!it->isCovered() && !it->isNeverCounted) {
-            names.append(DisplayText::escaped(it.key()));
+            names.append(Base::escaped(it.key()));
         }
     }
     return names;
 }
 
-bool lacksEvents(const CoverageTree& tree, int node) {
+bool lacksEvents(const CoverageTree& tree, Coverage::NodeId node) {
     return tree.counts(node) && !uncoveredEvents(tree.node(node)).isEmpty();
 }
 
-QStringList contextsOf(const CoverageTree& tree, int node) {
+QStringList contextsOf(const CoverageTree& tree, Coverage::NodeId node) {
     QStringList names;
     const Events& events = tree.node(node).events;
     for (auto event = events.cbegin(); event != events.cend(); ++event) {
         // To be seen is no use, unless there is nothing else to an element.
-        if (event.key() == Coverage::CoverageRules::shownEvent() && events.size() > 1) {
+        if (event.key() == Coverage::shownEvent() && events.size() > 1) {
             continue;
         }
         for (auto it = event->byContext.cbegin(); it != event->byContext.cend(); ++it) {
-            const QString name = tree.contexts().at(it.key());
-            names.append(name.isEmpty() ? QStringLiteral("(no context)")
-                                        : DisplayText::escaped(name));
+            const QString& name = tree.contextName(it.key());
+            names.append(name.isEmpty() ? QStringLiteral("(no context)") : Base::escaped(name));
         }
     }
     names.sort();

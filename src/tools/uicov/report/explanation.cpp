@@ -8,7 +8,7 @@
 
 namespace Uicov::Report {
 
-using Base::DisplayText::escaped;
+using Base::escaped;
 using Coverage::CoverageResult;
 using Coverage::CoverageTree;
 using Coverage::State;
@@ -74,7 +74,7 @@ QStringList eventsOf(const CoverageTree::Node& element, bool wantsHappened) {
 /** What has to be known to understand the counts. */
 QStringList notesOn(const CoverageTree::Node& element, State state) {
     QStringList notes;
-    const bool isWidget = element.events.contains(Coverage::CoverageRules::shownEvent());
+    const bool isWidget = element.events.contains(Coverage::shownEvent());
     if (element.type == QLatin1String("MenuItem") && isWidget) {
         notes.append(QStringLiteral("A click with the mouse counts twice on a menu item, for the "
                                     "press and for what it triggers; the keyboard counts once."));
@@ -98,9 +98,9 @@ Explanation::Explanation(const CoverageResult& coverage)
 void Explanation::chooseIf(bool wantsCountable,
                            const std::function<bool(const QString&)>& isMeant) {
     const CoverageTree& tree = m_coverage.tree();
-    const QList<int> windows = tree.windows();
-    for (const int window : windows) {
-        for (const int node : tree.nodesOf(window)) {
+    const QList<Coverage::WindowId> windows = tree.windows();
+    for (const Coverage::WindowId window : windows) {
+        for (const Coverage::NodeId node : tree.nodesOf(window)) {
             if (tree.node(node).isCountable == wantsCountable &&
                 isMeant(tree.keyOf(node).toKey())) {
                 m_nodes.append(node);
@@ -129,10 +129,10 @@ bool Explanation::choose(const QString& key) {
 QString Explanation::nearest(const QString& key) const {
     QMap<QString, QString> keys;
     const CoverageTree& tree = m_coverage.tree();
-    const QList<int> windows = tree.windows();
+    const QList<Coverage::WindowId> windows = tree.windows();
     const bool isPath = key.contains(ElementKey::separator());
-    for (const int window : windows) {
-        for (const int node : tree.nodesOf(window)) {
+    for (const Coverage::WindowId window : windows) {
+        for (const Coverage::NodeId node : tree.nodesOf(window)) {
             if (tree.node(node).isCountable) {
                 // Who did not write a path wrote a caption.
                 const QString whole = tree.keyOf(node).toKey();
@@ -141,7 +141,7 @@ QString Explanation::nearest(const QString& key) const {
             }
         }
     }
-    return keys.value(Base::Spelling::nearest(key, keys.keys()));
+    return keys.value(Base::nearestSpelling(key, keys.keys()));
 }
 
 void Explanation::look(const Runs::Run& run) {
@@ -151,18 +151,14 @@ void Explanation::look(const Runs::Run& run) {
         rule = [&configuration](const QString& label) { return configuration.appliedTo(label); };
     }
     QSet<QString> chosen;
-    for (const int node : m_nodes) {
+    for (const Coverage::NodeId node : m_nodes) {
         const CoverageTree& tree = m_coverage.tree();
         chosen.insert(nameOf(tree.node(tree.windowOf(node)).application, tree.keyOf(node).toKey()));
     }
     const QString start = QStringLiteral("run ") + run.uuid.left(uuidStart);
-    QStringList keys;
     const std::vector<KeyWalk::Place> places = KeyWalk(run, rule).places();
     for (const KeyWalk::Place& place : places) {
-        keys.append(place.above < 0
-                        ? place.step.toKey()
-                        : keys.at(place.above) + ElementKey::separator() + place.step.toKey());
-        const QString name = nameOf(run.application, keys.last());
+        const QString name = nameOf(run.application, place.key);
         if (!chosen.contains(name)) {
             continue;
         }
@@ -186,7 +182,7 @@ void Explanation::look(const Runs::Run& run) {
     }
 }
 
-QString Explanation::reasonOf(int node) const {
+QString Explanation::reasonOf(Coverage::NodeId node) const {
     const CoverageTree& tree = m_coverage.tree();
     const CoverageTree::Node& element = tree.node(node);
     if (!element.isCountable) {
@@ -202,7 +198,7 @@ QString Explanation::reasonOf(int node) const {
                                  ? QString()
                                  : QStringLiteral("; the criteria for ") + escaped(element.type) +
                                        QStringLiteral(" ask for ") + asked;
-    const bool isOnlySeen = happened == QStringList{Coverage::CoverageRules::shownEvent()};
+    const bool isOnlySeen = happened == QStringList{Coverage::shownEvent()};
     const QString what =
         isOnlySeen ? QStringLiteral("it was seen")
                    : QStringLiteral("these happened: ") + happened.join(QStringLiteral(", "));
@@ -232,7 +228,7 @@ QString Explanation::askedOf(const CoverageTree::Node& element) const {
     return asked.join(QStringLiteral(", "));
 }
 
-QString Explanation::identityOf(int node) const {
+QString Explanation::identityOf(Coverage::NodeId node) const {
     const CoverageTree::Node& element = m_coverage.tree().node(node);
     return QStringLiteral("  structure  %1\n  type       %2\n  class      %3\n  text       %4\n")
         .arg(element.structureKey,
@@ -240,7 +236,7 @@ QString Explanation::identityOf(int node) const {
              escaped(element.className), quotedOrNone(element.text));
 }
 
-QString Explanation::explained(int node) const {
+QString Explanation::explained(Coverage::NodeId node) const {
     const CoverageTree& tree = m_coverage.tree();
     const CoverageTree::Node& element = tree.node(node);
     const QString application = tree.node(tree.windowOf(node)).application;
@@ -250,9 +246,9 @@ QString Explanation::explained(int node) const {
         text += QStringLiteral("  of         ") + escaped(application) + QLatin1Char('\n');
     }
     text += QStringLiteral("  state      ") + reasonOf(node) + QLatin1Char('\n');
-    if (element.ignoredBy >= 0) {
+    if (element.ignoredBy != Coverage::RuleId::None) {
         const Coverage::IgnoreRule& rule =
-            m_coverage.configuration().ignoreRules.at(element.ignoredBy);
+            m_coverage.configuration().ignoreRules.at(static_cast<int>(element.ignoredBy));
         text += QStringLiteral("  ignored    by %1:%2: ")
                     .arg(m_coverage.configuration().path)
                     .arg(rule.line) +
@@ -283,7 +279,7 @@ QString Explanation::explained(int node) const {
 
 QString Explanation::toString() const {
     QStringList texts;
-    for (const int node : m_nodes) {
+    for (const Coverage::NodeId node : m_nodes) {
         texts.append(explained(node));
     }
     return texts.join(QLatin1Char('\n'));

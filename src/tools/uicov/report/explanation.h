@@ -35,14 +35,14 @@ public:
     QString toString() const;
 
 private:
-    QString explained(int node) const;
-    QString reasonOf(int node) const;
+    QString explained(Coverage::NodeId node) const;
+    QString reasonOf(Coverage::NodeId node) const;
     QString askedOf(const Coverage::CoverageTree::Node& element) const;
-    QString identityOf(int node) const;
+    QString identityOf(Coverage::NodeId node) const;
     void chooseIf(bool wantsCountable, const std::function<bool(const QString&)>& isMeant);
 
     const Coverage::CoverageResult& m_coverage;
-    QVector<int> m_nodes;
+    QVector<Coverage::NodeId> m_nodes;
     /** By application and key: lines about hits, and about the element in each run. */
     QMap<QString, QStringList> m_hits;
     QMap<QString, QStringList> m_runs;

@@ -8,8 +8,7 @@
 
 namespace Uicov::Report {
 
-using Base::DisplayText::escaped;
-using Runs::ElementKey;
+using Base::escaped;
 using Runs::KeyWalk;
 using Runs::RunElement;
 
@@ -20,14 +19,9 @@ constexpr int uuidStart = 8;
 /** By index of the element: its key; null for those that are no step of keys. */
 std::vector<QString> keysOf(const Runs::Run& run) {
     std::vector<QString> keys(run.elements.size());
-    std::vector<QString> ofPlaces;
     const std::vector<KeyWalk::Place> places = KeyWalk(run).places();
     for (const KeyWalk::Place& place : places) {
-        const QString step = place.step.toKey();
-        ofPlaces.push_back(place.above < 0 ? step
-                                           : ofPlaces[static_cast<std::size_t>(place.above)] +
-                                                 ElementKey::separator() + step);
-        keys[static_cast<std::size_t>(place.element)] = ofPlaces.back();
+        keys[static_cast<std::size_t>(place.element)] = place.key;
     }
     return keys;
 }

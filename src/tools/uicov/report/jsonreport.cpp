@@ -40,7 +40,7 @@ JsonReport::JsonReport(const CoverageResult& coverage, const QVector<GateResult>
     , m_gates(gates) {}
 
 QByteArray JsonReport::toBytes() const {
-    return Base::JsonText::of(QJsonDocument(toObject()));
+    return Base::jsonText(QJsonDocument(toObject()));
 }
 
 QJsonObject JsonReport::toObject() const {
@@ -95,18 +95,18 @@ QJsonArray JsonReport::runs() const {
 
 QJsonArray JsonReport::windows() const {
     QJsonArray array;
-    const QList<int> windows = m_coverage.tree().windows();
-    for (const int index : windows) {
+    const QList<Coverage::WindowId> windows = m_coverage.tree().windows();
+    for (const Coverage::WindowId index : windows) {
         array.append(window(index));
     }
     return array;
 }
 
-QJsonObject JsonReport::window(int window) const {
+QJsonObject JsonReport::window(Coverage::WindowId window) const {
     const CoverageTree& tree = m_coverage.tree();
     QJsonArray elements;
     QJsonArray unopened;
-    for (const int node : tree.nodesOf(window)) {
+    for (const Coverage::NodeId node : tree.nodesOf(window)) {
         if (tree.node(node).isMenu && !tree.node(node).isOpenedMenu) {
             unopened.append(tree.keyOf(node).toKey());
         }
@@ -121,7 +121,7 @@ QJsonObject JsonReport::window(int window) const {
             {QStringLiteral("elements"), elements}};
 }
 
-QJsonObject JsonReport::element(int node) const {
+QJsonObject JsonReport::element(Coverage::NodeId node) const {
     const CoverageTree& tree = m_coverage.tree();
     const CoverageTree::Node& element = tree.node(node);
     return {{QStringLiteral("key"), tree.keyOf(node).toKey()},
@@ -130,18 +130,18 @@ QJsonObject JsonReport::element(int node) const {
             {QStringLiteral("class"), element.className},
             {QStringLiteral("text"), textOrNull(element.text)},
             {QStringLiteral("state"), wordFor(tree.stateOf(node))},
-            {QStringLiteral("ignored_by"),
-             element.ignoredBy < 0 ? QJsonValue() : QJsonValue(element.ignoredBy)},
+            {QStringLiteral("ignored_by"), element.ignoredBy == Coverage::RuleId::None
+                                               ? QJsonValue()
+                                               : QJsonValue(static_cast<int>(element.ignoredBy))},
             {QStringLiteral("events"), events(element.events)}};
 }
 
 QJsonArray JsonReport::events(const Events& events) const {
-    const QStringList& contexts = m_coverage.tree().contexts();
     QJsonArray array;
     for (auto it = events.cbegin(); it != events.cend(); ++it) {
         QJsonObject byContext;
         for (auto hit = it->byContext.cbegin(); hit != it->byContext.cend(); ++hit) {
-            byContext.insert(contexts.at(hit.key()), hit.value());
+            byContext.insert(m_coverage.tree().contextName(hit.key()), hit.value());
         }
         array.append(QJsonObject{{QStringLiteral("name"), it.key()},
                                  {QStringLiteral("count"), it->count},

@@ -28,8 +28,8 @@ public:
 private:
     QJsonArray runs() const;
     QJsonArray windows() const;
-    QJsonObject window(int window) const;
-    QJsonObject element(int node) const;
+    QJsonObject window(Coverage::WindowId window) const;
+    QJsonObject element(Coverage::NodeId node) const;
     QJsonArray events(const Coverage::Events& events) const;
     QJsonArray onlyContexts() const;
     QJsonArray ignoreRules() const;

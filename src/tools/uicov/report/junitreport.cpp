@@ -19,7 +19,7 @@ namespace {
 
 /** XML has no way to write most control characters, so that they are made visible. */
 QString plain(const QString& text) {
-    return Base::DisplayText::escaped(text);
+    return Base::escaped(text);
 }
 
 struct Case {
@@ -47,8 +47,8 @@ void write(QXmlStreamWriter& xml, const Case& testCase) {
     xml.writeEndElement();
 }
 
-Case caseOfWindow(const CoverageResult& coverage, int window, const QVector<GateResult>& gates,
-                  int digits) {
+Case caseOfWindow(const CoverageResult& coverage, Coverage::WindowId window,
+                  const QVector<GateResult>& gates, int digits) {
     const CoverageTree& tree = coverage.tree();
     const CoverageTree::Totals totals = tree.totalsOf(window);
     Case result;
@@ -66,8 +66,8 @@ Case caseOfWindow(const CoverageResult& coverage, int window, const QVector<Gate
     result.output = QStringLiteral("%1 of %2 elements used, %3\n")
                         .arg(totals.used)
                         .arg(totals.elements)
-                        .arg(Base::Percentage::text(totals.used, totals.elements, digits));
-    for (const int node : tree.nodesOf(window)) {
+                        .arg(Base::percentText(totals.used, totals.elements, digits));
+    for (const Coverage::NodeId node : tree.nodesOf(window)) {
         if (tree.counts(node) && tree.stateOf(node) != State::Used) {
             result.output += (tree.stateOf(node) == State::Shown ? QStringLiteral("shown   ")
                                                                  : QStringLiteral("missed  ")) +
@@ -86,14 +86,14 @@ JUnitReport::JUnitReport(const CoverageResult& coverage, const QVector<GateResul
 QByteArray JUnitReport::toBytes() const {
     std::vector<Case> cases;
     const CoverageTree& tree = m_coverage.tree();
-    const QList<int> windows = tree.windows();
-    for (const int window : windows) {
+    const QList<Coverage::WindowId> windows = tree.windows();
+    for (const Coverage::WindowId window : windows) {
         if (tree.totalsOf(window).elements > 0) {
             cases.push_back(caseOfWindow(m_coverage, window, m_gates, m_precision));
         }
     }
     for (const GateResult& gate : m_gates) {
-        if (gate.window < 0 || tree.totalsOf(gate.window).elements == 0) {
+        if (gate.window == Coverage::NodeId::None || tree.totalsOf(gate.window).elements == 0) {
             cases.push_back({QStringLiteral("uicov.gates"), plain(gate.name),
                              gate.isMet ? QString() : plain(gate.finding),
                              gate.isMet ? plain(gate.finding) : QString()});

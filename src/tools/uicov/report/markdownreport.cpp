@@ -24,13 +24,14 @@ QString MarkdownReport::row(const QString& name, const CoverageTree::Totals& tot
                        QString::number(totals.used),
                        QString::number(totals.shown),
                        QString::number(totals.missed),
-                       Base::Percentage::text(totals.used, totals.elements, m_precision),
+                       Base::percentText(totals.used, totals.elements, m_precision),
                        QStringLiteral("%1/%2").arg(totals.coveredEvents).arg(totals.events)}
                .join(QStringLiteral(" | ")) +
            QStringLiteral(" |\n");
 }
 
-QString MarkdownReport::line(int node, const char* title, const QStringList& names) const {
+QString MarkdownReport::line(Coverage::NodeId node, const char* title,
+                             const QStringList& names) const {
     const CoverageTree& tree = m_coverage.tree();
     return QStringLiteral("- %1: ").arg(wordFor(tree.stateOf(node))) +
            markdownMarkup(stepsBelowWindow(tree, node)) + QStringLiteral(" (") +
@@ -38,10 +39,10 @@ QString MarkdownReport::line(int node, const char* title, const QStringList& nam
            markdownMarkup(names.join(QStringLiteral(", "))) + QStringLiteral(")\n");
 }
 
-QStringList MarkdownReport::lines(int window) const {
+QStringList MarkdownReport::lines(Coverage::WindowId window) const {
     const CoverageTree& tree = m_coverage.tree();
     QStringList lines;
-    for (const int node : tree.nodesOf(window)) {
+    for (const Coverage::NodeId node : tree.nodesOf(window)) {
         if (m_listsMissed && lacksEvents(tree, node)) {
             lines.append(line(node, "never", uncoveredEvents(tree.node(node))));
         }
@@ -56,7 +57,7 @@ QString MarkdownReport::toString() const {
     const CoverageTree& tree = m_coverage.tree();
     const CoverageTree::Totals all = tree.totals();
     QString text = QStringLiteral("## GUI coverage: %1\n\n")
-                       .arg(Base::Percentage::text(all.used, all.elements, m_precision));
+                       .arg(Base::percentText(all.used, all.elements, m_precision));
     for (const GateResult& gate : m_gates) {
         text += QStringLiteral("- %1 %2: %3\n")
                     .arg(gate.isMet ? QStringLiteral("met:") : QStringLiteral("**not met:**"),
@@ -66,11 +67,12 @@ QString MarkdownReport::toString() const {
     text += QStringLiteral("| Window | Elements | Used | Shown | Missed | Cover | Events |\n"
                            "|:---|---:|---:|---:|---:|---:|---:|\n");
     QString missed;
-    const QList<int> windows = WindowOrder::sorted(tree, m_order);
-    const bool isOneOfSeveral = std::any_of(windows.cbegin(), windows.cend(), [&](int window) {
-        return tree.node(window).application != tree.node(windows.first()).application;
-    });
-    for (const int window : windows) {
+    const QList<Coverage::WindowId> windows = sortedWindows(tree, m_order);
+    const bool isOneOfSeveral =
+        std::any_of(windows.cbegin(), windows.cend(), [&](Coverage::WindowId window) {
+            return tree.node(window).application != tree.node(windows.first()).application;
+        });
+    for (const Coverage::WindowId window : windows) {
         const CoverageTree::Totals totals = tree.totalsOf(window);
         if (m_skipsCovered && totals.used == totals.elements) {
             continue;

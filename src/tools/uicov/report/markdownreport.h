@@ -26,8 +26,8 @@ public:
 
 private:
     QString row(const QString& name, const Coverage::CoverageTree::Totals& totals) const;
-    QString line(int node, const char* title, const QStringList& names) const;
-    QStringList lines(int window) const;
+    QString line(Coverage::NodeId node, const char* title, const QStringList& names) const;
+    QStringList lines(Coverage::WindowId window) const;
 
     const Coverage::CoverageResult& m_coverage;
     bool m_listsMissed = false;

@@ -5,7 +5,7 @@
 namespace Uicov::Report {
 
 QString markdownEscaped(const QString& text) {
-    return markdownMarkup(Base::DisplayText::escaped(text));
+    return markdownMarkup(Base::escaped(text));
 }
 
 QString markdownMarkup(const QString& displayed) {

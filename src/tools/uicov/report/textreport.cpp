@@ -13,7 +13,6 @@ namespace Uicov::Report {
 using Coverage::CoverageTree;
 using Coverage::Events;
 using Coverage::State;
-namespace DisplayText = Base::DisplayText;
 
 namespace {
 
@@ -29,22 +28,22 @@ QStringList TextReport::row(const QString& name, const CoverageTree::Totals& tot
             QString::number(totals.used),
             QString::number(totals.shown),
             QString::number(totals.missed),
-            Base::Percentage::text(totals.used, totals.elements, m_precision),
+            Base::percentText(totals.used, totals.elements, m_precision),
             QStringLiteral("%1/%2").arg(totals.coveredEvents).arg(totals.events)};
 }
 
 TextReport::TextReport(const CoverageTree& tree)
     : m_tree(tree) {}
 
-QString TextReport::line(const QString& word, int node, const QString& rest) const {
+QString TextReport::line(const QString& word, Coverage::NodeId node, const QString& rest) const {
     const QString line = QStringLiteral("    ") + word.leftJustified(wordColumns) +
                          stepsBelowWindow(m_tree, node) + rest;
-    return m_width > 0 ? DisplayText::elided(line, m_width) : line;
+    return m_width > 0 ? Base::elided(line, m_width) : line;
 }
 
-QStringList TextReport::missedLines(int window) const {
+QStringList TextReport::missedLines(Coverage::WindowId window) const {
     QStringList lines;
-    for (const int node : m_tree.nodesOf(window)) {
+    for (const Coverage::NodeId node : m_tree.nodesOf(window)) {
         const CoverageTree::Node& element = m_tree.node(node);
         if (element.isMenu && !element.isOpenedMenu) {
             lines.append(line(QStringLiteral("unopened"), node));
@@ -58,9 +57,9 @@ QStringList TextReport::missedLines(int window) const {
     return lines;
 }
 
-QStringList TextReport::contextLines(int window) const {
+QStringList TextReport::contextLines(Coverage::WindowId window) const {
     QStringList lines;
-    for (const int node : m_tree.nodesOf(window)) {
+    for (const Coverage::NodeId node : m_tree.nodesOf(window)) {
         if (m_tree.counts(node) && m_tree.stateOf(node) == State::Used) {
             lines.append(line(wordFor(State::Used), node,
                               QStringLiteral("  [") +
@@ -106,14 +105,14 @@ QStringList TextReport::notes(const CoverageTree::Totals& totals, int emptyWindo
 
 void TextReport::addWindows(TextTable& table, const QString& application,
                             const QString& indentation) const {
-    const QList<int> windows = WindowOrder::sorted(m_tree, m_order);
-    for (const int window : windows) {
+    const QList<Coverage::WindowId> windows = sortedWindows(m_tree, m_order);
+    for (const Coverage::WindowId window : windows) {
         const CoverageTree::Totals totals = m_tree.totalsOf(window);
         if (m_tree.node(window).application != application || isSkipped(totals)) {
             continue;
         }
         const QString name =
-            DisplayText::elided(displayedStep(m_tree.node(window).step), maximumNameColumns);
+            Base::elided(displayedStep(m_tree.node(window).step), maximumNameColumns);
         table.addRow(row(indentation + name, totals));
         const QStringList lines = (m_listsMissed ? missedLines(window) : QStringList()) +
                                   (m_listsContexts ? contextLines(window) : QStringList());
@@ -137,8 +136,8 @@ QString TextReport::toString() const {
     int emptyWindows = 0;
     int skippedWindows = 0;
     QMap<QString, CoverageTree::Totals> applications;
-    const QList<int> windows = m_tree.windows();
-    for (const int window : windows) {
+    const QList<Coverage::WindowId> windows = m_tree.windows();
+    for (const Coverage::WindowId window : windows) {
         const CoverageTree::Totals totals = m_tree.totalsOf(window);
         all += totals;
         if (totals.elements == 0) {
@@ -152,7 +151,7 @@ QString TextReport::toString() const {
         // One application needs no name; several each get their sum above their windows.
         const bool isOneOfSeveral = applications.size() > 1;
         if (isOneOfSeveral) {
-            table.addRow(row(DisplayText::escaped(it.key()), it.value()));
+            table.addRow(row(Base::escaped(it.key()), it.value()));
         }
         addWindows(table, it.key(), isOneOfSeveral ? QStringLiteral("  ") : QString());
         if (isOneOfSeveral && std::next(it) != applications.cend()) {

@@ -37,9 +37,9 @@ public:
 
 private:
     void addWindows(TextTable& table, const QString& application, const QString& indentation) const;
-    QString line(const QString& word, int node, const QString& rest = QString()) const;
-    QStringList missedLines(int window) const;
-    QStringList contextLines(int window) const;
+    QString line(const QString& word, Coverage::NodeId node, const QString& rest = QString()) const;
+    QStringList missedLines(Coverage::WindowId window) const;
+    QStringList contextLines(Coverage::WindowId window) const;
     QStringList row(const QString& name, const Coverage::CoverageTree::Totals& totals) const;
     bool isSkipped(const Coverage::CoverageTree::Totals& totals) const;
     static QStringList legend();

@@ -4,8 +4,6 @@
 
 namespace Uicov::Report {
 
-namespace DisplayText = Base::DisplayText;
-
 namespace {
 
 constexpr int gap = 2;
@@ -32,7 +30,7 @@ QVector<int> TextTable::columnWidths() const {
         }
         widths.resize(qMax(widths.size(), row.cells.size()));
         for (int i = 0; i < row.cells.size(); ++i) {
-            widths[i] = qMax(widths.at(i), DisplayText::width(row.cells.at(i)));
+            widths[i] = qMax(widths.at(i), Base::displayWidth(row.cells.at(i)));
         }
     }
     return widths;
@@ -53,8 +51,8 @@ QString TextTable::toString() const {
             line = row.cells.first();
         }
         for (int i = 0; row.kind == Row::Kind::Cells && i < row.cells.size(); ++i) {
-            line += i == 0 ? DisplayText::padded(row.cells.at(i), widths.at(i))
-                           : DisplayText::paddedLeft(row.cells.at(i), widths.at(i) + gap);
+            line += i == 0 ? Base::padded(row.cells.at(i), widths.at(i))
+                           : Base::paddedLeft(row.cells.at(i), widths.at(i) + gap);
         }
         text += line + QLatin1Char('\n');
     }

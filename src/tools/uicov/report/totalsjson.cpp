@@ -19,16 +19,15 @@ double rounded(double percent) {
 } // namespace
 
 QJsonObject totalsJson(const CoverageTree::Totals& totals) {
-    return {
-        {QStringLiteral("elements"), totals.elements},
-        {QStringLiteral("used"), totals.used},
-        {QStringLiteral("shown"), totals.shown},
-        {QStringLiteral("missed"), totals.missed},
-        {QStringLiteral("percent"), rounded(Base::Percentage::exact(totals.used, totals.elements))},
-        {QStringLiteral("events"), totals.events},
-        {QStringLiteral("covered_events"), totals.coveredEvents},
-        {QStringLiteral("never_counted_events"), totals.neverCountedEvents},
-        {QStringLiteral("missed_perhaps_seen"), totals.missedUnseen}};
+    return {{QStringLiteral("elements"), totals.elements},
+            {QStringLiteral("used"), totals.used},
+            {QStringLiteral("shown"), totals.shown},
+            {QStringLiteral("missed"), totals.missed},
+            {QStringLiteral("percent"), rounded(Base::exactPercent(totals.used, totals.elements))},
+            {QStringLiteral("events"), totals.events},
+            {QStringLiteral("covered_events"), totals.coveredEvents},
+            {QStringLiteral("never_counted_events"), totals.neverCountedEvents},
+            {QStringLiteral("missed_perhaps_seen"), totals.missedUnseen}};
 }
 
 } // namespace Uicov::Report

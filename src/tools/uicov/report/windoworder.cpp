@@ -19,29 +19,29 @@ double rank(const CoverageTree::Totals& totals, const QString& order) {
         return -(totals.elements - totals.used);
     }
     if (order == QLatin1String("cover")) {
-        return Base::Percentage::exact(totals.used, totals.elements);
+        return Base::exactPercent(totals.used, totals.elements);
     }
     return 0;
 }
 
 } // namespace
 
-QList<int> WindowOrder::sorted(const CoverageTree& tree, const QString& order) {
+QList<Coverage::WindowId> sortedWindows(const CoverageTree& tree, const QString& order) {
     const bool isReversed = order.startsWith(QLatin1Char('-'));
     const QString key = isReversed ? order.mid(1) : order;
     struct Row {
-        int window;
+        Coverage::WindowId window;
         double rank;
     };
     QMap<QString, std::vector<Row>> applications;
-    const QList<int> windows = tree.windows(); // by application and name
-    for (const int window : windows) {
+    const QList<Coverage::WindowId> windows = tree.windows(); // by application and name
+    for (const Coverage::WindowId window : windows) {
         const CoverageTree::Totals totals = tree.totalsOf(window);
         if (totals.elements > 0) {
             applications[tree.node(window).application].push_back({window, rank(totals, key)});
         }
     }
-    QList<int> sorted;
+    QList<Coverage::WindowId> sorted;
     for (std::vector<Row>& rows : applications) {
         if (isReversed) {
             std::reverse(rows.begin(), rows.end());

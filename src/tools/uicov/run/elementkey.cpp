@@ -95,7 +95,7 @@ QString joined(const ElementKey::Step& step, const QString& kind, const QString&
 
 QString escaped(const QString& text) {
     // Without quotes inside, no label can look like the end of one step and the start of another.
-    return Base::DisplayText::escaped(text).replace(QLatin1Char('"'), QLatin1String("\\\""));
+    return Base::escaped(text).replace(QLatin1Char('"'), QLatin1String("\\\""));
 }
 
 } // namespace

@@ -101,6 +101,16 @@ Step KeyWalk::windowStructure(const Step& step, int window) {
     return structure;
 }
 
+void KeyWalk::add(int element, int above, const Step& step, const Step& structure) {
+    Place place{element, above, step, structure, step.toKey(), structure.toKey()};
+    if (above >= 0) {
+        const Place& parent = m_places[static_cast<std::size_t>(above)];
+        place.key.prepend(parent.key + ElementKey::separator());
+        place.structureKey.prepend(parent.structureKey + ElementKey::separator());
+    }
+    m_places.push_back(std::move(place));
+}
+
 void KeyWalk::walkWindow(int window) {
     m_ordinals.clear();
     m_structureOrdinals.clear();
@@ -114,7 +124,7 @@ void KeyWalk::walkWindow(int window) {
         // with a name of their own, however, each is one more instance of the same thing.
         step.ordinal = ++m_unnamedWindows[qMakePair(-1, step)];
     }
-    m_places.push_back({window, -1, step, structure});
+    add(window, -1, step, structure);
     m_visitedIn[static_cast<std::size_t>(window)] = m_window;
     enqueueChildren(window, static_cast<int>(m_places.size()) - 1);
     while (!m_open.empty()) {
@@ -159,7 +169,7 @@ void KeyWalk::visit(const Visit& visit) {
         Step structure = ElementKey::structureOf(step, visited, false);
         step.ordinal = ++m_ordinals[qMakePair(above, step)];
         structure.ordinal = ++m_structureOrdinals[qMakePair(above, structure)];
-        m_places.push_back({visit.element, above, step, structure});
+        add(visit.element, above, step, structure);
         above = static_cast<int>(m_places.size()) - 1;
     }
     enqueueChildren(visit.element, above);

@@ -32,6 +32,9 @@ public:
         ElementKey::Step step;
         /** The step in the structure key. */
         ElementKey::Step structure;
+        /** The steps from the window down to this one, as ElementKey::toKey() writes them. */
+        QString key;
+        QString structureKey;
     };
 
     /**
@@ -56,6 +59,8 @@ private:
     const RunElement& element(int index) const;
     std::vector<int> entryPoints() const;
     void addReachable(int start, std::vector<bool>& reached) const;
+    void add(int element, int above, const ElementKey::Step& step,
+             const ElementKey::Step& structure);
     void walkWindow(int window);
     void visit(const Visit& visit);
     void enqueueChildren(int index, int above);

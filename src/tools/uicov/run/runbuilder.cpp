@@ -14,12 +14,12 @@
 namespace Uicov::Runs {
 
 using Base::Sha256;
+using Recording::decodeLog;
+using Recording::decodeMark;
 using Recording::Ending;
 using Recording::Frame;
 using Recording::Loss;
 using Recording::Record;
-using Recording::FrameDecoder::log;
-using Recording::FrameDecoder::mark;
 using RecordingFormat::FrameType;
 using Vorsk::RecordStream::RecordKind;
 using Vorsk::UIAbstraction::ElementWalk;
@@ -73,19 +73,19 @@ void RunBuilder::add(const Frame& frame) {
         takeMessage(frame.body);
         break;
     case FrameType::Log: {
-        const auto line = log(frame.body);
+        const auto line = decodeLog(frame.body);
         if (line && line->severity == RecordingFormat::Severity::Warning) {
-            ++m_warnings[StoredText::of(line->text)];
+            ++m_warnings[storedText(line->text)];
         }
         break;
     }
     case FrameType::Mark:
-        if (const auto name = mark(frame.body)) {
+        if (const auto name = decodeMark(frame.body)) {
             enterContext(*name);
         }
         break;
     case FrameType::Loss:
-        m_loss = Recording::FrameDecoder::loss(frame.body).value_or(m_loss);
+        m_loss = Recording::decodeLoss(frame.body).value_or(m_loss);
         break;
     case FrameType::End:
         break;
@@ -96,10 +96,10 @@ void RunBuilder::takeProcess(const QByteArray& body) {
     if (!m_process.isEmpty()) {
         return; // who the process is, the first one has told
     }
-    m_process = Recording::FrameDecoder::process(body).value_or(Recording::ProcessInfo());
+    m_process = Recording::decodeProcess(body).value_or(Recording::ProcessInfo());
     m_isNamed = !m_process.value(QLatin1String(Key::run)).isEmpty();
     // Marks in front of it, where nobody writes them, have begun contexts that are counted in.
-    const QString ofRun = StoredText::of(m_process.value(QLatin1String(Key::context)));
+    const QString ofRun = storedText(m_process.value(QLatin1String(Key::context)));
     m_contextIndex.clear();
     for (QString& context : m_contexts) {
         context = contextName(ofRun, context);
@@ -108,7 +108,7 @@ void RunBuilder::takeProcess(const QByteArray& body) {
 }
 
 void RunBuilder::enterContext(const QString& dynamicName) {
-    const QString name = contextName(m_contexts.first(), StoredText::of(dynamicName));
+    const QString name = contextName(m_contexts.first(), storedText(dynamicName));
     const auto known = m_contextIndex.constFind(name);
     if (known != m_contextIndex.cend()) {
         m_context = *known;
@@ -120,19 +120,19 @@ void RunBuilder::enterContext(const QString& dynamicName) {
 }
 
 void RunBuilder::takeMessage(const QByteArray& body) {
-    using Recording::RecordDecoder::Result;
-    const auto message = Recording::FrameDecoder::message(body);
+    using Recording::DecodingResult;
+    const auto message = Recording::decodeMessage(body);
     if (!message) {
         ++m_records;
         ++m_damagedRecords;
         return;
     }
     Record record;
-    const Result result = Recording::RecordDecoder::decode(*message, record);
-    m_records += result == Result::Foreign ? 0U : 1U;
-    m_unknownRecords += result == Result::Unknown ? 1U : 0U;
-    m_damagedRecords += result == Result::Damaged ? 1U : 0U;
-    if (result == Result::Sound) {
+    const DecodingResult result = Recording::decodeRecord(*message, record);
+    m_records += result == DecodingResult::Foreign ? 0U : 1U;
+    m_unknownRecords += result == DecodingResult::Unknown ? 1U : 0U;
+    m_damagedRecords += result == DecodingResult::Damaged ? 1U : 0U;
+    if (result == DecodingResult::Sound) {
         takeRecord(record);
     }
 }
@@ -185,7 +185,7 @@ void RunBuilder::count(EventCount& event, int count) const {
 Run RunBuilder::build(const Ending& ending) const {
     Run run;
     const auto value = [this](const char* key) {
-        return StoredText::of(m_process.value(QLatin1String(key)));
+        return storedText(m_process.value(QLatin1String(key)));
     };
     run.uuid = value(Key::run);
     run.session = value(Key::session);
@@ -199,8 +199,7 @@ Run RunBuilder::build(const Ending& ending) const {
     const QString labelStart = QLatin1String(Key::label);
     for (auto it = m_process.cbegin(); it != m_process.cend(); ++it) {
         if (it.key().startsWith(labelStart)) {
-            run.labels.insert(StoredText::of(it.key().mid(labelStart.size())),
-                              StoredText::of(it.value()));
+            run.labels.insert(storedText(it.key().mid(labelStart.size())), storedText(it.value()));
         }
     }
     run.bytesLost = ending.lostBytes;
@@ -228,10 +227,10 @@ void RunBuilder::fillElements(Run& run) const {
     run.elements.reserve(elements.size());
     for (const UIElement* source : elements) {
         RunElement element;
-        element.id = StoredText::of(source->id());
-        element.className = StoredText::of(source->concreteType());
-        element.type = StoredText::of(source->standardType().name());
-        element.text = StoredText::of(source->text());
+        element.id = storedText(source->id());
+        element.className = storedText(source->concreteType());
+        element.type = storedText(source->standardType().name());
+        element.text = storedText(source->text());
         element.isTransparentNode = source->isTransparentNode();
         element.isSubgraphTransparent = source->isSubgraphTransparent();
         element.isWindowNode = source->isWindowNode();
@@ -257,7 +256,7 @@ void RunBuilder::fillElements(Run& run) const {
 
 void RunBuilder::fillCounts(const Seen& seen, RunElement& element) {
     for (auto it = seen.events.cbegin(); it != seen.events.cend(); ++it) {
-        const QString name = StoredText::of(it.key());
+        const QString name = storedText(it.key());
         if (it->isAnnounced) {
             element.events.append(name);
         }

@@ -2,7 +2,7 @@
 
 namespace Uicov::Runs {
 
-QString StoredText::of(const QString& text) {
+QString storedText(const QString& text) {
     QString sound = text;
     for (int i = 0; i < sound.size(); ++i) {
         const QChar character = sound.at(i);

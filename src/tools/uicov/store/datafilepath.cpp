@@ -18,7 +18,7 @@ QString defaultPath() {
 
 } // namespace
 
-QString DataFilePath::of(const std::string& option) {
+QString dataFilePath(const std::string& option) {
     if (option.empty()) {
         return defaultPath();
     }
@@ -41,16 +41,16 @@ QString DataFilePath::of(const std::string& option) {
     return path;
 }
 
-QString DataFilePath::current() {
+QString currentDataFile() {
     const char* const variable = std::getenv("UICOV_FILE");
-    return of(variable == nullptr ? std::string() : std::string(variable));
+    return dataFilePath(variable == nullptr ? std::string() : std::string(variable));
 }
 
-QString DataFilePath::asArgument(const QString& path) {
+QString dataFileArgument(const QString& path) {
     return path == defaultPath() ? QString() : shellQuoted(path);
 }
 
-QString DataFilePath::shellQuoted(const QString& text) {
+QString shellQuoted(const QString& text) {
     static const QRegularExpression harmless(QStringLiteral("^[A-Za-z0-9_./,:=@%+-]+$"));
     if (harmless.match(text).hasMatch()) {
         return text;

@@ -71,7 +71,10 @@ QByteArray digestOf(const Run& run) {
     return hash.take();
 }
 
-/** Turned round by ~, which unlike - every number allows: it may be that of a damaged file. */
+/**
+ * Fewer lost bytes are better, so their order is reversed: by ~, since - overflows for the lowest
+ * number, which a damaged file can hold.
+ */
 auto tied(const RunRank& rank) {
     return std::make_tuple(rank.messages, rank.isComplete, ~rank.bytesLost, rank.digest);
 }

@@ -8,7 +8,6 @@
 
 namespace Uicov::Store {
 
-using Runs::ElementKey;
 using Runs::Hit;
 using Runs::KeyWalk;
 using Runs::Run;
@@ -39,20 +38,11 @@ struct Keys {
     explicit Keys(const Run& run)
         : key(static_cast<int>(run.elements.size()))
         , structure(static_cast<int>(run.elements.size())) {
-        QVector<QString> keys;
-        QVector<QString> structures;
         const std::vector<KeyWalk::Place> places = KeyWalk(run).places();
         for (const KeyWalk::Place& place : places) {
-            const QString separator = ElementKey::separator();
-            const bool isWindow = place.above < 0;
-            keys.append(isWindow ? place.step.toKey()
-                                 : keys.at(place.above) + separator + place.step.toKey());
-            structures.append(isWindow ? place.structure.toKey()
-                                       : structures.at(place.above) + separator +
-                                             place.structure.toKey());
             if (key.at(place.element).isEmpty()) {
-                key[place.element] = keys.last();
-                structure[place.element] = structures.last();
+                key[place.element] = place.key;
+                structure[place.element] = place.structureKey;
             }
         }
     }

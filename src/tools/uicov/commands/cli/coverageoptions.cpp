@@ -71,11 +71,11 @@ void CoverageOptions::addFiles(const std::vector<std::string>& files) {
 
 bool CoverageOptions::readConfiguration(Console::Terminal& terminal) {
     m_configuration = Coverage::Configuration();
-    const QString path = m_configFile.empty() ? Coverage::ConfigurationFile::defaultName()
+    const QString path = m_configFile.empty() ? Coverage::defaultConfigurationFile()
                                               : QFile::decodeName(m_configFile.c_str());
     const bool isWanted = !m_ignoresConfig && (!m_configFile.empty() || QFile::exists(path));
     if (isWanted) {
-        if (const auto problem = Coverage::ConfigurationFile::read(path, m_configuration)) {
+        if (const auto problem = Coverage::readConfiguration(path, m_configuration)) {
             terminal.error(*problem);
             return false;
         }
@@ -124,7 +124,7 @@ QStringList CoverageOptions::pathsOf(const std::vector<std::string>& files,
         paths.append(QFile::decodeName(file.c_str()));
     }
     if (paths.isEmpty()) {
-        const QString path = Store::DataFilePath::current();
+        const QString path = Store::currentDataFile();
         if (QFile::exists(path)) {
             paths.append(path);
         } else {
@@ -217,7 +217,7 @@ void CoverageOptions::warnOfRules(const CoverageResult& coverage,
 }
 
 QVector<GateResult> CoverageOptions::judge(const CoverageResult& coverage, int digits) const {
-    return Coverage::Gatekeeper::judge(coverage, m_configuration.gates, digits);
+    return Coverage::judgeGates(coverage, m_configuration.gates, digits);
 }
 
 void CoverageOptions::tell(const QVector<GateResult>& gates, Console::Terminal& terminal) {
@@ -235,8 +235,7 @@ void CoverageOptions::sayNext(const QString& command, Console::Terminal& termina
     }
     QString next = QStringLiteral("next: ") + command;
     for (const std::string& file : m_files) {
-        next +=
-            QLatin1Char(' ') + Store::DataFilePath::shellQuoted(QFile::decodeName(file.c_str()));
+        next += QLatin1Char(' ') + Store::shellQuoted(QFile::decodeName(file.c_str()));
     }
     terminal.note(next);
 }

@@ -22,7 +22,7 @@ Inputs::~Inputs() = default;
 bool Inputs::add(const QStringList& paths, Console::Terminal& terminal) {
     const bool isAdded =
         paths.size() == 1 ? addOnly(paths.first(), terminal) : addSeveral(paths, terminal);
-    return isAdded && m_readFiles > 0;
+    return isAdded && m_hasReadAny;
 }
 
 /** One file needs no place of its own for its runs. */
@@ -46,7 +46,7 @@ bool Inputs::addOnly(const QString& path, Console::Terminal& terminal) {
         ++m_skippedFiles;
         return false;
     }
-    ++m_readFiles;
+    m_hasReadAny = true;
     return true;
 }
 
@@ -74,7 +74,7 @@ bool Inputs::addSeveral(const QStringList& paths, Console::Terminal& terminal) {
             ++m_skippedFiles;
             continue;
         }
-        ++m_readFiles;
+        m_hasReadAny = true;
         warn(combiner.warnings(), terminal);
     }
     if (auto problem = m_file->commit()) {

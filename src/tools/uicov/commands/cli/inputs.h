@@ -48,7 +48,6 @@ public:
     bool forEach(const std::function<void(const Runs::Run&)>& visitor,
                  Console::Terminal& terminal) const;
 
-    int readFiles() const { return m_readFiles; }
     int skippedFiles() const { return m_skippedFiles; }
 
 private:
@@ -57,7 +56,7 @@ private:
     static void warn(const QVector<Base::Problem>& problems, Console::Terminal& terminal);
 
     bool m_takesPictures = false;
-    int m_readFiles = 0;
+    bool m_hasReadAny = false;
     int m_skippedFiles = 0;
     // Either the one run that there is, or a data file with all of them.
     std::optional<Runs::Run> m_run;

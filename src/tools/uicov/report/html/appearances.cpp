@@ -13,6 +13,7 @@
 namespace Uicov::Report::Html {
 
 using Coverage::CoverageTree;
+using Coverage::NodeId;
 using Runs::KeyWalk;
 using Runs::RunElement;
 using Places = std::vector<KeyWalk::Place>;
@@ -57,15 +58,15 @@ std::optional<QRect> placeOf(const RunElement& element, const RunElement* above)
     return element.place->translated(above->place->topLeft());
 }
 
-std::vector<int> nodesOf(const Runs::Run& run, const Places& places, const CoverageTree& tree) {
-    std::vector<int> nodes;
+std::vector<NodeId> nodesOf(const Runs::Run& run, const Places& places, const CoverageTree& tree) {
+    std::vector<NodeId> nodes;
     nodes.reserve(places.size());
     for (const KeyWalk::Place& place : places) {
         nodes.push_back(
             place.above < 0
-                ? tree.findWindow(place.step, run.application)
+                ? NodeId(tree.findWindow(place.step, run.application))
                 : tree.findChild(nodes[static_cast<std::size_t>(place.above)], place.step));
-        Q_ASSERT(nodes.back() >= 0);
+        Q_ASSERT(nodes.back() != NodeId::None);
     }
     return nodes;
 }
@@ -74,7 +75,7 @@ std::vector<int> nodesOf(const Runs::Run& run, const Places& places, const Cover
 
 void Appearances::add(const Runs::Run& run, const CoverageTree& tree) {
     const Places places = KeyWalk(run, m_labelRule).places();
-    const std::vector<int> nodes = nodesOf(run, places, tree);
+    const std::vector<NodeId> nodes = nodesOf(run, places, tree);
     addOwners(run, places, nodes);
     // By the index of the place: the same window can be there several times in a run.
     QMap<int, Surface> surfaces;
@@ -100,7 +101,7 @@ void Appearances::add(const Runs::Run& run, const CoverageTree& tree) {
             surfaces[surfaceOfPlace[i]].places.insert(nodes[i], *rectangle);
         }
     }
-    QHash<int, Surface> ofThisRun;
+    QHash<NodeId, Surface> ofThisRun;
     for (auto it = surfaces.cbegin(); it != surfaces.cend(); ++it) {
         keep(nodes[static_cast<std::size_t>(it.key())], *it, ofThisRun);
     }
@@ -116,10 +117,10 @@ void Appearances::add(const Runs::Run& run, const CoverageTree& tree) {
 }
 
 void Appearances::addOwners(const Runs::Run& run, const Places& places,
-                            const std::vector<int>& nodes) {
+                            const std::vector<NodeId>& nodes) {
     // By index of the element: the node of its window.
-    QHash<int, int> windows;
-    int window = -1;
+    QHash<int, NodeId> windows;
+    NodeId window = NodeId::None;
     for (std::size_t i = 0; i < places.size(); ++i) {
         window = places[i].above < 0 ? nodes[i] : window;
         windows.insert(places[i].element, window);
@@ -134,15 +135,15 @@ void Appearances::addOwners(const Runs::Run& run, const Places& places,
             seen.insert(above);
             above = run.element(above).parent;
         }
-        const int owner = windows.value(above, -1);
-        if (owner >= 0 && owner != nodes[i]) {
+        const NodeId owner = windows.value(above, NodeId::None);
+        if (owner != NodeId::None && owner != nodes[i]) {
             m_owners.insert(nodes[i], owner);
         }
     }
 }
 
 /** The one with a picture, then the one in which more is to be seen, then the later one. */
-void Appearances::keep(int node, const Surface& candidate, QHash<int, Surface>& kept) {
+void Appearances::keep(NodeId node, const Surface& candidate, QHash<NodeId, Surface>& kept) {
     const auto known = kept.constFind(node);
     if (known != kept.cend()) {
         const bool hasPicture = !candidate.png.isEmpty();
@@ -156,14 +157,14 @@ void Appearances::keep(int node, const Surface& candidate, QHash<int, Surface>& 
     kept.insert(node, candidate);
 }
 
-const Appearances::Surface* Appearances::surface(int node) const {
+const Appearances::Surface* Appearances::surface(NodeId node) const {
     const auto it = m_surfaces.constFind(node);
     return it == m_surfaces.cend() ? nullptr : &*it;
 }
 
-int Appearances::surfaceOf(const CoverageTree& tree, int node) {
-    int surface = node;
-    while (tree.node(surface).parent >= 0 && !tree.node(surface).isMenu) {
+NodeId Appearances::surfaceOf(const CoverageTree& tree, NodeId node) {
+    NodeId surface = node;
+    while (tree.node(surface).parent != NodeId::None && !tree.node(surface).isMenu) {
         surface = tree.node(surface).parent;
     }
     return surface;

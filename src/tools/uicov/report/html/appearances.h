@@ -30,7 +30,7 @@ public:
         /** What the picture shows, in the coordinates of the places; null when nobody knows. */
         QRect bounds;
         /** By node; also those that lie outside. */
-        QHash<int, QRect> places;
+        QHash<Coverage::NodeId, QRect> places;
     };
 
     struct Element {
@@ -49,26 +49,29 @@ public:
     void add(const Runs::Run& run, const Coverage::CoverageTree& tree);
 
     /** Of a window or menu; null when it was never met. */
-    const Surface* surface(int node) const;
+    const Surface* surface(Coverage::NodeId node) const;
     /** Of any node; empty when it was never met. */
-    Element element(int node) const { return m_elements.value(node); }
+    Element element(Coverage::NodeId node) const { return m_elements.value(node); }
 
-    /** The window that the window belongs to, as a dialog does; -1 when it is one of its own. */
-    int owner(int window) const { return m_owners.value(window, -1); }
+    /** The window that the window belongs to, as a dialog does; None when it is one of its own. */
+    Coverage::NodeId owner(Coverage::NodeId window) const {
+        return m_owners.value(window, Coverage::NodeId::None);
+    }
 
     /** The window or menu that the node is drawn on: the nearest at or above it. */
-    static int surfaceOf(const Coverage::CoverageTree& tree, int node);
+    static Coverage::NodeId surfaceOf(const Coverage::CoverageTree& tree, Coverage::NodeId node);
 
 private:
     void addOwners(const Runs::Run& run, const std::vector<Runs::KeyWalk::Place>& places,
-                   const std::vector<int>& nodes);
-    static void keep(int node, const Surface& candidate, QHash<int, Surface>& kept);
+                   const std::vector<Coverage::NodeId>& nodes);
+    static void keep(Coverage::NodeId node, const Surface& candidate,
+                     QHash<Coverage::NodeId, Surface>& kept);
 
     Runs::KeyWalk::LabelRule m_labelRule;
-    QHash<int, Surface> m_surfaces;
-    QHash<int, Element> m_elements;
+    QHash<Coverage::NodeId, Surface> m_surfaces;
+    QHash<Coverage::NodeId, Element> m_elements;
     /** Windows by the windows that belong to them. */
-    QHash<int, int> m_owners;
+    QHash<Coverage::NodeId, Coverage::NodeId> m_owners;
 };
 
 } // namespace Uicov::Report::Html

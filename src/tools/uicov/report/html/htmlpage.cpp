@@ -61,11 +61,11 @@ QByteArray HtmlPage::script() {
 }
 
 QByteArray HtmlPage::data(const PictureLinks& links) const {
-    QJsonObject object = PageJson::of(m_model);
+    QJsonObject object = pageJson(m_model);
     if (links.areFiles()) {
         object.insert(QStringLiteral("files"), QJsonArray::fromStringList(links.files()));
     }
-    return HtmlText::json(object);
+    return scriptJson(object);
 }
 
 /** In one go, so that nothing in a value is taken for a place to fill. */
@@ -93,7 +93,7 @@ QByteArray HtmlPage::singleFile() const {
     return fill(
         {{"mark", mark},
          {"policy", policy(hashSource(code), hashSource(style), "data:")},
-         {"title", HtmlText::attribute(m_model.title).toUtf8()},
+         {"title", htmlAttribute(m_model.title).toUtf8()},
          {"style", "<style>" + style + "</style>"},
          {"static", StaticPage(m_model, links).toString().toUtf8()},
          {"data", R"(<script type="application/json" id="data">)" + data(links) + "</script>"},
@@ -104,7 +104,7 @@ QByteArray HtmlPage::singleFile() const {
 QByteArray HtmlPage::indexFile(const PictureLinks& links) const {
     return fill({{"mark", mark},
                  {"policy", policy("'self'", "'self'", "'self'")},
-                 {"title", HtmlText::attribute(m_model.title).toUtf8()},
+                 {"title", htmlAttribute(m_model.title).toUtf8()},
                  {"style", R"(<link rel="stylesheet" href="page.css">)"},
                  {"static", StaticPage(m_model, links).toString().toUtf8()},
                  {"data", "<script src=\"data.js\"></script>"},

@@ -5,7 +5,7 @@
 
 #include <QJsonDocument>
 
-namespace Uicov::Report::Html::HtmlText {
+namespace Uicov::Report::Html {
 
 namespace {
 
@@ -20,30 +20,30 @@ QString characterAt(const QString& text, int position) {
 
 } // namespace
 
-QString escaped(const QString& text) {
+QString htmlEscaped(const QString& text) {
     return text.toHtmlEscaped().replace(QLatin1Char('\''), QLatin1String("&#39;"));
 }
 
-QString attribute(const QString& text) {
-    return escaped(Base::DisplayText::escaped(capped(text)));
+QString htmlAttribute(const QString& text) {
+    return htmlEscaped(Base::escaped(cappedText(text)));
 }
 
-QString content(const QString& text) {
-    const QString shown = capped(text);
+QString htmlContent(const QString& text) {
+    const QString shown = cappedText(text);
     QString result = QStringLiteral("<bdi>");
     QString character;
     for (int i = 0; i < shown.size(); i += character.size()) {
         character = characterAt(shown, i);
-        const QString visible = Base::DisplayText::escaped(character);
+        const QString visible = Base::escaped(character);
         const bool isVisible = visible == character || character == QLatin1String("\\");
-        result += isVisible ? escaped(character)
-                            : QStringLiteral("<span class=\"unseen\">") + escaped(visible) +
+        result += isVisible ? htmlEscaped(character)
+                            : QStringLiteral("<span class=\"unseen\">") + htmlEscaped(visible) +
                                   QStringLiteral("</span>");
     }
     return result + QStringLiteral("</bdi>");
 }
 
-QString capped(const QString& text) {
+QString cappedText(const QString& text) {
     if (text.size() <= longestText) {
         return text;
     }
@@ -51,13 +51,13 @@ QString capped(const QString& text) {
            text.right(longestText / 4);
 }
 
-QByteArray json(const QJsonObject& object) {
+QByteArray scriptJson(const QJsonObject& object) {
     // Inside strings only, where these escapes mean the same; and "</script>" cannot be there.
-    return Base::JsonText::of(QJsonDocument(object), QJsonDocument::Compact)
+    return Base::jsonText(QJsonDocument(object), QJsonDocument::Compact)
         .replace('<', "\\u003c")
         .replace('>', "\\u003e")
         .replace("\xe2\x80\xa8", "\\u2028")
         .replace("\xe2\x80\xa9", "\\u2029");
 }
 
-} // namespace Uicov::Report::Html::HtmlText
+} // namespace Uicov::Report::Html

@@ -6,7 +6,7 @@
 
 #include <QJsonArray>
 
-namespace Uicov::Report::Html::PageJson {
+namespace Uicov::Report::Html {
 
 using Coverage::CoverageTree;
 using Coverage::Events;
@@ -15,7 +15,7 @@ using Coverage::GateResult;
 namespace {
 
 QString text(const QString& text) {
-    return HtmlText::capped(text);
+    return cappedText(text);
 }
 
 QString apartName(PageModel::Apart apart) {
@@ -49,14 +49,13 @@ QJsonArray rectangle(const QRect& rect) {
 }
 
 QJsonObject totalsObject(const CoverageTree::Totals& totals, int precision) {
-    return {
-        {QStringLiteral("cover"), Base::Percentage::text(totals.used, totals.elements, precision)},
-        {QStringLiteral("elements"), totals.elements},
-        {QStringLiteral("used"), totals.used},
-        {QStringLiteral("shown"), totals.shown},
-        {QStringLiteral("missed"), totals.missed},
-        {QStringLiteral("events"), totals.events},
-        {QStringLiteral("covered"), totals.coveredEvents}};
+    return {{QStringLiteral("cover"), Base::percentText(totals.used, totals.elements, precision)},
+            {QStringLiteral("elements"), totals.elements},
+            {QStringLiteral("used"), totals.used},
+            {QStringLiteral("shown"), totals.shown},
+            {QStringLiteral("missed"), totals.missed},
+            {QStringLiteral("events"), totals.events},
+            {QStringLiteral("covered"), totals.coveredEvents}};
 }
 
 /** [name, count, counted by this version, [context, count, context, count ...]] each. */
@@ -65,7 +64,7 @@ QJsonArray eventsArray(const Events& events) {
     for (auto it = events.cbegin(); it != events.cend(); ++it) {
         QJsonArray byContext;
         for (auto hit = it->byContext.cbegin(); hit != it->byContext.cend(); ++hit) {
-            byContext.append(hit.key());
+            byContext.append(static_cast<int>(hit.key()));
             byContext.append(hit.value());
         }
         array.append(QJsonArray{text(it.key()), it->count, !it->isNeverCounted, byContext});
@@ -77,7 +76,7 @@ void addListed(const PageModel::Node& node, QJsonObject& object) {
     if (node.isCountable) {
         object.insert(QStringLiteral("state"), wordFor(node.state));
     } else {
-        object.insert(QStringLiteral("rule"), node.ignoredBy);
+        object.insert(QStringLiteral("rule"), static_cast<int>(node.ignoredBy));
         object.insert(QStringLiteral("otherwise"), wordFor(node.state));
     }
     object.insert(QStringLiteral("class"), text(node.className));
@@ -86,13 +85,13 @@ void addListed(const PageModel::Node& node, QJsonObject& object) {
     }
     object.insert(QStringLiteral("events"), eventsArray(node.events));
     if (node.place) {
-        object.insert(QStringLiteral("surface"), node.surface);
+        object.insert(QStringLiteral("surface"), static_cast<int>(node.surface));
         object.insert(QStringLiteral("place"), rectangle(*node.place));
     } else {
         object.insert(QStringLiteral("apart"), apartName(node.apart));
     }
-    if (node.picture >= 0) {
-        object.insert(QStringLiteral("picture"), node.picture);
+    if (node.picture != PageModel::PictureId::None) {
+        object.insert(QStringLiteral("picture"), static_cast<int>(node.picture));
     }
 }
 
@@ -112,8 +111,8 @@ QJsonObject nodeObject(const PageModel::Node& node) {
     if (node.isUnopenedMenu) {
         object.insert(QStringLiteral("unopened"), true);
     }
-    if (node.opens >= 0) {
-        object.insert(QStringLiteral("opens"), node.opens);
+    if (node.opens != PageModel::SurfaceId::None) {
+        object.insert(QStringLiteral("opens"), static_cast<int>(node.opens));
     }
     if (node.isListed()) {
         addListed(node, object);
@@ -142,8 +141,8 @@ QJsonObject runObject(const RunHistory::Row& run, int precision) {
 
 QJsonObject windowObject(const PageModel::Window& window, int precision) {
     QJsonArray surfaces;
-    for (const int surface : window.surfaces) {
-        surfaces.append(surface);
+    for (const PageModel::SurfaceId surface : window.surfaces) {
+        surfaces.append(static_cast<int>(surface));
     }
     return {{QStringLiteral("application"), text(window.application)},
             {QStringLiteral("node"), window.node},
@@ -158,7 +157,7 @@ QJsonObject surfaceObject(const PageModel::Surface& surface) {
             {QStringLiteral("node"), surface.node},
             {QStringLiteral("opener"), surface.opener},
             {QStringLiteral("bounds"), rectangle(surface.bounds)},
-            {QStringLiteral("picture"), surface.picture}};
+            {QStringLiteral("picture"), static_cast<int>(surface.picture)}};
 }
 
 QJsonObject pictureObject(const PageModel::Picture& picture) {
@@ -200,7 +199,7 @@ QJsonArray array(const Items& items, Function object) {
 
 } // namespace
 
-QJsonObject of(const PageModel& model) {
+QJsonObject pageJson(const PageModel& model) {
     const auto run = [&](const RunHistory::Row& row) { return runObject(row, model.precision); };
     const auto window = [&](const PageModel::Window& row) {
         return windowObject(row, model.precision);
@@ -220,4 +219,4 @@ QJsonObject of(const PageModel& model) {
             {QStringLiteral("pictures"), array(model.pictures, pictureObject)}};
 }
 
-} // namespace Uicov::Report::Html::PageJson
+} // namespace Uicov::Report::Html

@@ -2,15 +2,11 @@
 
 #include <QJsonObject>
 
+// A page's model as its scripts read it; page/model.js names the members.
 namespace Uicov::Report::Html {
 
 struct PageModel;
 
-/** A page's model as its scripts read it; page/model.js names the members. */
-namespace PageJson {
-
-QJsonObject of(const PageModel& model);
-
-} // namespace PageJson
+QJsonObject pageJson(const PageModel& model);
 
 } // namespace Uicov::Report::Html

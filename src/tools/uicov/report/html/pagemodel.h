@@ -21,6 +21,10 @@ namespace Uicov::Report::Html {
  * in its final order. A value.
  */
 struct PageModel {
+    /** Indices of surfaces and pictures, each a type of its own. */
+    enum class SurfaceId : int { None = -1 };
+    enum class PictureId : int { None = -1 };
+
     struct Picture {
         QByteArray png;
         /** As it was recorded. */
@@ -38,28 +42,27 @@ struct PageModel {
         int above = -1;
         Runs::ElementKey::Step step;
         /** Shown as an element, counted or not. */
-        bool isListed() const { return isCountable || ignoredBy >= 0; }
+        bool isListed() const { return isCountable || ignoredBy != Coverage::RuleId::None; }
 
         /** In the numbers. */
         bool isCountable = false;
-        /** Index of the rule that leaves it out of the numbers; -1 for none. */
-        int ignoredBy = -1;
+        /** The rule that leaves it out of the numbers. */
+        Coverage::RuleId ignoredBy = Coverage::RuleId::None;
         Coverage::State state = Coverage::State::Missed;
         bool isUnopenedMenu = false;
         QString className;
         /** As the application had it last. */
         QString text;
         Coverage::Events events;
-        /** Index of the surface that it lies on; -1 for none. */
-        int surface = -1;
+        /** The surface that it lies on. */
+        SurfaceId surface = SurfaceId::None;
         /** In the coordinates of the surface; only when it can be seen on it. */
         std::optional<QRect> place;
         Apart apart = Apart::None;
-        /** Index of its own picture, where that differs from what the surface has there; else -1.
-         */
-        int picture = -1;
-        /** Index of the menu that it opens; -1 for none. */
-        int opens = -1;
+        /** Its own picture, where that differs from what the surface has there. */
+        PictureId picture = PictureId::None;
+        /** The menu that it opens. */
+        SurfaceId opens = SurfaceId::None;
     };
 
     /** The window itself, or a menu of it. */
@@ -69,8 +72,8 @@ struct PageModel {
         /** Index of the node that opens it; -1 for the window. */
         int opener = -1;
         QRect bounds;
-        /** Index; -1 when there is none, so that only places can be drawn. */
-        int picture = -1;
+        /** None when only places can be drawn. */
+        PictureId picture = PictureId::None;
     };
 
     struct Window {
@@ -81,8 +84,8 @@ struct PageModel {
         Coverage::CoverageTree::Totals totals;
         /** Index of the window that it belongs to, as a dialog does; -1 for none. */
         int over = -1;
-        /** Indices, the window itself first. */
-        QVector<int> surfaces;
+        /** The window itself first. */
+        QVector<SurfaceId> surfaces;
     };
 
     /** A rule that leaves elements out of the numbers. */
@@ -114,6 +117,10 @@ struct PageModel {
     QVector<Surface> surfaces;
     QVector<Node> nodes;
     QVector<Picture> pictures;
+
+    const Surface& surface(SurfaceId id) const { return surfaces.at(static_cast<int>(id)); }
+    Surface& surface(SurfaceId id) { return surfaces[static_cast<int>(id)]; }
+    const Picture& picture(PictureId id) const { return pictures.at(static_cast<int>(id)); }
 };
 
 } // namespace Uicov::Report::Html

@@ -9,12 +9,16 @@
 namespace Uicov::Report::Html {
 
 using Coverage::CoverageTree;
+using Coverage::NodeId;
+using Coverage::WindowId;
 using Apart = PageModel::Apart;
+using PictureId = PageModel::PictureId;
+using SurfaceId = PageModel::SurfaceId;
 
 namespace {
 
 struct CountedWindow {
-    int node;
+    WindowId node;
     CoverageTree::Totals totals;
 };
 
@@ -47,8 +51,8 @@ void PageModelBuilder::build(PageModel& model) {
     m_model = &model;
     model.contexts = m_tree.contexts();
     std::vector<CountedWindow> windows;
-    const QList<int> all = m_tree.windows();
-    for (const int window : all) {
+    const QList<WindowId> all = m_tree.windows();
+    for (const WindowId window : all) {
         const CoverageTree::Totals totals = m_tree.totalsOf(window);
         model.totals += totals;
         if (totals.elements > 0 || hasIgnored(window)) {
@@ -59,30 +63,31 @@ void PageModelBuilder::build(PageModel& model) {
     for (const CountedWindow& window : windows) {
         addWindow(window.node, window.totals);
     }
-    QHash<int, int> indices;
+    QHash<NodeId, int> indices;
     for (std::size_t i = 0; i < windows.size(); ++i) {
         indices.insert(windows[i].node, static_cast<int>(i));
     }
     for (int i = 0; i < model.windows.size(); ++i) {
-        const int owner = m_appearances.owner(windows[static_cast<std::size_t>(i)].node);
+        const NodeId owner = m_appearances.owner(windows[static_cast<std::size_t>(i)].node);
         model.windows[i].over = indices.value(owner, -1);
     }
 }
 
-bool PageModelBuilder::hasIgnored(int window) const {
-    const std::vector<int> nodes = m_tree.nodesOf(window);
-    return std::any_of(nodes.cbegin(), nodes.cend(),
-                       [this](int node) { return m_tree.node(node).ignoredBy >= 0; });
+bool PageModelBuilder::hasIgnored(WindowId window) const {
+    const std::vector<NodeId> nodes = m_tree.nodesOf(window);
+    return std::any_of(nodes.cbegin(), nodes.cend(), [this](NodeId node) {
+        return m_tree.node(node).ignoredBy != Coverage::RuleId::None;
+    });
 }
 
-void PageModelBuilder::addWindow(int treeNode, const CoverageTree::Totals& totals) {
+void PageModelBuilder::addWindow(WindowId treeNode, const CoverageTree::Totals& totals) {
     PageModel::Window window;
     window.application = m_tree.node(treeNode).application;
     window.node = m_model->nodes.size();
     window.totals = totals;
     const int index = m_model->windows.size();
     m_model->windows.append(window);
-    for (const int node : m_tree.nodesOf(treeNode)) {
+    for (const NodeId node : m_tree.nodesOf(treeNode)) {
         addNode(node, index);
     }
     PageModel::Window& added = m_model->windows.last();
@@ -91,51 +96,51 @@ void PageModelBuilder::addWindow(int treeNode, const CoverageTree::Totals& total
     placeNodes(added);
 }
 
-void PageModelBuilder::addNode(int treeNode, int window) {
+void PageModelBuilder::addNode(NodeId treeNode, int window) {
     const CoverageTree::Node& source = m_tree.node(treeNode);
     const Appearances::Element appearance = m_appearances.element(treeNode);
     const int number = m_model->nodes.size();
     m_numbers.insert(treeNode, number);
     m_treeNodes.append(treeNode);
     PageModel::Node node;
-    node.above = source.parent < 0 ? -1 : m_numbers.value(source.parent);
+    node.above = source.parent == NodeId::None ? -1 : m_numbers.value(source.parent);
     node.step = source.step;
     node.isCountable = m_tree.counts(treeNode);
-    node.ignoredBy = source.isCountable ? source.ignoredBy : -1;
+    node.ignoredBy = source.isCountable ? source.ignoredBy : Coverage::RuleId::None;
     node.state = m_tree.stateOf(treeNode);
     node.isUnopenedMenu = source.isMenu && !source.isOpenedMenu;
     node.className = appearance.className;
     node.text = appearance.text;
     node.events = source.events;
     m_model->nodes.append(node);
-    if (source.parent < 0 || (source.isMenu && source.isOpenedMenu)) {
+    if (source.parent == NodeId::None || (source.isMenu && source.isOpenedMenu)) {
         addSurface(treeNode, window);
     }
 }
 
-void PageModelBuilder::addSurface(int treeNode, int window) {
+void PageModelBuilder::addSurface(NodeId treeNode, int window) {
     PageModel::Surface surface;
     surface.window = window;
     surface.node = m_numbers.value(treeNode);
     if (const Appearances::Surface* const seen = m_appearances.surface(treeNode)) {
         surface.bounds = boundsOf(*seen);
-        surface.picture = seen->png.isEmpty() ? -1 : pictureIndex(seen->png);
+        surface.picture = seen->png.isEmpty() ? PictureId::None : pictureIdOf(seen->png);
     }
-    const int index = m_model->surfaces.size();
-    m_surfaces.insert(treeNode, index);
-    m_model->windows[window].surfaces.append(index);
+    const auto id = static_cast<SurfaceId>(m_model->surfaces.size());
+    m_surfaces.insert(treeNode, id);
+    m_model->windows[window].surfaces.append(id);
     m_model->surfaces.append(surface);
 }
 
 /** What a menu hangs on opens it; one that hangs on the window itself is opened by nothing known.
  */
 void PageModelBuilder::linkMenus(const PageModel::Window& window) {
-    for (const int index : window.surfaces) {
-        PageModel::Surface& surface = m_model->surfaces[index];
+    for (const SurfaceId id : window.surfaces) {
+        PageModel::Surface& surface = m_model->surface(id);
         const int opener = m_model->nodes.at(surface.node).above;
         if (opener >= 0 && m_model->nodes.at(opener).above >= 0) {
             surface.opener = opener;
-            m_model->nodes[opener].opens = index;
+            m_model->nodes[opener].opens = id;
         }
     }
 }
@@ -148,14 +153,14 @@ void PageModelBuilder::placeNodes(const PageModel::Window& window) {
     }
 }
 
-void PageModelBuilder::place(PageModel::Node& node, int treeNode) {
-    const int surfaceNode = Appearances::surfaceOf(m_tree, treeNode);
+void PageModelBuilder::place(PageModel::Node& node, NodeId treeNode) {
+    const NodeId surfaceNode = Appearances::surfaceOf(m_tree, treeNode);
     const Appearances::Element appearance = m_appearances.element(treeNode);
     const Appearances::Surface* const seen = m_appearances.surface(surfaceNode);
-    const int index = m_surfaces.value(surfaceNode, -1);
-    const QRect bounds = index < 0 ? QRect() : m_model->surfaces.at(index).bounds;
+    const SurfaceId surface = m_surfaces.value(surfaceNode, SurfaceId::None);
+    const QRect bounds = surface == SurfaceId::None ? QRect() : m_model->surface(surface).bounds;
     const auto known =
-        seen == nullptr ? QHash<int, QRect>::const_iterator() : seen->places.constFind(treeNode);
+        seen == nullptr ? QHash<NodeId, QRect>::const_iterator() : seen->places.constFind(treeNode);
     const bool isPlaced = seen != nullptr && known != seen->places.cend();
     const bool isSurface = surfaceNode == treeNode && !bounds.isEmpty();
     if (!isPlaced && !isSurface) {
@@ -165,7 +170,7 @@ void PageModelBuilder::place(PageModel::Node& node, int treeNode) {
     } else if (!rectangle.intersects(bounds)) {
         node.apart = Apart::Outside;
     } else {
-        node.surface = index;
+        node.surface = surface;
         node.place = rectangle;
     }
     if (!isSurface && !appearance.png.isEmpty()) {
@@ -174,8 +179,8 @@ void PageModelBuilder::place(PageModel::Node& node, int treeNode) {
 }
 
 void PageModelBuilder::compareOwnPicture(PageModel::Node& node, const QByteArray& png) {
-    if (node.place && m_model->surfaces.at(node.surface).picture >= 0) {
-        const PageModel::Surface& surface = m_model->surfaces.at(node.surface);
+    if (node.place && m_model->surface(node.surface).picture != PictureId::None) {
+        const PageModel::Surface& surface = m_model->surface(node.surface);
         const QImage& image = imageOf(surface);
         const double scale = double(image.width()) / surface.bounds.width();
         const QRect place = node.place->translated(-surface.bounds.topLeft());
@@ -187,23 +192,23 @@ void PageModelBuilder::compareOwnPicture(PageModel::Node& node, const QByteArray
         }
         // An entry under the mouse has other colours for everything; nothing ever hides one.
         if (fit.isOther() && node.step.kind != QLatin1String("MenuItem")) {
-            node.surface = -1;
+            node.surface = SurfaceId::None;
             node.place.reset();
             node.apart = Apart::Hidden;
         }
     }
-    node.picture = pictureIndex(png);
+    node.picture = pictureIdOf(png);
 }
 
 const QImage& PageModelBuilder::imageOf(const PageModel::Surface& surface) {
     if (m_imagePicture != surface.picture) {
         m_imagePicture = surface.picture;
-        m_image = QImage::fromData(m_model->pictures.at(surface.picture).png, "PNG");
+        m_image = QImage::fromData(m_model->picture(surface.picture).png, "PNG");
     }
     return m_image;
 }
 
-int PageModelBuilder::pictureIndex(const QByteArray& png) {
+PictureId PageModelBuilder::pictureIdOf(const QByteArray& png) {
     const QByteArray hash = Base::Sha256::of(png);
     const auto known = m_pictures.constFind(hash);
     if (known != m_pictures.cend()) {
@@ -211,12 +216,12 @@ int PageModelBuilder::pictureIndex(const QByteArray& png) {
     }
     const QImage image = QImage::fromData(png, "PNG");
     if (image.isNull()) {
-        return -1; // nothing to show, and no reason to fail
+        return PictureId::None; // nothing to show, and no reason to fail
     }
-    const int index = m_model->pictures.size();
+    const auto id = static_cast<PictureId>(m_model->pictures.size());
     m_model->pictures.append({png, image.size(), false});
-    m_pictures.insert(hash, index);
-    return index;
+    m_pictures.insert(hash, id);
+    return id;
 }
 
 } // namespace Uicov::Report::Html

@@ -22,27 +22,27 @@ public:
     void build(PageModel& model);
 
 private:
-    bool hasIgnored(int window) const;
-    void addWindow(int treeNode, const Coverage::CoverageTree::Totals& totals);
-    void addNode(int treeNode, int window);
-    void addSurface(int treeNode, int window);
+    bool hasIgnored(Coverage::WindowId window) const;
+    void addWindow(Coverage::WindowId treeNode, const Coverage::CoverageTree::Totals& totals);
+    void addNode(Coverage::NodeId treeNode, int window);
+    void addSurface(Coverage::NodeId treeNode, int window);
     void linkMenus(const PageModel::Window& window);
     void placeNodes(const PageModel::Window& window);
-    void place(PageModel::Node& node, int treeNode);
+    void place(PageModel::Node& node, Coverage::NodeId treeNode);
     void compareOwnPicture(PageModel::Node& node, const QByteArray& png);
     const QImage& imageOf(const PageModel::Surface& surface);
-    int pictureIndex(const QByteArray& png);
+    PageModel::PictureId pictureIdOf(const QByteArray& png);
 
     const Coverage::CoverageTree& m_tree;
     const Appearances& m_appearances;
     PageModel* m_model = nullptr;
     /** The page's numbers by the tree's. */
-    QHash<int, int> m_numbers;
+    QHash<Coverage::NodeId, int> m_numbers;
     /** The tree's numbers by the page's. */
-    QVector<int> m_treeNodes;
-    QHash<int, int> m_surfaces;
-    QHash<QByteArray, int> m_pictures;
-    int m_imagePicture = -1;
+    QVector<Coverage::NodeId> m_treeNodes;
+    QHash<Coverage::NodeId, PageModel::SurfaceId> m_surfaces;
+    QHash<QByteArray, PageModel::PictureId> m_pictures;
+    PageModel::PictureId m_imagePicture = PageModel::PictureId::None;
     QImage m_image;
 };
 

@@ -1,7 +1,5 @@
 #include "report/html/picturelinks.h"
 
-#include "report/html/pagemodel.h"
-
 #include <utility>
 
 namespace Uicov::Report::Html {
@@ -10,19 +8,20 @@ PictureLinks::PictureLinks(QStringList files)
     : m_areFiles(true)
     , m_files(std::move(files)) {}
 
-QString PictureLinks::drawing(const PageModel& model, int picture, const QRect& over) const {
+QString PictureLinks::drawing(const PageModel& model, PageModel::PictureId picture,
+                              const QRect& over) const {
     if (areFiles()) {
         return QStringLiteral("<image href=\"%1\" x=\"%2\" y=\"%3\" width=\"%4\" height=\"%5\" "
                               "preserveAspectRatio=\"none\"/>")
-            .arg(m_files.at(picture))
+            .arg(m_files.at(static_cast<int>(picture)))
             .arg(over.x())
             .arg(over.y())
             .arg(over.width())
             .arg(over.height());
     }
-    const QSize size = model.pictures.at(picture).size;
+    const QSize size = model.picture(picture).size;
     return QStringLiteral("<use href=\"#picture-%1\" transform=\"translate(%2 %3) scale(%4 %5)\"/>")
-        .arg(picture)
+        .arg(static_cast<int>(picture))
         .arg(over.x())
         .arg(over.y())
         .arg(double(over.width()) / size.width())
@@ -36,7 +35,7 @@ QByteArray PictureLinks::library(const PageModel& model) {
         svg += "<image id=\"picture-" + QByteArray::number(i) + "\" width=\"" +
                QByteArray::number(picture.size.width()) + "\" height=\"" +
                QByteArray::number(picture.size.height()) +
-               "\" preserveAspectRatio=\"none\" href=\"data:image/png;base64," +
+               R"(" preserveAspectRatio="none" href="data:image/png;base64,)" +
                picture.png.toBase64() + "\"/>\n";
     }
     return svg + "</defs></svg>\n";

@@ -1,13 +1,12 @@
 #pragma once
 
-#include <QHash>
+#include "report/html/pagemodel.h"
+
 #include <QRect>
 #include <QString>
 #include <QStringList>
 
 namespace Uicov::Report::Html {
-
-struct PageModel;
 
 /** How a page refers to its pictures: to a copy inside it, or to files beside it. A value. */
 class PictureLinks {
@@ -21,7 +20,7 @@ public:
     const QStringList& files() const { return m_files; }
 
     /** SVG that draws the picture over that rectangle. */
-    QString drawing(const PageModel& model, int picture, const QRect& over) const;
+    QString drawing(const PageModel& model, PageModel::PictureId picture, const QRect& over) const;
 
     /** The SVG that has all pictures of the model, for links inside the page. */
     static QByteArray library(const PageModel& model);

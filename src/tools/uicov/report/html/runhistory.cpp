@@ -29,9 +29,9 @@ void RunHistory::add(const Runs::Run& run, const CoverageResult& coverage) {
     alone.finish();
     row.totals = alone.tree().totals();
     const CoverageTree& tree = coverage.tree();
-    const QList<int> windows = tree.windows();
-    for (const int window : windows) {
-        for (const int node : tree.nodesOf(window)) {
+    const QList<Coverage::WindowId> windows = tree.windows();
+    for (const Coverage::WindowId window : windows) {
+        for (const Coverage::NodeId node : tree.nodesOf(window)) {
             const auto index = static_cast<std::size_t>(node);
             if (index >= m_firstUse.size()) {
                 m_firstUse.resize(index + 1, -1);
@@ -47,7 +47,7 @@ void RunHistory::add(const Runs::Run& run, const CoverageResult& coverage) {
 
 void RunHistory::finish(const CoverageResult& coverage) {
     for (std::size_t node = 0; node < m_firstUse.size(); ++node) {
-        if (m_firstUse[node] >= 0 && coverage.tree().counts(static_cast<int>(node))) {
+        if (m_firstUse[node] >= 0 && coverage.tree().counts(static_cast<Coverage::NodeId>(node))) {
             ++m_rows[m_firstUse[node]].firstUsed;
         }
     }

@@ -54,15 +54,14 @@ QString headings(const QStringList& names) {
 QString totalsCells(const CoverageTree::Totals& totals, int precision) {
     return numberCell(totals.elements) + numberCell(totals.used) + numberCell(totals.shown) +
            numberCell(totals.missed) + QStringLiteral("<td class=\"number\">") +
-           Base::Percentage::text(totals.used, totals.elements, precision) +
-           QStringLiteral("</td>");
+           Base::percentText(totals.used, totals.elements, precision) + QStringLiteral("</td>");
 }
 
 QString eventsText(const Events& events, bool happened) {
     QStringList texts;
     for (auto it = events.cbegin(); it != events.cend(); ++it) {
         if (it->isCovered() == happened && !it->isNeverCounted) {
-            texts.append(HtmlText::content(it.key()) +
+            texts.append(htmlContent(it.key()) +
                          (happened ? QStringLiteral(" %1").arg(it->count) : QString()));
         }
     }
@@ -96,17 +95,17 @@ QString why(PageModel::Apart apart) {
 int rank(const PageModel::Node& node) {
     constexpr int leftOut = 3;
     constexpr int unopened = 4;
-    return node.ignoredBy >= 0           ? leftOut
-           : !node.isCountable           ? unopened
-           : node.state == State::Missed ? 0
-           : node.state == State::Shown  ? 1
-                                         : 2;
+    return node.ignoredBy != Coverage::RuleId::None ? leftOut
+           : !node.isCountable                      ? unopened
+           : node.state == State::Missed            ? 0
+           : node.state == State::Shown             ? 1
+                                                    : 2;
 }
 
 QString paragraphs(const QStringList& texts, const QString& cssClass) {
     QString html;
     for (const QString& text : texts) {
-        html += QStringLiteral("<p class=\"%1\">").arg(cssClass) + HtmlText::content(text) +
+        html += QStringLiteral("<p class=\"%1\">").arg(cssClass) + htmlContent(text) +
                 QStringLiteral("</p>\n");
     }
     return html;
@@ -129,11 +128,11 @@ QString StaticPage::toString() const {
 
 QString StaticPage::overview() const {
     const CoverageTree::Totals& all = m_model.totals;
-    return QStringLiteral("<h1>") + HtmlText::content(m_model.title) + QStringLiteral("</h1>\n") +
+    return QStringLiteral("<h1>") + htmlContent(m_model.title) + QStringLiteral("</h1>\n") +
            paragraphs(m_model.warnings, QStringLiteral("warning")) +
            QStringLiteral("<p class=\"sum\"><strong>%1</strong> of %2 elements were used: %3 used, "
                           "%4 only shown, %5 missed. %6 of %7 events happened.</p>\n")
-               .arg(Base::Percentage::text(all.used, all.elements, m_model.precision))
+               .arg(Base::percentText(all.used, all.elements, m_model.precision))
                .arg(all.elements)
                .arg(all.used)
                .arg(all.shown)
@@ -154,8 +153,8 @@ QString StaticPage::gates() const {
         html += QStringLiteral("<li class=\"%1\"><strong>%2</strong> ")
                     .arg(gate.isMet ? QStringLiteral("met") : QStringLiteral("unmet"),
                          gate.isMet ? QStringLiteral("met:") : QStringLiteral("not met:")) +
-                HtmlText::content(gate.name) + QStringLiteral(": ") +
-                HtmlText::content(gate.finding) + QStringLiteral("</li>\n");
+                htmlContent(gate.name) + QStringLiteral(": ") + htmlContent(gate.finding) +
+                QStringLiteral("</li>\n");
     }
     return html + QStringLiteral("</ul>\n");
 }
@@ -169,8 +168,8 @@ QString StaticPage::rules() const {
                              QStringLiteral("Elements"), QStringLiteral("Of them used")}) +
                    QStringLiteral("<tbody>\n");
     for (const PageModel::Rule& rule : m_model.rules) {
-        html += QStringLiteral("<tr>") + cell(HtmlText::content(rule.text)) +
-                cell(HtmlText::content(rule.why)) + cell(HtmlText::content(rule.where)) +
+        html += QStringLiteral("<tr>") + cell(htmlContent(rule.text)) +
+                cell(htmlContent(rule.why)) + cell(htmlContent(rule.where)) +
                 numberCell(rule.elements) + numberCell(rule.usedElements) +
                 QStringLiteral("</tr>\n");
     }
@@ -188,19 +187,18 @@ QString StaticPage::runs() const {
     for (const RunHistory::Row& run : m_model.runs) {
         QStringList labels;
         for (auto it = run.labels.cbegin(); it != run.labels.cend(); ++it) {
-            labels.append(HtmlText::content(it.key() + QLatin1Char('=') + it.value()));
+            labels.append(htmlContent(it.key() + QLatin1Char('=') + it.value()));
         }
-        html +=
-            QStringLiteral("<tr><td class=\"date\">") + HtmlText::content(run.started) +
-            QStringLiteral("</td>") + cell(HtmlText::content(run.application)) +
-            cell(labels.join(QStringLiteral(", "))) + QStringLiteral("<td class=\"contexts\">") +
-            HtmlText::content(run.contexts.join(QStringLiteral(", "))) + QStringLiteral("</td>") +
-            cell(HtmlText::content(run.qtVersion + QLatin1Char(' ') + run.platform)) +
-            cell(run.isComplete
-                     ? QStringLiteral("yes")
-                     : QStringLiteral("no: it ") + HtmlText::content(run.partialReason)) +
-            numberCell(run.totals.elements) + numberCell(run.totals.used) +
-            numberCell(run.firstUsed) + QStringLiteral("</tr>\n");
+        html += QStringLiteral("<tr><td class=\"date\">") + htmlContent(run.started) +
+                QStringLiteral("</td>") + cell(htmlContent(run.application)) +
+                cell(labels.join(QStringLiteral(", "))) +
+                QStringLiteral("<td class=\"contexts\">") +
+                htmlContent(run.contexts.join(QStringLiteral(", "))) + QStringLiteral("</td>") +
+                cell(htmlContent(run.qtVersion + QLatin1Char(' ') + run.platform)) +
+                cell(run.isComplete ? QStringLiteral("yes")
+                                    : QStringLiteral("no: it ") + htmlContent(run.partialReason)) +
+                numberCell(run.totals.elements) + numberCell(run.totals.used) +
+                numberCell(run.firstUsed) + QStringLiteral("</tr>\n");
     }
     return html + QStringLiteral("</tbody></table></div>\n");
 }
@@ -215,8 +213,8 @@ QString StaticPage::windows() const {
     for (int i = 0; i < m_model.windows.size(); ++i) {
         const PageModel::Window& window = m_model.windows.at(i);
         html += QStringLiteral("<tr><td><a href=\"#window-%1\">").arg(i) +
-                HtmlText::content(m_model.nodes.at(window.node).step.toString()) +
-                QStringLiteral("</a></td>") + cell(HtmlText::content(window.application)) +
+                htmlContent(m_model.nodes.at(window.node).step.toString()) +
+                QStringLiteral("</a></td>") + cell(htmlContent(window.application)) +
                 totalsCells(window.totals, m_model.precision) + QStringLiteral("</tr>\n");
     }
     return html + QStringLiteral("</tbody></table></div>\n");
@@ -226,24 +224,24 @@ QString StaticPage::window(int index) const {
     const PageModel::Window& window = m_model.windows.at(index);
     QString html =
         QStringLiteral("<section id=\"window-%1\"><h2>").arg(index) +
-        HtmlText::content(m_model.nodes.at(window.node).step.toString()) +
+        htmlContent(m_model.nodes.at(window.node).step.toString()) +
         (window.application.isEmpty()
              ? QString()
-             : QStringLiteral(" <small>of ") + HtmlText::content(window.application) +
+             : QStringLiteral(" <small>of ") + htmlContent(window.application) +
                    QStringLiteral("</small>")) +
         QStringLiteral("</h2>\n<p>%1 of %2 elements used, %3 only shown, %4 missed</p>\n")
             .arg(window.totals.used)
             .arg(window.totals.elements)
             .arg(window.totals.shown)
             .arg(window.totals.missed);
-    for (const int surface : window.surfaces) {
+    for (const PageModel::SurfaceId surface : window.surfaces) {
         html += figure(surface);
     }
     return html + elements(window) + QStringLiteral("</section>\n");
 }
 
-QString StaticPage::figure(int index) const {
-    const PageModel::Surface& surface = m_model.surfaces.at(index);
+QString StaticPage::figure(PageModel::SurfaceId id) const {
+    const PageModel::Surface& surface = m_model.surface(id);
     if (surface.bounds.isEmpty()) {
         return {};
     }
@@ -253,7 +251,9 @@ QString StaticPage::figure(int index) const {
                                                      name(m_model.nodes.at(surface.opener));
     QString html =
         QStringLiteral("<figure><figcaption>") + caption +
-        (surface.picture < 0 ? QStringLiteral(" (no picture was recorded)") : QString()) +
+        (surface.picture == PageModel::PictureId::None
+             ? QStringLiteral(" (no picture was recorded)")
+             : QString()) +
         QStringLiteral("</figcaption><svg class=\"picture\" role=\"img\" aria-label=\"Picture with "
                        "the elements outlined; the table lists them\" width=\"%3\" height=\"%4\" "
                        "viewBox=\"%1 %2 %3 %4\">")
@@ -261,13 +261,13 @@ QString StaticPage::figure(int index) const {
             .arg(bounds.y())
             .arg(bounds.width())
             .arg(bounds.height());
-    if (surface.picture >= 0) {
+    if (surface.picture != PageModel::PictureId::None) {
         html += m_links.drawing(m_model, surface.picture, bounds);
     }
     const PageModel::Window& window = m_model.windows.at(surface.window);
     for (int i = window.node; i <= window.lastNode; ++i) {
         const PageModel::Node& node = m_model.nodes.at(i);
-        if (node.surface == index && i != surface.node) {
+        if (node.surface == id && i != surface.node) {
             html += outline(node);
         }
     }
@@ -296,14 +296,14 @@ QString StaticPage::outline(const PageModel::Node& node) const {
 
 /** Why the element is in none of the numbers. */
 QString StaticPage::ruleText(const PageModel::Node& node) const {
-    if (node.ignoredBy < 0) {
+    if (node.ignoredBy == Coverage::RuleId::None) {
         return {};
     }
-    const PageModel::Rule& rule = m_model.rules.at(node.ignoredBy);
-    return QStringLiteral("<span class=\"why\">left out by ") + HtmlText::content(rule.where) +
-           QStringLiteral(": ") + HtmlText::content(rule.text) +
+    const PageModel::Rule& rule = m_model.rules.at(static_cast<int>(node.ignoredBy));
+    return QStringLiteral("<span class=\"why\">left out by ") + htmlContent(rule.where) +
+           QStringLiteral(": ") + htmlContent(rule.text) +
            (rule.why.isEmpty() ? QString()
-                               : QStringLiteral(", because: ") + HtmlText::content(rule.why)) +
+                               : QStringLiteral(", because: ") + htmlContent(rule.why)) +
            QStringLiteral("</span>");
 }
 
@@ -339,9 +339,9 @@ QString StaticPage::elementRow(const PageModel::Node& node) const {
                QStringLiteral("<td></td><td></td><td>opened; what is in it is unknown</td></tr>\n");
     }
     return QStringLiteral("<tr>") + stateCell(node) +
-           cell(name(node) + ruleText(node) + why(node.apart)) +
-           cell(HtmlText::content(node.className)) + cell(eventsText(node.events, true)) +
-           cell(eventsText(node.events, false)) + QStringLiteral("</tr>\n");
+           cell(name(node) + ruleText(node) + why(node.apart)) + cell(htmlContent(node.className)) +
+           cell(eventsText(node.events, true)) + cell(eventsText(node.events, false)) +
+           QStringLiteral("</tr>\n");
 }
 
 QString StaticPage::name(const PageModel::Node& node) const {
@@ -352,7 +352,7 @@ QString StaticPage::name(const PageModel::Node& node) const {
             steps.prepend(QStringLiteral("…"));
             break;
         }
-        steps.prepend(HtmlText::content(step->step.toString()));
+        steps.prepend(htmlContent(step->step.toString()));
     }
     return steps.isEmpty() ? QStringLiteral("the window itself")
                            : steps.join(QStringLiteral(" › "));

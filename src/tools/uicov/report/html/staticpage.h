@@ -9,7 +9,8 @@ namespace Uicov::Report::Html {
 
 /**
  * The whole report as plain HTML, for browsers that run no scripts and for paper: the overview,
- * then each window with its pictures and its elements.
+ * then each window with its pictures and its elements. The markup is concatenated: Qt's XML writer
+ * would take a call for each tag and attribute, and gives nothing that htmltext.h does not.
  */
 class StaticPage {
 public:
@@ -25,7 +26,7 @@ private:
     QString runs() const;
     QString windows() const;
     QString window(int index) const;
-    QString figure(int index) const;
+    QString figure(PageModel::SurfaceId id) const;
     QString outline(const PageModel::Node& node) const;
     QString elements(const PageModel::Window& window) const;
     QString elementRow(const PageModel::Node& node) const;

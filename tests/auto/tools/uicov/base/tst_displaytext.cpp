@@ -3,8 +3,6 @@
 
 #include <QTest>
 
-namespace DisplayText = Uicov::Base::DisplayText;
-
 class TestDisplayText : public TestLib::TestCase {
     Q_OBJECT
 
@@ -37,12 +35,12 @@ private Q_SLOTS:
     void whatIsNotVisibleIsEscaped() {
         QFETCH(QString, text);
         QFETCH(QString, escaped);
-        QCOMPARE(DisplayText::escaped(text), escaped);
+        QCOMPARE(Uicov::Base::escaped(text), escaped);
     }
 
     void everyEscapedTextIsVisibleThroughout() {
         for (int unit = 0; unit <= 0xffff; ++unit) {
-            const QString escaped = DisplayText::escaped(QString(QChar(unit)));
+            const QString escaped = Uicov::Base::escaped(QString(QChar(unit)));
             for (const QChar c : escaped) {
                 QVERIFY2(c.isPrint(), qPrintable(QString::number(unit, 16)));
             }
@@ -64,7 +62,7 @@ private Q_SLOTS:
     void widthCountsColumns() {
         QFETCH(QString, text);
         QFETCH(int, width);
-        QCOMPARE(DisplayText::width(text), width);
+        QCOMPARE(Uicov::Base::displayWidth(text), width);
     }
 
     void theMiddleIsLost_data() {
@@ -85,14 +83,14 @@ private Q_SLOTS:
         QFETCH(QString, text);
         QFETCH(int, columns);
         QFETCH(QString, elided);
-        QCOMPARE(DisplayText::elided(text, columns), elided);
+        QCOMPARE(Uicov::Base::elided(text, columns), elided);
     }
 
     void padding() {
-        QCOMPARE(DisplayText::padded(QStringLiteral("a"), 3), QStringLiteral("a  "));
-        QCOMPARE(DisplayText::paddedLeft(QStringLiteral("a"), 3), QStringLiteral("  a"));
-        QCOMPARE(DisplayText::padded(QStringLiteral("abcd"), 3), QStringLiteral("abcd"));
-        QCOMPARE(DisplayText::padded(QString::fromUtf8("日"), 3), QString::fromUtf8("日 "));
+        QCOMPARE(Uicov::Base::padded(QStringLiteral("a"), 3), QStringLiteral("a  "));
+        QCOMPARE(Uicov::Base::paddedLeft(QStringLiteral("a"), 3), QStringLiteral("  a"));
+        QCOMPARE(Uicov::Base::padded(QStringLiteral("abcd"), 3), QStringLiteral("abcd"));
+        QCOMPARE(Uicov::Base::padded(QString::fromUtf8("日"), 3), QString::fromUtf8("日 "));
     }
 };
 

@@ -4,13 +4,11 @@
 #include <QJsonArray>
 #include <QTest>
 
-namespace JsonText = Uicov::Base::JsonText;
-
 class TestJsonText : public TestLib::TestCase {
     Q_OBJECT
 
     static QByteArray written(const QString& text) {
-        return JsonText::of(QJsonDocument(QJsonArray{text}), QJsonDocument::Compact);
+        return Uicov::Base::jsonText(QJsonDocument(QJsonArray{text}), QJsonDocument::Compact);
     }
 
 private Q_SLOTS:

@@ -3,8 +3,6 @@
 
 #include <QTest>
 
-namespace Percentage = Uicov::Base::Percentage;
-
 class TestPercentage : public TestLib::TestCase {
     Q_OBJECT
 
@@ -35,15 +33,15 @@ private Q_SLOTS:
         QFETCH(int, whole);
         QFETCH(int, digits);
         QFETCH(QString, text);
-        QCOMPARE(Percentage::text(part, whole, digits), text);
+        QCOMPARE(Uicov::Base::percentText(part, whole, digits), text);
         if (whole > 0) {
-            QCOMPARE(Percentage::number(part, whole, digits) + QLatin1Char('%'), text);
+            QCOMPARE(Uicov::Base::percentNumber(part, whole, digits) + QLatin1Char('%'), text);
         }
     }
 
     void exactlyMeansNotRounded() {
-        QCOMPARE(Percentage::exact(1, 8), 12.5);
-        QCOMPARE(Percentage::exact(0, 0), 100.0);
+        QCOMPARE(Uicov::Base::exactPercent(1, 8), 12.5);
+        QCOMPARE(Uicov::Base::exactPercent(0, 0), 100.0);
     }
 };
 

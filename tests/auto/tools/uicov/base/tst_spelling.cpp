@@ -3,8 +3,6 @@
 
 #include <QTest>
 
-namespace Spelling = Uicov::Base::Spelling;
-
 class TestSpelling : public TestLib::TestCase {
     Q_OBJECT
 
@@ -35,16 +33,18 @@ private Q_SLOTS:
         QFETCH(QString, a);
         QFETCH(QString, b);
         QFETCH(int, distance);
-        QCOMPARE(Spelling::distance(a, b), distance);
-        QCOMPARE(Spelling::distance(b, a), distance);
+        QCOMPARE(Uicov::Base::editDistance(a, b), distance);
+        QCOMPARE(Uicov::Base::editDistance(b, a), distance);
     }
 
     void theNearestIsTheFirstOfThose() {
         const QStringList choices{QStringLiteral("gates"), QStringLiteral("ignore"),
                                   QStringLiteral("labels"), QStringLiteral("label")};
-        QCOMPARE(Spelling::nearest(QStringLiteral("lable"), choices), QStringLiteral("labels"));
-        QCOMPARE(Spelling::nearest(QStringLiteral("gate"), choices), QStringLiteral("gates"));
-        QVERIFY(Spelling::nearest(QStringLiteral("x"), {}).isNull());
+        QCOMPARE(Uicov::Base::nearestSpelling(QStringLiteral("lable"), choices),
+                 QStringLiteral("labels"));
+        QCOMPARE(Uicov::Base::nearestSpelling(QStringLiteral("gate"), choices),
+                 QStringLiteral("gates"));
+        QVERIFY(Uicov::Base::nearestSpelling(QStringLiteral("x"), {}).isNull());
     }
 };
 

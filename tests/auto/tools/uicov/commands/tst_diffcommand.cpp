@@ -1,57 +1,17 @@
-#include "store/datafile.h"
-#include "testlib/commandrunner.h"
+#include "testlib/commandtest.h"
 #include "testlib/runmaker.h"
-#include "testlib/testcase.h"
 
 #include <QFile>
-#include <QTemporaryDir>
 #include <QTest>
 
-using TestLib::CommandRunner;
-using Uicov::Store::DataFile;
-
-class TestDiffCommand : public TestLib::TestCase {
+class TestDiffCommand : public TestLib::CommandTest {
     Q_OBJECT
 
-    std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<CommandRunner> m_runner;
-
-    QString path(const char* name) const { return m_folder->filePath(QLatin1String(name)); }
-
-    int run(const char* words) {
-        return m_runner->run(QString::fromUtf8(words).split(QLatin1Char(' ')));
-    }
-
-    bool says(const char* text) const {
-        return m_runner->output().contains(QString::fromUtf8(text)) ||
-               m_runner->errors().contains(QString::fromUtf8(text));
-    }
-
-    void put(const char* name, const Uicov::Runs::Run& run) const {
-        DataFile file;
-        QVERIFY(!file.create(path(name)));
-        QVERIFY(!file.add(run));
-        QVERIFY(!file.commit());
-    }
-
-    void configure(const char* text) const {
-        QFile file(path("uicov.toml"));
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(text) >= 0);
-    }
+public:
+    TestDiffCommand()
+        : CommandTest(QStringLiteral(UICOV_PROGRAM)) {}
 
 private Q_SLOTS:
-    void init() {
-        TestLib::TestCase::init();
-        m_folder = std::make_unique<QTemporaryDir>();
-        m_runner = std::make_unique<CommandRunner>(QStringLiteral(UICOV_PROGRAM));
-        m_runner->setWorkingFolder(m_folder->path());
-        m_runner->setVariable(QStringLiteral("UICOV_FILE"), QString());
-        m_runner->setVariable(QStringLiteral("UICOV_CONFIG"), QString());
-        put(".uicov", TestLib::panelRun());
-    }
-
-    void cleanup() { TestLib::TestCase::cleanup(); }
-
     void nothingDiffersFromItself() {
         QCOMPARE(run("diff .uicov .uicov --fail-on lost,new-missed,removed"), 0);
         QVERIFY(says("Nothing differs."));

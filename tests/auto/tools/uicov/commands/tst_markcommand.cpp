@@ -63,7 +63,7 @@ class TestMarkCommand : public TestLib::TestCase {
         if (!reader.open()) {
             while (reader.next(frame)) {
                 if (frame.type == RecordingFormat::FrameType::Mark) {
-                    marks.append(*Uicov::Recording::FrameDecoder::mark(frame.body));
+                    marks.append(*Uicov::Recording::decodeMark(frame.body));
                 }
             }
         }

@@ -7,7 +7,6 @@
 
 using Uicov::Base::Message;
 using Uicov::Coverage::Configuration;
-namespace ConfigurationFile = Uicov::Coverage::ConfigurationFile;
 
 class TestConfigurationFile : public TestLib::TestCase {
     Q_OBJECT
@@ -21,7 +20,7 @@ class TestConfigurationFile : public TestLib::TestCase {
             return Uicov::Base::Problem{Message::WrongUse, QStringLiteral("test")};
         }
         file.close();
-        return ConfigurationFile::read(m_path, into);
+        return Uicov::Coverage::readConfiguration(m_path, into);
     }
 
 private Q_SLOTS:
@@ -123,8 +122,8 @@ private Q_SLOTS:
 
     void aMissingFileIsAProblem() {
         Configuration configuration;
-        const auto problem =
-            ConfigurationFile::read(m_folder.filePath(QStringLiteral("none")), configuration);
+        const auto problem = Uicov::Coverage::readConfiguration(
+            m_folder.filePath(QStringLiteral("none")), configuration);
         QVERIFY(problem);
         QCOMPARE(problem->message, Message::ConfigurationUnreadable);
     }

@@ -70,8 +70,8 @@ class TestCoverageCollector : public TestLib::TestCase {
         m_collector->collect(run);
         m_lines.clear();
         const auto windows = m_tree.windows();
-        for (const int window : windows) {
-            for (const int node : m_tree.nodesOf(window)) {
+        for (const auto window : windows) {
+            for (const auto node : m_tree.nodesOf(window)) {
                 if (!m_tree.node(node).isCountable) {
                     continue;
                 }

@@ -27,8 +27,8 @@ class TestCoverageResult : public TestLib::TestCase {
         QStringList lines;
         const auto& tree = coverage.tree();
         const auto windows = tree.windows();
-        for (const int window : windows) {
-            for (const int node : tree.nodesOf(window)) {
+        for (const auto window : windows) {
+            for (const auto node : tree.nodesOf(window)) {
                 if (tree.counts(node)) {
                     static const char* const names[] = {"used", "shown", "missed"};
                     lines.append(tree.keyOf(node).toKey() + QLatin1Char(' ') +

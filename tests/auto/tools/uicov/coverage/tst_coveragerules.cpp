@@ -4,7 +4,7 @@
 
 #include <QTest>
 
-namespace CoverageRules = Uicov::Coverage::CoverageRules;
+using Uicov::Coverage::ContextId;
 using Uicov::Coverage::EventCoverage;
 using Uicov::Coverage::Events;
 using Uicov::Coverage::State;
@@ -20,14 +20,14 @@ class TestCoverageRules : public TestLib::TestCase {
 private Q_SLOTS:
     void countableIsWhatIsNotTransparentAndHasEvents() {
         RunElement element;
-        QVERIFY(!CoverageRules::isCountable(element));
+        QVERIFY(!Uicov::Coverage::isCountable(element));
         element.events = QStringList{QStringLiteral("shown")};
-        QVERIFY(CoverageRules::isCountable(element));
+        QVERIFY(Uicov::Coverage::isCountable(element));
         element.isTransparentNode = true;
-        QVERIFY(!CoverageRules::isCountable(element));
+        QVERIFY(!Uicov::Coverage::isCountable(element));
         element.isTransparentNode = false;
         element.isSubgraphTransparent = true; // concerns what is below
-        QVERIFY(CoverageRules::isCountable(element));
+        QVERIFY(Uicov::Coverage::isCountable(element));
     }
 
     void stateFollowsFromEvents_data() {
@@ -58,28 +58,28 @@ private Q_SLOTS:
     void stateFollowsFromEvents() {
         QFETCH(Events, events);
         QFETCH(State, state);
-        QCOMPARE(CoverageRules::stateOf(events), state);
+        QCOMPARE(Uicov::Coverage::stateOf(events), state);
     }
 
     void uncheckedOfAQtWidgetsCheckBoxIsNeverCounted() {
         RunElement element;
         element.type = QStringLiteral("CheckBox");
-        QVERIFY(CoverageRules::isNeverCounted(element, QStringLiteral("unchecked")));
-        QVERIFY(!CoverageRules::isNeverCounted(element, QStringLiteral("checked")));
-        QVERIFY(!CoverageRules::isNeverCounted(element, QStringLiteral("partiallyChecked")));
+        QVERIFY(Uicov::Coverage::isNeverCounted(element, QStringLiteral("unchecked")));
+        QVERIFY(!Uicov::Coverage::isNeverCounted(element, QStringLiteral("checked")));
+        QVERIFY(!Uicov::Coverage::isNeverCounted(element, QStringLiteral("partiallyChecked")));
     }
 
     void uncheckedOfAQtQuickCheckBoxCounts() {
         RunElement element;
         element.type = QStringLiteral("CheckBox");
         element.isSubgraphTransparent = true;
-        QVERIFY(!CoverageRules::isNeverCounted(element, QStringLiteral("unchecked")));
+        QVERIFY(!Uicov::Coverage::isNeverCounted(element, QStringLiteral("unchecked")));
     }
 
     void uncheckedOfACheckableQtQuickButtonCounts() {
         RunElement element;
         element.type = QStringLiteral("Button");
-        QVERIFY(!CoverageRules::isNeverCounted(element, QStringLiteral("unchecked")));
+        QVERIFY(!Uicov::Coverage::isNeverCounted(element, QStringLiteral("unchecked")));
     }
 
     void eventsComeWithCountRuleAndContexts() {
@@ -89,10 +89,11 @@ private Q_SLOTS:
         const QString unchecked = QStringLiteral("unchecked");
         element.events = QStringList{checked, unchecked};
         element.hits = {Hit{checked, 0, 2}, Hit{checked, 1, 5}};
-        const Events events = CoverageRules::eventsOf(element, {7, 3});
+        const Events events = Uicov::Coverage::eventsOf(element, {ContextId(7), ContextId(3)});
         QCOMPARE(events.size(), 2);
         QCOMPARE(events.value(checked).count, qint64{7});
-        QCOMPARE(events.value(checked).byContext, (QMap<int, qint64>{{7, 2}, {3, 5}}));
+        QCOMPARE(events.value(checked).byContext,
+                 (QMap<ContextId, qint64>{{ContextId(7), 2}, {ContextId(3), 5}}));
         QVERIFY(!events.value(checked).isNeverCounted);
         QVERIFY(events.value(unchecked).isNeverCounted);
         QVERIFY(events.value(unchecked).byContext.isEmpty());
@@ -102,7 +103,7 @@ private Q_SLOTS:
         RunElement element;
         element.events = QStringList{QStringLiteral("shown")};
         element.hits = {Hit{QStringLiteral("clicked"), 0, 1}};
-        QCOMPARE(CoverageRules::eventsOf(element, {0}).keys(), element.events);
+        QCOMPARE(Uicov::Coverage::eventsOf(element, {ContextId(0)}).keys(), element.events);
     }
 };
 

@@ -25,10 +25,10 @@ class TestCoverageTree : public TestLib::TestCase {
 private Q_SLOTS:
     void equalKeysAreOneNode() {
         CoverageTree tree;
-        const int window = tree.window(step("Window", "A"));
+        const auto window = tree.window(step("Window", "A"));
         QCOMPARE(tree.window(step("Window", "A")), window);
         QVERIFY(tree.window(step("Window", "B")) != window);
-        const int button = tree.child(window, step("Button", "OK"));
+        const auto button = tree.child(window, step("Button", "OK"));
         QCOMPARE(tree.child(window, step("Button", "OK")), button);
         QVERIFY(tree.child(window, step("Button", "OK", 2)) != button);
         QVERIFY(tree.child(button, step("Button", "OK")) != button);
@@ -37,8 +37,8 @@ private Q_SLOTS:
 
     void whatIsUsedInOneOfTwoIsUsed() {
         CoverageTree tree;
-        const int window = tree.window(step("Window", "A"));
-        const int button = tree.child(window, step("Button", "OK"));
+        const auto window = tree.window(step("Window", "A"));
+        const auto button = tree.child(window, step("Button", "OK"));
         tree.count(button, Events{{shown, {1, false}}, {clicked, {0, false}}});
         QCOMPARE(tree.totalsOf(window).shown, 1);
         tree.count(button, Events{{shown, {2, false}}, {clicked, {3, false}}});
@@ -52,7 +52,7 @@ private Q_SLOTS:
 
     void eventsOfBothAreJoined() {
         CoverageTree tree;
-        const int window = tree.window(step("Window", "A"));
+        const auto window = tree.window(step("Window", "A"));
         tree.count(window, Events{{shown, {1, false}}});
         QCOMPARE(tree.totalsOf(window).used, 1);
         tree.count(window, Events{{clicked, {0, false}}});
@@ -70,12 +70,12 @@ private Q_SLOTS:
         QStringList results;
         do {
             CoverageTree tree;
-            const int window = tree.window(step("Window"));
+            const auto window = tree.window(step("Window"));
             for (const int index : qAsConst(order)) {
                 tree.count(tree.child(window, counted.at(index).first), counted.at(index).second);
             }
             QString result;
-            for (const int node : tree.nodesOf(window)) {
+            for (const auto node : tree.nodesOf(window)) {
                 result += tree.keyOf(node).toString() + QLatin1Char('\n');
             }
             const CoverageTree::Totals totals = tree.totalsOf(window);
@@ -90,8 +90,8 @@ private Q_SLOTS:
 
     void onlyCountableNodesAreCounted() {
         CoverageTree tree;
-        const int window = tree.window(step("Window"));
-        const int step1 = tree.child(window, step("QWidget"));
+        const auto window = tree.window(step("Window"));
+        const auto step1 = tree.child(window, step("QWidget"));
         tree.count(tree.child(step1, step("Button")), Events{{clicked, {0, false}}});
         const CoverageTree::Totals totals = tree.totalsOf(window);
         QCOMPARE(totals.elements, 1);
@@ -100,7 +100,7 @@ private Q_SLOTS:
 
     void eventsThatAreNeverCountedStandOutsideTheRatio() {
         CoverageTree tree;
-        const int window = tree.window(step("Window"));
+        const auto window = tree.window(step("Window"));
         tree.count(window, Events{{shown, {1, false}}, {QStringLiteral("unchecked"), {0, true}}});
         const CoverageTree::Totals totals = tree.totalsOf(window);
         QCOMPARE(totals.events, 1);
@@ -110,11 +110,11 @@ private Q_SLOTS:
 
     void nodesComeBeforeWhatIsBelowThem() {
         CoverageTree tree;
-        const int window = tree.window(step("Window"));
-        const int b = tree.child(window, step("b"));
-        const int a = tree.child(window, step("a"));
-        const int below = tree.child(a, step("z"));
-        QCOMPARE(tree.nodesOf(window), std::vector<int>({window, a, below, b}));
+        const auto window = tree.window(step("Window"));
+        const auto b = tree.child(window, step("b"));
+        const auto a = tree.child(window, step("a"));
+        const auto below = tree.child(a, step("z"));
+        QCOMPARE(tree.nodesOf(window), std::vector<Uicov::Coverage::NodeId>({window, a, below, b}));
     }
 };
 

@@ -8,7 +8,6 @@
 using Uicov::Coverage::CoverageResult;
 using Uicov::Coverage::Gates;
 using Uicov::Coverage::Pattern;
-namespace Gatekeeper = Uicov::Coverage::Gatekeeper;
 
 class TestGatekeeper : public TestLib::TestCase {
     Q_OBJECT
@@ -19,7 +18,7 @@ class TestGatekeeper : public TestLib::TestCase {
         coverage.add(TestLib::panelRun());
         coverage.finish();
         QStringList lines;
-        const auto results = Gatekeeper::judge(coverage, gates, 1);
+        const auto results = Uicov::Coverage::judgeGates(coverage, gates, 1);
         for (const auto& result : results) {
             lines.append((result.isMet ? QStringLiteral("met ") : QStringLiteral("NOT ")) +
                          result.name + QStringLiteral(": ") + result.finding);

@@ -25,7 +25,6 @@ using Uicov::Launch::Application;
 using Uicov::Launch::Installation;
 using Uicov::Launch::QtLibraries;
 using Result = Uicov::Doctor::Finding::Result;
-namespace ApplicationChecks = Uicov::Doctor::ApplicationChecks;
 
 namespace {
 
@@ -181,19 +180,19 @@ private Q_SLOTS:
                                 QLatin1String(version) + QStringLiteral(" (0x0)")});
         };
         const QString builtFor = QStringLiteral("5.15");
-        QVERIFY(ApplicationChecks::qtVersion(qt("5"), builtFor).result == Result::Ok); // not known
+        QVERIFY(Uicov::Doctor::checkQtVersion(qt("5"), builtFor).result == Result::Ok); // not known
         // the file's real name tells, so it has to be there
         QFile file(path("libQt5Core.so.5.9.7"));
         QVERIFY(file.open(QIODevice::WriteOnly));
         const QtLibraries old(
             {QStringLiteral("libQt5Core.so.5 => ") + file.fileName() + QStringLiteral(" (0x0)")});
-        const Finding finding = ApplicationChecks::qtVersion(old, builtFor);
+        const Finding finding = Uicov::Doctor::checkQtVersion(old, builtFor);
         QVERIFY(finding.result == Result::Problem);
         QVERIFY2(finding.seen.startsWith(
                      QStringLiteral("it uses Qt 5.9.7, our libraries are built for Qt 5.15")),
                  qPrintable(finding.seen));
-        QVERIFY(ApplicationChecks::qtVersion(old, QStringLiteral("5.9")).result == Result::Ok);
-        QVERIFY(ApplicationChecks::qtVersion(old, QStringLiteral("5.8")).result == Result::Ok);
+        QVERIFY(Uicov::Doctor::checkQtVersion(old, QStringLiteral("5.9")).result == Result::Ok);
+        QVERIFY(Uicov::Doctor::checkQtVersion(old, QStringLiteral("5.8")).result == Result::Ok);
     }
 
     void aLibraryThatTheApplicationMisses() {
@@ -219,7 +218,7 @@ private Q_SLOTS:
         QVERIFY(QFile::remove(path("libgone.so")));
         const Installation installation{other.path()};
         Application application(path("gui"));
-        const Findings findings = ApplicationChecks::all(application, installation);
+        const Findings findings = Uicov::Doctor::checkApplication(application, installation);
         const Finding finding = findingOf(findings, QStringLiteral("extension-loading"));
         QVERIFY(finding.result == Result::Problem);
         QVERIFY2(finding.seen.contains(QStringLiteral("libgone.so is not found")),

@@ -11,7 +11,6 @@
 using Uicov::Doctor::Finding;
 using Uicov::Launch::QtLibraries;
 using Result = Uicov::Doctor::Finding::Result;
-namespace DisplayChecks = Uicov::Doctor::DisplayChecks;
 
 class TestDisplayChecks : public TestLib::TestCase {
     Q_OBJECT
@@ -53,8 +52,8 @@ private Q_SLOTS:
     }
 
     void noDisplayAtAll() {
-        QCOMPARE(DisplayChecks::platform(), QString());
-        const Finding finding = DisplayChecks::display(path("devices"));
+        QCOMPARE(Uicov::Doctor::displayPlatform(), QString());
+        const Finding finding = Uicov::Doctor::checkDisplay(path("devices"));
         QVERIFY(finding.result == Result::Problem);
         QVERIFY(finding.seen.contains(QStringLiteral("WAYLAND_DISPLAY")));
         QVERIFY(finding.advice.contains(QStringLiteral("QT_QPA_PLATFORM=offscreen")));
@@ -63,8 +62,8 @@ private Q_SLOTS:
     void aDeviceWithAScreenOfItsOwnMayDo() {
         QVERIFY(makeFile(path("framebuffer/fb0")));
         QVERIFY(makeFile(path("cards/dri/card0")));
-        QVERIFY(DisplayChecks::display(path("framebuffer")).result == Result::Warning);
-        QVERIFY(DisplayChecks::display(path("cards")).result == Result::Warning);
+        QVERIFY(Uicov::Doctor::checkDisplay(path("framebuffer")).result == Result::Warning);
+        QVERIFY(Uicov::Doctor::checkDisplay(path("cards")).result == Result::Warning);
     }
 
     void platform_data() {
@@ -90,22 +89,22 @@ private Q_SLOTS:
         qputenv("QT_QPA_PLATFORM", platform);
         qputenv("DISPLAY", display);
         qputenv("WAYLAND_DISPLAY", wayland);
-        QCOMPARE(DisplayChecks::platform(), expected);
+        QCOMPARE(Uicov::Doctor::displayPlatform(), expected);
     }
 
     void anXServerThatDoesNotAnswer() {
         qputenv("DISPLAY", ":987654");
-        const Finding finding = DisplayChecks::display();
+        const Finding finding = Uicov::Doctor::checkDisplay();
         QVERIFY(finding.result == Result::Problem);
         QVERIFY(finding.seen.contains(QStringLiteral("no X server answers")));
         qputenv("QT_QPA_PLATFORM", "xcb");
         qunsetenv("DISPLAY");
-        QVERIFY(DisplayChecks::display().seen.contains(QStringLiteral("DISPLAY is not set")));
+        QVERIFY(Uicov::Doctor::checkDisplay().seen.contains(QStringLiteral("DISPLAY is not set")));
     }
 
     void anotherMachinesXServerIsNotTried() {
         qputenv("DISPLAY", "other.example:0");
-        const Finding finding = DisplayChecks::display();
+        const Finding finding = Uicov::Doctor::checkDisplay();
         QVERIFY(finding.result == Result::Ok);
         QVERIFY(finding.seen.contains(QStringLiteral("not tried")));
     }
@@ -113,20 +112,20 @@ private Q_SLOTS:
     void aWaylandCompositorIsTried() {
         qputenv("WAYLAND_DISPLAY", "w-1");
         qputenv("XDG_RUNTIME_DIR", QFile::encodeName(m_folder.path()));
-        QVERIFY(DisplayChecks::display().result == Result::Problem);
+        QVERIFY(Uicov::Doctor::checkDisplay().result == Result::Problem);
         QLocalServer compositor;
         QVERIFY(compositor.listen(path("w-1")));
-        const Finding finding = DisplayChecks::display();
+        const Finding finding = Uicov::Doctor::checkDisplay();
         QVERIFY2(finding.result == Result::Ok, qPrintable(finding.seen));
         qputenv("WAYLAND_DISPLAY", QFile::encodeName(path("w-1"))); // may be a whole path
-        QVERIFY(DisplayChecks::display().result == Result::Ok);
+        QVERIFY(Uicov::Doctor::checkDisplay().result == Result::Ok);
         qputenv("WAYLAND_DISPLAY", QByteArray(200, 'w')); // longer than a socket's name can be
-        QVERIFY(DisplayChecks::display().result == Result::Problem);
+        QVERIFY(Uicov::Doctor::checkDisplay().result == Result::Problem);
     }
 
     void offscreenNeedsNoDisplay() {
         qputenv("QT_QPA_PLATFORM", "offscreen");
-        QVERIFY(DisplayChecks::display(path("none")).result == Result::Ok);
+        QVERIFY(Uicov::Doctor::checkDisplay(path("none")).result == Result::Ok);
     }
 
     void thePlatformPluginIsLookedForWhereQtLooks_data() {
@@ -158,11 +157,11 @@ private Q_SLOTS:
         if (!variable.isEmpty()) {
             qputenv(variable.constData(), value);
         }
-        const Finding before = DisplayChecks::platformPlugin(qt(), path("app/program"));
+        const Finding before = Uicov::Doctor::checkPlatformPlugin(qt(), path("app/program"));
         QVERIFY(before.result == Result::Warning);
         QVERIFY(before.seen.contains(QStringLiteral("platform fake")));
         QVERIFY(makeFile(m_folder.filePath(file)));
-        const Finding after = DisplayChecks::platformPlugin(qt(), path("app/program"));
+        const Finding after = Uicov::Doctor::checkPlatformPlugin(qt(), path("app/program"));
         QVERIFY(QFile::remove(m_folder.filePath(file)));
         QVERIFY(after.result == Result::Ok);
         QCOMPARE(QFileInfo(after.seen).fileName(), QFileInfo(file).fileName());
@@ -174,21 +173,21 @@ private Q_SLOTS:
         QVERIFY(conf.open(QIODevice::WriteOnly));
         QVERIFY(conf.write("[Paths]\nPrefix = ..\nPlugins = my/plugins\n") > 0);
         conf.close();
-        QVERIFY(DisplayChecks::pluginFolders(qt(), path("conf/bin/program"))
+        QVERIFY(Uicov::Doctor::platformPluginFolders(qt(), path("conf/bin/program"))
                     .contains(path("conf/my/plugins")));
     }
 
     void quickWithoutAScreenNeedsItsSoftwareRenderer() {
         qputenv("QT_QPA_PLATFORM", "offscreen");
-        const Finding finding = DisplayChecks::quickBackend();
+        const Finding finding = Uicov::Doctor::checkQuickBackend();
         QVERIFY(finding.result == Result::Warning);
         QVERIFY(finding.advice.contains(QStringLiteral("QT_QUICK_BACKEND=software")));
         qputenv("QT_QUICK_BACKEND", "software");
-        QVERIFY(DisplayChecks::quickBackend().result == Result::Ok);
+        QVERIFY(Uicov::Doctor::checkQuickBackend().result == Result::Ok);
         qputenv("QT_QPA_PLATFORM", "xcb");
-        QVERIFY(DisplayChecks::quickBackend().result == Result::Ok);
+        QVERIFY(Uicov::Doctor::checkQuickBackend().result == Result::Ok);
         qunsetenv("QT_QUICK_BACKEND");
-        QVERIFY(DisplayChecks::quickBackend().result == Result::Ok);
+        QVERIFY(Uicov::Doctor::checkQuickBackend().result == Result::Ok);
     }
 };
 

@@ -12,7 +12,6 @@ using TestLib::buildC;
 using Uicov::Doctor::Finding;
 using Uicov::Launch::Installation;
 using Result = Uicov::Doctor::Finding::Result;
-namespace InstallationChecks = Uicov::Doctor::InstallationChecks;
 
 class TestInstallationChecks : public TestLib::TestCase {
     Q_OBJECT
@@ -47,29 +46,29 @@ private Q_SLOTS:
 
     void theBuiltOneIsSound() {
         const Installation built{QStringLiteral(UICOV_LIBRARY_DIR)};
-        const auto findings = InstallationChecks::all(built);
+        const auto findings = Uicov::Doctor::checkInstallation(built);
         QCOMPARE(findings.size(), 4);
         for (const Finding& finding : findings) {
             QVERIFY2(finding.result == Result::Ok, qPrintable(finding.seen));
         }
         const QString version = QString::fromLatin1(QT_VERSION_STR);
-        QCOMPARE(InstallationChecks::qtVersion(built), version.section(QLatin1Char('.'), 0, 1));
+        QCOMPARE(Uicov::Doctor::qtVersionOf(built), version.section(QLatin1Char('.'), 0, 1));
     }
 
     void anExtensionIsTriedOut() {
         const Installation sound{m_folder.path()};
-        compare(InstallationChecks::extension(sound), Result::Ok, QStringLiteral("can be loaded"));
+        compare(Uicov::Doctor::checkExtension(sound), Result::Ok, QStringLiteral("can be loaded"));
     }
 
     void aMissingLibraryIsNamed() {
         QVERIFY(QFile::remove(path(QStringLiteral("libvorskhook.so"))));
-        compare(InstallationChecks::extension(Installation(m_folder.path())), Result::Problem,
+        compare(Uicov::Doctor::checkExtension(Installation(m_folder.path())), Result::Problem,
                 QStringLiteral("libvorskhook.so is missing"));
     }
 
     void anExtensionWithoutItsFunction() {
         QVERIFY(build(QStringLiteral("int y;"), m_library));
-        compare(InstallationChecks::extension(Installation(m_folder.path())), Result::Problem,
+        compare(Uicov::Doctor::checkExtension(Installation(m_folder.path())), Result::Problem,
                 QStringLiteral("does not export init_extension"));
     }
 
@@ -77,7 +76,7 @@ private Q_SLOTS:
         QVERIFY(
             build(QStringLiteral("void missing(void); void init_extension(void) { missing(); }"),
                   m_library));
-        compare(InstallationChecks::extension(Installation(m_folder.path())), Result::Problem,
+        compare(Uicov::Doctor::checkExtension(Installation(m_folder.path())), Result::Problem,
                 QStringLiteral("undefined symbol: missing"));
     }
 
@@ -86,7 +85,7 @@ private Q_SLOTS:
             build(QStringLiteral("#include <stdlib.h>\nvoid init_extension(void) {}\n"
                                  "__attribute__((constructor)) static void c(void) { _Exit(7); }"),
                   m_library));
-        compare(InstallationChecks::extension(Installation(m_folder.path())), Result::Problem,
+        compare(Uicov::Doctor::checkExtension(Installation(m_folder.path())), Result::Problem,
                 QStringLiteral("ended the process"));
     }
 
@@ -97,19 +96,19 @@ private Q_SLOTS:
         QVERIFY(file.seek(machineOffset));
         QVERIFY(file.write("\xf3\0", 2) == 2);
         file.close();
-        compare(InstallationChecks::extension(Installation(m_folder.path())), Result::Warning,
+        compare(Uicov::Doctor::checkExtension(Installation(m_folder.path())), Result::Warning,
                 QStringLiteral("RISC-V"));
     }
 
     void aStarterThatIsNoPlugin() {
-        compare(InstallationChecks::starter(Installation(m_folder.path())), Result::Problem,
+        compare(Uicov::Doctor::checkStarter(Installation(m_folder.path())), Result::Problem,
                 QStringLiteral("is no generic Qt plugin of the key vorsk"));
-        QCOMPARE(InstallationChecks::qtVersion(Installation(m_folder.path())), QString());
+        QCOMPARE(Uicov::Doctor::qtVersionOf(Installation(m_folder.path())), QString());
     }
 
     void aStarterThatIsNotThere() {
         QVERIFY(QFile::remove(path(m_starter)));
-        compare(InstallationChecks::starter(Installation(m_folder.path())), Result::Problem,
+        compare(Uicov::Doctor::checkStarter(Installation(m_folder.path())), Result::Problem,
                 QStringLiteral("is missing"));
     }
 
@@ -117,17 +116,17 @@ private Q_SLOTS:
         const QByteArray before = qgetenv("QT_PLUGIN_PATH");
         const Installation own{QStringLiteral(UICOV_LIBRARY_DIR)};
         qputenv("QT_PLUGIN_PATH", QFile::encodeName(own.pluginFolder()));
-        const Finding same = InstallationChecks::pluginPath(own);
+        const Finding same = Uicov::Doctor::checkPluginPath(own);
         qputenv("QT_PLUGIN_PATH",
                 QFile::encodeName(QStringLiteral("/none:") + path(QStringLiteral("plugins"))));
-        const Finding other = InstallationChecks::pluginPath(own);
+        const Finding other = Uicov::Doctor::checkPluginPath(own);
         before.isNull() ? qunsetenv("QT_PLUGIN_PATH") : qputenv("QT_PLUGIN_PATH", before);
         compare(same, Result::Ok, own.pluginFolder());
         compare(other, Result::Warning, path(m_starter));
     }
 
     void aFolderThatAListCannotHold() {
-        compare(InstallationChecks::pluginPath(Installation(QStringLiteral("/opt/a:b"))),
+        compare(Uicov::Doctor::checkPluginPath(Installation(QStringLiteral("/opt/a:b"))),
                 Result::Problem, QStringLiteral("colon"));
     }
 };

@@ -14,7 +14,6 @@
 using TestLib::holdsInChildProcess;
 using Uicov::Doctor::Finding;
 using Result = Uicov::Doctor::Finding::Result;
-namespace MachineChecks = Uicov::Doctor::MachineChecks;
 
 namespace {
 
@@ -23,7 +22,7 @@ bool limitGives(rlim_t bytes, Result expected) {
     return holdsInChildProcess([=]() {
         const rlimit limit{bytes, RLIM_INFINITY};
         return setrlimit(RLIMIT_FSIZE, &limit) == 0 &&
-               MachineChecks::fileSizeLimit().result == expected;
+               Uicov::Doctor::checkFileSizeLimit().result == expected;
     });
 }
 
@@ -37,7 +36,7 @@ class TestMachineChecks : public TestLib::TestCase {
 private Q_SLOTS:
     void aFolderThatCanBeWrittenTo() {
         const Finding finding =
-            MachineChecks::outputFolder(m_folder.filePath(QStringLiteral("x.uicov")));
+            Uicov::Doctor::checkOutputFolder(m_folder.filePath(QStringLiteral("x.uicov")));
         QVERIFY(finding.result == Result::Ok);
         QVERIFY(finding.seen.contains(m_folder.path()));
         QVERIFY(QDir(m_folder.path()).isEmpty()); // the trial leaves nothing behind
@@ -45,7 +44,7 @@ private Q_SLOTS:
 
     void aFolderThatIsNotThere() {
         const Finding finding =
-            MachineChecks::outputFolder(m_folder.filePath(QStringLiteral("none/x.uicov")));
+            Uicov::Doctor::checkOutputFolder(m_folder.filePath(QStringLiteral("none/x.uicov")));
         QVERIFY(finding.result == Result::Problem);
         QVERIFY(finding.seen.contains(QStringLiteral("there is no folder")));
         QVERIFY(finding.advice.contains(QStringLiteral("UICOV_FILE")));
@@ -53,7 +52,7 @@ private Q_SLOTS:
 
     void aFolderInWhichNoFileCanBeMade() {
         // Not even the user who may do everything can make a file there.
-        const Finding finding = MachineChecks::outputFolder(QStringLiteral("/proc/x.uicov"));
+        const Finding finding = Uicov::Doctor::checkOutputFolder(QStringLiteral("/proc/x.uicov"));
         QVERIFY(finding.result == Result::Problem);
         QVERIFY2(finding.seen.contains(QStringLiteral("no file can be made in /proc")),
                  qPrintable(finding.seen));
@@ -62,9 +61,9 @@ private Q_SLOTS:
     void theTemporaryFolder() {
         const QByteArray before = qgetenv("TMPDIR");
         qputenv("TMPDIR", QFile::encodeName(m_folder.path()));
-        const Finding sound = MachineChecks::temporaryFolder();
+        const Finding sound = Uicov::Doctor::checkTemporaryFolder();
         qputenv("TMPDIR", "/proc");
-        const Finding unusable = MachineChecks::temporaryFolder();
+        const Finding unusable = Uicov::Doctor::checkTemporaryFolder();
         before.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", before);
         QVERIFY(sound.result == Result::Ok);
         QVERIFY(sound.seen.contains(m_folder.path()));
@@ -73,7 +72,7 @@ private Q_SLOTS:
     }
 
     void aFileSystemWithoutRoom() {
-        const Finding finding = MachineChecks::freeSpace(QStringLiteral("/proc/x.uicov"));
+        const Finding finding = Uicov::Doctor::checkFreeSpace(QStringLiteral("/proc/x.uicov"));
         QVERIFY(finding.result == Result::Problem);
         QVERIFY(finding.seen.startsWith(QStringLiteral("0 MiB are free for /proc")));
     }
@@ -92,7 +91,7 @@ private Q_SLOTS:
             const rlimit limit{0, RLIM_INFINITY};
             return std::signal(SIGXFSZ, SIG_IGN) != SIG_ERR &&
                    setrlimit(RLIMIT_FSIZE, &limit) == 0 &&
-                   MachineChecks::outputFolder(m_folder.filePath(QStringLiteral("x.uicov")))
+                   Uicov::Doctor::checkOutputFolder(m_folder.filePath(QStringLiteral("x.uicov")))
                            .result == Result::Problem;
         }));
     }
@@ -108,9 +107,9 @@ private Q_SLOTS:
     void sandboxes() {
         QFETCH(QByteArray, variable);
         QFETCH(QString, name);
-        QVERIFY(MachineChecks::sandbox().result == Result::Ok);
+        QVERIFY(Uicov::Doctor::checkSandbox().result == Result::Ok);
         qputenv(variable.constData(), "x");
-        const Finding finding = MachineChecks::sandbox();
+        const Finding finding = Uicov::Doctor::checkSandbox();
         qunsetenv(variable.constData());
         QVERIFY(finding.result == Result::Warning);
         QVERIFY(finding.seen.contains(name));
@@ -118,7 +117,8 @@ private Q_SLOTS:
 
     void everyCheckHasANameOfItsOwn() {
         QStringList names;
-        const auto findings = MachineChecks::all(m_folder.filePath(QStringLiteral("x.uicov")));
+        const auto findings =
+            Uicov::Doctor::checkMachine(m_folder.filePath(QStringLiteral("x.uicov")));
         for (const Finding& finding : findings) {
             QVERIFY(!names.contains(finding.check));
             names.append(finding.check);

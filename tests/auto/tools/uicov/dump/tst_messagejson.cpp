@@ -14,7 +14,6 @@ using Vorsk::UIAbstraction::ElementGeometry;
 using Vorsk::UIAbstraction::StandardType;
 using Vorsk::UIAbstraction::UIElement;
 using Vorsk::UIAbstraction::UIEvent;
-namespace MessageJson = Uicov::Dump::MessageJson;
 
 namespace {
 
@@ -40,7 +39,7 @@ class TestMessageJson : public TestLib::TestCase {
         Frame frame;
         while (reader.next(frame)) {
             lines.append(QString::fromUtf8(
-                QJsonDocument(MessageJson::object(frame)).toJson(QJsonDocument::Compact)));
+                QJsonDocument(Uicov::Dump::frameJson(frame)).toJson(QJsonDocument::Compact)));
         }
         return lines;
     }

@@ -8,7 +8,6 @@
 using Uicov::Runs::Hit;
 using Uicov::Runs::Run;
 using Uicov::Runs::RunElement;
-namespace RunPrinter = Uicov::Dump::RunPrinter;
 
 namespace {
 
@@ -59,7 +58,7 @@ class TestRunPrinter : public TestLib::TestCase {
 private Q_SLOTS:
     void forPeople() {
         QCOMPARE(
-            RunPrinter::lines(sample()).join(QLatin1Char('\n')),
+            Uicov::Dump::runLines(sample()).join(QLatin1Char('\n')),
             QStringLiteral(
                 "run u-1 session=\"s-1\" application=\"panel\" executable=null qt=\"5.15.8\" "
                 "platform=null locale=null architecture=null started=null messages=20 partial "
@@ -75,7 +74,7 @@ private Q_SLOTS:
     }
 
     void forTools() {
-        const auto objects = RunPrinter::objects(sample());
+        const auto objects = Uicov::Dump::runObjects(sample());
         QCOMPARE(objects.size(), 3);
         const auto text = [&objects](int index) {
             return QString::fromUtf8(
@@ -101,9 +100,9 @@ private Q_SLOTS:
 
     void anEmptyRunIsStillARun() {
         const Run run;
-        QCOMPARE(RunPrinter::lines(run).size(), 1);
-        QVERIFY(RunPrinter::lines(run).first().endsWith(QStringLiteral(" complete")));
-        QCOMPARE(RunPrinter::objects(run).size(), 1);
+        QCOMPARE(Uicov::Dump::runLines(run).size(), 1);
+        QVERIFY(Uicov::Dump::runLines(run).first().endsWith(QStringLiteral(" complete")));
+        QCOMPARE(Uicov::Dump::runObjects(run).size(), 1);
     }
 };
 

@@ -10,7 +10,6 @@
 
 using TestLib::buildC;
 using Uicov::Launch::ElfFile;
-namespace Loader = Uicov::Launch::Loader;
 
 class TestLoader : public TestLib::TestCase {
     Q_OBJECT
@@ -42,23 +41,25 @@ private Q_SLOTS:
     }
 
     void whatAProgramLoadsIsListed() {
-        const QStringList lines = Loader::list(interpreter(), path("program"));
+        const QStringList lines = Uicov::Launch::listLibraries(interpreter(), path("program"));
         QVERIFY(!lines.filter(QStringLiteral("libc.so.6 => /")).isEmpty());
-        QCOMPARE(Loader::complaints(lines), QStringList());
+        QCOMPARE(Uicov::Launch::loaderComplaints(lines), QStringList());
     }
 
     void aPreloadedLibraryIsListedToo() {
         if (TestLib::isEmulated()) {
             QSKIP(TestLib::preloadedTwice);
         }
-        const QStringList lines = Loader::list(interpreter(), path("program"), path("libplain.so"));
+        const QStringList lines =
+            Uicov::Launch::listLibraries(interpreter(), path("program"), path("libplain.so"));
         QVERIFY(!lines.filter(path("libplain.so")).isEmpty());
-        QCOMPARE(Loader::complaints(lines), QStringList());
+        QCOMPARE(Uicov::Launch::loaderComplaints(lines), QStringList());
     }
 
     void whatOthersPreloadGivesWayToIt() {
         qputenv("LD_PRELOAD", QFile::encodeName(path("none.so")));
-        const QStringList lines = Loader::list(interpreter(), path("program"), path("libplain.so"));
+        const QStringList lines =
+            Uicov::Launch::listLibraries(interpreter(), path("program"), path("libplain.so"));
         qunsetenv("LD_PRELOAD");
         QVERIFY(lines.filter(QStringLiteral("none.so")).isEmpty());
     }
@@ -69,8 +70,8 @@ private Q_SLOTS:
                         QStringLiteral("-Wl,-soname,libgone.so.7")}));
         QVERIFY(buildC(QStringLiteral("int main(void) { return 0; }"), path("needy"),
                        {QStringLiteral("-Wl,--no-as-needed"), path("libgone.so")}));
-        const QStringList lines = Loader::list(interpreter(), path("needy"));
-        QCOMPARE(Loader::complaints(lines),
+        const QStringList lines = Uicov::Launch::listLibraries(interpreter(), path("needy"));
+        QCOMPARE(Uicov::Launch::loaderComplaints(lines),
                  QStringList{QStringLiteral("libgone.so.7 is not found")});
     }
 
@@ -84,8 +85,8 @@ private Q_SLOTS:
                        {QStringLiteral("-shared"), QStringLiteral("-fPIC"), path("libversioned.so"),
                         QStringLiteral("-Wl,-rpath,") + m_folder.path()}));
         QVERIFY(buildVersioned("libversioned.so.1", "V_5.12"));
-        const QStringList complaints =
-            Loader::complaints(Loader::list(interpreter(), path("program"), path("libuser.so")));
+        const QStringList complaints = Uicov::Launch::loaderComplaints(
+            Uicov::Launch::listLibraries(interpreter(), path("program"), path("libuser.so")));
         QCOMPARE(complaints.size(), 1);
         QVERIFY2(complaints.first().contains(QStringLiteral("version `V_5.15' not found")),
                  qPrintable(complaints.first()));
@@ -94,15 +95,17 @@ private Q_SLOTS:
     }
 
     void whatCannotBePreloadedIsToldOf() {
-        const QStringList complaints =
-            Loader::complaints(Loader::list(interpreter(), path("program"), path("none.so")));
+        const QStringList complaints = Uicov::Launch::loaderComplaints(
+            Uicov::Launch::listLibraries(interpreter(), path("program"), path("none.so")));
         QCOMPARE(complaints.size(), 1);
         QVERIFY(complaints.first().contains(QStringLiteral("none.so")));
     }
 
     void withoutALoaderThereIsNothing() {
-        QCOMPARE(Loader::list(QByteArray(), path("program")), QStringList());
-        QCOMPARE(Loader::complaints(Loader::list("/none/ld.so", path("program"))), QStringList());
+        QCOMPARE(Uicov::Launch::listLibraries(QByteArray(), path("program")), QStringList());
+        QCOMPARE(Uicov::Launch::loaderComplaints(
+                     Uicov::Launch::listLibraries("/none/ld.so", path("program"))),
+                 QStringList());
     }
 };
 

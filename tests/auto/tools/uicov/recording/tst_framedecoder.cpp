@@ -3,7 +3,6 @@
 
 #include <QTest>
 
-namespace FrameDecoder = Uicov::Recording::FrameDecoder;
 using RecordingFormat::ArgumentTag;
 using RecordingFormat::Severity;
 
@@ -12,7 +11,7 @@ class TestFrameDecoder : public TestLib::TestCase {
 
 private Q_SLOTS:
     void processHasItsPairs() {
-        const auto info = FrameDecoder::process(
+        const auto info = Uicov::Recording::decodeProcess(
             QByteArray::fromHex("00000002 00000003 706964 00000002 3432 00000001 78 00000000"));
         QVERIFY(info);
         QCOMPARE(info->size(), 2);
@@ -21,7 +20,7 @@ private Q_SLOTS:
     }
 
     void messageHasArgumentsOfEveryTag() {
-        const auto message = FrameDecoder::message(
+        const auto message = Uicov::Recording::decodeMessage(
             QByteArray::fromHex("ffffffff 00000001 6d 03 01fffffffe 02000000020a0b 0300000001 ff"));
         QVERIFY(message);
         QCOMPARE(message->channel, -1);
@@ -35,24 +34,25 @@ private Q_SLOTS:
     }
 
     void logMarkAndEnd() {
-        const auto line = FrameDecoder::log(QByteArray::fromHex("02 00000002 6f6b"));
+        const auto line = Uicov::Recording::decodeLog(QByteArray::fromHex("02 00000002 6f6b"));
         QVERIFY(line);
         QCOMPARE(line->severity, Severity::Warning);
         QCOMPARE(line->text, QStringLiteral("ok"));
-        QCOMPARE(FrameDecoder::log(QByteArray::fromHex("01 00000000"))->severity, Severity::Info);
-        QCOMPARE(FrameDecoder::mark(QByteArray::fromHex("00000001 61")).value(),
+        QCOMPARE(Uicov::Recording::decodeLog(QByteArray::fromHex("01 00000000"))->severity,
+                 Severity::Info);
+        QCOMPARE(Uicov::Recording::decodeMark(QByteArray::fromHex("00000001 61")).value(),
                  QStringLiteral("a"));
-        QCOMPARE(FrameDecoder::end(QByteArray::fromHex("0000000000000102")).value(),
+        QCOMPARE(Uicov::Recording::decodeEnd(QByteArray::fromHex("0000000000000102")).value(),
                  quint64{0x102});
         const auto loss =
-            FrameDecoder::loss(QByteArray::fromHex("0000000000000102 0000000000000003"));
+            Uicov::Recording::decodeLoss(QByteArray::fromHex("0000000000000102 0000000000000003"));
         QVERIFY(loss);
         QCOMPARE(loss->pictures, quint64{0x102});
         QCOMPARE(loss->others, quint64{3});
     }
 
     void anUnknownSeverityIsAWarning() {
-        QCOMPARE(FrameDecoder::log(QByteArray::fromHex("09 00000000"))->severity,
+        QCOMPARE(Uicov::Recording::decodeLog(QByteArray::fromHex("09 00000000"))->severity,
                  Severity::Warning);
     }
 
@@ -70,23 +70,25 @@ private Q_SLOTS:
                 return (whole + QByteArray(1, '\0')).left(qMin(size, whole.size() + 1));
             };
             const auto isWhole = [size](const QByteArray& whole) { return size == whole.size(); };
-            QCOMPARE(FrameDecoder::process(cut(process)).has_value(), isWhole(process));
-            QCOMPARE(FrameDecoder::message(cut(message)).has_value(), isWhole(message));
-            QCOMPARE(FrameDecoder::log(cut(log)).has_value(), isWhole(log));
-            QCOMPARE(FrameDecoder::mark(cut(mark)).has_value(), isWhole(mark));
-            QCOMPARE(FrameDecoder::end(cut(end)).has_value(), isWhole(end));
-            QCOMPARE(FrameDecoder::loss(cut(loss)).has_value(), isWhole(loss));
+            QCOMPARE(Uicov::Recording::decodeProcess(cut(process)).has_value(), isWhole(process));
+            QCOMPARE(Uicov::Recording::decodeMessage(cut(message)).has_value(), isWhole(message));
+            QCOMPARE(Uicov::Recording::decodeLog(cut(log)).has_value(), isWhole(log));
+            QCOMPARE(Uicov::Recording::decodeMark(cut(mark)).has_value(), isWhole(mark));
+            QCOMPARE(Uicov::Recording::decodeEnd(cut(end)).has_value(), isWhole(end));
+            QCOMPARE(Uicov::Recording::decodeLoss(cut(loss)).has_value(), isWhole(loss));
         }
     }
 
     void hugeCountsEndAtOnce() {
-        QVERIFY(!FrameDecoder::process(QByteArray::fromHex("ffffffff")));
-        QVERIFY(!FrameDecoder::message(QByteArray::fromHex("00000007 00000001 6d ff")));
+        QVERIFY(!Uicov::Recording::decodeProcess(QByteArray::fromHex("ffffffff")));
+        QVERIFY(!Uicov::Recording::decodeMessage(QByteArray::fromHex("00000007 00000001 6d ff")));
     }
 
     void anUnknownArgumentTagGivesNothing() {
-        QVERIFY(!FrameDecoder::message(QByteArray::fromHex("00000007 00000001 6d 01 0400000000")));
-        QVERIFY(!FrameDecoder::message(QByteArray::fromHex("00000007 00000001 6d 01 0000000000")));
+        QVERIFY(!Uicov::Recording::decodeMessage(
+            QByteArray::fromHex("00000007 00000001 6d 01 0400000000")));
+        QVERIFY(!Uicov::Recording::decodeMessage(
+            QByteArray::fromHex("00000007 00000001 6d 01 0000000000")));
     }
 };
 

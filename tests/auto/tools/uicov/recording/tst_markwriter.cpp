@@ -12,7 +12,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-namespace MarkWriter = Uicov::Recording::MarkWriter;
 using RecordingFormat::FrameType;
 using Uicov::Recording::Frame;
 using Uicov::Recording::RecordingReader;
@@ -54,9 +53,9 @@ class TestMarkWriter : public TestLib::TestCase {
         }
         while (reader.next(frame)) {
             if (frame.type == FrameType::Message) {
-                lines.append(Uicov::Recording::FrameDecoder::message(frame.body)->name);
+                lines.append(Uicov::Recording::decodeMessage(frame.body)->name);
             } else if (frame.type == FrameType::Mark) {
-                lines.append(QLatin1Char('[') + *Uicov::Recording::FrameDecoder::mark(frame.body) +
+                lines.append(QLatin1Char('[') + *Uicov::Recording::decodeMark(frame.body) +
                              QLatin1Char(']'));
             }
             if (frame.time + 1000000 < lastTime) {
@@ -83,7 +82,7 @@ private Q_SLOTS:
         QStringList expected;
         for (int i = 0; i < 50; ++i) {
             QVERIFY(send(writer, i));
-            QVERIFY(MarkWriter::append(m_path, QStringLiteral("test %1").arg(i)));
+            QVERIFY(Uicov::Recording::appendMark(m_path, QStringLiteral("test %1").arg(i)));
             expected << QString::number(i) << QStringLiteral("[test %1]").arg(i);
         }
         QVERIFY(send(writer, 50));
@@ -111,7 +110,7 @@ private Q_SLOTS:
                 int failures = 0;
                 for (int i = 0; i < marks; ++i) {
                     const QString name = QStringLiteral("%1:%2").arg(marker).arg(i);
-                    failures += MarkWriter::append(m_path, name) ? 0 : 1;
+                    failures += Uicov::Recording::appendMark(m_path, name) ? 0 : 1;
                 }
                 ::_exit(failures == 0 ? 0 : 1);
             }
@@ -144,7 +143,7 @@ private Q_SLOTS:
         open(writer);
         QVERIFY(send(writer, 1));
         writer.close();
-        QVERIFY(MarkWriter::append(m_path, QStringLiteral("late")));
+        QVERIFY(Uicov::Recording::appendMark(m_path, QStringLiteral("late")));
         QCOMPARE(frames().last(), QStringLiteral("complete"));
     }
 
@@ -164,8 +163,8 @@ private Q_SLOTS:
         const QString open =
             QStringLiteral("ended abnormally: the application was killed, crashed or still runs");
         QCOMPARE(frames(), QStringList({QStringLiteral("1"), QStringLiteral("2"), open}));
-        QVERIFY(MarkWriter::append(m_path, QStringLiteral("a")));
-        QVERIFY(MarkWriter::append(m_path, QStringLiteral("b")));
+        QVERIFY(Uicov::Recording::appendMark(m_path, QStringLiteral("a")));
+        QVERIFY(Uicov::Recording::appendMark(m_path, QStringLiteral("b")));
         writer.close();
         QCOMPARE(frames(),
                  QStringList({QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("[a]"),
@@ -179,7 +178,7 @@ private Q_SLOTS:
         QVERIFY(put(RecordingFormat::heldPlaceOffset, place));
         QVERIFY(put(RecordingFormat::heldLengthOffset, qint64{40}));
         QVERIFY(send(writer, 1));
-        QVERIFY(MarkWriter::append(m_path, QStringLiteral("a")));
+        QVERIFY(Uicov::Recording::appendMark(m_path, QStringLiteral("a")));
         QVERIFY(send(writer, 2));
         writer.close();
         QCOMPARE(frames(), QStringList({QStringLiteral("1"), QStringLiteral("[a]"),
@@ -211,7 +210,7 @@ private Q_SLOTS:
         QFile file(m_path);
         QVERIFY(file.open(QIODevice::ReadOnly));
         const QByteArray before = file.readAll().left(static_cast<int>(end));
-        QVERIFY(MarkWriter::append(m_path, QStringLiteral("a")));
+        QVERIFY(Uicov::Recording::appendMark(m_path, QStringLiteral("a")));
         QVERIFY(file.seek(0));
         const QByteArray after = file.readAll().left(static_cast<int>(end));
         // But for the numbers in the header, which the mark has moved.
@@ -227,7 +226,7 @@ private Q_SLOTS:
             const bool isWritten =
                 file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
             file.close();
-            const bool isMarked = MarkWriter::append(m_path, QStringLiteral("x"));
+            const bool isMarked = Uicov::Recording::appendMark(m_path, QStringLiteral("x"));
             return isWritten && !isMarked && file.size() == bytes.size();
         };
         QVERIFY(untouched("my notes"));
@@ -241,7 +240,8 @@ private Q_SLOTS:
         TestLib::RecordingBuilder dead;
         dead.addProcess({{QStringLiteral("pid"), QString::number(child)}});
         QVERIFY(untouched(dead.bytes()));
-        QVERIFY(!MarkWriter::append(m_folder->filePath(QStringLiteral("none")), QString()));
+        QVERIFY(
+            !Uicov::Recording::appendMark(m_folder->filePath(QStringLiteral("none")), QString()));
     }
 
     void aLinkIsNotFollowed() {
@@ -249,7 +249,7 @@ private Q_SLOTS:
         open(writer);
         const QString link = m_folder->filePath(QStringLiteral("link"));
         QVERIFY(QFile::link(m_path, link));
-        QVERIFY(!MarkWriter::append(link, QStringLiteral("x")));
+        QVERIFY(!Uicov::Recording::appendMark(link, QStringLiteral("x")));
     }
 
     void aFailedMessageIsCutOffAndMarksBeforeItStay() {
@@ -257,7 +257,7 @@ private Q_SLOTS:
         writer.setShared(false);
         open(writer);
         QVERIFY(send(writer, 1));
-        QVERIFY(MarkWriter::append(m_path, QStringLiteral("a")));
+        QVERIFY(Uicov::Recording::appendMark(m_path, QStringLiteral("a")));
         writer.setWriteFunction([](int descriptor, const void* data, size_t size) -> ssize_t {
             // Half of it, then the disk is full.
             static bool isFull = false;

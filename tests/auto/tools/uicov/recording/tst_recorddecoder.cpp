@@ -9,10 +9,9 @@
 #include <QSize>
 #include <QTest>
 
-namespace RecordDecoder = Uicov::Recording::RecordDecoder;
-using RecordDecoder::Result;
 using RecordingFormat::ArgumentTag;
 using TestLib::RecordingBuilder;
+using Uicov::Recording::DecodingResult;
 using Uicov::Recording::HookArgument;
 using Uicov::Recording::HookMessage;
 using Uicov::Recording::Record;
@@ -51,60 +50,60 @@ class TestRecordDecoder : public TestLib::TestCase {
 
     Record m_record;
 
-    Result decode(int kind, const QByteArray& bytes) {
+    DecodingResult decode(int kind, const QByteArray& bytes) {
         m_record = Record();
-        return RecordDecoder::decode(messageOf(kind, bytes), m_record);
+        return Uicov::Recording::decodeRecord(messageOf(kind, bytes), m_record);
     }
 
 private Q_SLOTS:
     void everyKindIsRead() {
-        QCOMPARE(decode(1, elementPayload()), Result::Sound);
+        QCOMPARE(decode(1, elementPayload()), DecodingResult::Sound);
         QCOMPARE(m_record.elementId, id);
         QCOMPARE(m_record.element->text(), QStringLiteral("OK"));
         for (const int kind : {2, 3, 6, 7}) {
-            QCOMPARE(decode(kind, payload(QStringLiteral("value"))), Result::Sound);
+            QCOMPARE(decode(kind, payload(QStringLiteral("value"))), DecodingResult::Sound);
             QCOMPARE(m_record.kind, static_cast<RecordKind>(kind));
             QCOMPARE(m_record.text, QStringLiteral("value"));
         }
-        QCOMPARE(decode(4, payload(QRect(1, 2, 3, 4))), Result::Sound);
+        QCOMPARE(decode(4, payload(QRect(1, 2, 3, 4))), DecodingResult::Sound);
         QCOMPARE(m_record.rect, QRect(1, 2, 3, 4));
         for (const int kind : {8, 9, 10}) {
-            QCOMPARE(decode(kind, payload(true)), Result::Sound);
+            QCOMPARE(decode(kind, payload(true)), DecodingResult::Sound);
             QVERIFY(m_record.flag);
         }
-        QCOMPARE(decode(11, payload(QStringLiteral("clicked"), qint32{3})), Result::Sound);
+        QCOMPARE(decode(11, payload(QStringLiteral("clicked"), qint32{3})), DecodingResult::Sound);
         QCOMPARE(m_record.text, QStringLiteral("clicked"));
         QCOMPARE(m_record.count, 3);
         QCOMPARE(decode(12, payload(QStringLiteral("enabled"), QStringLiteral("false"))),
-                 Result::Sound);
+                 DecodingResult::Sound);
         QCOMPARE(m_record.name, QStringLiteral("enabled"));
         QCOMPARE(m_record.text, QStringLiteral("false"));
-        QCOMPARE(decode(12, payload(QStringLiteral("enabled"), QString())), Result::Sound);
+        QCOMPARE(decode(12, payload(QStringLiteral("enabled"), QString())), DecodingResult::Sound);
         QVERIFY(m_record.text.isNull());
     }
 
     void nullAndEmptyTextsStayApart() {
-        QCOMPARE(decode(7, payload(QString())), Result::Sound);
+        QCOMPARE(decode(7, payload(QString())), DecodingResult::Sound);
         QVERIFY(m_record.text.isNull());
-        QCOMPARE(decode(7, payload(QString::fromLatin1(""))), Result::Sound);
+        QCOMPARE(decode(7, payload(QString::fromLatin1(""))), DecodingResult::Sound);
         QVERIFY(!m_record.text.isNull());
     }
 
     void picturesAreKeptAsTheyAre() {
         QImage image(20, 10, QImage::Format_RGB32);
         image.fill(Qt::red);
-        QCOMPARE(decode(5, payload(image)), Result::Sound);
+        QCOMPARE(decode(5, payload(image)), DecodingResult::Sound);
         QCOMPARE(Vorsk::RecordStream::pngSize(m_record.picture), QSize(20, 10));
         QCOMPARE(QImage::fromData(m_record.picture), image);
-        QCOMPARE(decode(5, payload(QImage())), Result::Sound);
+        QCOMPARE(decode(5, payload(QImage())), DecodingResult::Sound);
         QVERIFY(m_record.picture.isEmpty());
     }
 
     void aPictureThatIsNoneIsDamage() {
-        QCOMPARE(decode(5, payload(qint32{1})), Result::Damaged);
+        QCOMPARE(decode(5, payload(qint32{1})), DecodingResult::Damaged);
         QCOMPARE(decode(5, payload(qint32{1}) + "not a picture at all, however long"),
-                 Result::Damaged);
-        QCOMPARE(decode(5, payload(qint32{2})), Result::Damaged);
+                 DecodingResult::Damaged);
+        QCOMPARE(decode(5, payload(qint32{2})), DecodingResult::Damaged);
     }
 
     void everyTruncationAndATrailingByteIsDamage_data() {
@@ -128,40 +127,40 @@ private Q_SLOTS:
     void everyTruncationAndATrailingByteIsDamage() {
         QFETCH(int, kind);
         QFETCH(QByteArray, bytes);
-        QCOMPARE(decode(kind, bytes), Result::Sound);
+        QCOMPARE(decode(kind, bytes), DecodingResult::Sound);
         for (int size = 0; size < bytes.size(); ++size) {
-            QCOMPARE(decode(kind, bytes.left(size)), Result::Damaged);
+            QCOMPARE(decode(kind, bytes.left(size)), DecodingResult::Damaged);
         }
-        QCOMPARE(decode(kind, bytes + '\0'), Result::Damaged);
+        QCOMPARE(decode(kind, bytes + '\0'), DecodingResult::Damaged);
     }
 
     void anElementWithAnotherIdThanTheRecordIsDamage() {
         UIElement element(QString(), StandardType(), QStringLiteral("{other}"));
-        QCOMPARE(decode(1, payload(element)), Result::Damaged);
+        QCOMPARE(decode(1, payload(element)), DecodingResult::Damaged);
     }
 
     void otherKindsAndFormsAreUnknown() {
         for (const int kind : {-1, 0, 13, 1000}) {
-            QCOMPARE(decode(kind, payload()), Result::Unknown);
+            QCOMPARE(decode(kind, payload()), DecodingResult::Unknown);
         }
         HookMessage message = messageOf(7, payload(QString()));
         message.arguments[1].integer = 2;
-        QCOMPARE(RecordDecoder::decode(message, m_record), Result::Unknown);
+        QCOMPARE(Uicov::Recording::decodeRecord(message, m_record), DecodingResult::Unknown);
     }
 
     void otherMessagesAreForeign() {
         HookMessage message = messageOf(7, payload(QString()));
         message.name = QStringLiteral("uicoveragedata");
-        QCOMPARE(RecordDecoder::decode(message, m_record), Result::Foreign);
+        QCOMPARE(Uicov::Recording::decodeRecord(message, m_record), DecodingResult::Foreign);
     }
 
     void otherArgumentsAreDamage() {
         HookMessage message = messageOf(7, payload(QString()));
         message.arguments.removeFirst();
-        QCOMPARE(RecordDecoder::decode(message, m_record), Result::Damaged);
+        QCOMPARE(Uicov::Recording::decodeRecord(message, m_record), DecodingResult::Damaged);
         message = messageOf(7, payload(QString()));
         message.arguments[3].tag = ArgumentTag::Variant;
-        QCOMPARE(RecordDecoder::decode(message, m_record), Result::Damaged);
+        QCOMPARE(Uicov::Recording::decodeRecord(message, m_record), DecodingResult::Damaged);
     }
 };
 

@@ -10,7 +10,6 @@ using Uicov::Coverage::Configuration;
 using Uicov::Coverage::CoverageResult;
 using Uicov::Coverage::CoverageTree;
 using Uicov::Coverage::Pattern;
-namespace ContextTable = Uicov::Report::ContextTable;
 
 class TestContextTable : public TestLib::TestCase {
     Q_OBJECT
@@ -70,7 +69,7 @@ private Q_SLOTS:
         QStringList names = coverage.tree().contexts();
         names.sort();
         const auto all = coverage.tree().totals();
-        const QVector<QStringList> table = rows(ContextTable::toString(coverage.tree()));
+        const QVector<QStringList> table = rows(Uicov::Report::contextTable(coverage.tree()));
         QCOMPARE(table.size(), names.size());
         for (int i = 0; i < names.size(); ++i) {
             QStringList others = names;
@@ -97,7 +96,7 @@ private Q_SLOTS:
         CoverageResult coverage(configuration);
         coverage.add(maker.run);
         coverage.finish();
-        QCOMPARE(rows(ContextTable::toString(coverage.tree())).at(1),
+        QCOMPARE(rows(Uicov::Report::contextTable(coverage.tree())).at(1),
                  QStringList({QStringLiteral("opens"), QStringLiteral("1"), QStringLiteral("1"),
                               QStringLiteral("1"), QStringLiteral("1")}));
     }
@@ -107,7 +106,7 @@ private Q_SLOTS:
         CoverageResult coverage(configuration);
         coverage.add(TestLib::hostileRun());
         coverage.finish();
-        const QString text = ContextTable::toMarkdown(coverage.tree());
+        const QString text = Uicov::Report::contextTableMarkdown(coverage.tree());
         QVERIFY(text.contains(QStringLiteral("\n| (no context) | 1 | 1 | 2 | 2 |")));
         QVERIFY(text.contains(QStringLiteral("| &lt;script&gt;")));
         QVERIFY(!text.contains(QLatin1Char('<')) && !text.contains(QChar(0x1b)));

@@ -41,7 +41,7 @@ class TestReporters : public TestLib::TestCase {
     }
 
     QVector<Uicov::Coverage::GateResult> gates() const {
-        return Uicov::Coverage::Gatekeeper::judge(*m_coverage, m_configuration.gates, 1);
+        return Uicov::Coverage::judgeGates(*m_coverage, m_configuration.gates, 1);
     }
 
     /** What each reporter makes of the runs. */
@@ -62,7 +62,7 @@ class TestReporters : public TestLib::TestCase {
             return report.toString().toUtf8();
         }
         if (reporter == QLatin1String("contexts.txt")) {
-            return Uicov::Report::ContextTable::toString(m_coverage->tree()).toUtf8();
+            return Uicov::Report::contextTable(m_coverage->tree()).toUtf8();
         }
         if (reporter == QLatin1String("report.json")) {
             return Uicov::Report::JsonReport(*m_coverage, gates()).toBytes();
@@ -73,7 +73,7 @@ class TestReporters : public TestLib::TestCase {
         if (reporter == QLatin1String("badge.svg")) {
             const auto totals = m_coverage->tree().totals();
             const QString title = m_coverage->runs().front().application;
-            return Uicov::Report::Badge::toBytes(title, totals.used, totals.elements, 1);
+            return Uicov::Report::badgeSvg(title, totals.used, totals.elements, 1);
         }
         if (reporter == QLatin1String("explanation.txt")) {
             Uicov::Report::Explanation explanation(*m_coverage);

@@ -19,9 +19,9 @@ const QString shown = QStringLiteral("shown");
 const QString clicked = QStringLiteral("clicked");
 
 void fill(CoverageTree& tree) {
-    const int window = tree.window(step("Window", QStringLiteral("Panel")));
+    const auto window = tree.window(step("Window", QStringLiteral("Panel")));
     tree.count(window, Events{{shown, {1, false}}});
-    const int bar = tree.child(window, step("MenuBar"));
+    const auto bar = tree.child(window, step("MenuBar"));
     tree.count(tree.child(bar, step("MenuItem", QStringLiteral("Quit"))),
                Events{{shown, {1, false}}, {clicked, {0, false}}});
     tree.count(tree.child(window, step("Button", QStringLiteral("OK"))),
@@ -83,9 +83,9 @@ private Q_SLOTS:
 
     void unopenedMenusAreListed() {
         CoverageTree tree;
-        const int window = tree.window(step("Window", QStringLiteral("Panel")));
+        const auto window = tree.window(step("Window", QStringLiteral("Panel")));
         tree.count(window, Events{{shown, {1, false}}});
-        const int item = tree.child(window, step("MenuItem", QStringLiteral("View")));
+        const auto item = tree.child(window, step("MenuItem", QStringLiteral("View")));
         tree.noteMenu(tree.child(item, step("Menu")), false);
         TextReport report(tree);
         report.setListsMissed(true);
@@ -95,7 +95,7 @@ private Q_SLOTS:
 
     void missedElementsThatCannotSayThatTheyWereSeenAreTold() {
         CoverageTree tree;
-        const int window = tree.window(step("Window", QStringLiteral("Panel")));
+        const auto window = tree.window(step("Window", QStringLiteral("Panel")));
         tree.count(tree.child(window, step("Button")), Events{{clicked, {0, false}}});
         tree.count(tree.child(window, step("Menu")), Events{{shown, {0, false}}});
         QVERIFY(TextReport(tree).toString().contains(
@@ -112,7 +112,7 @@ private Q_SLOTS:
 
     void textsOfApplicationsAreData() {
         CoverageTree tree;
-        const int window = tree.window(step("Window", QStringLiteral("\x1b]0;x\x07")));
+        const auto window = tree.window(step("Window", QStringLiteral("\x1b]0;x\x07")));
         tree.count(tree.child(window, step("Button", QStringLiteral("a\x1b[31m %1 b"))),
                    Events{{QStringLiteral("cl\x1b[0micked"), {0, false}}});
         TextReport report(tree);
@@ -127,15 +127,15 @@ private Q_SLOTS:
 
     void longLabelsLoseTheirMiddle() {
         CoverageTree tree;
-        const int window = tree.window(step("Window", QString(300, QLatin1Char('w'))));
+        const auto window = tree.window(step("Window", QString(300, QLatin1Char('w'))));
         tree.count(tree.child(window, step("Button", QString(300, QLatin1Char('b')))),
                    Events{{clicked, {0, false}}});
         TextReport report(tree);
         report.setListsMissed(true);
         const QStringList lines = report.toString().split(QLatin1Char('\n'));
         QVERIFY(lines.at(2).contains(QChar(0x2026)));
-        QVERIFY(Uicov::Base::DisplayText::width(lines.at(2)) < 110);
-        QVERIFY(Uicov::Base::DisplayText::width(lines.at(3)) < 110);
+        QVERIFY(Uicov::Base::displayWidth(lines.at(2)) < 110);
+        QVERIFY(Uicov::Base::displayWidth(lines.at(3)) < 110);
     }
 
     void aWidthLimitsTheListedElements() {
@@ -145,12 +145,12 @@ private Q_SLOTS:
         report.setListsMissed(true);
         report.setWidth(30);
         const QStringList lines = report.toString().split(QLatin1Char('\n'));
-        QCOMPARE(Uicov::Base::DisplayText::width(lines.at(3)), 30);
+        QCOMPARE(Uicov::Base::displayWidth(lines.at(3)), 30);
     }
 
     void deepPathsLoseTheirMiddle() {
         CoverageTree tree;
-        int node = tree.window(step("Window", QStringLiteral("A")));
+        Uicov::Coverage::NodeId node = tree.window(step("Window", QStringLiteral("A")));
         for (int i = 0; i < 100; ++i) {
             node = tree.child(node, step("Box", QString::number(i)));
         }

@@ -5,7 +5,6 @@
 
 using Uicov::Coverage::CoverageTree;
 using Uicov::Coverage::Events;
-namespace WindowOrder = Uicov::Report::WindowOrder;
 
 class TestWindowOrder : public TestLib::TestCase {
     Q_OBJECT
@@ -39,10 +38,10 @@ private Q_SLOTS:
         QFETCH(QString, windows);
         CoverageTree tree;
         const auto add = [&tree](const char* name, int used, int missed) {
-            const int window =
+            const auto window =
                 tree.window({QStringLiteral("Window"), QLatin1String(name), QString(), 1});
             for (int i = 0; i < used + missed; ++i) {
-                const int child =
+                const auto child =
                     tree.child(window, {QStringLiteral("Button"), QString(), QString(), i + 1});
                 tree.count(child, Events{{QStringLiteral("clicked"), {i < used ? 1 : 0, false}}});
             }
@@ -53,8 +52,8 @@ private Q_SLOTS:
         add("c", 4, 0); //  4 elements, 0 missed, 100 %
         add("empty", 0, 0);
         QString found;
-        const auto sorted = WindowOrder::sorted(tree, order);
-        for (const int window : sorted) {
+        const auto sorted = Uicov::Report::sortedWindows(tree, order);
+        for (const auto window : sorted) {
             found += tree.node(window).step.label;
         }
         QCOMPARE(found, windows);

@@ -3,19 +3,17 @@
 
 #include <QTest>
 
-namespace StoredText = Uicov::Runs::StoredText;
-
 class TestStoredText : public TestLib::TestCase {
     Q_OBJECT
 
 private Q_SLOTS:
     void soundTextsStayAsTheyAre() {
-        QVERIFY(StoredText::of(QString()).isNull());
-        QVERIFY(!StoredText::of(QStringLiteral("")).isNull());
+        QVERIFY(Uicov::Runs::storedText(QString()).isNull());
+        QVERIFY(!Uicov::Runs::storedText(QStringLiteral("")).isNull());
         for (const QString& text :
              {QStringLiteral("plain"), QString::fromUtf8("\xf0\x9f\x98\x80"), QString(QChar(0)),
               QString(QChar(QChar::ReplacementCharacter))}) {
-            QCOMPARE(StoredText::of(text), text);
+            QCOMPARE(Uicov::Runs::storedText(text), text);
         }
     }
 
@@ -36,7 +34,7 @@ private Q_SLOTS:
     void halfPairsAreReplaced() {
         QFETCH(QString, text);
         QFETCH(QString, sound);
-        QCOMPARE(StoredText::of(text), sound);
+        QCOMPARE(Uicov::Runs::storedText(text), sound);
         // UTF-8 has it now.
         QCOMPARE(QString::fromUtf8(sound.toUtf8()), sound);
     }

@@ -5,8 +5,6 @@
 #include <QSysInfo>
 #include <QTest>
 
-namespace DataFilePath = Uicov::Store::DataFilePath;
-
 class TestDataFilePath : public TestLib::TestCase {
     Q_OBJECT
 
@@ -32,15 +30,15 @@ private Q_SLOTS:
     void placeholdersAreReplaced() {
         QFETCH(QByteArray, option);
         QFETCH(QString, path);
-        QCOMPARE(DataFilePath::of(option.toStdString()), path);
+        QCOMPARE(Uicov::Store::dataFilePath(option.toStdString()), path);
     }
 
     void theVariableTellsTheCurrentOne() {
-        QCOMPARE(DataFilePath::current(), QStringLiteral(".uicov"));
+        QCOMPARE(Uicov::Store::currentDataFile(), QStringLiteral(".uicov"));
         qputenv("UICOV_FILE", "there.uicov");
-        QCOMPARE(DataFilePath::current(), QStringLiteral("there.uicov"));
+        QCOMPARE(Uicov::Store::currentDataFile(), QStringLiteral("there.uicov"));
         qputenv("UICOV_FILE", "");
-        QCOMPARE(DataFilePath::current(), QStringLiteral(".uicov"));
+        QCOMPARE(Uicov::Store::currentDataFile(), QStringLiteral(".uicov"));
     }
 
     void argumentsCanBePastedIntoAShell_data() {
@@ -61,7 +59,7 @@ private Q_SLOTS:
     void argumentsCanBePastedIntoAShell() {
         QFETCH(QString, path);
         QFETCH(QString, argument);
-        QCOMPARE(DataFilePath::asArgument(path), argument);
+        QCOMPARE(Uicov::Store::dataFileArgument(path), argument);
     }
 };
 

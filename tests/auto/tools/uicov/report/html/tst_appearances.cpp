@@ -9,6 +9,7 @@
 
 using Uicov::Coverage::CoverageCollector;
 using Uicov::Coverage::CoverageTree;
+using Uicov::Coverage::NodeId;
 using Uicov::Report::Html::Appearances;
 using Uicov::Runs::Run;
 using Uicov::Runs::RunElement;
@@ -69,15 +70,15 @@ class TestAppearances : public TestLib::TestCase {
         m_appearances.add(run, m_tree);
     }
 
-    int window() const { return m_tree.windows().first(); }
+    Uicov::Coverage::WindowId window() const { return m_tree.windows().first(); }
 
-    int nodeOf(const char* label) const {
-        for (const int node : m_tree.nodesOf(window())) {
+    NodeId nodeOf(const char* label) const {
+        for (const NodeId node : m_tree.nodesOf(window())) {
             if (m_tree.node(node).step.label == QLatin1String(label)) {
                 return node;
             }
         }
-        return -1;
+        return NodeId::None;
     }
 
 private Q_SLOTS:
@@ -87,8 +88,8 @@ private Q_SLOTS:
     }
 
     void whatWasNeverMetIsEmpty() {
-        QVERIFY(m_appearances.surface(0) == nullptr);
-        QVERIFY(!m_appearances.element(0).hasPlace);
+        QVERIFY(m_appearances.surface(NodeId(0)) == nullptr);
+        QVERIFY(!m_appearances.element(NodeId(0)).hasPlace);
     }
 
     void aWindowWithItsPlacesAndPicture() {
@@ -170,11 +171,11 @@ private Q_SLOTS:
         const Appearances::Surface* const surface = m_appearances.surface(window());
         QCOMPARE(surface->places.value(nodeOf("File")), QRect(8, 11, 30, 18));
         QVERIFY(!surface->places.contains(nodeOf("Open")));
-        const int menuNode = m_tree.node(nodeOf("Open")).parent;
+        const NodeId menuNode = m_tree.node(nodeOf("Open")).parent;
         QCOMPARE(m_appearances.surface(menuNode)->places.value(nodeOf("Open")),
                  QRect(0, 20, 50, 20));
         QCOMPARE(Appearances::surfaceOf(m_tree, nodeOf("Open")), menuNode);
-        QCOMPARE(Appearances::surfaceOf(m_tree, nodeOf("File")), window());
+        QCOMPARE(Appearances::surfaceOf(m_tree, nodeOf("File")), NodeId(window()));
     }
 
     void labelsAreComparedAsTheyWereCollected() {
@@ -185,7 +186,7 @@ private Q_SLOTS:
         const Run run = windowRun(png(QSize(40, 30), Qt::red));
         collector.collect(run);
         m_appearances.add(run, m_tree);
-        QCOMPARE(nodeOf("OK"), -1);
+        QCOMPARE(nodeOf("OK"), NodeId::None);
         QCOMPARE(m_appearances.element(nodeOf("O")).text, QStringLiteral("OK"));
         QCOMPARE(m_appearances.surface(window())->places.value(nodeOf("O")), QRect(1, 2, 8, 6));
     }
@@ -199,15 +200,15 @@ private Q_SLOTS:
         // Two that stand below one another, as cycles of items can.
         run.elements[static_cast<std::size_t>(own)].parent = own;
         take(run);
-        QHash<QString, int> windows;
-        for (const int node : m_tree.windows()) {
+        QHash<QString, NodeId> windows;
+        for (const auto node : m_tree.windows()) {
             windows.insert(m_tree.node(node).step.label, node);
         }
         QVERIFY(dialog > 0);
         QCOMPARE(m_appearances.owner(windows.value(QStringLiteral("Settings"))),
                  windows.value(QStringLiteral("Panel")));
-        QCOMPARE(m_appearances.owner(windows.value(QStringLiteral("Panel"))), -1);
-        QCOMPARE(m_appearances.owner(windows.value(QStringLiteral("About"))), -1);
+        QCOMPARE(m_appearances.owner(windows.value(QStringLiteral("Panel"))), NodeId::None);
+        QCOMPARE(m_appearances.owner(windows.value(QStringLiteral("About"))), NodeId::None);
     }
 
     void anItemOfAMenuBarWithoutPlaceHasNone() {

@@ -27,13 +27,13 @@ PageModel sample() {
     row.lastNode = 0;
     row.totals.elements = 1;
     row.totals.missed = 1;
-    row.surfaces = {0};
+    row.surfaces = {PageModel::SurfaceId(0)};
     model.windows = {row};
     PageModel::Surface surface;
     surface.window = 0;
     surface.node = 0;
     surface.bounds = QRect(0, 0, 10, 5);
-    surface.picture = 0;
+    surface.picture = PageModel::PictureId(0);
     model.surfaces = {surface};
     model.pictures = {{"not really a picture", QSize(10, 5), false}};
     model.totals = row.totals;
@@ -103,7 +103,7 @@ private Q_SLOTS:
     void withFilesAndNoPictureNothingIsTakenForInline() {
         PageModel model = sample();
         model.pictures.clear();
-        model.surfaces.first().picture = -1;
+        model.surfaces.first().picture = PageModel::PictureId::None;
         const QByteArray data = HtmlPage(model).dataFile(PictureLinks(QStringList()));
         QVERIFY(data.startsWith("globalThis.uicovData = {"));
         QVERIFY(data.contains("\"files\":[]"));

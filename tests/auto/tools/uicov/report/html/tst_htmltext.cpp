@@ -4,8 +4,6 @@
 #include <QJsonDocument>
 #include <QTest>
 
-namespace HtmlText = Uicov::Report::Html::HtmlText;
-
 class TestHtmlText : public TestLib::TestCase {
     Q_OBJECT
 
@@ -33,18 +31,18 @@ private Q_SLOTS:
     void content() {
         QFETCH(QString, text);
         QFETCH(QString, html);
-        QCOMPARE(HtmlText::content(text), html);
+        QCOMPARE(Uicov::Report::Html::htmlContent(text), html);
     }
 
     void attributesHaveNoMarkup() {
-        QCOMPARE(HtmlText::attribute(QStringLiteral("\"><i>\n")),
+        QCOMPARE(Uicov::Report::Html::htmlAttribute(QStringLiteral("\"><i>\n")),
                  QStringLiteral("&quot;&gt;&lt;i&gt;\\n"));
     }
 
     void longTextsLoseTheirMiddleAndSaySo() {
         const QString whole = QStringLiteral("x").repeated(2000);
-        QCOMPARE(HtmlText::capped(whole), whole);
-        const QString capped = HtmlText::capped(whole + QLatin1Char('y'));
+        QCOMPARE(Uicov::Report::Html::cappedText(whole), whole);
+        const QString capped = Uicov::Report::Html::cappedText(whole + QLatin1Char('y'));
         QVERIFY(capped.size() < 2000);
         QVERIFY(capped.contains(QStringLiteral("(2001 characters)")));
         QVERIFY(capped.endsWith(QLatin1Char('y')));
@@ -54,7 +52,7 @@ private Q_SLOTS:
         const QString hostile =
             QStringLiteral("</script><!--") + QChar(0x2028) + QChar(0x2029) + QLatin1Char('"');
         const QJsonObject object{{hostile, hostile}};
-        const QByteArray json = HtmlText::json(object);
+        const QByteArray json = Uicov::Report::Html::scriptJson(object);
         QVERIFY(!json.contains('<'));
         QVERIFY(!json.contains('>'));
         QVERIFY(!json.contains("\xe2\x80\xa8"));

@@ -13,6 +13,7 @@ using Uicov::Coverage::Configuration;
 using Uicov::Coverage::CoverageResult;
 using Uicov::Coverage::IgnoreRule;
 using Uicov::Coverage::Pattern;
+using Uicov::Coverage::RuleId;
 using Uicov::Coverage::State;
 using Uicov::Report::Html::Appearances;
 using Uicov::Report::Html::PageModel;
@@ -152,13 +153,13 @@ private Q_SLOTS:
         QCOMPARE(model.totals.elements, 2);
         const PageModel::Node stop = nodeOf(model, "Stop");
         QVERIFY(stop.isListed() && !stop.isCountable);
-        QCOMPARE(stop.ignoredBy, 1);
+        QCOMPARE(stop.ignoredBy, RuleId(1));
         QCOMPARE(stop.place, std::make_optional(QRect(10, 10, 40, 20)));
-        QCOMPARE(nodeOf(model, "OK").ignoredBy, -1);
+        QCOMPARE(nodeOf(model, "OK").ignoredBy, RuleId::None);
         // A window with nothing but that is there, behind all others.
         QCOMPARE(model.windows.size(), 2);
         QCOMPARE(model.windows.last().totals.elements, 0);
-        QCOMPARE(nodeOf(model, "About").ignoredBy, 0);
+        QCOMPARE(nodeOf(model, "About").ignoredBy, RuleId(0));
     }
 
     void statesAreThoseThatTheCriteriaAskFor() {
@@ -207,8 +208,8 @@ private Q_SLOTS:
         const PageModel::Node node = nodeOf(model, "OK");
         QCOMPARE(static_cast<int>(node.apart), apart);
         QCOMPARE(node.place.has_value(), node.apart == Apart::None);
-        QCOMPARE(node.surface >= 0, node.apart == Apart::None);
-        QCOMPARE(node.picture >= 0, !picture.isNull());
+        QCOMPARE(node.surface != PageModel::SurfaceId::None, node.apart == Apart::None);
+        QCOMPARE(node.picture != PageModel::PictureId::None, !picture.isNull());
     }
 
     void whatIsNotInTheNewestPictureIsSaidToBeElsewhere() {
@@ -231,7 +232,7 @@ private Q_SLOTS:
         const int window = maker.add(-1, "Window", "Panel", QRect(0, 0, 100, 80), whole);
         maker.add(window, "Button", "OK", QRect(10, 10, 40, 20), own);
         const PageModel model = modelOf({maker.run});
-        QCOMPARE(nodeOf(model, "OK").picture, -1);
+        QCOMPARE(nodeOf(model, "OK").picture, PageModel::PictureId::None);
         QCOMPARE(model.pictures.size(), 1);
     }
 
@@ -242,8 +243,8 @@ private Q_SLOTS:
         }
         const PageModel model = modelOf({maker.run});
         QCOMPARE(model.pictures.size(), 1);
-        QCOMPARE(model.surfaces.at(0).picture, 0);
-        QCOMPARE(model.surfaces.at(1).picture, 0);
+        QCOMPARE(model.surfaces.at(0).picture, PageModel::PictureId(0));
+        QCOMPARE(model.surfaces.at(1).picture, PageModel::PictureId(0));
     }
 
     void aPictureThatCannotBeReadIsNone() {
@@ -252,7 +253,7 @@ private Q_SLOTS:
         maker.run.elements[static_cast<std::size_t>(window)].picture = "broken";
         maker.run.pictures.insert("broken", "no picture at all");
         const PageModel model = modelOf({maker.run});
-        QCOMPARE(model.surfaces.first().picture, -1);
+        QCOMPARE(model.surfaces.first().picture, PageModel::PictureId::None);
         QVERIFY(model.pictures.isEmpty());
     }
 
@@ -288,10 +289,10 @@ private Q_SLOTS:
         maker.run.elements[static_cast<std::size_t>(closed)].isTransparentNode = true;
         const PageModel model = modelOf({maker.run});
         QCOMPARE(model.surfaces.size(), 2);
-        QCOMPARE(nodeOf(model, "File").opens, 1);
-        QCOMPARE(nodeOf(model, "Help").opens, -1);
+        QCOMPARE(nodeOf(model, "File").opens, PageModel::SurfaceId(1));
+        QCOMPARE(nodeOf(model, "Help").opens, PageModel::SurfaceId::None);
         QCOMPARE(model.nodes.at(model.surfaces.at(1).opener).step.label, QStringLiteral("File"));
-        QCOMPARE(nodeOf(model, "Open").surface, 1);
+        QCOMPARE(nodeOf(model, "Open").surface, PageModel::SurfaceId(1));
         const auto isUnopened = [](const PageModel::Node& node) { return node.isUnopenedMenu; };
         QCOMPARE(std::count_if(model.nodes.cbegin(), model.nodes.cend(), isUnopened), 1);
     }

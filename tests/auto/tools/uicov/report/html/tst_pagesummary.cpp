@@ -48,7 +48,7 @@ class TestPageSummary : public TestLib::TestCase {
         summary.setTitle(QLatin1String(title));
         summary.setSkippedFiles(skippedFiles);
         summary.setPrecision(2);
-        summary.setGates({{QStringLiteral("--fail-under 80"), QStringLiteral("78%"), false, -1}});
+        summary.setGates({{QStringLiteral("--fail-under 80"), QStringLiteral("78%"), false, {}}});
         PageModel model;
         summary.fill(model);
         return model;
