@@ -17,5 +17,4 @@ enum class DecodingResult {
 /** Fills record from the message; on anything but Sound its contents mean nothing. */
 DecodingResult decodeRecord(const HookMessage& message, Record& record);
 
-
 } // namespace Uicov::Recording
