@@ -2,7 +2,6 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QContextMenuEvent>
 #include <QDropEvent>
 #include <QInputMethodEvent>
 #include <QMenu>
@@ -30,7 +29,8 @@ QWindow* keyWindow() {
         return popup->windowHandle();
     }
     QWindow* const focused = QGuiApplication::focusWindow();
-    return focused != nullptr ? focused : QApplication::activeWindow()->windowHandle();
+    const QWidget* const active = QApplication::activeWindow();
+    return focused != nullptr || active == nullptr ? focused : active->windowHandle();
 }
 
 } // namespace
@@ -98,7 +98,10 @@ void keyPress(int key, Qt::KeyboardModifiers modifiers) {
 }
 
 void keyRelease(int key, Qt::KeyboardModifiers modifiers) {
-    QTest::keyRelease(keyWindow(), Qt::Key(key), modifiers);
+    // What the press has closed may have been the only window.
+    if (QWindow* const window = keyWindow()) {
+        QTest::keyRelease(window, Qt::Key(key), modifiers);
+    }
 }
 
 void type(const QString& text) {
@@ -149,9 +152,8 @@ QMenu* openMenu() {
 }
 
 void askForMenu(QWidget* widget, const QPoint& at) {
+    // The window asks for it at the press.
     press(widget, at, Qt::RightButton);
-    QContextMenuEvent event(QContextMenuEvent::Mouse, at, widget->mapToGlobal(at));
-    QCoreApplication::sendEvent(widget, &event);
     release(widget, at, Qt::RightButton);
 }
 

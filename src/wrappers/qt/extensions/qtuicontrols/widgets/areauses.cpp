@@ -49,7 +49,7 @@ bool isAnyOf(const QWidget* widget) {
 bool takesPressesOfQt(const QWidget* widget) {
     const auto* const label = qobject_cast<const QLabel*>(widget);
     if (label != nullptr) {
-        return label->textInteractionFlags() != Qt::NoTextInteraction;
+        return label->textInteractionFlags().testFlag(Qt::TextSelectableByMouse);
     }
     return isAnyOf<QMenu, QMenuBar, QScrollBar, QSplitterHandle, QSizeGrip, QTabBar,
                    QAbstractItemView, QMdiSubWindow, QDockWidget, QToolBar, QMainWindow, QTextEdit,
@@ -71,10 +71,12 @@ QWidget* withViewport(QWidget* widget) {
 
 bool isArea(const QWidget* widget, bool passesOn) {
     if (takesPressesOfQt(widget)) {
-        return handlesPress(widget) && qobject_cast<const QMainWindow*>(widget) == nullptr;
+        // What shows something may be made to be pressed; others add to what Qt does.
+        return isAnyOf<QGraphicsView, QTextEdit, QPlainTextEdit, QLabel>(widget) &&
+               handlesPress(widget);
     }
     // What passes nothing on may as well have ignored the press.
-    return passesOn ? isOwnClass(widget) || isPlain(widget) : handlesPress(widget);
+    return handlesPress(widget) || (passesOn && (isOwnClass(widget) || isPlain(widget)));
 }
 
 QString nameOf(const QGraphicsItem* item) {

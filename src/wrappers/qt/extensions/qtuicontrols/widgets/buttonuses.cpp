@@ -156,6 +156,7 @@ bool ButtonUses::isOperated(QAbstractButton* button) const {
 void ButtonUses::pressed() {
     auto* const button = qobject_cast<QAbstractButton*>(sender());
     if (button == nullptr || !isOperated(button)) {
+        m_shown.remove(button);
         return;
     }
     const Attribution::Verdict verdict = m_counter.attribution().verdict();
@@ -167,7 +168,8 @@ void ButtonUses::pressed() {
         m_counter.attribution().arm(button);
         m_repeating = button;
     }
-    if (opensMenuAtPress(button)) {
+    // The menu has run already where the button has shown it by itself.
+    if (opensMenuAtPress(button) && !m_shown.remove(button)) {
         m_counter.count(button, Use::Clicked);
     }
 }
@@ -227,6 +229,9 @@ void ButtonUses::menuShows() {
     auto* const button =
         qobject_cast<QAbstractButton*>(m_counter.attribution().verdict().receiver);
     if (button != nullptr && menuOf(button) == menu && isOperated(button)) {
+        if (opensMenuAtPress(button)) {
+            m_shown.insert(button);
+        }
         m_counter.count(button, Use::Clicked);
     }
 }

@@ -53,6 +53,9 @@ private:
     UseCounter& m_counter;
     /** Buttons that have been counted at released() and will say clicked() yet; addresses. */
     QSet<const QObject*> m_counted;
+    /** Buttons that have been counted when their menu showed and will say pressed() yet; addresses.
+     */
+    QSet<const QObject*> m_shown;
     QPointer<QObject> m_repeating;
 };
 

@@ -85,6 +85,16 @@ void LinkUses::find(QWidget* widget, UIElement* view) {
     Known& known = knownOf(widget);
     known.view = view;
     search(known);
+    if (label != nullptr && label->openExternalLinks()) {
+        followHovering(widget);
+    }
+}
+
+/** A label that opens what it links to by itself does not say so; only what the mouse is on. */
+void LinkUses::followHovering(const QWidget* label) {
+    static const int signal = methodNumber(QLabel::staticMetaObject, "linkHovered(QString)");
+    static const int slot = methodNumber(staticMetaObject, "labelHovered(QString)");
+    connectOnce(label, signal, this, slot);
 }
 
 void LinkUses::search(Known& known) {
@@ -124,10 +134,8 @@ void LinkUses::expect(QWidget* receiver, QEvent* event) {
     static const QMetaObject& label = QLabel::staticMetaObject;
     static const QMetaObject& browser = QTextBrowser::staticMetaObject;
     static const int labelSignal = methodNumber(label, "linkActivated(QString)");
-    static const int hoveredSignal = methodNumber(label, "linkHovered(QString)");
     static const int browserSignal = methodNumber(browser, "anchorClicked(QUrl)");
     static const int labelSlot = methodNumber(staticMetaObject, "labelFollowed(QString)");
-    static const int hoveredSlot = methodNumber(staticMetaObject, "labelHovered(QString)");
     static const int browserSlot = methodNumber(staticMetaObject, "browserFollowed(QUrl)");
 
     QWidget* const text = textOf(receiver);
@@ -142,13 +150,12 @@ void LinkUses::expect(QWidget* receiver, QEvent* event) {
         return;
     }
     connectOnce(text, labelSignal, this, labelSlot);
-    connectOnce(text, hoveredSignal, this, hoveredSlot);
     if (static_cast<QLabel*>(text)->openExternalLinks()) {
+        followHovering(text);
         expectOpening(text, event);
     }
 }
 
-/** A label that opens what it links to by itself says nothing of it. */
 void LinkUses::expectOpening(QWidget* label, QEvent* event) {
     if (event->type() == QEvent::MouseButtonPress) {
         m_pressed = m_hoveredLabel == label ? m_hovered : QString();

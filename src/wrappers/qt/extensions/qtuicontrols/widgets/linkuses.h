@@ -51,6 +51,7 @@ private:
     UIElement* linkOf(QWidget* widget, const QString& target, const QString& text);
     void search(Known& known);
     void follow(QWidget* widget, const QString& target);
+    void followHovering(const QWidget* label);
     void expectOpening(QWidget* label, QEvent* event);
 
     UseCounter& m_counter;

@@ -47,6 +47,9 @@ bool hasNameOfTextEdit(const QAction* action) {
 } // namespace
 
 bool isTextAction(const QAction* action) {
+    if (action->objectName() == QLatin1String("_q_qlineeditclearaction")) {
+        return true;
+    }
     // Each menu makes its own.
     const auto* const menu = qobject_cast<const QMenu*>(action->parent());
     if (menu == nullptr) {

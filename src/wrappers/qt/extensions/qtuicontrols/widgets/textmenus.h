@@ -9,7 +9,8 @@ namespace Vorsk {
 namespace UIControls {
 
 /** Whether it is one of the actions that Qt puts into the context menu of a text (undo, cut, paste
- * and so on). They belong to the text, and what the application adds to that menu does not. */
+ * and so on), or what clears a line edit. They belong to the text, and what the application adds to
+ * that menu does not. */
 bool isTextAction(const QAction* action);
 
 /** Whether the action is made by the control for itself: one of the context menu of a text or spin

@@ -129,6 +129,10 @@ void WidgetUses::handleInput(QWidget* receiver, QEvent* event) {
     Hubs& hubs = *m_hubs;
     const QEvent::Type type = event->type();
     QWidget* control = hubs.counter.controlOf(receiver);
+    if (control != nullptr && control != receiver &&
+        hubs.counter.typeOf(control) == ElementType::GroupBox) {
+        control = nullptr; // what lies in a group is no part of it
+    }
     if (control != nullptr && hubs.counter.typeOf(control) == ElementType::Area) {
         control = nullptr;
     }
