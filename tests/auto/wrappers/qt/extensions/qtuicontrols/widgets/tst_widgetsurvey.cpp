@@ -74,6 +74,7 @@ private Q_SLOTS:
     void pagesThatWereNeverVisitedAreFound();
     void aPageThatIsAControlIsBoth();
     void shutDocksAreFound();
+    void tabsOfDocksAreFound();
     void dialogsThatWereNeverShownAreFound();
     void aWidgetThatIsNeverShownIsNoWindow();
     void aControlThatIsAWindowIsBoth();
@@ -467,6 +468,20 @@ void tst_WidgetSurvey::shutDocksAreFound() {
     QCOMPARE(probe.tree({text("hidden")}), text("Window {seen}\n  Page \"Layers\"\n    List\n"));
     dock->show();
     QTRY_COMPARE(probe.usage(probe.find(text("Page"), text("Layers")), "seen"), 1);
+}
+
+void tst_WidgetSurvey::tabsOfDocksAreFound() {
+    ControlsProbe probe;
+    QMainWindow window;
+    QDockWidget one(text("One"));
+    QDockWidget other(text("Other"));
+    window.addDockWidget(Qt::LeftDockWidgetArea, &one);
+    window.addDockWidget(Qt::LeftDockWidgetArea, &other);
+    showAndWait(window);
+    QCOMPARE(probe.count(text("Tab")), 0);
+    window.tabifyDockWidget(&one, &other);
+    QTRY_COMPARE(probe.count(text("Tab")), 2);
+    QVERIFY(probe.find(text("Tab"), text("Other")) != nullptr);
 }
 
 void tst_WidgetSurvey::dialogsThatWereNeverShownAreFound() {
