@@ -1,6 +1,7 @@
 #include "quickplaces.h"
 
 #include "quickclass.h"
+#include "quickwidgets.h"
 
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -57,7 +58,8 @@ QRect placeOf(const QObject* object) {
     if (item == nullptr || item->window() == nullptr) {
         return {};
     }
-    return toPixels(item->mapRectToScene(QRectF(0, 0, item->width(), item->height())));
+    return toPixels(item->mapRectToScene(QRectF(0, 0, item->width(), item->height())))
+        .translated(QuickWidgets::offsetOf(item->window()));
 }
 
 QRect toPixels(const QRectF& rectangle) {

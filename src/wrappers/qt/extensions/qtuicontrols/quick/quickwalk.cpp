@@ -7,6 +7,7 @@
 #include "quickparts.h"
 #include "quickplaces.h"
 #include "quickviews.h"
+#include "quickwidgets.h"
 
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -105,10 +106,23 @@ QuickWalk::QuickWalk(ElementBook& book, QuickViews& views, QuickElements& elemen
 
 void QuickWalk::lookAtWindow(QQuickWindow* window) {
     Surroundings where;
-    where.view = m_elements.addWindow(window);
+    where.view = viewOf(window);
+    if (where.view == nullptr) {
+        where.view = m_elements.addWindow(window);
+    }
     visitObjects(window, where, 0);
     m_containers.remember(window->contentItem());
     visitChildren(window->contentItem(), where);
+}
+
+/** Its own, or that of the widget that shows it; null when it has none yet. */
+UIElement* QuickWalk::viewOf(QQuickWindow* window) {
+    for (const QObject* widget = QuickWidgets::widgetOf(window); widget != nullptr; widget = widget->parent()) {
+        if (UIElement* const view = m_book.viewOf(m_book.elementOf(widget))) {
+            return view;
+        }
+    }
+    return m_book.elementOf(window);
 }
 
 void QuickWalk::lookAtContainer(QQuickItem* container) {
@@ -138,7 +152,7 @@ Surroundings QuickWalk::surroundingsOf(QQuickItem* container) {
         where.isInControl = element != where.view && QuickClass::of(item).role() == QuickRole::Control;
     }
     if (where.view == nullptr && container->window() != nullptr) {
-        where.view = m_book.elementOf(container->window());
+        where.view = viewOf(container->window());
     }
     where.group = groupOf(container);
     where.isInRow = !where.group.isNull() && isInRow(container);
