@@ -103,8 +103,7 @@ QString QuickScript::runStep(const QString& step) {
         return text("there is no such thing");
     }
     static const QStringList programVerbs{text("focus"), text("call"), text("set"), text("until")};
-    return programVerbs.contains(verb) ? runProgramStep(verb, words)
-                                       : runPointerStep(verb, words);
+    return programVerbs.contains(verb) ? runProgramStep(verb, words) : runPointerStep(verb, words);
 }
 
 QString QuickScript::runPointerStep(const QString& verb, const QStringList& words) {

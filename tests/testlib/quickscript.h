@@ -25,8 +25,9 @@ namespace TestLib {
  * What stands behind the arrow is what the step has to lead to, in a sorted list; nothing stands
  * for nothing. Lines that begin with # and empty ones are skipped.
  *
- * Things are called by their objectName, or as "text:Open" by the text that a visible item shows, in
- * whatever window; a pointer handler stands for the item that it is attached to. Places are shares of an item's width and height; its centre where none is given.
+ * Things are called by their objectName, or as "text:Open" by the text that a visible item shows,
+ * in whatever window; a pointer handler stands for the item that it is attached to. Places are
+ * shares of an item's width and height; its centre where none is given.
  *
  *     click | rightClick | doubleClick | press | move | touch | hover THING [PLACE]
  *     release                                       what press has pressed

@@ -41,8 +41,7 @@ public:
     UIElement* add(QObject* object, const Description& what, UIElement* parent) override {
         UIElement* const element = m_book.add(object, what, parent);
         const QString name = object == nullptr ? QString() : object->objectName();
-        const QString kind =
-            object == nullptr ? QLatin1String(nameOf(what.type)) : what.className;
+        const QString kind = object == nullptr ? QLatin1String(nameOf(what.type)) : what.className;
         m_names[element] = name.isEmpty() ? kind + QLatin1Char(' ') + what.text : name;
         return element;
     }
@@ -91,8 +90,7 @@ QuickUsesProbe::QuickUsesProbe(Ends ends)
     : m_book(std::make_unique<Book>(m_exporter))
     , m_ends(ends) {
     Vorsk::UICoverage::setExtensionHost(&m_host);
-    m_tracker =
-        std::make_unique<QuickTracker>(TrackerServices{*m_book, m_attribution, m_options});
+    m_tracker = std::make_unique<QuickTracker>(TrackerServices{*m_book, m_attribution, m_options});
     DeliveringApplication::setHost(this);
 }
 

@@ -31,7 +31,8 @@ void QuickGesture::note(QEvent* event) {
     if (!isBegunBy(type)) {
         return;
     }
-    const bool isRepeated = type == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->isAutoRepeat();
+    const bool isRepeated =
+        type == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->isAutoRepeat();
     if (!isRepeated) {
         ++m_serial;
     }

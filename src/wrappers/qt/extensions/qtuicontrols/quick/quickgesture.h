@@ -15,7 +15,8 @@ public:
     /** To be called for each input event before its receiver gets it. */
     void note(QEvent* event);
 
-    /** Whether something new begins with such an event; moves and releases belong to their press. */
+    /** Whether something new begins with such an event; moves and releases belong to their press.
+     */
     static bool isBegunBy(QEvent::Type type);
 
     /** Another number for each press, key, wheel step, shortcut and so on. */

@@ -72,8 +72,8 @@ QuickJudge::QuickJudge(ElementBook& book, Attribution& attribution)
     , m_owners(book) {}
 
 bool QuickJudge::isSameControl(const QObject* one, const QObject* other) const {
-    return one == other || (one != nullptr && other != nullptr &&
-                            m_book.elementOf(one) == m_book.elementOf(other));
+    return one == other ||
+           (one != nullptr && other != nullptr && m_book.elementOf(one) == m_book.elementOf(other));
 }
 
 /** What input has begun goes on: the object's own timer, or an animation. */
@@ -161,7 +161,8 @@ bool QuickJudge::isHandlerOperated(QObject* handler) const {
         return isLaterStepOf(handler, verdict) ||
                (item->window() != nullptr && isLaterStepOf(item->window(), verdict));
     }
-    return verdict.cause == Attribution::Cause::Input && windowOf(verdict.receiver) == item->window();
+    return verdict.cause == Attribution::Cause::Input &&
+           windowOf(verdict.receiver) == item->window();
 }
 
 bool QuickJudge::isTriggeredBy(QObject* command, QObject* receiver) const {

@@ -70,9 +70,10 @@ bool QuickMotions::isMoving(const QObject* object) {
 
 template <class Condition>
 void QuickMotions::endIf(Condition condition) {
-    const auto ended = std::stable_partition(
-        m_motions.begin(), m_motions.end(),
-        [&](const Motion& motion) { return !motion.object.isNull() && !condition(motion); });
+    const auto ended =
+        std::stable_partition(m_motions.begin(), m_motions.end(), [&](const Motion& motion) {
+            return !motion.object.isNull() && !condition(motion);
+        });
     std::for_each(ended, m_motions.end(),
                   [this](const Motion& motion) { m_attribution.disarm(motion.object); });
     m_motions.erase(ended, m_motions.end());

@@ -19,7 +19,7 @@ class Attribution;
 class QuickMotions {
 public:
     enum class End : quint8 {
-        Release,  ///< with the release of what was pressed
+        Release,   ///< with the release of what was pressed
         Standstill ///< when it has been released and its property "moving" is false
     };
 

@@ -40,8 +40,9 @@ struct Rule {
 constexpr Rule rules[] = {
     // The state comes first: when clicked() arrives, the application may have changed it again.
     {buttons, "onToggled()", "toggled()", "checkedStateChanged()", "checkedChanged()"},
-    {buttons | only({ElementType::Tab}), "onClicked()", "clicked()"},
-    {only({ElementType::Tab}), "onChosen()", "pressed(QQuickMouseEvent*)"}, // of the first generation
+    {buttons, "onClicked()", "clicked()"},
+    // In the first generation tabs are areas.
+    {only({ElementType::Tab}), "onClicked()", "clicked()", "pressed(QQuickMouseEvent*)"},
     {buttons, "onClicked()", "activated()"}, // a delayed button, while it is still held
     {only({ElementType::ComboBox}), "onChosen()", "activated(int)"},
     {only({ElementType::TextInput}), "onEdited()", "textEdited()", "textChanged()"},

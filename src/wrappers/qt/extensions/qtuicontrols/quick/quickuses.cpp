@@ -142,9 +142,8 @@ void QuickUses::Private::prepareLater(QObject* object, ElementType type) {
     case ElementType::List:
     case ElementType::Table:
     case ElementType::Tree:
-        motions.begin(object, object->property("moving").isValid()
-                                  ? QuickMotions::End::Standstill
-                                  : QuickMotions::End::Release);
+        motions.begin(object, object->property("moving").isValid() ? QuickMotions::End::Standstill
+                                                                   : QuickMotions::End::Release);
         break;
     default:
         break;
@@ -157,11 +156,12 @@ void QuickUses::Private::notePress(QObject* receiver, QMouseEvent* event) {
     m_drag = Drag::None;
     const UIElement* const element = book.elementOf(receiver);
     const bool isLink = element != nullptr && book.typeOf(element) == ElementType::Link;
-    m_link = isLink && extendsClass(receiver, "QQuickText") ? linkAt(receiver, event->localPos()) : QString();
+    m_link = isLink && extendsClass(receiver, "QQuickText") ? linkAt(receiver, event->localPos())
+                                                            : QString();
 }
 
-/** An area that keeps what was pressed while the mouse moves is dragged, whatever it does with that.
- * What lies around it may take the first move that goes far enough; the next one tells. */
+/** An area that keeps what was pressed while the mouse moves is dragged, whatever it does with
+ * that. What lies around it may take the first move that goes far enough; the next one tells. */
 void QuickUses::Private::noteMove(QObject* receiver, const QMouseEvent& event) {
     if (receiver != m_pressed || m_drag == Drag::Counted) {
         return;

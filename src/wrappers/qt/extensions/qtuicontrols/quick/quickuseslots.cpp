@@ -306,8 +306,7 @@ void QuickUseSlots::onLinkActivated() {
 void QuickUseSlots::onTriggered() {
     QObject* const command = sender();
     UIElement* const element = m_book.elementOf(command);
-    if (element == nullptr || isCounted(element, Use::Triggered) ||
-        !m_judge.isTriggered(command)) {
+    if (element == nullptr || isCounted(element, Use::Triggered) || !m_judge.isTriggered(command)) {
         return;
     }
     tellWay(command, element);

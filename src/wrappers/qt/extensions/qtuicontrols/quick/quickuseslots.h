@@ -94,8 +94,8 @@ private:
     /** In the gesture of that number. */
     std::vector<Counted> m_counted;
     int m_countedIn = 0;
-    /** What the last sender of the present call of an accessibility client has told. Handlers in QML
-     * run before any slot, so that what they set signals before what the client operates. */
+    /** What the last sender of the present call of an accessibility client has told. Handlers in
+     * QML run before any slot, so that what they set signals before what the client operates. */
     struct Pending {
         QPointer<QObject> object;
         UIElement* element;

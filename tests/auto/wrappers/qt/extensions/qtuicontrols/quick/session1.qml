@@ -114,8 +114,8 @@ ApplicationWindow {
             id: tabs
             objectName: "tabs"
             width: 280; height: 100
-            Tab { title: "One"; objectName: "tabOne"; Item { Button { objectName: "onTab1"; text: "First" } } }
-            Tab { title: "Two"; objectName: "tabTwo"; Item { Button { objectName: "onTab2"; text: "Second" } } }
+            Tab { title: "Front"; objectName: "tabOne"; Item { Button { objectName: "onTab1"; text: "First" } } }
+            Tab { title: "Back"; objectName: "tabTwo"; Item { Button { objectName: "onTab2"; text: "Second" } } }
         }
         Label { objectName: "link"; text: "see <a href=\"http://example.org\">this</a>"; onLinkActivated: setEverything(20) }
         Calendar { objectName: "calendar"; width: 200; height: 180 }

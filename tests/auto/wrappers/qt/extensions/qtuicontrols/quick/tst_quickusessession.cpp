@@ -53,7 +53,8 @@ void tst_QuickUsesSession::onlyWhatAPersonOperatesIsUsed_data() {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QuickUsesProbe::Ends>("ends");
     QTest::addColumn<int>("leastSteps");
-    QTest::newRow("Controls 2, ends told") << QStringLiteral("session") << QuickUsesProbe::Ends::Told << 150;
+    QTest::newRow("Controls 2, ends told")
+        << QStringLiteral("session") << QuickUsesProbe::Ends::Told << 150;
     QTest::newRow("Controls 1, ends told")
         << QStringLiteral("session1") << QuickUsesProbe::Ends::Told << 50;
     QTest::newRow("Controls 2, ends untold")
@@ -69,7 +70,8 @@ void tst_QuickUsesSession::onlyWhatAPersonOperatesIsUsed() {
     Driver driver;
     engine.rootContext()->setContextProperty(QStringLiteral("driver"), &driver);
     QQmlComponent component(&engine);
-    component.setData(read(name + QStringLiteral(".qml")), QUrl(QStringLiteral("qrc:/session.qml")));
+    component.setData(read(name + QStringLiteral(".qml")),
+                      QUrl(QStringLiteral("qrc:/session.qml")));
     const std::unique_ptr<QObject> made(component.create());
     QVERIFY2(made != nullptr, qPrintable(component.errorString()));
     auto* const window = qobject_cast<QQuickWindow*>(made.get());
