@@ -101,8 +101,9 @@ void QtUiControlsExtension::handleEvent(QObject* object, QEvent* event) {
     m_attribution->begin(object, event);
     // What is neither a widget nor an item, as an action, a window, a scene or a timer, may belong
     // to either half; a widget may show a scene.
-    const bool isForQuick = m_quick != nullptr && (!object->isWidgetType() || event->type() == QEvent::Show ||
-                                                   event->type() == QEvent::Hide);
+    const bool isForQuick =
+        m_quick != nullptr &&
+        (!object->isWidgetType() || event->type() == QEvent::Show || event->type() == QEvent::Hide);
     const QPointer<QObject> guard(isForQuick ? object : nullptr);
     if (m_widgets != nullptr) {
         m_widgets->handleEvent(object, event);

@@ -57,7 +57,8 @@ void QuickHalf::lookForQtQuick() {
     if (m_isMissing) {
         return;
     }
-    // Asking for the library by its name costs a thousand times as much, so that is for when there are more of them.
+    // Asking for the library by its name costs a thousand times as much, so that is for when there
+    // are more of them.
     const unsigned long long loaded = loadedLibraries();
     if (loaded == m_loadedLibraries) {
         return;
@@ -73,7 +74,8 @@ void QuickHalf::bringIn() {
     const QByteArray path = m_folder + library;
     // Stays until the process ends: Qt keeps what it knows of its classes as long.
     void* const handle = dlopen(path.constData(), RTLD_NOW | RTLD_NODELETE);
-    const auto entry = handle == nullptr ? nullptr : reinterpret_cast<Entry>(dlsym(handle, entryName));
+    const auto entry =
+        handle == nullptr ? nullptr : reinterpret_cast<Entry>(dlsym(handle, entryName));
     if (entry == nullptr) {
         m_isMissing = true;
         const char* const reason = dlerror();

@@ -10,9 +10,10 @@ namespace Vorsk {
 namespace UIControls {
 
 /**
- * The half for Qt Quick, which is a library of its own beside this one: brought in when the program has loaded Qt Quick
- * itself, so that a program of widgets never does because of us. Programs load Qt Quick before the first of its objects
- * gets an event. A library that is missing is one warning. GUI thread only.
+ * The half for Qt Quick, which is a library of its own beside this one: brought in when the program
+ * has loaded Qt Quick itself, so that a program of widgets never does because of us. Programs load
+ * Qt Quick before the first of its objects gets an event. A library that is missing is one warning.
+ * GUI thread only.
  */
 class QuickHalf final : public ControlsTracker {
 public:
@@ -22,7 +23,8 @@ public:
 
     /**
      * @param services all that it refers to outlives this
-     * @param folder that the half's library is in, with a slash at its end; null for that of this code
+     * @param folder that the half's library is in, with a slash at its end; null for that of this
+     * code
      */
     explicit QuickHalf(const TrackerServices& services, const QByteArray& folder = QByteArray());
     ~QuickHalf() override;

@@ -27,7 +27,8 @@ QQuickItem* itemOf(const QObject* object) {
     if (object == nullptr) {
         return nullptr;
     }
-    if (auto* const item = qobject_cast<QQuickItem*>(const_cast<QObject*>(object))) { // as it was given
+    if (auto* const item =
+            qobject_cast<QQuickItem*>(const_cast<QObject*>(object))) { // as it was given
         return item;
     }
     if (const auto* const window = qobject_cast<const QQuickWindow*>(object)) {

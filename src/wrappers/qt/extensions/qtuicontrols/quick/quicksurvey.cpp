@@ -24,7 +24,8 @@ QuickSurvey::QuickSurvey(const TrackerServices& services, QuickElements::Watch w
     , m_parts(services.book)
     , m_elements(services, {m_views, m_states, m_pictures, m_parts}, std::move(watch))
     , m_containers(m_hubs)
-    , m_walk(services.book, m_views, m_elements, m_containers, [this](QQuickWindow* window) { addWindow(window); })
+    , m_walk(services.book, m_views, m_elements, m_containers,
+             [this](QQuickWindow* window) { addWindow(window); })
     , m_later([this] { update(); }) {}
 
 QuickSurvey::~QuickSurvey() = default;
@@ -75,7 +76,8 @@ void QuickSurvey::addWindow(QQuickWindow* window) {
     }
 }
 
-/** Looked at from the event loop: the views of widgets are made when their windows are shown, which is after this. */
+/** Looked at from the event loop: the views of widgets are made when their windows are shown, which
+ * is after this. */
 void QuickSurvey::addWidget(QObject* widget) {
     if (QQuickWindow* const window = QuickWidgets::add(widget)) {
         addWindow(window);

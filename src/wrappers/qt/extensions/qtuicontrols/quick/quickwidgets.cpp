@@ -37,7 +37,9 @@ QQuickWindow* QuickWidgets::add(QObject* widget) {
     if (window != nullptr && widgetOf(window) != widget) {
         std::vector<Scene>& all = scenes();
         all.erase(std::remove_if(all.begin(), all.end(),
-                                 [](const Scene& scene) { return scene.window.isNull() || scene.widget.isNull(); }),
+                                 [](const Scene& scene) {
+                                     return scene.window.isNull() || scene.widget.isNull();
+                                 }),
                   all.end());
         all.push_back({window, widget});
     }

@@ -10,8 +10,9 @@ namespace Vorsk {
 namespace UIControls {
 
 /**
- * Which QQuickWidget shows which scene. Its window is never shown itself; what a person sees is the widget. Neither Qt's
- * library of widgets nor that of these is linked: a program that has such a widget has loaded both. GUI thread only.
+ * Which QQuickWidget shows which scene. Its window is never shown itself; what a person sees is the
+ * widget. Neither Qt's library of widgets nor that of these is linked: a program that has such a
+ * widget has loaded both. GUI thread only.
  */
 class QuickWidgets {
 public:

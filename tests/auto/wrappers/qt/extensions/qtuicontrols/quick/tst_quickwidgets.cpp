@@ -26,7 +26,8 @@ class Scene : public QQuickWidget {
 public:
     explicit Scene(const QByteArray& qml) {
         QQmlComponent component(engine());
-        component.setData("import QtQuick 2.9; import QtQuick.Controls 2.3; " + qml, QUrl(text("qrc:/Scene.qml")));
+        component.setData("import QtQuick 2.9; import QtQuick.Controls 2.3; " + qml,
+                          QUrl(text("qrc:/Scene.qml")));
         m_root.reset(component.create());
         auto* const item = qobject_cast<QQuickItem*>(m_root.get());
         item->setParentItem(quickWindow()->contentItem());
@@ -34,7 +35,8 @@ public:
     }
 
     QObject* object(const char* name) const {
-        return m_root->objectName() == text(name) ? m_root.get() : m_root->findChild<QObject*>(text(name));
+        return m_root->objectName() == text(name) ? m_root.get()
+                                                  : m_root->findChild<QObject*>(text(name));
     }
 
 private:
@@ -92,7 +94,8 @@ void tst_QuickWidgets::placesAreThoseInTheWindow() {
     layout.setSpacing(0);
     QLabel above;
     above.setFixedHeight(20);
-    Scene scene("Item { width: 90; height: 70; MouseArea { objectName: 'area'; x: 10; y: 30; width: 20; height: 5 } }");
+    Scene scene("Item { width: 90; height: 70; MouseArea { objectName: 'area'; x: 10; y: 30; "
+                "width: 20; height: 5 } }");
     layout.addWidget(&above);
     layout.addWidget(&scene);
     probe.book().add(&top, window(), nullptr);
@@ -105,7 +108,8 @@ void tst_QuickWidgets::placesAreThoseInTheWindow() {
 void tst_QuickWidgets::aPopupOnAHiddenWidgetIsNotSeen() {
     SurveyProbe probe;
     QTabWidget tabs;
-    Scene scene("Item { Popup { objectName: 'popup'; width: 10; height: 10; visible: true; enter: null } }");
+    Scene scene("Item { Popup { objectName: 'popup'; width: 10; height: 10; visible: true; enter: "
+                "null } }");
     QWidget other;
     tabs.addTab(&scene, QString());
     tabs.addTab(&other, QString());
