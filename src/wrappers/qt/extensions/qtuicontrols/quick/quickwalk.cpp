@@ -4,6 +4,7 @@
 #include "quickcontainers.h"
 #include "quickgroups.h"
 #include "quicknames.h"
+#include "quickpages.h"
 #include "quickparts.h"
 #include "quickplaces.h"
 #include "quickviews.h"
@@ -64,27 +65,6 @@ bool bringsUpMenu(const QQuickItem* item, const QuickClass& cls) {
             item->property("subMenu").value<QObject*>() != nullptr);
 }
 
-/** As a page would: what is smaller is something on it. */
-bool coversMuch(const QQuickItem* item) {
-    const QQuickWindow* const window = item->window();
-    constexpr qreal part = 0.5;
-    return window != nullptr && item->width() >= part * window->width() &&
-           item->height() >= part * window->height();
-}
-
-/** Whose page the item is; null for none. Pages lie in the content item of the list that is the
- * view's content item. */
-const QQuickItem* swipeViewOf(const QQuickItem* page) {
-    const QQuickItem* const content = page->parentItem();
-    const QQuickItem* const list = content == nullptr ? nullptr : content->parentItem();
-    const QQuickItem* const view = list == nullptr ? nullptr : list->parentItem();
-    return view != nullptr && QuickClass::of(list).role() == QuickRole::ItemView &&
-                   QuickClass::of(view).role() == QuickRole::SwipeView &&
-                   list->property("highlightItem").value<QQuickItem*>() != page
-               ? view
-               : nullptr;
-}
-
 /** Of a tab view of the first generation, whose bar is a list of mouse areas. */
 bool isTab(const QQuickItem* area) {
     const QQuickItem* const content = area->parentItem();
@@ -92,14 +72,6 @@ bool isTab(const QQuickItem* area) {
     const QQuickItem* const bar = list == nullptr ? nullptr : list->parentItem();
     return bar != nullptr && QuickClass::of(bar).name() == "TabBar" &&
            area->property("tabindex").isValid();
-}
-
-QString titleOf(const QQuickItem* page, const QQuickItem* parent) {
-    if (QuickClass::of(parent).name() == "Tab") {
-        return parent->property("title").toString();
-    }
-    const QString title = page->property("title").toString();
-    return title.isEmpty() ? page->property("text").toString() : title;
 }
 
 } // namespace
@@ -182,7 +154,7 @@ void QuickWalk::visitChildren(QQuickItem* item, const Surroundings& within) {
         if (cls.role() == QuickRole::Text) {
             where.textBefore = child;
         }
-        const bool isPageHere = isPage(child, item, within);
+        const bool isPageHere = isPageOf(item, child, within.isInRow);
         const bool isNewPage = isPageHere && m_views.findByObject(child) == nullptr;
         if (isKnown(child) && !isNewPage) {
             continue;
@@ -379,32 +351,8 @@ void QuickWalk::visitPopup(QObject* popup, const QuickClass& cls, const Surround
     }
 }
 
-/** Whether the parent shows the item as one of its pages. */
-bool QuickWalk::isPage(const QQuickItem* item, const QQuickItem* parent,
-                       const Surroundings& where) const {
-    const QuickClass& cls = QuickClass::of(item);
-    if (cls.role() == QuickRole::Repeater || cls.role() == QuickRole::Part ||
-        cls.role() == QuickRole::None) {
-        return false;
-    }
-    switch (QuickClass::of(parent).role()) {
-    case QuickRole::StackView:
-        return !isInsideQtControls(item);
-    case QuickRole::StackLayout:
-        return true;
-    case QuickRole::Loader:
-        if (QuickClass::of(parent).name() == "Tab") {
-            return true;
-        }
-        return !where.isInRow && cls.role() != QuickRole::Control &&
-               cls.role() != QuickRole::Input && !isInsideQtControls(parent) && coversMuch(parent);
-    default:
-        return swipeViewOf(item) != nullptr;
-    }
-}
-
 UIElement* QuickWalk::addPage(QQuickItem* page, const Surroundings& where) {
-    const QString title = titleOf(page, page->parentItem());
+    const QString title = titleOfPage(page);
     UIElement* const element =
         m_elements.addView(page, QuickClass::of(page), ElementType::Page, where, title);
     const QQuickItem* const swipeView = swipeViewOf(page);

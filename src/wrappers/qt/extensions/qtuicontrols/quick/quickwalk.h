@@ -51,7 +51,6 @@ private:
     void visitObjects(const QObject* object, const Surroundings& where, int depth);
     void visitPopup(QObject* popup, const QuickClass& cls, const Surroundings& where);
 
-    bool isPage(const QQuickItem* item, const QQuickItem* parent, const Surroundings& where) const;
     UIElement* addPage(QQuickItem* page, const Surroundings& where);
     bool isKnown(const QQuickItem* item) const;
 
