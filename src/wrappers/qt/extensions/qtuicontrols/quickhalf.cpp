@@ -2,9 +2,6 @@
 
 #include "tracking/logging.h"
 
-#include <QByteArray>
-#include <QString>
-
 #include <dlfcn.h>
 #include <link.h>
 
@@ -40,8 +37,9 @@ QByteArray ownFolder() {
 
 } // namespace
 
-QuickHalf::QuickHalf(const TrackerServices& services)
-    : m_services(services) {}
+QuickHalf::QuickHalf(const TrackerServices& services, const QByteArray& folder)
+    : m_services(services)
+    , m_folder(folder.isNull() ? ownFolder() : folder) {}
 
 QuickHalf::~QuickHalf() = default;
 
@@ -59,7 +57,8 @@ void QuickHalf::lookForQtQuick() {
     if (m_isMissing) {
         return;
     }
-    // Asking for the library by its name costs a thousand times as much, so that is for when there are more of them.
+    // Asking for the library by its name costs a thousand times as much, so that is for when there
+    // are more of them.
     const unsigned long long loaded = loadedLibraries();
     if (loaded == m_loadedLibraries) {
         return;
@@ -72,10 +71,11 @@ void QuickHalf::lookForQtQuick() {
 }
 
 void QuickHalf::bringIn() {
-    const QByteArray path = ownFolder() + library;
+    const QByteArray path = m_folder + library;
     // Stays until the process ends: Qt keeps what it knows of its classes as long.
     void* const handle = dlopen(path.constData(), RTLD_NOW | RTLD_NODELETE);
-    const auto entry = handle == nullptr ? nullptr : reinterpret_cast<Entry>(dlsym(handle, entryName));
+    const auto entry =
+        handle == nullptr ? nullptr : reinterpret_cast<Entry>(dlsym(handle, entryName));
     if (entry == nullptr) {
         m_isMissing = true;
         const char* const reason = dlerror();

@@ -2,15 +2,18 @@
 
 #include "qtuicontrols/controlstracker.h"
 
+#include <QByteArray>
+
 #include <memory>
 
 namespace Vorsk {
 namespace UIControls {
 
 /**
- * The half for Qt Quick, which is a library of its own beside this one: brought in when the program has loaded Qt Quick
- * itself, so that a program of widgets never does because of us. Programs load Qt Quick before the first of its objects
- * gets an event. A library that is missing is one warning. GUI thread only.
+ * The half for Qt Quick, which is a library of its own beside this one: brought in when the program
+ * has loaded Qt Quick itself, so that a program of widgets never does because of us. Programs load
+ * Qt Quick before the first of its objects gets an event. A library that is missing is one warning.
+ * GUI thread only.
  */
 class QuickHalf final : public ControlsTracker {
 public:
@@ -18,8 +21,12 @@ public:
     using Entry = ControlsTracker* (*)(const TrackerServices* services);
     static constexpr const char* entryName = "uicov_quick_half";
 
-    /** @param services outlives this; so does all that it refers to */
-    explicit QuickHalf(const TrackerServices& services);
+    /**
+     * @param services all that it refers to outlives this
+     * @param folder that the half's library is in, with a slash at its end; null for that of this
+     * code
+     */
+    explicit QuickHalf(const TrackerServices& services, const QByteArray& folder = QByteArray());
     ~QuickHalf() override;
 
     void handleEvent(QObject* object, QEvent* event) override;
@@ -30,6 +37,7 @@ private:
     void bringIn();
 
     TrackerServices m_services;
+    QByteArray m_folder;
     std::unique_ptr<ControlsTracker> m_tracker;
     /** How many libraries the process had loaded when it was last asked. */
     unsigned long long m_loadedLibraries = 0;

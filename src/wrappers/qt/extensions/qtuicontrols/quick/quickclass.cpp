@@ -11,8 +11,9 @@ namespace UIControls {
 
 namespace {
 
-constexpr const char* propertyNames[] = {"acceptedButtons", "action",   "checkable", "echoMode", "enabled",
-                                         "placeholderText", "readOnly", "text",      "title",    "tristate"};
+constexpr const char* propertyNames[] = {
+    "acceptedButtons", "action",   "checkable", "echoMode", "enabled",
+    "placeholderText", "readOnly", "text",      "title",    "tristate"};
 
 struct Known {
     const char* name;
@@ -83,8 +84,9 @@ constexpr Known cppClasses[] = {
     {"QQuickStyleItem1", QuickRole::Part, ElementType::Area},
 };
 
-/** Types of the first generation, which are items that QML extends. Their names are taken by others too, so each is
- * known by a property of its own as well, which ends in nothing that an application would use. */
+/** Types of the first generation, which are items that QML extends. Their names are taken by others
+ * too, so each is known by a property of its own as well, which ends in nothing that an application
+ * would use. */
 struct KnownInQml {
     const char* name;
     const char* property;
@@ -160,9 +162,10 @@ QuickClass QuickClassTable::make(const QMetaObject& cppClass) {
     QuickClass made;
     bool isControl = false;
     for (const QMetaObject* cls = &cppClass; cls != nullptr; cls = cls->superClass()) {
-        const auto* const known =
-            std::find_if(std::begin(cppClasses), std::end(cppClasses),
-                         [cls](const Known& candidate) { return std::strcmp(candidate.name, cls->className()) == 0; });
+        const auto* const known = std::find_if(
+            std::begin(cppClasses), std::end(cppClasses), [cls](const Known& candidate) {
+                return std::strcmp(candidate.name, cls->className()) == 0;
+            });
         if (made.m_name.isEmpty() && known != std::end(cppClasses)) {
             made.m_name = known->name;
             made.m_role = known->role;
@@ -257,7 +260,8 @@ QByteArray stableClassName(const QObject* object) {
 
 QByteArray withoutQmlPart(const QByteArray& className) {
     const char* const end = qmlPart(className.constData());
-    return end == nullptr ? className : className.left(static_cast<int>(end - className.constData()));
+    return end == nullptr ? className
+                          : className.left(static_cast<int>(end - className.constData()));
 }
 
 } // namespace UIControls

@@ -39,9 +39,9 @@ enum class QuickRole : quint8 {
 };
 
 /**
- * What the classes of Qt Quick and of both generations of its Controls are known by: the nearest class of Qt that an
- * object's class extends, in C++ or, for the first generation of Controls, in QML. Looked up once for each such class.
- * GUI thread only.
+ * What the classes of Qt Quick and of both generations of its Controls are known by: the nearest
+ * class of Qt that an object's class extends, in C++ or, for the first generation of Controls, in
+ * QML. Looked up once for each such class. GUI thread only.
  */
 class QuickClass {
 public:

@@ -11,7 +11,8 @@ namespace UIControls {
 
 class SignalHubs;
 
-/** The items that were looked into, and which of them have got or lost children since. GUI thread only. */
+/** The items that were looked into, and which of them have got or lost children since. GUI thread
+ * only. */
 class QuickContainers {
 public:
     explicit QuickContainers(SignalHubs& hubs)

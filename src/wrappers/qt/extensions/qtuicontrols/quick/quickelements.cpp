@@ -37,17 +37,20 @@ QObject* actionOf(const QObject* button, const QuickClass& cls) {
 }
 
 bool isToggle(ElementType type) {
-    return type == ElementType::CheckBox || type == ElementType::RadioButton || type == ElementType::Switch;
+    return type == ElementType::CheckBox || type == ElementType::RadioButton ||
+           type == ElementType::Switch;
 }
 
 Uses usesOfHandler(const QObject* handler) {
-    const bool isDragged = extendsClass(handler, "QQuickDragHandler") || extendsClass(handler, "QQuickPinchHandler");
+    const bool isDragged =
+        extendsClass(handler, "QQuickDragHandler") || extendsClass(handler, "QQuickPinchHandler");
     return isDragged ? Uses{Use::Dragged} : Uses{Use::Pressed};
 }
 
 } // namespace
 
-QuickElements::QuickElements(const TrackerServices& services, const Followers& followers, Watch watch)
+QuickElements::QuickElements(const TrackerServices& services, const Followers& followers,
+                             Watch watch)
     : m_book(services.book)
     , m_views(followers.views)
     , m_states(followers.states)
@@ -68,8 +71,9 @@ UIElement* QuickElements::addControl(QObject* object, const QuickClass& cls, Ele
     Description what;
     what.type = type;
     what.className = classNameOf(object);
-    what.text = type == ElementType::Tab && cls.role() == QuickRole::Area ? object->property("title").toString()
-                                                                          : captionOf(object, cls);
+    what.text = type == ElementType::Tab && cls.role() == QuickRole::Area
+                    ? object->property("title").toString()
+                    : captionOf(object, cls);
     what.uses = usesOf(object, cls, type);
     describeNames(object, cls, what);
     add(what, Attribute::Label, labelOf(object, cls, type, where));
@@ -104,7 +108,8 @@ UIElement* QuickElements::addControl(QObject* object, const QuickClass& cls, Ele
     return element;
 }
 
-void QuickElements::addTab(QObject* page, UIElement* pageElement, const Surroundings& where, const QString& title) {
+void QuickElements::addTab(QObject* page, UIElement* pageElement, const Surroundings& where,
+                           const QString& title) {
     Description what;
     what.type = ElementType::Tab;
     what.className = classNameOf(page);
@@ -131,7 +136,8 @@ bool QuickElements::isRedacted(const Description& what) const {
     if (m_redacted.isEmpty()) {
         return false;
     }
-    QStringList names{what.className, QString::fromLatin1(withoutQmlPart(what.className.toLatin1()))};
+    QStringList names{what.className,
+                      QString::fromLatin1(withoutQmlPart(what.className.toLatin1()))};
     for (const auto& attribute : what.attributes) {
         if (attribute.first == Attribute::ObjectName || attribute.first == Attribute::QmlId) {
             names.append(attribute.second);
@@ -145,8 +151,8 @@ bool QuickElements::isRedacted(const Description& what) const {
     return false;
 }
 
-/** The element that a further one of many is told as: null as long as there are not too many. The last one stands for
- * all that are beyond, and is told of as it was made. */
+/** The element that a further one of many is told as: null as long as there are not too many. The
+ * last one stands for all that are beyond, and is told of as it was made. */
 UIElement* QuickElements::sharedRow(const Surroundings& where) const {
     const auto known = m_rows.constFind({where.view, where.group});
     return known != m_rows.cend() && known->size() >= mostOfAGroup ? known->last() : nullptr;
@@ -160,7 +166,8 @@ void QuickElements::addRow(UIElement* element, const Surroundings& where) {
 }
 
 /** The button stands for its action: one command, however many buttons and menu items show it. */
-UIElement* QuickElements::addForAction(QObject* button, const QuickClass& cls, const Surroundings& where) {
+UIElement* QuickElements::addForAction(QObject* button, const QuickClass& cls,
+                                       const Surroundings& where) {
     QObject* const action = actionOf(button, cls);
     UIElement* command = m_book.elementOf(action);
     if (command == nullptr) {
@@ -169,7 +176,8 @@ UIElement* QuickElements::addForAction(QObject* button, const QuickClass& cls, c
         const QuickClass& actionClass = QuickClass::of(action);
         command = addControl(action, actionClass, ElementType::Command, around);
     }
-    addWay(command, QLatin1String(cls.type() == ElementType::Command ? nameOf(Way::Menu) : nameOf(Way::ToolBar)));
+    addWay(command, QLatin1String(cls.type() == ElementType::Command ? nameOf(Way::Menu)
+                                                                     : nameOf(Way::ToolBar)));
     m_book.addObject(button, command);
     m_views.addControl({button, true}, command);
     m_watch(button, ElementType::Command, command);
@@ -189,7 +197,8 @@ void QuickElements::addWay(UIElement* command, const QString& way) {
 UIElement* QuickElements::addWindow(QQuickWindow* window) {
     const QuickClass& cls = QuickClass::of(window);
     Description what;
-    const bool isDialog = (window->flags() & Qt::Dialog) == Qt::Dialog || window->modality() != Qt::NonModal;
+    const bool isDialog =
+        (window->flags() & Qt::Dialog) == Qt::Dialog || window->modality() != Qt::NonModal;
     what.type = isDialog ? ElementType::Dialog : ElementType::Window;
     what.className = classNameOf(window);
     what.text = window->title();
@@ -201,8 +210,8 @@ UIElement* QuickElements::addWindow(QQuickWindow* window) {
     return element;
 }
 
-UIElement* QuickElements::addView(QObject* object, const QuickClass& cls, ElementType type, const Surroundings& where,
-                                  const QString& title) {
+UIElement* QuickElements::addView(QObject* object, const QuickClass& cls, ElementType type,
+                                  const Surroundings& where, const QString& title) {
     Description what;
     what.type = type;
     what.className = classNameOf(object);
@@ -235,13 +244,15 @@ QString QuickElements::labelOf(const QObject* object, const QuickClass& cls, Ele
     default:
         break;
     }
-    const bool hasText = type == ElementType::Button || type == ElementType::Tab || type == ElementType::Command ||
-                         type == ElementType::Link || isToggle(type);
+    const bool hasText = type == ElementType::Button || type == ElementType::Tab ||
+                         type == ElementType::Command || type == ElementType::Link ||
+                         isToggle(type);
     if (hasText && !captionOf(object, cls).isEmpty()) {
         return {};
     }
     if (where.textBefore != nullptr) {
-        const QString text = captionOf(where.textBefore, QuickClass::of(where.textBefore)).trimmed();
+        const QString text =
+            captionOf(where.textBefore, QuickClass::of(where.textBefore)).trimmed();
         if (!text.isEmpty()) {
             return text;
         }
@@ -252,13 +263,15 @@ QString QuickElements::labelOf(const QObject* object, const QuickClass& cls, Ele
 Uses QuickElements::usesOf(const QObject* object, const QuickClass& cls, ElementType type) {
     switch (type) {
     case ElementType::Button:
-        return cls.read(object, QuickClass::Checkable).toBool() ? Uses{Use::Clicked, Use::Checked, Use::Unchecked}
-                                                                : Uses{Use::Clicked};
+        return cls.read(object, QuickClass::Checkable).toBool()
+                   ? Uses{Use::Clicked, Use::Checked, Use::Unchecked}
+                   : Uses{Use::Clicked};
     case ElementType::RadioButton:
         return {Use::Checked};
     case ElementType::CheckBox: {
         Uses uses{Use::Checked, Use::Unchecked};
-        if (cls.read(object, QuickClass::TriState).toBool() || object->property("partiallyCheckedEnabled").toBool()) {
+        if (cls.read(object, QuickClass::TriState).toBool() ||
+            object->property("partiallyCheckedEnabled").toBool()) {
             uses.add(Use::PartiallyChecked);
         }
         return uses;
@@ -269,10 +282,12 @@ Uses QuickElements::usesOf(const QObject* object, const QuickClass& cls, Element
     case ElementType::Command:
         return {Use::Triggered};
     case ElementType::ComboBox:
-        return object->property("editable").toBool() ? Uses{Use::Chosen, Use::Edited} : Uses{Use::Chosen};
+        return object->property("editable").toBool() ? Uses{Use::Chosen, Use::Edited}
+                                                     : Uses{Use::Chosen};
     case ElementType::TextInput:
-        return extendsClass(object, "QQuickTextInput") || cls.name() == "TextField" ? Uses{Use::Edited, Use::Confirmed}
-                                                                                   : Uses{Use::Edited};
+        return extendsClass(object, "QQuickTextInput") || cls.name() == "TextField"
+                   ? Uses{Use::Edited, Use::Confirmed}
+                   : Uses{Use::Edited};
     case ElementType::SpinBox:
         return {Use::Changed};
     case ElementType::Slider:
@@ -292,7 +307,8 @@ QString QuickElements::waysOf(const QObject* object, const QuickClass& cls) {
         return QLatin1String(nameOf(Way::Menu));
     }
     const bool isInMenu = cls.name() == "QQuickMenuItem1";
-    const QVariant shortcut = object->property(cls.role() == QuickRole::Shortcut ? "sequence" : "shortcut");
+    const QVariant shortcut =
+        object->property(cls.role() == QuickRole::Shortcut ? "sequence" : "shortcut");
     const bool hasShortcut =
         cls.role() == QuickRole::Shortcut || (shortcut.isValid() && !shortcut.toString().isEmpty());
     QStringList ways;

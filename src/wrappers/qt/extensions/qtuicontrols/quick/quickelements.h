@@ -41,7 +41,8 @@ struct Surroundings {
     const QQuickItem* textBefore = nullptr;
 };
 
-/** Makes the elements of what the survey has found and says what is known of them at first sight. GUI thread only. */
+/** Makes the elements of what the survey has found and says what is known of them at first sight.
+ * GUI thread only. */
 class QuickElements {
 public:
     /** Is told of each object that a control has, so that its uses are counted. */
@@ -57,13 +58,15 @@ public:
 
     QuickElements(const TrackerServices& services, const Followers& followers, Watch watch);
 
-    UIElement* addControl(QObject* object, const QuickClass& cls, ElementType type, const Surroundings& where);
+    UIElement* addControl(QObject* object, const QuickClass& cls, ElementType type,
+                          const Surroundings& where);
     UIElement* addWindow(QQuickWindow* window);
     /** @param object a popup, or an item that is a page */
-    UIElement* addView(QObject* object, const QuickClass& cls, ElementType type, const Surroundings& where,
-                       const QString& title);
+    UIElement* addView(QObject* object, const QuickClass& cls, ElementType type,
+                       const Surroundings& where, const QString& title);
     /** The tab by which a person reaches a page that has none of its own: by swiping. */
-    void addTab(QObject* page, UIElement* pageElement, const Surroundings& where, const QString& title);
+    void addTab(QObject* page, UIElement* pageElement, const Surroundings& where,
+                const QString& title);
 
 private:
     UIElement* sharedRow(const Surroundings& where) const;
@@ -72,7 +75,8 @@ private:
     bool isRedacted(const Description& what) const;
     void tellWhatOpens(const QObject* control, UIElement* element);
     void addWay(UIElement* command, const QString& way);
-    static QString labelOf(const QObject* object, const QuickClass& cls, ElementType type, const Surroundings& where);
+    static QString labelOf(const QObject* object, const QuickClass& cls, ElementType type,
+                           const Surroundings& where);
     static Uses usesOf(const QObject* object, const QuickClass& cls, ElementType type);
     static QString waysOf(const QObject* object, const QuickClass& cls);
 

@@ -19,7 +19,8 @@ QQuickItem* itemAt(QQuickItem* repeater, int index) {
         return cls->method(cls->indexOfMethod("itemAt(int)"));
     }();
     QQuickItem* item = nullptr;
-    method.invoke(repeater, Qt::DirectConnection, Q_RETURN_ARG(QQuickItem*, item), Q_ARG(int, index));
+    method.invoke(repeater, Qt::DirectConnection, Q_RETURN_ARG(QQuickItem*, item),
+                  Q_ARG(int, index));
     return item;
 }
 
@@ -48,7 +49,8 @@ QString step(const QQuickItem* item) {
             ordinal += stableClassName(sibling) == cls ? 1 : 0;
         }
     }
-    return ordinal == 0 ? QString::fromLatin1(cls) : QStringLiteral("%1[%2]").arg(QString::fromLatin1(cls)).arg(ordinal);
+    return ordinal == 0 ? QString::fromLatin1(cls)
+                        : QStringLiteral("%1[%2]").arg(QString::fromLatin1(cls)).arg(ordinal);
 }
 
 /** By file and id; without an id, by the way from the next item above that has one. */
@@ -71,7 +73,8 @@ bool showsRows(const QQuickItem* view) {
         return true;
     }
     if (QuickClass::of(parent).role() == QuickRole::PopupItem) {
-        return parent->parent() == nullptr || QuickClass::of(parent->parent()).type() != ElementType::Menu;
+        return parent->parent() == nullptr ||
+               QuickClass::of(parent->parent()).type() != ElementType::Menu;
     }
     return !isContainer(parent) && QuickClass::of(parent).name() != "TabBar";
 }
@@ -80,7 +83,8 @@ SiblingMakers::SiblingMakers(const QQuickItem* parent) {
     auto* const item = const_cast<QQuickItem*>(parent); // as it was given
     const QuickClass& cls = QuickClass::of(parent);
     if (cls.role() == QuickRole::Loader || cls.role() == QuickRole::StackView) {
-        // What Qt's Controls load makes their parts, and a tab of the first generation is loaded once.
+        // What Qt's Controls load makes their parts, and a tab of the first generation is loaded
+        // once.
         if (cls.name() != "Tab" && !isInsideQtControls(parent)) {
             m_parent = {item, false};
         }
@@ -91,7 +95,8 @@ SiblingMakers::SiblingMakers(const QQuickItem* parent) {
         return;
     }
     QQuickItem* const above = parent->parentItem();
-    if (above != nullptr && QuickClass::of(above).role() == QuickRole::ItemView && showsRows(above)) {
+    if (above != nullptr && QuickClass::of(above).role() == QuickRole::ItemView &&
+        showsRows(above)) {
         m_parent = {above, true};
         return;
     }
@@ -107,15 +112,17 @@ SiblingMakers::SiblingMakers(const QQuickItem* parent) {
             }
         }
     }
-    std::sort(m_made.begin(), m_made.end(), [](const Made& a, const Made& b) { return a.item < b.item; });
+    std::sort(m_made.begin(), m_made.end(),
+              [](const Made& a, const Made& b) { return a.item < b.item; });
 }
 
 Maker SiblingMakers::makerOf(const QQuickItem* child) const {
     if (m_parent.item != nullptr) {
         return m_parent;
     }
-    const auto made = std::lower_bound(m_made.cbegin(), m_made.cend(), child,
-                                       [](const Made& a, const QQuickItem* b) { return a.item < b; });
+    const auto made =
+        std::lower_bound(m_made.cbegin(), m_made.cend(), child,
+                         [](const Made& a, const QQuickItem* b) { return a.item < b; });
     return made != m_made.cend() && made->item == child ? Maker{made->repeater, true} : Maker();
 }
 
@@ -132,7 +139,8 @@ QString groupOf(QQuickItem* item, const QString& parentsGroup, const Maker& make
         const QString outer = groupOf(maker.item);
         const QString file = maker.makesRows ? QString() : qmlFileOf(item);
         return (outer.isNull() ? nameOf(maker.item) : outer) + QLatin1Char('/') +
-               (file.isEmpty() ? QString() : file + QLatin1Char(':')) + QString::fromLatin1(stableClassName(item));
+               (file.isEmpty() ? QString() : file + QLatin1Char(':')) +
+               QString::fromLatin1(stableClassName(item));
     }
     return parentsGroup.isNull() ? QString() : parentsGroup + QLatin1Char('/') + step(item);
 }

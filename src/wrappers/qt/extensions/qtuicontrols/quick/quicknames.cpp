@@ -63,7 +63,8 @@ QString firstText(const QQuickItem* parent, const QQuickItem* except, int depth)
         }
         const QuickClass& cls = QuickClass::of(child);
         if (cls.role() == QuickRole::Text) {
-            const QString text = withoutMarkup(cls.read(child, QuickClass::TextProperty).toString()).simplified();
+            const QString text =
+                withoutMarkup(cls.read(child, QuickClass::TextProperty).toString()).simplified();
             if (!text.isEmpty()) {
                 return text;
             }
@@ -114,7 +115,9 @@ QString captionOf(const QObject* object, const QuickClass& cls) {
 
 QString qmlIdOf(const QObject* object) {
     const QQmlContext* const context = QQmlEngine::contextForObject(object);
-    return context == nullptr || !context->isValid() ? QString() : context->nameForObject(const_cast<QObject*>(object));
+    return context == nullptr || !context->isValid()
+               ? QString()
+               : context->nameForObject(const_cast<QObject*>(object));
 }
 
 QString qmlFileOf(const QObject* object) {
@@ -137,7 +140,8 @@ QString textOn(const QQuickItem* area) {
 
 bool hidesInput(const QObject* object, const QuickClass& cls) {
     constexpr int normalEcho = 0; // TextInput.Normal
-    return cls.type() == ElementType::TextInput && cls.read(object, QuickClass::Echo).toInt() != normalEcho;
+    return cls.type() == ElementType::TextInput &&
+           cls.read(object, QuickClass::Echo).toInt() != normalEcho;
 }
 
 void describeNames(const QObject* object, const QuickClass& cls, Description& what) {

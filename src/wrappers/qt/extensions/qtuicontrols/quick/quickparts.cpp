@@ -15,7 +15,8 @@ namespace {
 /** Of a ListModel in QML. Other models are the program's data. */
 QStringList textsOfModel(const QAbstractItemModel& model, const QString& role) {
     const QHash<int, QByteArray> roles = model.roleNames();
-    const int number = role.isEmpty() && roles.size() == 1 ? roles.constBegin().key() : roles.key(role.toUtf8(), -1);
+    const int number = role.isEmpty() && roles.size() == 1 ? roles.constBegin().key()
+                                                           : roles.key(role.toUtf8(), -1);
     QStringList texts;
     const int count = number == -1 ? 0 : model.rowCount();
     for (int i = 0; i < count && i <= QuickParts::mostOptions; ++i) {
@@ -41,7 +42,8 @@ QStringList textsOf(const QObject* comboBox) {
     }
     if (const auto* const object = model.value<QObject*>()) {
         const auto* const items = qobject_cast<const QAbstractItemModel*>(object);
-        return items != nullptr && object->inherits("QQmlListModel") ? textsOfModel(*items, role) : QStringList();
+        return items != nullptr && object->inherits("QQmlListModel") ? textsOfModel(*items, role)
+                                                                     : QStringList();
     }
     return model.canConvert<QVariantList>() ? textsOfList(model.toList(), role) : QStringList();
 }
@@ -68,7 +70,8 @@ void QuickParts::addOptions(QObject* comboBox, UIElement* element) {
 
 UIElement* QuickParts::optionElement(const QObject* comboBox, int index) const {
     const auto found = m_options.constFind(comboBox);
-    return found == m_options.cend() || found->comboBox.isNull() ? nullptr : found->elements.value(index);
+    return found == m_options.cend() || found->comboBox.isNull() ? nullptr
+                                                                 : found->elements.value(index);
 }
 
 } // namespace UIControls

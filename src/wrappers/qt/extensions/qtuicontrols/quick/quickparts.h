@@ -17,7 +17,8 @@ public:
     explicit QuickParts(ElementBook& book)
         : m_book(book) {}
 
-    /** Makes an option of each entry that the interface itself gives the combo box, if these are not too many. */
+    /** Makes an option of each entry that the interface itself gives the combo box, if these are
+     * not too many. */
     void addOptions(QObject* comboBox, UIElement* element);
 
     /** Of the entry at that index; null when it has no element. */

@@ -24,7 +24,8 @@ constexpr qreal mostPixels = 64e6;
 
 bool isOfUse(const QQuickWindow& window) {
     const qreal ratio = window.effectiveDevicePixelRatio();
-    return !window.size().isEmpty() && window.width() * ratio * window.height() * ratio <= mostPixels;
+    return !window.size().isEmpty() &&
+           window.width() * ratio * window.height() * ratio <= mostPixels;
 }
 
 /** Whether nothing moves it into its place any more. */
@@ -48,7 +49,8 @@ bool hasSettled(const QuickView& view) {
 /** In pixels of an image of the window. */
 QRect inImage(const QRect& place, const QImage& image) {
     const qreal ratio = image.devicePixelRatio();
-    return QRectF(place.x() * ratio, place.y() * ratio, place.width() * ratio, place.height() * ratio)
+    return QRectF(place.x() * ratio, place.y() * ratio, place.width() * ratio,
+                  place.height() * ratio)
                .toAlignedRect() &
            image.rect();
 }
@@ -62,13 +64,14 @@ QuickPictures::QuickPictures(ElementBook& book, QuickViews& views)
 QuickPictures::~QuickPictures() = default;
 
 bool QuickPictures::wantsPicture(const QuickView& view, const QQuickWindow* window) const {
-    return view.hasChanged && view.isShowing && !view.item.isNull() && view.item->window() == window &&
-           hasSettled(view);
+    return view.hasChanged && view.isShowing && !view.item.isNull() &&
+           view.item->window() == window && hasSettled(view);
 }
 
 void QuickPictures::frameShown(QQuickWindow* window) {
     // A window that is rendered into a widget is on that widget's picture.
-    if (m_isGrabbing || !isOfUse(*window) || QQuickRenderControl::renderWindowFor(window) != nullptr) {
+    if (m_isGrabbing || !isOfUse(*window) ||
+        QQuickRenderControl::renderWindowFor(window) != nullptr) {
         return;
     }
     bool isWanted = false;
@@ -87,7 +90,8 @@ void QuickPictures::frameShown(QQuickWindow* window) {
         return;
     }
     pending.isScheduled = true;
-    const qint64 since = pending.sinceLast.isValid() ? pending.sinceLast.elapsed() : leastMilliseconds;
+    const qint64 since =
+        pending.sinceLast.isValid() ? pending.sinceLast.elapsed() : leastMilliseconds;
     QTimer::singleShot(static_cast<int>(qMax<qint64>(0, leastMilliseconds - since)), this,
                        [this, guard = QPointer<QQuickWindow>(window)] {
                            if (!guard.isNull()) {
@@ -117,7 +121,8 @@ void QuickPictures::grab(QQuickWindow* window) {
     }
 }
 
-/** Where the platform has no window to grab, Qt renders the scene into an image with its next frame. */
+/** Where the platform has no window to grab, Qt renders the scene into an image with its next
+ * frame. */
 void QuickPictures::grabLater(QQuickWindow* window) {
     Pending& pending = m_pending[window];
     if (!pending.result.isNull()) {
@@ -132,7 +137,8 @@ void QuickPictures::grabLater(QQuickWindow* window) {
                 if (guard.isNull()) {
                     return;
                 }
-                const QSharedPointer<QQuickItemGrabResult> result = std::exchange(m_pending[guard].result, {});
+                const QSharedPointer<QQuickItemGrabResult> result =
+                    std::exchange(m_pending[guard].result, {});
                 if (result.isNull() || result->image().isNull()) {
                     return;
                 }
@@ -142,7 +148,8 @@ void QuickPictures::grabLater(QQuickWindow* window) {
                 QPainter painter(&image);
                 painter.drawImage(0, 0, result->image());
                 painter.end();
-                image.setDevicePixelRatio(static_cast<qreal>(image.width()) / qMax(1, guard->width()));
+                image.setDevicePixelRatio(static_cast<qreal>(image.width()) /
+                                          qMax(1, guard->width()));
                 take(guard, image);
             });
 }
@@ -172,10 +179,10 @@ void QuickPictures::blackOut(QQuickWindow* window, QImage& image) {
             continue;
         }
         for (const QuickControl& known : view.controls) {
-        const QObject* const control = known.object;
+            const QObject* const control = known.object;
             const UIElement* const element = m_book.elementOf(control);
-            if (element != nullptr &&
-                (m_redacted.contains(element) || !m_book.attribute(element, Attribute::Sensitive).isNull())) {
+            if (element != nullptr && (m_redacted.contains(element) ||
+                                       !m_book.attribute(element, Attribute::Sensitive).isNull())) {
                 parts.append(inImage(placeOf(control), image));
             }
         }

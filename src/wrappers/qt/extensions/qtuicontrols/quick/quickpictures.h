@@ -21,9 +21,9 @@ class QuickViews;
 struct QuickView;
 
 /**
- * Pictures of views: one of the window for all views of it that have changed, when they have settled after a frame. What
- * is to be hidden is blacked out before the book gets any. Grabs from the event loop and never while a frame is being
- * made. GUI thread only.
+ * Pictures of views: one of the window for all views of it that have changed, when they have
+ * settled after a frame. What is to be hidden is blacked out before the book gets any. Grabs from
+ * the event loop and never while a frame is being made. GUI thread only.
  */
 class QuickPictures : public QObject {
     Q_OBJECT

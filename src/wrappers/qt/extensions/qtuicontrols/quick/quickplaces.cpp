@@ -1,6 +1,7 @@
 #include "quickplaces.h"
 
 #include "quickclass.h"
+#include "quickwidgets.h"
 
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -26,7 +27,8 @@ QQuickItem* itemOf(const QObject* object) {
     if (object == nullptr) {
         return nullptr;
     }
-    if (auto* const item = qobject_cast<QQuickItem*>(const_cast<QObject*>(object))) { // as it was given
+    if (auto* const item =
+            qobject_cast<QQuickItem*>(const_cast<QObject*>(object))) { // as it was given
         return item;
     }
     if (const auto* const window = qobject_cast<const QQuickWindow*>(object)) {
@@ -57,7 +59,8 @@ QRect placeOf(const QObject* object) {
     if (item == nullptr || item->window() == nullptr) {
         return {};
     }
-    return toPixels(item->mapRectToScene(QRectF(0, 0, item->width(), item->height())));
+    return toPixels(item->mapRectToScene(QRectF(0, 0, item->width(), item->height())))
+        .translated(QuickWidgets::offsetOf(item->window()));
 }
 
 QRect toPixels(const QRectF& rectangle) {

@@ -75,7 +75,8 @@ bool QuickStates::isHidden(const QObject* object, UIElement* view, bool otherwis
     return !item->isVisible();
 }
 
-void QuickStates::describe(const QObject* object, const QuickClass& cls, UIElement* view, Description& what) {
+void QuickStates::describe(const QObject* object, const QuickClass& cls, UIElement* view,
+                           Description& what) {
     if (!isEnabled(object, cls)) {
         what.attributes.append({Attribute::Enabled, no()});
     }
@@ -100,8 +101,8 @@ void QuickStates::follow(QObject* object, const QuickClass& cls) {
     }
     if (hasCaption(cls)) {
         const bool hasTitle = cls.role() == QuickRole::Window || cls.role() == QuickRole::Popup;
-        m_hubs.connectStateChanged(object,
-                                   cls.notifier(object, hasTitle ? QuickClass::Title : QuickClass::TextProperty));
+        m_hubs.connectStateChanged(
+            object, cls.notifier(object, hasTitle ? QuickClass::Title : QuickClass::TextProperty));
     }
 }
 
@@ -144,7 +145,8 @@ void QuickStates::updateObject(QObject* object, UIElement* element) {
     if (view != element) {
         m_book.setAttribute(element, Attribute::Enabled, isEnabled(object, cls) ? QString() : no());
         const bool wasHidden = !m_book.attribute(element, Attribute::Hidden).isNull();
-        m_book.setAttribute(element, Attribute::Hidden, isHidden(object, view, wasHidden) ? yes() : QString());
+        m_book.setAttribute(element, Attribute::Hidden,
+                            isHidden(object, view, wasHidden) ? yes() : QString());
     }
 }
 

@@ -27,9 +27,9 @@ struct TrackerOptions;
 struct TrackerServices;
 
 /**
- * Finds the views and controls of Qt Quick windows: all that there is when a window prepares its first frame, and what
- * came since when it prepares another or gets input. Nothing is looked at while QML is still making it: what is
- * signalled then is only noted. GUI thread only.
+ * Finds the views and controls of Qt Quick windows: all that there is when a window prepares its
+ * first frame, and what came since when it prepares another or gets input. Nothing is looked at
+ * while QML is still making it: what is signalled then is only noted. GUI thread only.
  */
 class QuickSurvey final : private SignalReceiver {
 public:
@@ -54,6 +54,7 @@ private:
 
     /** The window is a view from the next update on, shown or not. */
     void addWindow(QQuickWindow* window);
+    void addWidget(QObject* widget);
     /** @return whether there was anything */
     bool lookAtWhatIsNew();
 

@@ -10,10 +10,10 @@ namespace UIControls {
 
 QuickTracker::QuickTracker(const TrackerServices& services)
     : m_uses(std::make_unique<QuickUses>(services))
-    , m_survey(std::make_unique<QuickSurvey>(services,
-                                             [this](QObject* object, ElementType type, UIElement* element) {
-                                                 m_uses->watch(object, type, element);
-                                             })) {
+    , m_survey(std::make_unique<QuickSurvey>(
+          services, [this](QObject* object, ElementType type, UIElement* element) {
+              m_uses->watch(object, type, element);
+          })) {
     m_uses->setParts(m_survey->parts());
 }
 

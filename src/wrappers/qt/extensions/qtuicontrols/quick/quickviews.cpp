@@ -2,8 +2,7 @@
 
 #include "quickclass.h"
 #include "quickplaces.h"
-
-#include <QQuickRenderControl>
+#include "quickwidgets.h"
 
 #include <algorithm>
 
@@ -14,7 +13,8 @@ namespace {
 
 /** Whether the page is the one that its swipe view shows; true for all others. */
 bool isCurrent(const QQuickItem& page) {
-    // The pages of a swipe view lie side by side in the content item of the view that is its content item.
+    // The pages of a swipe view lie side by side in the content item of the view that is its
+    // content item.
     const QQuickItem* parent = page.parentItem();
     for (int i = 0; i < 2 && parent != nullptr; ++i) {
         parent = parent->parentItem();
@@ -30,7 +30,8 @@ bool isCurrent(const QQuickItem& page) {
 void QuickViews::add(QObject* object, UIElement* element) {
     m_views.erase(std::remove_if(m_views.begin(), m_views.end(),
                                  [element](const QuickView& view) {
-                                     return view.object.isNull() && (view.element == element || !view.isShowing);
+                                     return view.object.isNull() &&
+                                            (view.element == element || !view.isShowing);
                                  }),
                   m_views.end());
     QuickView view;
@@ -59,23 +60,18 @@ void QuickViews::addControl(const QuickControl& control, UIElement* element) {
 }
 
 QuickView* QuickViews::find(const UIElement* element) {
-    const auto found = std::find_if(m_views.begin(), m_views.end(), [element](const QuickView& view) {
-        return view.element == element && !view.object.isNull();
-    });
+    const auto found =
+        std::find_if(m_views.begin(), m_views.end(), [element](const QuickView& view) {
+            return view.element == element && !view.object.isNull();
+        });
     return element == nullptr || found == m_views.end() ? nullptr : &*found;
 }
 
 QuickView* QuickViews::findByObject(const QObject* object) {
-    const auto found = std::find_if(m_views.begin(), m_views.end(),
-                                    [object](const QuickView& view) { return view.object == object; });
+    const auto found =
+        std::find_if(m_views.begin(), m_views.end(),
+                     [object](const QuickView& view) { return view.object == object; });
     return object == nullptr || found == m_views.end() ? nullptr : &*found;
-}
-
-bool QuickViews::isShown(QQuickWindow& window) {
-    if (QWindow* const real = QQuickRenderControl::renderWindowFor(&window)) {
-        return real->isVisible() && real->isExposed() && !window.size().isEmpty();
-    }
-    return window.isVisible() && window.isExposed() && !window.size().isEmpty() && window.opacity() > 0;
 }
 
 bool QuickViews::isVisible(const QQuickItem& item) {
@@ -95,16 +91,18 @@ bool QuickViews::canBeSeen(const QuickView& view) const {
         return false;
     }
     if (auto* const window = qobject_cast<QQuickWindow*>(view.object.data())) {
-        return isShown(*window);
+        return QuickWidgets::isShown(window);
     }
     if (view.item.isNull()) {
-        return QuickClass::of(view.object).generation() == 1 && view.object->property("__popupVisible").toBool();
+        return QuickClass::of(view.object).generation() == 1 &&
+               view.object->property("__popupVisible").toBool();
     }
     QQuickWindow* const window = view.item->window();
-    if (window == nullptr || !isShown(*window) || !isVisible(*view.item) || !isCurrent(*view.item)) {
+    if (window == nullptr || !QuickWidgets::isShown(window) || !isVisible(*view.item) ||
+        !isCurrent(*view.item)) {
         return false;
     }
-    return placeOf(view.item).intersects(QRect(QPoint(0, 0), window->size()));
+    return placeOf(view.item).intersects(QRect(QuickWidgets::offsetOf(window), window->size()));
 }
 
 std::vector<UIElement*> QuickViews::update() {
@@ -118,7 +116,8 @@ std::vector<UIElement*> QuickViews::update() {
             continue;
         }
         view.isShowing = isShowing;
-        m_book.setAttribute(view.element, Attribute::Showing, isShowing ? QStringLiteral("true") : QString());
+        m_book.setAttribute(view.element, Attribute::Showing,
+                            isShowing ? QStringLiteral("true") : QString());
         if (isShowing) {
             view.hasChanged = true;
             m_book.setPlace(view.element, placeOf(view.object));

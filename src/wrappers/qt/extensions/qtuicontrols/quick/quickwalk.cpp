@@ -7,6 +7,7 @@
 #include "quickparts.h"
 #include "quickplaces.h"
 #include "quickviews.h"
+#include "quickwidgets.h"
 
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -20,11 +21,14 @@ namespace {
 
 /** Whether another item than itself may be operated within a control: the content of a delegate. */
 bool mayHoldControls(const QuickClass& cls) {
-    return cls.generation() == 2 && (cls.name().endsWith("Delegate") || cls.name() == "QQuickAbstractButton");
+    return cls.generation() == 2 &&
+           (cls.name().endsWith("Delegate") || cls.name() == "QQuickAbstractButton");
 }
 
 bool hasLinks(const QQuickItem* text, const QuickClass& cls) {
-    return cls.read(text, QuickClass::TextProperty).toString().contains(QLatin1String("<a "), Qt::CaseInsensitive);
+    return cls.read(text, QuickClass::TextProperty)
+        .toString()
+        .contains(QLatin1String("<a "), Qt::CaseInsensitive);
 }
 
 bool acceptsPresses(const QQuickItem* area, const QuickClass& cls) {
@@ -32,7 +36,8 @@ bool acceptsPresses(const QQuickItem* area, const QuickClass& cls) {
     return !buttons.isValid() || buttons.toInt() != Qt::NoButton;
 }
 
-/** Whether what is no item is there only because a control is made of it, as the menu of a text field. */
+/** Whether what is no item is there only because a control is made of it, as the menu of a text
+ * field. */
 bool isOfQtControls(const QObject* object, const QuickClass& cls) {
     switch (cls.role()) {
     case QuickRole::Handler:
@@ -55,17 +60,20 @@ bool isPartOfMenu(const QObject* action, const QuickClass& cls) {
 /** An entry of a menu or a menu bar that is no command: what it brings up is a view. */
 bool bringsUpMenu(const QQuickItem* item, const QuickClass& cls) {
     return cls.name() == "QQuickMenuBarItem" ||
-           (cls.name() == "QQuickMenuItem" && item->property("subMenu").value<QObject*>() != nullptr);
+           (cls.name() == "QQuickMenuItem" &&
+            item->property("subMenu").value<QObject*>() != nullptr);
 }
 
 /** As a page would: what is smaller is something on it. */
 bool coversMuch(const QQuickItem* item) {
     const QQuickWindow* const window = item->window();
     constexpr qreal part = 0.5;
-    return window != nullptr && item->width() >= part * window->width() && item->height() >= part * window->height();
+    return window != nullptr && item->width() >= part * window->width() &&
+           item->height() >= part * window->height();
 }
 
-/** Whose page the item is; null for none. Pages lie in the content item of the list that is the view's content item. */
+/** Whose page the item is; null for none. Pages lie in the content item of the list that is the
+ * view's content item. */
 const QQuickItem* swipeViewOf(const QQuickItem* page) {
     const QQuickItem* const content = page->parentItem();
     const QQuickItem* const list = content == nullptr ? nullptr : content->parentItem();
@@ -82,7 +90,8 @@ bool isTab(const QQuickItem* area) {
     const QQuickItem* const content = area->parentItem();
     const QQuickItem* const list = content == nullptr ? nullptr : content->parentItem();
     const QQuickItem* const bar = list == nullptr ? nullptr : list->parentItem();
-    return bar != nullptr && QuickClass::of(bar).name() == "TabBar" && area->property("tabindex").isValid();
+    return bar != nullptr && QuickClass::of(bar).name() == "TabBar" &&
+           area->property("tabindex").isValid();
 }
 
 QString titleOf(const QQuickItem* page, const QQuickItem* parent) {
@@ -95,8 +104,8 @@ QString titleOf(const QQuickItem* page, const QQuickItem* parent) {
 
 } // namespace
 
-QuickWalk::QuickWalk(ElementBook& book, QuickViews& views, QuickElements& elements, QuickContainers& containers,
-                     AddWindow addWindow)
+QuickWalk::QuickWalk(ElementBook& book, QuickViews& views, QuickElements& elements,
+                     QuickContainers& containers, AddWindow addWindow)
     : m_book(book)
     , m_views(views)
     , m_elements(elements)
@@ -105,10 +114,24 @@ QuickWalk::QuickWalk(ElementBook& book, QuickViews& views, QuickElements& elemen
 
 void QuickWalk::lookAtWindow(QQuickWindow* window) {
     Surroundings where;
-    where.view = m_elements.addWindow(window);
+    where.view = viewOf(window);
+    if (where.view == nullptr) {
+        where.view = m_elements.addWindow(window);
+    }
     visitObjects(window, where, 0);
     m_containers.remember(window->contentItem());
     visitChildren(window->contentItem(), where);
+}
+
+/** Its own, or that of the widget that shows it; null when it has none yet. */
+UIElement* QuickWalk::viewOf(QQuickWindow* window) {
+    for (const QObject* widget = QuickWidgets::widgetOf(window); widget != nullptr;
+         widget = widget->parent()) {
+        if (UIElement* const view = m_book.viewOf(m_book.elementOf(widget))) {
+            return view;
+        }
+    }
+    return m_book.elementOf(window);
 }
 
 void QuickWalk::lookAtContainer(QQuickItem* container) {
@@ -125,7 +148,8 @@ bool QuickWalk::isKnown(const QQuickItem* item) const {
 /** Found by climbing, for an item that was looked into before. */
 Surroundings QuickWalk::surroundingsOf(QQuickItem* container) {
     Surroundings where;
-    for (QQuickItem* item = container; item != nullptr && where.view == nullptr; item = item->parentItem()) {
+    for (QQuickItem* item = container; item != nullptr && where.view == nullptr;
+         item = item->parentItem()) {
         QObject* object = item;
         if (QuickClass::of(item).role() == QuickRole::PopupItem && item->parent() != nullptr) {
             object = item->parent();
@@ -135,10 +159,11 @@ Surroundings QuickWalk::surroundingsOf(QQuickItem* container) {
             continue;
         }
         where.view = m_book.viewOf(element); // a page may be a control itself
-        where.isInControl = element != where.view && QuickClass::of(item).role() == QuickRole::Control;
+        where.isInControl =
+            element != where.view && QuickClass::of(item).role() == QuickRole::Control;
     }
     if (where.view == nullptr && container->window() != nullptr) {
-        where.view = m_book.elementOf(container->window());
+        where.view = viewOf(container->window());
     }
     where.group = groupOf(container);
     where.isInRow = !where.group.isNull() && isInRow(container);
@@ -222,7 +247,8 @@ void QuickWalk::visitItem(QQuickItem* item, const QuickClass& cls, const Surroun
         }
         break;
     case QuickRole::Item:
-        if (cls.type() == ElementType::GroupBox && isOwn && cls.read(item, QuickClass::Checkable).toBool()) {
+        if (cls.type() == ElementType::GroupBox && isOwn &&
+            cls.read(item, QuickClass::Checkable).toBool()) {
             m_elements.addControl(item, cls, ElementType::GroupBox, where);
         }
         break;
@@ -272,7 +298,8 @@ void QuickWalk::visitInput(QQuickItem* item, const QuickClass& cls, const Surrou
     }
 }
 
-/** The item of a popup that came to be shown: the popup is a view, unless it is part of a control. */
+/** The item of a popup that came to be shown: the popup is a view, unless it is part of a control.
+ */
 void QuickWalk::visitPopupItem(QQuickItem* item, const Surroundings& where) {
     QObject* const popup = item->parent();
     if (popup == nullptr) {
@@ -303,7 +330,8 @@ void QuickWalk::visitObjects(const QObject* object, const Surroundings& where, i
         const QuickClass& cls = QuickClass::of(child);
         switch (isOfQtControls(child, cls) ? QuickRole::Part : cls.role()) {
         case QuickRole::Handler:
-            if (!where.isInControl && m_book.elementOf(child) == nullptr && itemOf(child) != nullptr) {
+            if (!where.isInControl && m_book.elementOf(child) == nullptr &&
+                itemOf(child) != nullptr) {
                 m_elements.addControl(child, cls, ElementType::Area, where);
             }
             break;
@@ -352,9 +380,11 @@ void QuickWalk::visitPopup(QObject* popup, const QuickClass& cls, const Surround
 }
 
 /** Whether the parent shows the item as one of its pages. */
-bool QuickWalk::isPage(const QQuickItem* item, const QQuickItem* parent, const Surroundings& where) const {
+bool QuickWalk::isPage(const QQuickItem* item, const QQuickItem* parent,
+                       const Surroundings& where) const {
     const QuickClass& cls = QuickClass::of(item);
-    if (cls.role() == QuickRole::Repeater || cls.role() == QuickRole::Part || cls.role() == QuickRole::None) {
+    if (cls.role() == QuickRole::Repeater || cls.role() == QuickRole::Part ||
+        cls.role() == QuickRole::None) {
         return false;
     }
     switch (QuickClass::of(parent).role()) {
@@ -366,8 +396,8 @@ bool QuickWalk::isPage(const QQuickItem* item, const QQuickItem* parent, const S
         if (QuickClass::of(parent).name() == "Tab") {
             return true;
         }
-        return !where.isInRow && cls.role() != QuickRole::Control && cls.role() != QuickRole::Input &&
-               !isInsideQtControls(parent) && coversMuch(parent);
+        return !where.isInRow && cls.role() != QuickRole::Control &&
+               cls.role() != QuickRole::Input && !isInsideQtControls(parent) && coversMuch(parent);
     default:
         return swipeViewOf(item) != nullptr;
     }

@@ -19,23 +19,26 @@ class QuickClass;
 class QuickContainers;
 
 /**
- * The way through a window's items and what belongs to them: tells views from controls from what is looked into. Stops at
- * each control, whose parts are not looked at, and at what it has been at before. GUI thread only.
+ * The way through a window's items and what belongs to them: tells views from controls from what is
+ * looked into. Stops at each control, whose parts are not looked at, and at what it has been at
+ * before. GUI thread only.
  */
 class QuickWalk {
 public:
     using AddWindow = std::function<void(QQuickWindow* window)>;
 
-    /** All but the last outlive this object. @param addWindow is told of windows that windows have */
-    QuickWalk(ElementBook& book, QuickViews& views, QuickElements& elements, QuickContainers& containers,
-              AddWindow addWindow);
+    /** All but the last outlive this object. @param addWindow is told of windows that windows have
+     */
+    QuickWalk(ElementBook& book, QuickViews& views, QuickElements& elements,
+              QuickContainers& containers, AddWindow addWindow);
 
-    /** Makes the window a view and looks at all that it holds. */
+    /** Makes the window a view, unless a widget shows it, and looks at all that it holds. */
     void lookAtWindow(QQuickWindow* window);
     /** Looks at what is new in an item that was looked into before. */
     void lookAtContainer(QQuickItem* container);
 
 private:
+    UIElement* viewOf(QQuickWindow* window);
     Surroundings surroundingsOf(QQuickItem* container);
     void visitChildren(QQuickItem* item, const Surroundings& within);
     void visitChild(QQuickItem* item, Surroundings& where, bool isPage);
@@ -43,7 +46,8 @@ private:
     void visitControl(QQuickItem* item, const QuickClass& cls, const Surroundings& where);
     void visitInput(QQuickItem* item, const QuickClass& cls, const Surroundings& where);
     void visitPopupItem(QQuickItem* item, const Surroundings& where);
-    /** What belongs to an object without being an item: handlers, actions, shortcuts, popups, windows. */
+    /** What belongs to an object without being an item: handlers, actions, shortcuts, popups,
+     * windows. */
     void visitObjects(const QObject* object, const Surroundings& where, int depth);
     void visitPopup(QObject* popup, const QuickClass& cls, const Surroundings& where);
 

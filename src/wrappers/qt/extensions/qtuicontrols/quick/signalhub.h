@@ -11,7 +11,8 @@ namespace UIControls {
 /** Who wants to know what objects of the application signal; called on the GUI thread. */
 class SignalReceiver {
 public:
-    /** An item got or lost children; no more may be asked of it than of a QQuickItem, since it may be half destroyed. */
+    /** An item got or lost children; no more may be asked of it than of a QQuickItem, since it may
+     * be half destroyed. */
     virtual void childrenChanged(QObject* item) = 0;
     /** Something that is followed of a control is no longer as it was. */
     virtual void stateChanged(QObject* object) = 0;
@@ -24,8 +25,9 @@ protected:
     ~SignalReceiver() = default;
 };
 
-/** Takes the signals of up to a number of objects: Qt looks through all connections of a receiver to find a signal's
- * sender, so that one hub for all of them would cost each signal more with each object. */
+/** Takes the signals of up to a number of objects: Qt looks through all connections of a receiver
+ * to find a signal's sender, so that one hub for all of them would cost each signal more with each
+ * object. */
 class SignalHub : public QObject {
     Q_OBJECT
 
