@@ -35,7 +35,9 @@ public:
 
     Vorsk::UIControls::QuickSurvey& survey() { return *m_survey; }
     Vorsk::UIControls::BookOfElements& book() { return m_book; }
-    Vorsk::UIAbstraction::UIElement* element(const QObject* object) { return m_book.elementOf(object); }
+    Vorsk::UIAbstraction::UIElement* element(const QObject* object) {
+        return m_book.elementOf(object);
+    }
 
     /** As controlsTree(); empty when the object has no element. */
     QString tree(const QObject* object, const QStringList& attributes = {});
@@ -45,7 +47,9 @@ public:
     QString line(const QObject* object, const QStringList& attributes = {});
     QString attribute(const QObject* object, Vorsk::UIControls::Attribute attribute);
     /** How often the object was handed over to be watched. */
-    int watched(const QObject* object) const { return static_cast<int>(m_watched.count(const_cast<QObject*>(object))); }
+    int watched(const QObject* object) const {
+        return static_cast<int>(m_watched.count(const_cast<QObject*>(object)));
+    }
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 

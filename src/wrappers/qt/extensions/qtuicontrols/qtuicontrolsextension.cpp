@@ -99,19 +99,16 @@ void QtUiControlsExtension::eventCallback(QObject* object, QEvent* event) {
 
 void QtUiControlsExtension::handleEvent(QObject* object, QEvent* event) {
     m_attribution->begin(object, event);
-    if (object->isWidgetType()) {
-        if (m_widgets != nullptr) {
-            m_widgets->handleEvent(object, event);
-        }
-        return;
-    }
     // What is neither a widget nor an item, as an action, a window, a scene or a timer, may belong
-    // to either half.
-    const QPointer<QObject> guard(object);
+    // to either half; a widget may show a scene.
+    const bool isForQuick =
+        m_quick != nullptr &&
+        (!object->isWidgetType() || event->type() == QEvent::Show || event->type() == QEvent::Hide);
+    const QPointer<QObject> guard(isForQuick ? object : nullptr);
     if (m_widgets != nullptr) {
         m_widgets->handleEvent(object, event);
     }
-    if (m_quick != nullptr && !guard.isNull()) {
+    if (!guard.isNull()) {
         m_quick->handleEvent(object, event);
     }
 }

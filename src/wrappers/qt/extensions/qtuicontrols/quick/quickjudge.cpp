@@ -216,7 +216,9 @@ bool QuickJudge::findWay(QObject* command, const QKeySequence& shortcut, Way& wa
     }
     // A menu that something visible brings up belongs to it; the others come up where one clicks.
     const bool isShown = QuickOwners::nearest(QuickOwners::outerOf(menu), [](QObject* outer) {
-                             return outer->inherits("QQuickAbstractButton");
+                             return QuickClass::of(outer).type() == ElementType::Button ||
+                                    outer->inherits("QQuickAbstractButton") ||
+                                    outer->inherits("QQuickMenuBar1");
                          }) != nullptr;
     way = isShown ? Way::Menu : Way::ContextMenu;
     return true;

@@ -1,6 +1,7 @@
 #include "qtuicontrols/quick/quickplaces.h"
 
 #include "qtuicontrols/quick/quickclass.h"
+#include "qtuicontrols/quick/quickwidgets.h"
 
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -58,7 +59,8 @@ QRect placeOf(const QObject* object) {
     if (item == nullptr || item->window() == nullptr) {
         return {};
     }
-    return toPixels(item->mapRectToScene(QRectF(0, 0, item->width(), item->height())));
+    return toPixels(item->mapRectToScene(QRectF(0, 0, item->width(), item->height())))
+        .translated(QuickWidgets::offsetOf(item->window()));
 }
 
 QRect toPixels(const QRectF& rectangle) {

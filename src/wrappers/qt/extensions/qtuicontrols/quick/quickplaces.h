@@ -16,8 +16,8 @@ namespace UIControls {
  * attached to, the content item of a window; null when there is none, as for an action. */
 QQuickItem* itemOf(const QObject* object);
 
-/** Where the object's item lies in its scene, in pixels; empty when it has no item or lies in no
- * window. */
+/** Where the object's item lies in its top-level window, in pixels; empty when it has no item or
+ * lies in no window. */
 QRect placeOf(const QObject* object);
 
 /** Saturates: items may have sizes that are infinite, or no numbers. */

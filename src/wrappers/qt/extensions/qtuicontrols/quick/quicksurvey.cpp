@@ -2,6 +2,7 @@
 
 #include "qtuicontrols/controlstracker.h"
 #include "qtuicontrols/quick/quickclass.h"
+#include "qtuicontrols/quick/quickwidgets.h"
 
 #include <QEvent>
 #include <QQuickItem>
@@ -35,9 +36,13 @@ void QuickSurvey::handleEvent(QObject* object, const QEvent* event) {
     case QEvent::Show:
         if (auto* const window = qobject_cast<QQuickWindow*>(object)) {
             addWindow(window);
+        } else if (object->isWidgetType()) {
+            addWidget(object);
         }
         break;
     case QEvent::Hide:
+        m_later.request();
+        break;
     case QEvent::Close:
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
@@ -68,6 +73,15 @@ void QuickSurvey::addWindow(QQuickWindow* window) {
     m_hubs.connectFramePrepared(window);
     if (m_options.takesPictures) {
         m_hubs.connectFrameShown(window);
+    }
+}
+
+/** Looked at from the event loop: the views of widgets are made when their windows are shown, which
+ * is after this. */
+void QuickSurvey::addWidget(QObject* widget) {
+    if (QQuickWindow* const window = QuickWidgets::add(widget)) {
+        addWindow(window);
+        m_later.request();
     }
 }
 

@@ -54,6 +54,7 @@ private:
 
     /** The window is a view from the next update on, shown or not. */
     void addWindow(QQuickWindow* window);
+    void addWidget(QObject* widget);
     /** @return whether there was anything */
     bool lookAtWhatIsNew();
 

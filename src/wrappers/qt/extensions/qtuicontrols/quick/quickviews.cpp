@@ -2,8 +2,7 @@
 
 #include "qtuicontrols/quick/quickclass.h"
 #include "qtuicontrols/quick/quickplaces.h"
-
-#include <QQuickRenderControl>
+#include "qtuicontrols/quick/quickwidgets.h"
 
 #include <algorithm>
 
@@ -75,14 +74,6 @@ QuickView* QuickViews::findByObject(const QObject* object) {
     return object == nullptr || found == m_views.end() ? nullptr : &*found;
 }
 
-bool QuickViews::isShown(QQuickWindow& window) {
-    if (QWindow* const real = QQuickRenderControl::renderWindowFor(&window)) {
-        return real->isVisible() && real->isExposed() && !window.size().isEmpty();
-    }
-    return window.isVisible() && window.isExposed() && !window.size().isEmpty() &&
-           window.opacity() > 0;
-}
-
 bool QuickViews::isVisible(const QQuickItem& item) {
     if (!item.isVisible() || !(item.width() > 0) || !(item.height() > 0)) {
         return false;
@@ -100,18 +91,18 @@ bool QuickViews::canBeSeen(const QuickView& view) const {
         return false;
     }
     if (auto* const window = qobject_cast<QQuickWindow*>(view.object.data())) {
-        return isShown(*window);
+        return QuickWidgets::isShown(window);
     }
     if (view.item.isNull()) {
         return QuickClass::of(view.object).generation() == 1 &&
                view.object->property("__popupVisible").toBool();
     }
     QQuickWindow* const window = view.item->window();
-    if (window == nullptr || !isShown(*window) || !isVisible(*view.item) ||
+    if (window == nullptr || !QuickWidgets::isShown(window) || !isVisible(*view.item) ||
         !isCurrent(*view.item)) {
         return false;
     }
-    return placeOf(view.item).intersects(QRect(QPoint(0, 0), window->size()));
+    return placeOf(view.item).intersects(QRect(QuickWidgets::offsetOf(window), window->size()));
 }
 
 std::vector<UIElement*> QuickViews::update() {

@@ -53,7 +53,6 @@ public:
 
     /** Whether a person can see the item, or would, did nothing lie above it. */
     static bool isVisible(const QQuickItem& item);
-    static bool isShown(QQuickWindow& window);
 
 private:
     bool canBeSeen(const QuickView& view) const;

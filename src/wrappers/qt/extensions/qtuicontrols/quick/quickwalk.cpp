@@ -4,9 +4,11 @@
 #include "qtuicontrols/quick/quickcontainers.h"
 #include "qtuicontrols/quick/quickgroups.h"
 #include "qtuicontrols/quick/quicknames.h"
+#include "qtuicontrols/quick/quickpages.h"
 #include "qtuicontrols/quick/quickparts.h"
 #include "qtuicontrols/quick/quickplaces.h"
 #include "qtuicontrols/quick/quickviews.h"
+#include "qtuicontrols/quick/quickwidgets.h"
 
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -63,27 +65,6 @@ bool bringsUpMenu(const QQuickItem* item, const QuickClass& cls) {
             item->property("subMenu").value<QObject*>() != nullptr);
 }
 
-/** As a page would: what is smaller is something on it. */
-bool coversMuch(const QQuickItem* item) {
-    const QQuickWindow* const window = item->window();
-    constexpr qreal part = 0.5;
-    return window != nullptr && item->width() >= part * window->width() &&
-           item->height() >= part * window->height();
-}
-
-/** Whose page the item is; null for none. Pages lie in the content item of the list that is the
- * view's content item. */
-const QQuickItem* swipeViewOf(const QQuickItem* page) {
-    const QQuickItem* const content = page->parentItem();
-    const QQuickItem* const list = content == nullptr ? nullptr : content->parentItem();
-    const QQuickItem* const view = list == nullptr ? nullptr : list->parentItem();
-    return view != nullptr && QuickClass::of(list).role() == QuickRole::ItemView &&
-                   QuickClass::of(view).role() == QuickRole::SwipeView &&
-                   list->property("highlightItem").value<QQuickItem*>() != page
-               ? view
-               : nullptr;
-}
-
 /** Of a tab view of the first generation, whose bar is a list of mouse areas. */
 bool isTab(const QQuickItem* area) {
     const QQuickItem* const content = area->parentItem();
@@ -91,14 +72,6 @@ bool isTab(const QQuickItem* area) {
     const QQuickItem* const bar = list == nullptr ? nullptr : list->parentItem();
     return bar != nullptr && QuickClass::of(bar).name() == "TabBar" &&
            area->property("tabindex").isValid();
-}
-
-QString titleOf(const QQuickItem* page, const QQuickItem* parent) {
-    if (QuickClass::of(parent).name() == "Tab") {
-        return parent->property("title").toString();
-    }
-    const QString title = page->property("title").toString();
-    return title.isEmpty() ? page->property("text").toString() : title;
 }
 
 } // namespace
@@ -113,10 +86,24 @@ QuickWalk::QuickWalk(ElementBook& book, QuickViews& views, QuickElements& elemen
 
 void QuickWalk::lookAtWindow(QQuickWindow* window) {
     Surroundings where;
-    where.view = m_elements.addWindow(window);
+    where.view = viewOf(window);
+    if (where.view == nullptr) {
+        where.view = m_elements.addWindow(window);
+    }
     visitObjects(window, where, 0);
     m_containers.remember(window->contentItem());
     visitChildren(window->contentItem(), where);
+}
+
+/** Its own, or that of the widget that shows it; null when it has none yet. */
+UIElement* QuickWalk::viewOf(QQuickWindow* window) {
+    for (const QObject* widget = QuickWidgets::widgetOf(window); widget != nullptr;
+         widget = widget->parent()) {
+        if (UIElement* const view = m_book.viewOf(m_book.elementOf(widget))) {
+            return view;
+        }
+    }
+    return m_book.elementOf(window);
 }
 
 void QuickWalk::lookAtContainer(QQuickItem* container) {
@@ -148,7 +135,7 @@ Surroundings QuickWalk::surroundingsOf(QQuickItem* container) {
             element != where.view && QuickClass::of(item).role() == QuickRole::Control;
     }
     if (where.view == nullptr && container->window() != nullptr) {
-        where.view = m_book.elementOf(container->window());
+        where.view = viewOf(container->window());
     }
     where.group = groupOf(container);
     where.isInRow = !where.group.isNull() && isInRow(container);
@@ -167,7 +154,7 @@ void QuickWalk::visitChildren(QQuickItem* item, const Surroundings& within) {
         if (cls.role() == QuickRole::Text) {
             where.textBefore = child;
         }
-        const bool isPageHere = isPage(child, item, within);
+        const bool isPageHere = isPageOf(item, child, within.isInRow);
         const bool isNewPage = isPageHere && m_views.findByObject(child) == nullptr;
         if (isKnown(child) && !isNewPage) {
             continue;
@@ -364,32 +351,8 @@ void QuickWalk::visitPopup(QObject* popup, const QuickClass& cls, const Surround
     }
 }
 
-/** Whether the parent shows the item as one of its pages. */
-bool QuickWalk::isPage(const QQuickItem* item, const QQuickItem* parent,
-                       const Surroundings& where) const {
-    const QuickClass& cls = QuickClass::of(item);
-    if (cls.role() == QuickRole::Repeater || cls.role() == QuickRole::Part ||
-        cls.role() == QuickRole::None) {
-        return false;
-    }
-    switch (QuickClass::of(parent).role()) {
-    case QuickRole::StackView:
-        return !isInsideQtControls(item);
-    case QuickRole::StackLayout:
-        return true;
-    case QuickRole::Loader:
-        if (QuickClass::of(parent).name() == "Tab") {
-            return true;
-        }
-        return !where.isInRow && cls.role() != QuickRole::Control &&
-               cls.role() != QuickRole::Input && !isInsideQtControls(parent) && coversMuch(parent);
-    default:
-        return swipeViewOf(item) != nullptr;
-    }
-}
-
 UIElement* QuickWalk::addPage(QQuickItem* page, const Surroundings& where) {
-    const QString title = titleOf(page, page->parentItem());
+    const QString title = titleOfPage(page);
     UIElement* const element =
         m_elements.addView(page, QuickClass::of(page), ElementType::Page, where, title);
     const QQuickItem* const swipeView = swipeViewOf(page);

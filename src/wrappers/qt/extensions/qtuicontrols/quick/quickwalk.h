@@ -32,12 +32,13 @@ public:
     QuickWalk(ElementBook& book, QuickViews& views, QuickElements& elements,
               QuickContainers& containers, AddWindow addWindow);
 
-    /** Makes the window a view and looks at all that it holds. */
+    /** Makes the window a view, unless a widget shows it, and looks at all that it holds. */
     void lookAtWindow(QQuickWindow* window);
     /** Looks at what is new in an item that was looked into before. */
     void lookAtContainer(QQuickItem* container);
 
 private:
+    UIElement* viewOf(QQuickWindow* window);
     Surroundings surroundingsOf(QQuickItem* container);
     void visitChildren(QQuickItem* item, const Surroundings& within);
     void visitChild(QQuickItem* item, Surroundings& where, bool isPage);
@@ -50,7 +51,6 @@ private:
     void visitObjects(const QObject* object, const Surroundings& where, int depth);
     void visitPopup(QObject* popup, const QuickClass& cls, const Surroundings& where);
 
-    bool isPage(const QQuickItem* item, const QQuickItem* parent, const Surroundings& where) const;
     UIElement* addPage(QQuickItem* page, const Surroundings& where);
     bool isKnown(const QQuickItem* item) const;
 

@@ -47,7 +47,8 @@ struct Scene {
 
 } // namespace
 
-/** The program is not linked with Qt Quick. The functions depend on their order: what was loaded stays. */
+/** The program is not linked with Qt Quick. The functions depend on their order: what was loaded
+ * stays. */
 class tst_QuickHalf : public TestLib::TestCase {
     Q_OBJECT
 
@@ -76,7 +77,8 @@ void tst_QuickHalf::aMissingHalfIsOneWarning() {
     scene.deliver();
     QCOMPARE(scene.host.fakeLogger.lines.size(), 1);
     const QString line = scene.host.fakeLogger.lines.first();
-    QVERIFY2(line.startsWith(QLatin1String("warning: Qt Quick is not recorded: /nowhere/libqtuicontrolsquick.so:")),
+    QVERIFY2(line.startsWith(QLatin1String(
+                 "warning: Qt Quick is not recorded: /nowhere/libqtuicontrolsquick.so:")),
              qPrintable(line));
 }
 

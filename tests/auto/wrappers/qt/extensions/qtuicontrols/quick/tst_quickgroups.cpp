@@ -37,26 +37,39 @@ void tst_QuickGroups::whatIsMadeAgainHasAGroup_data() {
     add("nothing", "Item { Column { Button { text: 'a' } } }", "Button \"a\"");
     add("repeater", "Column { Repeater { id: r; model: 2; Button { text: index } } }",
         "Button \"0\" group=Scene.qml:r/Button, Button \"1\" group=Scene.qml:r/Button");
-    add("repeater without an id", "Column { id: c; Repeater { model: 1; Button { text: 'a' } } Button { text: 'b' } }",
+    add("repeater without an id",
+        "Column { id: c; Repeater { model: 1; Button { text: 'a' } } Button { text: 'b' } }",
         "Button \"a\" group=Scene.qml:c/QQuickRepeater/Button, Button \"b\"");
-    add("list", "ListView { id: l; width: 99; height: 99; model: 1; delegate: Row { Button { text: 'a' } CheckBox { id: x; text: 'b' } } }",
-        "List, Button \"a\" group=Scene.qml:l/QQuickRow/Button, CheckBox \"b\" group=Scene.qml:l/QQuickRow/x");
-    add("like ones in a row", "Repeater { id: r; model: 1; Row { Button { text: 'a' } Button { text: 'b' } } }",
-        "Button \"a\" group=Scene.qml:r/QQuickRow/Button, Button \"b\" group=Scene.qml:r/QQuickRow/Button[1]");
-    add("path", "PathView { id: p; width: 99; height: 99; model: 1; path: Path { PathLine { x: 9; y: 9 } } "
-                "delegate: Button { text: 'a' } }",
+    add("list",
+        "ListView { id: l; width: 99; height: 99; model: 1; delegate: Row { Button { text: 'a' } "
+        "CheckBox { id: x; text: 'b' } } }",
+        "List, Button \"a\" group=Scene.qml:l/QQuickRow/Button, CheckBox \"b\" "
+        "group=Scene.qml:l/QQuickRow/x");
+    add("like ones in a row",
+        "Repeater { id: r; model: 1; Row { Button { text: 'a' } Button { text: 'b' } } }",
+        "Button \"a\" group=Scene.qml:r/QQuickRow/Button, Button \"b\" "
+        "group=Scene.qml:r/QQuickRow/Button[1]");
+    add("path",
+        "PathView { id: p; width: 99; height: 99; model: 1; path: Path { PathLine { x: 9; y: 9 } } "
+        "delegate: Button { text: 'a' } }",
         "List, Button \"a\" group=Scene.qml:p/Button");
     add("rows in rows",
-        "Column { Repeater { id: r; model: 1; Row { Repeater { id: s; model: 1; Button { text: 'a' } } } } }",
+        "Column { Repeater { id: r; model: 1; Row { Repeater { id: s; model: 1; Button { text: 'a' "
+        "} } } } }",
         "Button \"a\" group=Scene.qml:r/QQuickRow/s/Button");
-    add("loader", "Item { Loader { id: l; width: 9; height: 9; sourceComponent: Row { Button { text: 'a' } } } }",
+    add("loader",
+        "Item { Loader { id: l; width: 9; height: 9; sourceComponent: Row { Button { text: 'a' } } "
+        "} }",
         "Button \"a\" group=Scene.qml:l/Scene.qml:QQuickRow/Button");
-    add("tab bar", "TabBar { TabButton { text: 'a' } Repeater { id: r; model: 1; TabButton { text: 'b' } } }",
+    add("tab bar",
+        "TabBar { TabButton { text: 'a' } Repeater { id: r; model: 1; TabButton { text: 'b' } } }",
         "Tab \"a\", Tab \"b\" group=Scene.qml:r/TabButton");
     add("menu", "Menu { MenuItem { text: 'a' } }", "Menu, Command \"a\"");
-    add("button in a row's button", "ListView { id: l; width: 99; height: 99; model: 1; "
-                                    "delegate: ItemDelegate { text: 'a'; Button { text: 'b' } } }",
-        "List, Button \"a\" group=Scene.qml:l/ItemDelegate, Button \"b\" group=Scene.qml:l/ItemDelegate/Button");
+    add("button in a row's button",
+        "ListView { id: l; width: 99; height: 99; model: 1; "
+        "delegate: ItemDelegate { text: 'a'; Button { text: 'b' } } }",
+        "List, Button \"a\" group=Scene.qml:l/ItemDelegate, Button \"b\" "
+        "group=Scene.qml:l/ItemDelegate/Button");
 }
 
 void tst_QuickGroups::whatIsMadeAgainHasAGroup() {
@@ -71,7 +84,8 @@ void tst_QuickGroups::whatIsMadeAgainHasAGroup() {
 
 void tst_QuickGroups::rowsBeyondAsManyAsAnInterfaceHasAreOne() {
     SurveyProbe probe;
-    QuickScene scene("Column { Repeater { objectName: 'rows'; model: 60; Button { text: index } } }", controls2);
+    QuickScene scene(
+        "Column { Repeater { objectName: 'rows'; model: 60; Button { text: index } } }", controls2);
     QVERIFY(scene.show());
     QTRY_COMPARE(probe.tree(scene.window()).count(text("Button")), 50);
     QObject* const rows = scene.item("rows");

@@ -38,20 +38,26 @@ void tst_QuickNames::aControlIsNamedByAllThatNamesIt_data() {
     };
     add("object name", "Item { Slider { objectName: 'x' } }", "Slider objectName=x");
     add("id", "Item { Slider { id: volume } }", "Slider qmlId=volume");
-    add("placeholder", "Item { TextField { placeholderText: 'Name' } }", "TextInput placeholder=Name");
-    add("tool tip", "Item { Button { text: 'OK'; ToolTip.text: 'tip' } }", "Button \"OK\" toolTip=tip");
+    add("placeholder", "Item { TextField { placeholderText: 'Name' } }",
+        "TextInput placeholder=Name");
+    add("tool tip", "Item { Button { text: 'OK'; ToolTip.text: 'tip' } }",
+        "Button \"OK\" toolTip=tip");
     add("accessible name", "Item { Slider { Accessible.name: 'a'; Accessible.description: 'b' } }",
         "Slider accessibleName=a description=b");
     add("text before it", "Row { Label { text: 'Volume' } Slider {} }", "Slider label=Volume");
-    add("text before the container", "Row { Label { text: 'Volume' } Item { Slider {} } }", "Slider label=Volume");
+    add("text before the container", "Row { Label { text: 'Volume' } Item { Slider {} } }",
+        "Slider label=Volume");
     add("text before another", "Row { Label { text: 'Name' } Button { text: 'OK' } Slider {} }",
         "Button \"OK\", Slider");
     add("title of a group", "GroupBox { title: 'Sound'; Slider {} }", "Slider label=Sound");
-    add("text in a group", "GroupBox { title: 'Sound'; Row { Label { text: 'Volume' } Slider {} } }",
+    add("text in a group",
+        "GroupBox { title: 'Sound'; Row { Label { text: 'Volume' } Slider {} } }",
         "Slider label=Volume");
     add("text on a mouse area", "Rectangle { Text { text: 'Go' } MouseArea {} }", "Area label=Go");
-    add("text below a mouse area", "MouseArea { Rectangle { Text { text: 'Go' } } }", "Area label=Go");
-    add("caption and text before it", "Row { Label { text: 'No' } Button { text: 'OK' } }", "Button \"OK\"");
+    add("text below a mouse area", "MouseArea { Rectangle { Text { text: 'Go' } } }",
+        "Area label=Go");
+    add("caption and text before it", "Row { Label { text: 'No' } Button { text: 'OK' } }",
+        "Button \"OK\"");
 }
 
 void tst_QuickNames::aControlIsNamedByAllThatNamesIt() {
@@ -61,14 +67,16 @@ void tst_QuickNames::aControlIsNamedByAllThatNamesIt() {
     QuickScene scene(qml, controls2);
     QVERIFY(scene.show());
     QTRY_VERIFY(!probe.tree(scene.window()).isEmpty());
-    const QStringList names{text("accessibleName"), text("description"), text("label"),  text("objectName"),
-                            text("placeholder"),    text("qmlId"),       text("toolTip")};
+    const QStringList names{text("accessibleName"), text("description"), text("label"),
+                            text("objectName"),     text("placeholder"), text("qmlId"),
+                            text("toolTip")};
     QCOMPARE(probe.below(scene.window(), names).join(text(", ")), expected);
 }
 
 void tst_QuickNames::whatHidesItsInputIsSensitive() {
     SurveyProbe probe;
-    QuickScene scene("Row { TextField { objectName: 'a'; echoMode: TextInput.Password } TextField { objectName: 'b' } }",
+    QuickScene scene("Row { TextField { objectName: 'a'; echoMode: TextInput.Password } TextField "
+                     "{ objectName: 'b' } }",
                      controls2);
     QVERIFY(scene.show());
     QTRY_COMPARE(probe.attribute(scene.item("a"), Attribute::Sensitive), text("true"));
@@ -91,11 +99,14 @@ void tst_QuickNames::whatHidesItsInputLaterStaysSensitive() {
 
 void tst_QuickNames::mnemonicsAndMarkupAreNoPartOfACaption() {
     SurveyProbe probe;
-    QuickScene scene("Column { Button { text: '&Save && go' } Button { text: '<b>Bold</b> text' } Button { text: 'a < b' } }",
+    QuickScene scene("Column { Button { text: '&Save && go' } Button { text: '<b>Bold</b> text' } "
+                     "Button { text: 'a < b' } }",
                      controls2);
     QVERIFY(scene.show());
-    QTRY_COMPARE(probe.tree(scene.window()),
-                 text("Window {seen}\n  Button \"Save & go\"\n  Button \"Bold text\"\n  Button \"a < b\"\n"));
+    QTRY_COMPARE(
+        probe.tree(scene.window()),
+        text(
+            "Window {seen}\n  Button \"Save & go\"\n  Button \"Bold text\"\n  Button \"a < b\"\n"));
 }
 
 QTEST_MAIN(tst_QuickNames)

@@ -36,7 +36,8 @@ private Q_SLOTS:
 
 void tst_QuickStates::whatADisabledItemHoldsIsDisabled() {
     SurveyProbe probe;
-    QuickScene scene("Item { objectName: 'outer'; enabled: false; Button { objectName: 'button' } }", controls2);
+    QuickScene scene(
+        "Item { objectName: 'outer'; enabled: false; Button { objectName: 'button' } }", controls2);
     QVERIFY(scene.show());
     QTRY_COMPARE(probe.attribute(scene.item("button"), Attribute::Enabled), text("false"));
     scene.item("outer")->setEnabled(true);
@@ -45,7 +46,8 @@ void tst_QuickStates::whatADisabledItemHoldsIsDisabled() {
 
 void tst_QuickStates::aMouseAreaHasAPropertyOfItsOwn() {
     SurveyProbe probe;
-    QuickScene scene("Item { objectName: 'outer'; MouseArea { objectName: 'area'; enabled: false } }");
+    QuickScene scene(
+        "Item { objectName: 'outer'; MouseArea { objectName: 'area'; enabled: false } }");
     QVERIFY(scene.show());
     QQuickItem* const area = scene.item("area");
     QTRY_COMPARE(probe.attribute(area, Attribute::Enabled), text("false"));
@@ -57,8 +59,9 @@ void tst_QuickStates::aMouseAreaHasAPropertyOfItsOwn() {
 
 void tst_QuickStates::aPointerHandlerIsDisabledWithItsItem() {
     SurveyProbe probe;
-    QuickScene scene("Item { objectName: 'outer'; enabled: false; TapHandler { objectName: 'tap' } }",
-                     QuickScene::Imports::Pointers);
+    QuickScene scene(
+        "Item { objectName: 'outer'; enabled: false; TapHandler { objectName: 'tap' } }",
+        QuickScene::Imports::Pointers);
     QVERIFY(scene.show());
     QObject* const tap = scene.item("outer")->findChild<QObject*>(text("tap"));
     QTRY_COMPARE(probe.attribute(tap, Attribute::Enabled), text("false"));
@@ -66,21 +69,24 @@ void tst_QuickStates::aPointerHandlerIsDisabledWithItsItem() {
 
 void tst_QuickStates::anActionIsDisabledWithItsButtons() {
     SurveyProbe probe;
-    QuickScene scene("Item { Action { id: save; objectName: 'save'; text: '&Save'; shortcut: 'Ctrl+S' } "
-                     "ToolButton { objectName: 'button'; action: save } Menu { MenuItem { action: save } } }",
-                     controls2);
+    QuickScene scene(
+        "Item { Action { id: save; objectName: 'save'; text: '&Save'; shortcut: 'Ctrl+S' } "
+        "ToolButton { objectName: 'button'; action: save } Menu { MenuItem { action: save } } }",
+        controls2);
     QVERIFY(scene.show());
     QObject* const save = scene.object("save");
     const QStringList shown{text("enabled"), text("ways")};
     QTRY_COMPARE(probe.line(save, shown), text("Command \"Save\" ways=\"menu shortcut toolBar\""));
     QCOMPARE(probe.element(scene.item("button")), probe.element(save));
     save->setProperty("enabled", false);
-    QTRY_COMPARE(probe.line(save, shown), text("Command \"Save\" enabled=false ways=\"menu shortcut toolBar\""));
+    QTRY_COMPARE(probe.line(save, shown),
+                 text("Command \"Save\" enabled=false ways=\"menu shortcut toolBar\""));
 }
 
 void tst_QuickStates::whatAHiddenItemHoldsIsHidden() {
     SurveyProbe probe;
-    QuickScene scene("Item { Item { objectName: 'outer'; Button { objectName: 'button' } } }", controls2);
+    QuickScene scene("Item { Item { objectName: 'outer'; Button { objectName: 'button' } } }",
+                     controls2);
     QVERIFY(scene.show());
     QTRY_VERIFY(probe.element(scene.item("button")) != nullptr);
     QVERIFY(probe.attribute(scene.item("button"), Attribute::Hidden).isNull());
@@ -92,9 +98,10 @@ void tst_QuickStates::whatAHiddenItemHoldsIsHidden() {
 
 void tst_QuickStates::aClosedViewDoesNotHideItsControls() {
     SurveyProbe probe;
-    QuickScene scene("Item { width: 300; height: 200; Popup { objectName: 'popup'; enter: null; exit: null; "
-                     "Row { Button { text: 'a' } Button { text: 'b'; visible: false } } } }",
-                     controls2);
+    QuickScene scene(
+        "Item { width: 300; height: 200; Popup { objectName: 'popup'; enter: null; exit: null; "
+        "Row { Button { text: 'a' } Button { text: 'b'; visible: false } } } }",
+        controls2);
     QVERIFY(scene.show());
     QObject* const popup = scene.object("popup");
     const QStringList shown{text("hidden")};
@@ -127,7 +134,9 @@ void tst_QuickStates::aTitleIsFollowed() {
 
 void tst_QuickStates::whatDiesBeforeTheNextFrameIsForgotten() {
     SurveyProbe probe;
-    QuickScene scene("Item { objectName: 'outer'; Button { objectName: 'a' } Button { objectName: 'b' } }", controls2);
+    QuickScene scene(
+        "Item { objectName: 'outer'; Button { objectName: 'a' } Button { objectName: 'b' } }",
+        controls2);
     QVERIFY(scene.show());
     QTRY_VERIFY(probe.element(scene.item("b")) != nullptr);
     scene.item("a")->setEnabled(false);

@@ -21,7 +21,8 @@ void tst_QuickSurvey::everyControlIsKnownByWhatItExtends_data() {
     QTest::addColumn<QByteArray>("qml");
     QTest::addColumn<QString>("expected");
 
-    const auto add = [](const char* tag, QuickScene::Imports imports, const char* qml, const char* expected) {
+    const auto add = [](const char* tag, QuickScene::Imports imports, const char* qml,
+                        const char* expected) {
         QTest::newRow(tag) << imports << QByteArray(qml) << QString::fromLatin1(expected);
     };
     const auto two = QuickScene::Imports::Controls2;
@@ -40,7 +41,8 @@ void tst_QuickSurvey::everyControlIsKnownByWhatItExtends_data() {
     add("switch delegate", two, "SwitchDelegate { text: 'OK' }", "Switch \"OK\"");
     add("tab button", two, "TabBar { TabButton { text: 'OK' } }", "Tab \"OK\"");
     add("combo box", two, "ComboBox { model: 3 }", "ComboBox");
-    add("combo box with entries", two, "ComboBox { model: ['a', 'b'] }", "ComboBox\nOption \"a\"\nOption \"b\"");
+    add("combo box with entries", two, "ComboBox { model: ['a', 'b'] }",
+        "ComboBox\nOption \"a\"\nOption \"b\"");
     add("combo box with a list model", two,
         "ComboBox { textRole: 'name'; model: ListModel { ListElement { name: 'a'; other: 1 } } }",
         "ComboBox\nOption \"a\"");
@@ -59,8 +61,10 @@ void tst_QuickSurvey::everyControlIsKnownByWhatItExtends_data() {
     add("progress bar", two, "ProgressBar {}", "");
     add("scroll bar", two, "ScrollBar {}", "");
     add("frame around a button", two, "Frame { Button { text: 'OK' } }", "Button \"OK\"");
-    add("group box around a button", two, "GroupBox { title: 'G'; Button { text: 'OK' } }", "Button \"OK\"");
-    add("button box", two, "DialogButtonBox { standardButtons: DialogButtonBox.Ok }", "Button \"OK\"");
+    add("group box around a button", two, "GroupBox { title: 'G'; Button { text: 'OK' } }",
+        "Button \"OK\"");
+    add("button box", two, "DialogButtonBox { standardButtons: DialogButtonBox.Ok }",
+        "Button \"OK\"");
 
     const auto templates = QuickScene::Imports::Templates2;
     add("templates", templates,
@@ -70,11 +74,12 @@ void tst_QuickSurvey::everyControlIsKnownByWhatItExtends_data() {
     const auto none = QuickScene::Imports::Quick;
     add("mouse area", none, "Rectangle { Text { text: 'Go' } MouseArea {} }", "Area");
     add("mouse area on a text", none, "Text { text: 'Go'; MouseArea {} }", "Area");
-    add("mouse area that only hovers", none, "Item { MouseArea { acceptedButtons: Qt.NoButton } }", "");
+    add("mouse area that only hovers", none, "Item { MouseArea { acceptedButtons: Qt.NoButton } }",
+        "");
     add("control in a mouse area", none, "MouseArea { TextInput {} }", "Area\nTextInput");
     add("touch area", none, "Item { MultiPointTouchArea {} PinchArea {} }", "Area\nArea");
-    add("pointer handlers", QuickScene::Imports::Pointers, "Item { TapHandler {} DragHandler {} HoverHandler {} }",
-        "Area\nArea");
+    add("pointer handlers", QuickScene::Imports::Pointers,
+        "Item { TapHandler {} DragHandler {} HoverHandler {} }", "Area\nArea");
     add("text input", none, "TextInput { text: 'typed' }", "TextInput");
     add("text edit", none, "TextEdit { text: 'typed' }", "TextInput");
     add("read-only text edit", none, "TextEdit { readOnly: true }", "");
@@ -87,7 +92,8 @@ void tst_QuickSurvey::everyControlIsKnownByWhatItExtends_data() {
     add("button of the first generation", one, "Button { text: '&OK' }", "Button \"OK\"");
     add("tool button of the first generation", one, "ToolButton { text: 'OK' }", "Button \"OK\"");
     add("check box of the first generation", one, "CheckBox { text: 'OK' }", "CheckBox \"OK\"");
-    add("radio button of the first generation", one, "RadioButton { text: 'OK' }", "RadioButton \"OK\"");
+    add("radio button of the first generation", one, "RadioButton { text: 'OK' }",
+        "RadioButton \"OK\"");
     add("switch of the first generation", one, "Switch {}", "Switch");
     add("combo box of the first generation", one, "ComboBox { model: ['a', 'b'] }",
         "ComboBox\nOption \"a\"\nOption \"b\"");
@@ -95,10 +101,13 @@ void tst_QuickSurvey::everyControlIsKnownByWhatItExtends_data() {
     add("text area of the first generation", one, "TextArea { text: 'typed' }", "TextInput");
     add("spin box of the first generation", one, "SpinBox {}", "SpinBox");
     add("slider of the first generation", one, "Slider {}", "Slider");
-    add("table of the first generation", one, "TableView { TableViewColumn { role: 'a'; title: 'A' } }", "Table");
-    add("group box of the first generation", one, "GroupBox { title: 'G'; Button { text: 'OK' } }", "Button \"OK\"");
+    add("table of the first generation", one,
+        "TableView { TableViewColumn { role: 'a'; title: 'A' } }", "Table");
+    add("group box of the first generation", one, "GroupBox { title: 'G'; Button { text: 'OK' } }",
+        "Button \"OK\"");
     add("checkable group box of the first generation", one,
-        "GroupBox { title: 'G'; checkable: true; Button { text: 'OK' } }", "GroupBox \"G\"\nButton \"OK\"");
+        "GroupBox { title: 'G'; checkable: true; Button { text: 'OK' } }",
+        "GroupBox \"G\"\nButton \"OK\"");
 }
 
 void tst_QuickSurvey::everyControlIsKnownByWhatItExtends() {

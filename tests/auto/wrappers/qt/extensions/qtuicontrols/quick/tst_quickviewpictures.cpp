@@ -71,7 +71,8 @@ void tst_QuickViewPictures::thereAreNoneUnlessTheyAreAskedFor() {
 
 void tst_QuickViewPictures::aPopupHasItsPartOfTheWindow() {
     SurveyProbe probe(pictures());
-    QuickScene scene("Item { width: 400; height: 300; Popup { objectName: 'popup'; x: 10; y: 20; width: 50; height: 40; "
+    QuickScene scene("Item { width: 400; height: 300; Popup { objectName: 'popup'; x: 10; y: 20; "
+                     "width: 50; height: 40; "
                      "background: Rectangle { color: 'blue' } } }",
                      controls2);
     QVERIFY(scene.show());
@@ -88,7 +89,8 @@ void tst_QuickViewPictures::aPopupHasItsPartOfTheWindow() {
 void tst_QuickViewPictures::aPageHasAPictureOfItsOwnWhenItIsShown() {
     SurveyProbe probe(pictures());
     QuickScene scene("StackLayout { objectName: 'stack'; anchors.fill: parent; "
-                     "Rectangle { objectName: 'a'; color: 'red' } Rectangle { objectName: 'b'; color: 'blue' } }",
+                     "Rectangle { objectName: 'a'; color: 'red' } Rectangle { objectName: 'b'; "
+                     "color: 'blue' } }",
                      controls2);
     QVERIFY(scene.show());
     QTRY_COMPARE(middleOf(pictureOf(probe, scene.item("a"))), qRgb(255, 0, 0));
@@ -111,8 +113,9 @@ void tst_QuickViewPictures::whatAPictureShowsHasItsPlace() {
 
 void tst_QuickViewPictures::whatHidesItsInputIsBlack() {
     SurveyProbe probe(pictures());
-    QuickScene scene("Rectangle { width: 400; height: 300; color: 'red'; "
-                     "TextInput { x: 100; y: 100; width: 200; height: 100; echoMode: TextInput.Password } }");
+    QuickScene scene(
+        "Rectangle { width: 400; height: 300; color: 'red'; "
+        "TextInput { x: 100; y: 100; width: 200; height: 100; echoMode: TextInput.Password } }");
     QVERIFY(scene.show());
     QTRY_VERIFY(!pictureOf(probe, scene.window()).isNull());
     const QImage picture = pictureOf(probe, scene.window());
@@ -137,7 +140,8 @@ void tst_QuickViewPictures::whatIsRedactedIsBlack() {
     QFETCH(bool, isBlack);
     SurveyProbe probe(pictures({pattern}));
     QuickScene scene("Rectangle { width: 400; height: 300; color: 'red'; "
-                     "MouseArea { id: ident1; objectName: 'secret'; x: 100; y: 100; width: 200; height: 100 } }");
+                     "MouseArea { id: ident1; objectName: 'secret'; x: 100; y: 100; width: 200; "
+                     "height: 100 } }");
     QVERIFY(scene.show());
     QTRY_VERIFY(!pictureOf(probe, scene.window()).isNull());
     QCOMPARE(middleOf(pictureOf(probe, scene.window())), isBlack ? qRgb(0, 0, 0) : qRgb(255, 0, 0));
@@ -145,10 +149,11 @@ void tst_QuickViewPictures::whatIsRedactedIsBlack() {
 
 void tst_QuickViewPictures::nothingIsRenderedOntoNothing() {
     SurveyProbe probe(pictures());
-    QuickScene scene("Item { width: 400; height: 300; "
-                     "Popup { objectName: 'empty'; width: 0; height: 0; visible: true; modal: false } "
-                     "Popup { objectName: 'popup'; width: 10; height: 10; visible: true; modal: false } }",
-                     controls2);
+    QuickScene scene(
+        "Item { width: 400; height: 300; "
+        "Popup { objectName: 'empty'; width: 0; height: 0; visible: true; modal: false } "
+        "Popup { objectName: 'popup'; width: 10; height: 10; visible: true; modal: false } }",
+        controls2);
     QVERIFY(scene.show());
     QTRY_VERIFY(!pictureOf(probe, scene.object("popup")).isNull());
     QVERIFY(pictureOf(probe, scene.object("empty")).isNull());

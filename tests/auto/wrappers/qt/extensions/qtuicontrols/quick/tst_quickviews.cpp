@@ -52,25 +52,35 @@ void tst_QuickViews::viewsAreKnownBeforeTheyWereOpened_data() {
         "Window {seen}\n  Dialog \"D\"\n    Button \"OK\"\n");
     add("drawer", "Item { Drawer { CheckBox { text: 'OK' } } }",
         "Window {seen}\n  Drawer\n    CheckBox \"OK\"\n");
-    add("menu", "Item { Menu { title: 'M'; MenuItem { text: 'A' } Menu { title: 'S'; MenuItem { text: 'B' } } } }",
+    add("menu",
+        "Item { Menu { title: 'M'; MenuItem { text: 'A' } Menu { title: 'S'; MenuItem { text: 'B' "
+        "} } } }",
         "Window {seen}\n  Menu \"M\"\n    Menu \"S\"\n      Command \"B\"\n    Command \"A\"\n");
     add("menu of a button", "Button { text: 'Open'; Menu { MenuItem { text: 'A' } } }",
         "Window {seen}\n  Button \"Open\"\n  Menu\n    Command \"A\"\n");
-    add("menu bar", "MenuBar { Menu { title: '&File'; Action { text: '&New'; shortcut: 'Ctrl+N' } } }",
+    add("menu bar",
+        "MenuBar { Menu { title: '&File'; Action { text: '&New'; shortcut: 'Ctrl+N' } } }",
         "Window {seen}\n  Menu \"File\"\n    Command \"New\"\n");
-    add("tool tip", "Button { text: 'OK'; ToolTip { text: 'tip' } }", "Window {seen}\n  Button \"OK\"\n");
+    add("tool tip", "Button { text: 'OK'; ToolTip { text: 'tip' } }",
+        "Window {seen}\n  Button \"OK\"\n");
     add("popup of a combo box", "ComboBox { model: 2 }", "Window {seen}\n  ComboBox\n");
     add("popup in a popup", "Item { Popup { Popup { Button { text: 'OK' } } } }",
         "Window {seen}\n  Popup\n    Popup\n      Button \"OK\"\n");
-    add("stack of layouts", "StackLayout { width: 100; height: 100; Item { Button { text: 'A' } } Item { Button { text: 'B' } } }",
+    add("stack of layouts",
+        "StackLayout { width: 100; height: 100; Item { Button { text: 'A' } } Item { Button { "
+        "text: 'B' } } }",
         "Window {seen}\n  Page {seen}\n    Button \"A\"\n  Page\n    Button \"B\"\n");
     add("swipe view",
-        "SwipeView { width: 100; height: 100; Page { title: 'A'; Button { text: 'a' } } Page { title: 'B' } }",
-        "Window {seen}\n  Page \"A\" {seen}\n    Button \"a\"\n  Tab \"A\"\n  Page \"B\"\n  Tab \"B\"\n");
+        "SwipeView { width: 100; height: 100; Page { title: 'A'; Button { text: 'a' } } Page { "
+        "title: 'B' } }",
+        "Window {seen}\n  Page \"A\" {seen}\n    Button \"a\"\n  Tab \"A\"\n  Page \"B\"\n  Tab "
+        "\"B\"\n");
     add("swipe view that cannot be swiped",
         "SwipeView { interactive: false; width: 100; height: 100; Pane {} Pane {} }",
         "Window {seen}\n  Page {seen}\n  Page\n");
-    add("stack view", "StackView { width: 100; height: 100; initialItem: Page { title: 'A'; Button { text: 'a' } } }",
+    add("stack view",
+        "StackView { width: 100; height: 100; initialItem: Page { title: 'A'; Button { text: 'a' } "
+        "} }",
         "Window {seen}\n  Page \"A\" {seen}\n    Button \"a\"\n");
     add("page that is a control", "StackView { width: 100; height: 100; initialItem: ListView {} }",
         "Window {seen}\n  Page {seen}\n    List\n");
@@ -99,11 +109,14 @@ void tst_QuickViews::aWindowIsSeenEachTimeItComesUp() {
 
 void tst_QuickViews::aPopupIsSeenEachTimeItOpens() {
     SurveyProbe probe;
-    QuickScene scene("Item { width: 300; height: 200; Popup { objectName: 'popup'; width: 50; height: 50 } }", controls2);
+    QuickScene scene(
+        "Item { width: 300; height: 200; Popup { objectName: 'popup'; width: 50; height: 50 } }",
+        controls2);
     QVERIFY(scene.show());
     QObject* const popup = scene.object("popup");
     QTRY_COMPARE(probe.line(popup), text("Popup"));
-    for (const char* const expected : {"Popup showing=true {seen}", "Popup showing=true {seen=2}"}) {
+    for (const char* const expected :
+         {"Popup showing=true {seen}", "Popup showing=true {seen=2}"}) {
         QMetaObject::invokeMethod(popup, "open");
         QTRY_COMPARE(probe.line(popup, {text("showing")}), text(expected));
         QMetaObject::invokeMethod(popup, "close");
@@ -113,10 +126,11 @@ void tst_QuickViews::aPopupIsSeenEachTimeItOpens() {
 
 void tst_QuickViews::aTransparentPopupIsNotSeen() {
     SurveyProbe probe;
-    QuickScene scene("Item { width: 300; height: 200; Popup { objectName: 'popup'; width: 50; height: 50; "
-                     "enter: null; opacity: 0 } "
-                     "Popup { objectName: 'other'; width: 50; height: 50; enter: null } }",
-                     controls2);
+    QuickScene scene(
+        "Item { width: 300; height: 200; Popup { objectName: 'popup'; width: 50; height: 50; "
+        "enter: null; opacity: 0 } "
+        "Popup { objectName: 'other'; width: 50; height: 50; enter: null } }",
+        controls2);
     QVERIFY(scene.show());
     QMetaObject::invokeMethod(scene.object("popup"), "open");
     QMetaObject::invokeMethod(scene.object("other"), "open");
@@ -160,31 +174,36 @@ void tst_QuickViews::thePageOfASwipeViewIsSeenWhenItIsCurrent() {
 
 void tst_QuickViews::aPageThatIsMadeAgainIsTheSame() {
     SurveyProbe probe;
-    QuickScene scene("StackView { id: stack; objectName: 'stack'; width: 100; height: 100; initialItem: Item {} "
-                     "Component { id: boxes; Column { objectName: 'page'; "
-                     "CheckBox { text: 'a' } CheckBox { text: 'b' } CheckBox { text: 'c' } } } "
-                     "function visit() { push(boxes, StackView.Immediate) } "
-                     "function leave() { pop(StackView.Immediate) } }",
-                     controls2);
+    QuickScene scene(
+        "StackView { id: stack; objectName: 'stack'; width: 100; height: 100; initialItem: Item {} "
+        "Component { id: boxes; Column { objectName: 'page'; "
+        "CheckBox { text: 'a' } CheckBox { text: 'b' } CheckBox { text: 'c' } } } "
+        "function visit() { push(boxes, StackView.Immediate) } "
+        "function leave() { pop(StackView.Immediate) } }",
+        controls2);
     QVERIFY(scene.show());
     QTRY_VERIFY(!probe.tree(scene.window()).isEmpty());
     for (int visit = 1; visit <= 5; ++visit) {
         QMetaObject::invokeMethod(scene.item("stack"), "visit");
         const QString seen = visit == 1 ? text("{seen}") : text("{seen=%1}").arg(visit);
-        const QString first = visit == 1 ? text("  Page {seen}\n") : text("  Page {seen=%1}\n").arg(visit);
+        const QString first =
+            visit == 1 ? text("  Page {seen}\n") : text("  Page {seen=%1}\n").arg(visit);
         QTRY_COMPARE(probe.tree(scene.window()),
                      text("Window {seen}\n") + first + text("  Page ") + seen +
                          text("\n    CheckBox \"a\"\n    CheckBox \"b\"\n    CheckBox \"c\"\n"));
         QMetaObject::invokeMethod(scene.item("stack"), "leave");
         QTRY_VERIFY(scene.item("page") == nullptr);
-        QTRY_VERIFY(probe.tree(scene.window(), {text("showing")})
-                        .startsWith(text("Window showing=true {seen}\n  Page showing=true {seen=%1}\n").arg(visit + 1)));
+        QTRY_VERIFY(
+            probe.tree(scene.window(), {text("showing")})
+                .startsWith(text("Window showing=true {seen}\n  Page showing=true {seen=%1}\n")
+                                .arg(visit + 1)));
     }
 }
 
 void tst_QuickViews::aWindowWithinAWindowIsAViewOfItsOwn() {
     SurveyProbe probe;
-    QuickScene scene("Item { Window { objectName: 'other'; title: 'Other'; flags: Qt.Dialog; Button { text: 'OK' } } }",
+    QuickScene scene("Item { Window { objectName: 'other'; title: 'Other'; flags: Qt.Dialog; "
+                     "Button { text: 'OK' } } }",
                      controls2);
     QVERIFY(scene.show());
     QTRY_COMPARE(probe.tree(scene.object("other")), text("Dialog \"Other\"\n  Button \"OK\"\n"));
@@ -193,17 +212,20 @@ void tst_QuickViews::aWindowWithinAWindowIsAViewOfItsOwn() {
 
 void tst_QuickViews::whatALoaderShowsIsAPageWhenItCoversTheWindow() {
     SurveyProbe probe;
-    QuickScene scene("Item { width: 400; height: 300; "
-                     "Loader { anchors.fill: parent; sourceComponent: Item { Button { text: 'a' } } } "
-                     "Loader { width: 30; height: 30; sourceComponent: Item { Button { text: 'b' } } } }",
-                     controls2);
+    QuickScene scene(
+        "Item { width: 400; height: 300; "
+        "Loader { anchors.fill: parent; sourceComponent: Item { Button { text: 'a' } } } "
+        "Loader { width: 30; height: 30; sourceComponent: Item { Button { text: 'b' } } } }",
+        controls2);
     QVERIFY(scene.show());
-    QTRY_COMPARE(probe.tree(scene.window()), text("Window {seen}\n  Page {seen}\n    Button \"a\"\n  Button \"b\"\n"));
+    QTRY_COMPARE(probe.tree(scene.window()),
+                 text("Window {seen}\n  Page {seen}\n    Button \"a\"\n  Button \"b\"\n"));
 }
 
 void tst_QuickViews::whatIsMadeLaterIsFound() {
     SurveyProbe probe;
-    QuickScene scene("Item { width: 100; height: 100; Item { id: parentItem; objectName: 'empty'; width: 50; height: 50; "
+    QuickScene scene("Item { width: 100; height: 100; Item { id: parentItem; objectName: 'empty'; "
+                     "width: 50; height: 50; "
                      "Component { id: made; Frame { Button { text: 'late' } } } "
                      "function make() { made.createObject(parentItem) } } }",
                      controls2);
@@ -216,19 +238,22 @@ void tst_QuickViews::whatIsMadeLaterIsFound() {
 void tst_QuickViews::aPopupThatIsMadeLaterIsFoundWhenItOpens() {
     SurveyProbe probe;
     QuickScene scene("Item { id: parentItem; objectName: 'root'; width: 100; height: 100; "
-                     "Component { id: made; Popup { enter: null; width: 50; height: 50; Button { text: 'late' } } } "
+                     "Component { id: made; Popup { enter: null; width: 50; height: 50; Button { "
+                     "text: 'late' } } } "
                      "function make() { made.createObject(parentItem).open() } }",
                      controls2);
     QVERIFY(scene.show());
     QTRY_COMPARE(probe.tree(scene.window()), text("Window {seen}\n"));
     QMetaObject::invokeMethod(scene.item("root"), "make");
-    QTRY_COMPARE(probe.tree(scene.window()), text("Window {seen}\n  Popup {seen}\n    Button \"late\"\n"));
+    QTRY_COMPARE(probe.tree(scene.window()),
+                 text("Window {seen}\n  Popup {seen}\n    Button \"late\"\n"));
 }
 
 void tst_QuickViews::aViewOfTheFirstGenerationIsKnown() {
     SurveyProbe probe;
     QuickScene scene("Item { width: 300; height: 200; "
-                     "TabView { anchors.fill: parent; Tab { title: 'A'; Button { text: 'a' } } Tab { title: 'B' } } "
+                     "TabView { anchors.fill: parent; Tab { title: 'A'; Button { text: 'a' } } Tab "
+                     "{ title: 'B' } } "
                      "Menu { title: 'M'; MenuItem { text: 'C' } } }",
                      controls1);
     QVERIFY(scene.show());
