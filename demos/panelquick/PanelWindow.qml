@@ -42,6 +42,7 @@ ApplicationWindow {
         Row {
             ToolButton { text: qsTr("Refresh"); onClicked: showStatus(qsTr("Values refreshed")) }
             ToolButton { text: qsTr("Print"); onClicked: showStatus(qsTr("Printed")) }
+            ToolButton { text: qsTr("Service..."); onClicked: service.createObject(window).show() }
         }
     }
 
@@ -100,6 +101,11 @@ ApplicationWindow {
             Layout.fillWidth: true
             Layout.fillHeight: true
         }
+    }
+
+    Component {
+        id: service
+        ServiceWindow { onClosing: destroy() }
     }
 
     SettingsDialog {

@@ -4,6 +4,8 @@
 #include <QQuickWindow>
 #include <QTest>
 
+#include <algorithm>
+
 /** A test of the panel as its makers might have it: it uses some of the panel and forgets the rest.
  */
 class PanelSession : public QObject {
@@ -16,11 +18,21 @@ private Q_SLOTS:
     void switchesNightSetback();
     void exportsAsTable();
     void changesTheSettings();
+    void setsTheCircuit();
+    void plansTheWeek();
+    void writesTheLog();
 
 private:
     /** The visible control whose property has that value; null when there is none. */
     QQuickItem* find(const char* property, const QString& value) const;
     bool click(const char* property, const QString& value) const;
+    static void click(const QQuickItem* item, const QPoint& offset = {});
+    /** Opens the service window and turns to that page as a technician does. */
+    bool openService(const QString& page);
+    /** The item of that class or object name in the window that is worked in. */
+    QQuickItem* item(const char* name) const;
+    /** Gives the item the keyboard and presses the key. */
+    void press(QQuickItem* item, Qt::Key key) const;
     bool clickText(const QString& text) const { return click("text", text); }
 
     QQmlApplicationEngine* m_engine = nullptr;
@@ -74,10 +86,15 @@ bool PanelSession::click(const char* property, const QString& value) const {
     if (!QTest::qWaitFor([&] { return find(property, value) != nullptr; })) {
         return false;
     }
-    const QQuickItem* const item = find(property, value);
-    const QRectF place = item->mapRectToScene(QRectF(0, 0, item->width(), item->height()));
-    QTest::mouseClick(m_window, Qt::LeftButton, Qt::NoModifier, place.center().toPoint());
+    click(find(property, value));
     return true;
+}
+
+void PanelSession::click(const QQuickItem* item, const QPoint& offset) {
+    const QRectF place = item->mapRectToScene(QRectF(0, 0, item->width(), item->height()));
+    const QPoint point =
+        offset.isNull() ? place.center().toPoint() : place.topLeft().toPoint() + offset;
+    QTest::mouseClick(item->window(), Qt::LeftButton, Qt::NoModifier, point);
 }
 
 void PanelSession::namesTheRoom() {
@@ -114,6 +131,87 @@ void PanelSession::changesTheSettings() {
     QVERIFY(summerTime->property("checked").toBool());
     QVERIFY(clickText(QStringLiteral("OK")));
     QTRY_VERIFY(!find("text", QStringLiteral("Summer time")));
+}
+
+bool PanelSession::openService(const QString& page) {
+    if (!clickText(QStringLiteral("Service..."))) {
+        return false;
+    }
+    const QWindowList windows = QGuiApplication::topLevelWindows();
+    const auto it = std::find_if(windows.cbegin(), windows.cend(), [](const QWindow* window) {
+        return window->title() == QLatin1String("Service");
+    });
+    if (it == windows.cend()) {
+        return false;
+    }
+    m_window = qobject_cast<QQuickWindow*>(*it);
+    m_window->requestActivate();
+    if (!QTest::qWaitForWindowActive(m_window) || !clickText(page)) {
+        return false;
+    }
+    auto* const pages = item("QQuickSwipeView");
+    // The pages slide: until then none of them takes presses where it will be.
+    return QTest::qWaitFor([pages, page] {
+        const auto* const current = pages->property("currentItem").value<QQuickItem*>();
+        return current != nullptr && current->property("title").toString() == page &&
+               current->mapToItem(pages, QPointF()).toPoint().isNull();
+    });
+}
+
+QQuickItem* PanelSession::item(const char* name) const {
+    const auto* const root = m_window->contentItem();
+    QList<QQuickItem*> items = root->childItems();
+    while (!items.isEmpty()) {
+        QQuickItem* const candidate = items.takeFirst();
+        if (candidate->inherits(name) || candidate->objectName() == QLatin1String(name)) {
+            return candidate;
+        }
+        items += candidate->childItems();
+    }
+    return nullptr;
+}
+
+void PanelSession::press(QQuickItem* item, Qt::Key key) const {
+    item->forceActiveFocus(Qt::TabFocusReason);
+    QTest::keyClick(m_window, key);
+}
+
+void PanelSession::setsTheCircuit() {
+    QVERIFY(openService(QStringLiteral("Circuit")));
+    QVERIFY(clickText(QStringLiteral("Cooling")));
+    QVERIFY(find("text", QStringLiteral("Cooling"))->property("checked").toBool());
+    QVERIFY(clickText(QStringLiteral("Holiday")));
+    QVERIFY(find("text", QStringLiteral("Holiday"))->property("checked").toBool());
+    press(item("QQuickComboBox"), Qt::Key_Down);
+    QCOMPARE(item("QQuickComboBox")->property("currentIndex").toInt(), 1);
+    press(item("QQuickSpinBox"), Qt::Key_Up);
+    QCOMPARE(item("QQuickSpinBox")->property("value").toInt(), 1);
+    press(item("QQuickSlider"), Qt::Key_Right);
+    QCOMPARE(item("QQuickSlider")->property("value").toDouble(), 0.1);
+    press(item("QQuickDial"), Qt::Key_Up);
+    QCOMPARE(item("QQuickDial")->property("value").toDouble(), 0.1);
+    // It waits for a sensor that is not connected.
+    QVERIFY(clickText(QStringLiteral("Calibrate")));
+}
+
+void PanelSession::plansTheWeek() {
+    QVERIFY(openService(QStringLiteral("Plan")));
+    QVERIFY(clickText(QStringLiteral("Weekend")));
+    QVERIFY(clickText(QStringLiteral("Copy to...")));
+    QVERIFY(clickText(QStringLiteral("Sunday")));
+    QVERIFY(find("text", QStringLiteral("Sunday"))->property("checked").toBool());
+}
+
+void PanelSession::writesTheLog() {
+    QVERIFY(openService(QStringLiteral("Log")));
+    QQuickItem* const note = item("QQuickTextArea");
+    press(note, Qt::Key_O);
+    press(note, Qt::Key_K);
+    QCOMPARE(note->property("text").toString(), QStringLiteral("ok"));
+    click(item("pressure"));
+    QTest::keyClick(m_window, Qt::Key_E, Qt::ControlModifier);
+    const QQuickItem* const manual = item("manual");
+    click(manual, QPoint(10, qRound(manual->height() / 2)));
 }
 
 int main(int argc, char* argv[]) {

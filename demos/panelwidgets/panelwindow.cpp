@@ -1,5 +1,6 @@
 #include "panelwidgets/panelwindow.h"
 
+#include "panelwidgets/servicewindow.h"
 #include "panelwidgets/settingsdialog.h"
 
 #include <QAction>
@@ -28,6 +29,7 @@ PanelWindow::PanelWindow() {
     auto* const tools = addToolBar(tr("Tools"));
     tools->addAction(tr("Refresh"), this, [this] { showStatus(tr("Values refreshed")); });
     tools->addAction(tr("Print"), this, [this] { showStatus(tr("Printed")); });
+    tools->addAction(tr("Service..."), this, [this] { (new ServiceWindow(this))->show(); });
 
     auto* const page = new QWidget;
     auto* const layout = new QHBoxLayout(page);
