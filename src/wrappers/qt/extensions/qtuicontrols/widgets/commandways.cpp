@@ -65,7 +65,7 @@ WaySet WaySet::of(const QString& text) {
     WaySet set;
     const QStringList names = text.split(QLatin1Char(' '));
     for (const Way way : all) {
-        if (names.contains(QLatin1String(nameOf(way)))) {
+        if (names.contains(QString::fromLatin1(nameOf(way)))) {
             set.add(way);
         }
     }

@@ -29,7 +29,7 @@ QString nullIfEmpty(const QString& text) {
 /** A window's title without the mark that stands for "modified". */
 QString windowTitleOf(const QWidget* widget) {
     QString title = widget->windowTitle();
-    title.remove(QLatin1String("[*]"));
+    title.remove(QStringLiteral("[*]"));
     return title.trimmed();
 }
 
