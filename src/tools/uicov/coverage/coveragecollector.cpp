@@ -47,7 +47,10 @@ void CoverageCollector::collect(const Runs::Run& run) {
 
 void CoverageCollector::addControl(const RunElement& element, NodeId node,
                                    const QVector<ContextId>& contexts) {
-    const Events events = Coverage::eventsOf(element, contexts);
+    Events events = Coverage::eventsOf(element, contexts);
+    for (EventCoverage& event : events) {
+        event.isNeverCounted = false; // that is the classic extension's
+    }
     if (Runs::isViewType(element.type)) {
         m_tree.noteView(node, events.value(Coverage::seenEvent()).isCovered());
     } else {
