@@ -3,8 +3,8 @@
 
 #include <QTest>
 
-/** What a user of the report relies on, shown on whole programs: a command is one control however it
- * is reached, and a page that is made anew at each visit has its controls once. */
+/** What a user of the report relies on, shown on whole programs: a command is one control however
+ * it is reached, and a page that is made anew at each visit has its controls once. */
 class TestControls : public TestLib::TestCase {
     Q_OBJECT
 
@@ -48,8 +48,7 @@ void TestControls::allWaysOfACommandAreOneControl() {
     const ControlsRun run(QStringLiteral(SAVING_PROGRAM), {QStringLiteral("-silent")});
     QVERIFY2(run.problem().isEmpty(), qPrintable(run.problem()));
     QCOMPARE(run.usedControls(),
-             QStringList(
-                 QStringLiteral("Command \"Save\" triggered=5 by menu toolBar shortcut")));
+             QStringList(QStringLiteral("Command \"Save\" triggered=5 by menu toolBar shortcut")));
 }
 
 void TestControls::aPageThatIsVisitedFiveTimesHasItsControlsOnce() {
