@@ -18,7 +18,7 @@ constexpr int patience = 120000;
 
 } // namespace
 
-/** The demo panels' sessions, recorded as "make demo" records them, and what must come out of it.
+/** The demo panels' sessions, recorded with the classic extension, and what must come out of it.
  */
 class TestDemo : public TestLib::TestCase {
     Q_OBJECT
@@ -46,10 +46,13 @@ void TestDemo::initTestCase() {
     const QString path = m_directory.filePath(QStringLiteral("panel.uirec"));
     QProcess process;
     process.start(QStringLiteral(UICOV_PROGRAM),
-                  {QStringLiteral("run"), QStringLiteral("--screenshots"), QStringLiteral("-o"),
+                  {QStringLiteral("run"), QStringLiteral("--classic"),
+                   QStringLiteral("--screenshots"), QStringLiteral("-o"),
                    m_directory.filePath(QStringLiteral("panel.uicov")),
                    QStringLiteral("--recording"), path, QStringLiteral("--"),
-                   QStringLiteral(DEMO_SESSION), QStringLiteral("-silent")});
+                   QStringLiteral(DEMO_SESSION), QStringLiteral("-silent"),
+                   QStringLiteral("namesTheRoom"), QStringLiteral("switchesNightSetback"),
+                   QStringLiteral("exportsAsTable"), QStringLiteral("changesTheSettings")});
     QVERIFY(process.waitForFinished(patience));
     m_exitCode = process.exitCode();
     m_errors = QString::fromLocal8Bit(process.readAllStandardError());

@@ -18,7 +18,7 @@ constexpr int patience = 120000;
 
 } // namespace
 
-/** The session of the Qt Quick panel, recorded as "make demo" records it: the same words and the
+/** The session of the Qt Quick panel, recorded with the classic extension: the same words and the
  * same steps as the panel of Qt Widgets, and what Qt Quick makes of them. */
 class TestQuickDemo : public TestLib::TestCase {
     Q_OBJECT
@@ -40,10 +40,12 @@ void TestQuickDemo::initTestCase() {
     const QString path = m_directory.filePath(QStringLiteral("panel.uirec"));
     QProcess process;
     process.start(QStringLiteral(UICOV_PROGRAM),
-                  {QStringLiteral("run"), QStringLiteral("-o"),
+                  {QStringLiteral("run"), QStringLiteral("--classic"), QStringLiteral("-o"),
                    m_directory.filePath(QStringLiteral("panel.uicov")),
                    QStringLiteral("--recording"), path, QStringLiteral("--"),
-                   QStringLiteral(DEMO_SESSION), QStringLiteral("-silent")});
+                   QStringLiteral(DEMO_SESSION), QStringLiteral("-silent"),
+                   QStringLiteral("namesTheRoom"), QStringLiteral("switchesNightSetback"),
+                   QStringLiteral("exportsAsTable"), QStringLiteral("changesTheSettings")});
     QVERIFY(process.waitForFinished(patience));
     m_errors = QString::fromLocal8Bit(process.readAllStandardError());
     QVERIFY2(process.exitCode() == 0, qPrintable(m_errors));
