@@ -90,8 +90,7 @@ CLI::App* RunCommand::declare(CLI::App& commands) {
         ->envname("UICOV_TOOLKIT")
         ->check(CLI::IsMember({"widgets", "quick", "both"}).description(""))
         ->capture_default_str();
-    app->add_flag("--classic", m_isClassic,
-                  "Record with the classic extension, which knows fewer controls")
+    app->add_flag("--classic", m_isClassic, "Record with the older extension, which knows less")
         ->envname("UICOV_CLASSIC");
     app->add_flag("--screenshots", m_takesScreenshots, "Record a picture of every view")
         ->envname("UICOV_SCREENSHOTS");
@@ -102,7 +101,8 @@ CLI::App* RunCommand::declare(CLI::App& commands) {
     app->add_option("--libdir", m_libraryFolder, "Where the extension is, if not beside uicov")
         ->type_name("DIR")
         ->envname("UICOV_LIBDIR");
-    app->add_option("--config", m_configFile, "What to black out (default: uicov.toml, if it is here)")
+    app->add_option("--config", m_configFile,
+                    "What to black out (default: uicov.toml, if it is here)")
         ->type_name("FILE")
         ->envname("UICOV_CONFIG");
     app->add_flag("--no-config", m_ignoresConfig, "Read no uicov.toml");

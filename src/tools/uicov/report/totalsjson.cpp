@@ -28,9 +28,9 @@ QJsonObject totalsJson(const CoverageTree::Totals& totals) {
             {QStringLiteral("covered_events"), totals.coveredEvents},
             {QStringLiteral("never_counted_events"), totals.neverCountedEvents},
             {QStringLiteral("missed_perhaps_seen"), totals.missedUnseen},
-        {QStringLiteral("unavailable"), totals.unavailable},
-        {QStringLiteral("views"), totals.views},
-        {QStringLiteral("seen_views"), totals.seenViews}};
+            {QStringLiteral("unavailable"), totals.unavailable},
+            {QStringLiteral("views"), totals.views},
+            {QStringLiteral("seen_views"), totals.seenViews}};
 }
 
 } // namespace Uicov::Report

@@ -161,7 +161,7 @@ private Q_SLOTS:
     void aDataFileAsObjects() {
         const QVector<QJsonObject> lines = objects(QStringLiteral("data.uicov"));
         QVERIFY(lines.size() > 10);
-        QCOMPARE(lines.first().value(QStringLiteral("schema")).toInt(), 1);
+        QCOMPARE(lines.first().value(QStringLiteral("schema")).toInt(), 2);
         const QJsonObject& run = lines.at(1);
         QCOMPARE(run.value(QStringLiteral("application")).toString(), QStringLiteral("panel"));
         QVERIFY(run.value(QStringLiteral("complete")).toBool());

@@ -44,7 +44,9 @@ private Q_SLOTS:
                                   "\"Panel*\" = 90.5\n"
                                   "[report]\n"
                                   "precision = 2\nsort = \"cover\"\n"
-                                  "skip-covered = true\nmissed = true\n",
+                                  "skip-covered = true\nmissed = true\n"
+                                  "[redact]\n"
+                                  "patterns = [\"account*\", \"Balance\"]\n",
                                   configuration);
         QVERIFY2(!problem, problem ? qPrintable(problem->text) : "");
         QCOMPARE(configuration.path, m_path);
@@ -65,6 +67,8 @@ private Q_SLOTS:
         QCOMPARE(*configuration.report.precision, 2);
         QCOMPARE(configuration.report.sort, QStringLiteral("cover"));
         QVERIFY(configuration.report.skipsCovered && configuration.report.listsMissed);
+        QCOMPARE(configuration.redacted,
+                 QStringList({QStringLiteral("account*"), QStringLiteral("Balance")}));
     }
 
     void anEmptyFileSaysNothing() {
