@@ -1,0 +1,21 @@
+#include "universeplugin.h"
+
+#include "player.h"
+
+namespace {
+
+constexpr int usualSteps = 300;
+
+int number(const char* variable, int otherwise) {
+    bool isNumber = false;
+    const int value = qEnvironmentVariableIntValue(variable, &isNumber);
+    return isNumber ? value : otherwise;
+}
+
+} // namespace
+
+QObject* UniversePlugin::create(const QString& /*key*/, const QString& /*settings*/) {
+    return new Player(QString::fromLocal8Bit(qgetenv("UICOV_UNIVERSE_JOURNAL")),
+                      static_cast<quint32>(number("UICOV_UNIVERSE_SEED", 1)),
+                      number("UICOV_UNIVERSE_STEPS", usualSteps));
+}
