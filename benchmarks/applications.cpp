@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // What the tool costs whole programs: each program and size in each mode, in processes of their
 // own, the modes in turn and each round beginning with another one.
 //

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // What "uicov combine" costs: time and memory per run, for few runs and for many.
 //
 //   combining [--json FILE]

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // What the heap holds for one tracked object, piece by piece.
 #include "discardinghook.h"
 #include "tracking/mappingelementstore.h"

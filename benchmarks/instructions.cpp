@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // Does every operation once at a small and once at a large size, for a tool that counts the
 // instructions of measured(). Prints what it does, one line for each call: items, then the name.
 //

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // How long each operation takes, by Google Benchmark. The number of items stands behind the name;
 // the times are those of all items, and "each" is the processor time of one. Recordings and data
 // files have programs of their own: replay, combining.

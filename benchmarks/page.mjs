@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // How fluid the page of a large report is: 200 windows with pictures, 5,000 elements.
 // node benchmarks/page.mjs [BUILD FOLDER]
 import {execFileSync} from "node:child_process";

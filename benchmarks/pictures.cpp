@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // What a window's picture costs: its encoding, time and size, beside what Qt's own writer does; and
 // how the whole is shared among grabbing, encoding and appending to a recording.
 #include "recordstream/pngwriter.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // What a window of many Qt Quick items costs. A first show, a focus in and one item more must cost
 // each item the same within a factor of 1.5, however many there are.
 #include "discardinghook.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // How many small records a second are read back from a recording into a run, and with how much
 // memory: the same few elements over and over, so that the model stays as small as it is.
 #include "recording/frame.h"

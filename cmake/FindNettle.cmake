@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: the uicov authors
+# SPDX-License-Identifier: MIT
+
 # Nettle, for the target Nettle::nettle.
 find_path(Nettle_INCLUDE_DIR nettle/sha2.h)
 find_library(Nettle_LIBRARY nettle)

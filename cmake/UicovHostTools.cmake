@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: the uicov authors
+# SPDX-License-Identifier: MIT
+
 # In a cross build: Qt's code generators of the build machine, in place of those that Qt's packages for
 # the target name. Included before Qt is looked for. A toolchain that brings its own leaves
 # UICOV_QT_HOST_TOOLS empty.

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: the uicov authors
+# SPDX-License-Identifier: MIT
+
 # What a project that builds against this one finds: find_package(uicov) with these targets.
 #   uicov::model            the element model (uiabstraction/*.h), a static library
 #   uicov::recordstream     its stream forms and the payloads of records (recordstream/*.h), the same

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: the uicov authors
+# SPDX-License-Identifier: MIT
+
 # Everything that a person can choose about a build, and the settings that follow from it.
 
 option(UICOV_BUILD_TESTS "Build the tests" ON)

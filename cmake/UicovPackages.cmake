@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: the uicov authors
+# SPDX-License-Identifier: MIT
+
 # Debian packages: "cpack -G DEB" in a build folder makes
 #   uicov-device   what an application is recorded with: the extension, the host stand-in and the starter
 #   uicov          the command, for the workstation

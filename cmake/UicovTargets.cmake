@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: the uicov authors
+# SPDX-License-Identifier: MIT
+
 # The only ways to make a library and a test here. All fail on arguments that they do not know, so that
 # a misspelt keyword does not silently drop a source file or a dependency.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // Loaded ahead of the host's library, to see what the extension costs by itself: messages go
 // nowhere.
 #include <vorsk/hook.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // In place of the extension, to see what the host costs by itself: asks for all events, as the
 // extension does, and looks at none.
 #include <vorsk/extension.h>

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: the uicov authors
+# SPDX-License-Identifier: MIT
+
 # 64-bit ARM, Debian's cross compiler and sysroot.
 set(UICOV_ARCH arm64)
 set(UICOV_TRIPLET aarch64-linux-gnu)

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: the uicov authors
+# SPDX-License-Identifier: MIT
+
 # 32-bit ARM with hardware floating point (ARMv7), Debian's cross compiler and sysroot.
 set(UICOV_ARCH armhf)
 set(UICOV_TRIPLET arm-linux-gnueabihf)

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: the uicov authors
+# SPDX-License-Identifier: MIT
+
 # What the toolchain files for Debian's cross compilers have in common. They set UICOV_ARCH (Debian's name),
 # UICOV_TRIPLET, CMAKE_SYSTEM_PROCESSOR and UICOV_EMULATOR, and include this.
 set(CMAKE_SYSTEM_NAME Linux)

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 import QtQuick 2.9
 import QtQuick.Controls 2.3
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "panelwidgets/gauge.h"
 #include "panelwidgets/panelwindow.h"
 #include "panelwidgets/servicewindow.h"

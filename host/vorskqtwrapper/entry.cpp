@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "vorskqtwrapper/entry.h"
 
 #include "vorskqtwrapper/eventtap.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "vorskqtwrapper/eventwrappercontext.h"
 
 #include "vorskqtwrapper/eventtap.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 #include <QPair>
@@ -19,8 +22,8 @@ namespace VorskHost {
  *   [host]     extension (paths), recording (path), and optional: session (text), context (text:
  *              of the run as a whole), mark (text: the context that is current when the process
  *              starts), labels (texts: NAME=VALUE)
- *   [options]  enabled, qtwidgets, qtquick, takeScreenshotsOfElements, redact (patterns): handed to the
- *              extension
+ *   [options]  enabled, qtwidgets, qtquick, takeScreenshotsOfElements, redact (patterns): handed to
+ * the extension
  *
  * Several values to a key are separated by commas. Unknown sections and keys are errors.
  */
@@ -31,9 +34,9 @@ public:
     /**
      * What the environment asks for: the file that VORSK_OPTIONS_FILE names or, without one, a
      * recording of this program in the folder VORSK_RECORDING_DIR by the extension that lies beside
-     * the host: the controls extension, or the one that VORSK_RECORDING_EXTENSION names, controls or
-     * classic. VORSK_RECORDING_MAX_BYTES limits either, and VORSK_RECORDING_APPEND says how either
-     * is appended to. Nothing when it names neither.
+     * the host: the controls extension, or the one that VORSK_RECORDING_EXTENSION names, controls
+     * or classic. VORSK_RECORDING_MAX_BYTES limits either, and VORSK_RECORDING_APPEND says how
+     * either is appended to. Nothing when it names neither.
      * @param libraryFolder where the host's libraries are
      */
     static std::optional<HostConfiguration> fromEnvironment(const QString& libraryFolder);

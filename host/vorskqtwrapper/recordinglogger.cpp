@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "vorskqtwrapper/recordinglogger.h"
 
 #include "vorskhook/hostlogging.h"

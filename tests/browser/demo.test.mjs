@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // The page of the demo panels' real sessions, used with mouse and keyboard.
 import assert from "node:assert/strict";
 import {join} from "node:path";

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // The page of a program that nobody here wrote: one of Debian's Qt examples, ended as a desktop ends it.
 import assert from "node:assert/strict";
 import {spawn} from "node:child_process";

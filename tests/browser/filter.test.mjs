@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // The filter's language by itself, without a browser.
 import assert from "node:assert/strict";
 import {readFileSync} from "node:fs";

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // The page without scripts, on paper, as a folder, dark, narrow and wide.
 import assert from "node:assert/strict";
 import {createServer} from "node:http";

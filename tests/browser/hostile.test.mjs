@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // Names that would like to be something else than names.
 import assert from "node:assert/strict";
 import {readFileSync} from "node:fs";

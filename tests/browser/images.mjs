@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // Draws the page of the demo panels in every state that it has, for people to look at, and the pictures of the docs.
 // UICOV_PROGRAM, UICOV_BUILD and UICOV_CHROMIUM as the tests have them; arguments: FOLDER [all].
 import {execFileSync} from "node:child_process";

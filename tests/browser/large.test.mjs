@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // A page with 200 windows and 5,000 elements: what keeps it fluid, apart from time.
 import assert from "node:assert/strict";
 import {statSync} from "node:fs";

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // Outlines lie on the right things: in this recording each element is a patch of the colour it is called by.
 import assert from "node:assert/strict";
 import {join} from "node:path";

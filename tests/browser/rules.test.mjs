@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // The page under rules, criteria, contexts and gates, and of several runs.
 import assert from "node:assert/strict";
 import {execFileSync} from "node:child_process";

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // What the tests of the page share: recordings, pages made of them, and a browser that tells on them.
 import assert from "node:assert/strict";
 import {execFileSync} from "node:child_process";

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // Any file as a data file: it is read or refused by name, and left as it was.
 
 #include "acceptance.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // Any payload as a record of each kind: the first byte chooses the kind, the rest is the payload.
 
 #include "acceptance.h"

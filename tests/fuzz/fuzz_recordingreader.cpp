@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // Any file as a recording: what is read is a prefix that is sound, and the rest is counted as lost.
 
 #include "acceptance.h"

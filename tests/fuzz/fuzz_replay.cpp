@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // Any frames as a run, from the records to the report. Checksums are not looked at.
 
 #include "acceptance.h"

@@ -1,4 +1,7 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: the uicov authors
+# SPDX-License-Identifier: MIT
+
 """Cuts recordings of real programs down to seeds for the fuzz targets.
 
 usage: makecorpus.py FOLDER RECORDS RECORDING...

@@ -1,4 +1,7 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: the uicov authors
+# SPDX-License-Identifier: MIT
+
 """Makes recordings that still grow, or whose application was killed, out of a whole one of version 2.
 
 usage: makegrowing.py RECORDING FOLDER

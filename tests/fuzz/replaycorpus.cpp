@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // Gives each file of a folder to a fuzz target, in builds that have no fuzzer.
 
 #include "acceptance.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // The demo's panel, always used in the same way, as it is or changed as its makers might change it.
 // The name of the change is the first argument; without one there is none.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "commands/commandline.h"
 #include "console/terminal.h"
 #include "help/vocabulary.h"

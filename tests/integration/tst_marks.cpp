@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "recording/framedecoder.h"
 #include "recording/recordingreader.h"
 #include "run/runloader.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "guisession.h"
 #include "testlib/testcase.h"
 #include "uiabstraction/uielement.h"

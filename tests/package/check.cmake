@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: the uicov authors
+# SPDX-License-Identifier: MIT
+
 # Installs the development files into an empty folder, moves that, and builds and runs a project with nothing
 # but them. Variables: BUILD, WORK (folders), VERSION, and TOOLCHAIN (file) in a cross build.
 file(REMOVE_RECURSE ${WORK})

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "testlib/controlstree.h"
 
 #include "testlib/treeprinter.h"
@@ -27,8 +30,9 @@ QString controlLine(const UIElement& element, const QStringList& attributes) {
     const QMap<UIEvent, int> usage = element.usage();
     for (auto it = usage.cbegin(); it != usage.cend(); ++it) {
         if (it.value() > 0) {
-            counts.append(it.value() == 1 ? it.key().name()
-                                          : it.key().name() + QLatin1Char('=') + QString::number(it.value()));
+            counts.append(it.value() == 1
+                              ? it.key().name()
+                              : it.key().name() + QLatin1Char('=') + QString::number(it.value()));
         }
     }
     if (!counts.isEmpty()) {
@@ -41,7 +45,8 @@ QString controlsTree(const UIElement& root, const QStringList& attributes) {
     QString lines;
     ElementWalk walk(&root);
     while (const UIElement* element = walk.next()) {
-        lines += QString(2 * walk.depth(), QLatin1Char(' ')) + controlLine(*element, attributes) + QLatin1Char('\n');
+        lines += QString(2 * walk.depth(), QLatin1Char(' ')) + controlLine(*element, attributes) +
+                 QLatin1Char('\n');
     }
     return lines;
 }

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "testlib/quickusesprobe.h"
 
 #include "qtuicontrols/quick/quicktracker.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // An application whose other threads send events to objects of theirs all the while that its
 // windows are used; tst_threads runs it. Says how many events they sent.
 #include <QApplication>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "recordstream/elementstream.h"
 
 #include "recordstream/payloadreader.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "uiabstraction/elementstore.h"
 
 #include "uiabstraction/uielement.h"

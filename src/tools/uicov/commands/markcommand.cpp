@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "commands/markcommand.h"
 
 #include "commands/cli/exitcode.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 #include "coverage/pattern.h"
@@ -74,7 +77,8 @@ struct Configuration {
     QMap<QString, QStringList> criteria;
     Gates gates;
     ReportDefaults report;
-    /** Wildcard patterns over objectName, QML id and class: what "uicov run" has blacked out of pictures. */
+    /** Wildcard patterns over objectName, QML id and class: what "uicov run" has blacked out of
+     * pictures. */
     QStringList redacted;
 
     /** The label as the rules make it, one after the other. */

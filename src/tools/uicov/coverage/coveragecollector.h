@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 #include "coverage/coveragetree.h"
@@ -9,7 +12,7 @@
 namespace Uicov::Runs {
 struct Run;
 struct RunElement;
-}
+} // namespace Uicov::Runs
 
 namespace Uicov::Coverage {
 
@@ -35,7 +38,8 @@ public:
 private:
     using Places = std::vector<Runs::KeyWalk::Place>;
 
-    void addControl(const Runs::RunElement& element, NodeId node, const QVector<ContextId>& contexts);
+    void addControl(const Runs::RunElement& element, NodeId node,
+                    const QVector<ContextId>& contexts);
     void addGroups(const Runs::Run& run, const Places& places, const std::vector<NodeId>& nodes);
     void addOpeners(const Runs::Run& run, const Places& places, const std::vector<NodeId>& nodes);
 

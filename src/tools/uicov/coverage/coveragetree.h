@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 #include "coverage/coveragerules.h"
@@ -33,14 +36,16 @@ public:
         QString application;
         QMap<ElementKey::Step, NodeId> children;
         bool isCountable = false;
-        /** What the element is to a run of the controls extension; Element in one of the classic. */
+        /** What the element is to a run of the controls extension; Element in one of the classic.
+         */
         enum class Role { Element, View, Control };
         Role role = Role::Element;
         /** Of a view: a person could see it at some time. Of a control: and operate it. */
         bool wasSeen = false;
         /** Of a control: at some time. */
         bool wasEnabled = false;
-        /** How many of a group there were at most in one run, and how many of them were used; 0 and 0 for no group. */
+        /** How many of a group there were at most in one run, and how many of them were used; 0 and
+         * 0 for no group. */
         int members = 0;
         int usedMembers = 0;
         /** Of a command: the ways in which it can be reached, and those in which it was. */

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "coverage/gatekeeper.h"
 
 #include "base/percentage.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 #include <QString>
@@ -10,7 +13,8 @@ enum class State {
     /** Seen only. */
     Shown,
     Missed,
-    /** A control that was never enabled: nobody could have used it, so it is outside every ratio. */
+    /** A control that was never enabled: nobody could have used it, so it is outside every ratio.
+     */
     Unavailable
 };
 

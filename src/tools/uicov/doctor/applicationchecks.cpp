@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "doctor/applicationchecks.h"
 
 #include "doctor/displaychecks.h"

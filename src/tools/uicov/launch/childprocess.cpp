@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "launch/childprocess.h"
 
 #include <algorithm>
@@ -101,7 +104,8 @@ bool ChildProcess::run(const std::string& path, const std::vector<std::string>& 
     close(ends[0]);
     dropPending(watched);
     sigaction(SIGCHLD, &previousChildAction, nullptr);
-    // timeout(1) and shells signal the whole group as well: the second signal comes while what was recorded is kept.
+    // timeout(1) and shells signal the whole group as well: the second signal comes while what was
+    // recorded is kept.
     for (const int number : enders) {
         sigaddset(&before, number);
     }

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 #include <string>
@@ -13,8 +16,9 @@ namespace Uicov::Launch {
 class ChildProcess {
 public:
     /**
-     * Runs the program and waits for its end. From then on what asks this process to end (SIGINT, SIGTERM, SIGHUP,
-     * SIGQUIT) stays blocked: what the program left behind is to be kept first, and that takes moments.
+     * Runs the program and waits for its end. From then on what asks this process to end (SIGINT,
+     * SIGTERM, SIGHUP, SIGQUIT) stays blocked: what the program left behind is to be kept first,
+     * and that takes moments.
      * @param path      the file to run; a file without a header goes to /bin/sh, as in a shell
      * @param arguments what it is called first
      * @return false when it could not be started; error() then tells why

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "launch/installation.h"
 
 #include "launch/elffile.h"
@@ -56,13 +59,11 @@ std::optional<Problem> Installation::problem() const {
     if (!QFileInfo::exists(extension())) {
         return Problem{Message::LibrariesMissing,
                        QStringLiteral("the extension ") + nameOf(m_extension) +
-                           QStringLiteral(" is not in ") +
-                           m_searched.join(QStringLiteral(", ")) +
+                           QStringLiteral(" is not in ") + m_searched.join(QStringLiteral(", ")) +
                            QStringLiteral("; install uicov anew or set UICOV_LIBDIR")};
     }
-    QStringList others{QStringLiteral("libvorskhook.so"),
-                             QStringLiteral("libvorskqtwrapper.so"),
-                             QStringLiteral("plugins/generic/libvorskstarter.so")};
+    QStringList others{QStringLiteral("libvorskhook.so"), QStringLiteral("libvorskqtwrapper.so"),
+                       QStringLiteral("plugins/generic/libvorskstarter.so")};
     if (m_extension == Extension::Controls) {
         others.append(QStringLiteral("libqtuicontrolsquick.so"));
     }

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // Writes the manual pages and the completion scripts into a folder, for the installation.
 
 #include "commands/commandline.h"

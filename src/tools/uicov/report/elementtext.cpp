@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "report/elementtext.h"
 
 #include "base/displaytext.h"
@@ -18,8 +21,8 @@ constexpr int maximumSteps = 24;
 } // namespace
 
 QString displayedStep(ElementKey::Step step) {
-    step.label = Base::elided(
-        Base::escaped(step.caption.isEmpty() ? step.label : step.caption), maximumLabelColumns);
+    step.label = Base::elided(Base::escaped(step.caption.isEmpty() ? step.label : step.caption),
+                              maximumLabelColumns);
     step.caption.clear();
     step.kind = Base::escaped(step.kind);
     step.className = Base::escaped(step.className);
@@ -48,10 +51,9 @@ QString wordOf(const CoverageTree& tree, Coverage::NodeId node) {
 }
 
 QString membersText(const CoverageTree::Node& element) {
-    return element.members < 2 ? QString()
-                               : QStringLiteral(" \u00d7%1: %2 used")
-                                     .arg(element.members)
-                                     .arg(element.usedMembers);
+    return element.members < 2
+               ? QString()
+               : QStringLiteral(" \u00d7%1: %2 used").arg(element.members).arg(element.usedMembers);
 }
 
 QString neverOpenedText(const CoverageTree& tree, Coverage::NodeId view) {
@@ -61,11 +63,11 @@ QString neverOpenedText(const CoverageTree& tree, Coverage::NodeId view) {
     }
     const QString opener = tree.node(view).openedBy;
     return stepsBelowWindow(tree, view) +
-           QStringLiteral(" (%1)").arg(controls == 1 ? QStringLiteral("1 control")
-                                                      : QStringLiteral("%1 controls").arg(controls)) +
+           QStringLiteral(" (%1)").arg(controls == 1
+                                           ? QStringLiteral("1 control")
+                                           : QStringLiteral("%1 controls").arg(controls)) +
            QStringLiteral(": never opened") +
-           (opener.isEmpty() ? QString()
-                             : QStringLiteral("; by ") + Base::escaped(opener));
+           (opener.isEmpty() ? QString() : QStringLiteral("; by ") + Base::escaped(opener));
 }
 
 bool isBelowUnseenView(const CoverageTree& tree, Coverage::NodeId node) {

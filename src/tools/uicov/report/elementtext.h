@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 #include "coverage/coveragetree.h"
@@ -12,16 +15,20 @@ namespace Uicov::Report {
 QString stepsBelowWindow(const Coverage::CoverageTree& tree, Coverage::NodeId node);
 QString displayedStep(Runs::ElementKey::Step step);
 /** Events of the element that count and did not happen. */
-/** The word for the node's state: of controls "seen", of elements of the classic extension "shown". */
+/** The word for the node's state: of controls "seen", of elements of the classic extension "shown".
+ */
 QString wordOf(const Coverage::CoverageTree& tree, Coverage::NodeId node);
 
-/** Of a group how many it has and how many of them were used, behind a space; empty for what is none. */
+/** Of a group how many it has and how many of them were used, behind a space; empty for what is
+ * none. */
 QString membersText(const Coverage::CoverageTree::Node& element);
 
-/** The view, how many controls are in it and the views below it, and what brings it up, where that is known. */
+/** The view, how many controls are in it and the views below it, and what brings it up, where that
+ * is known. */
 QString neverOpenedText(const Coverage::CoverageTree& tree, Coverage::NodeId view);
 
-/** Whether the view lies in one that was never seen itself, so that it needs no mention of its own. */
+/** Whether the view lies in one that was never seen itself, so that it needs no mention of its own.
+ */
 bool isBelowUnseenView(const Coverage::CoverageTree& tree, Coverage::NodeId node);
 
 QStringList uncoveredEvents(const Coverage::CoverageTree::Node& element);

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "report/jsonreport.h"
 
 #include "base/jsontext.h"
@@ -137,7 +140,8 @@ QJsonObject JsonReport::view(Coverage::NodeId node) const {
             {QStringLiteral("class"), view.className},
             {QStringLiteral("text"), textOrNull(view.text)},
             {QStringLiteral("seen"), view.wasSeen},
-            {QStringLiteral("opened_by"), view.openedBy.isEmpty() ? QJsonValue() : QJsonValue(view.openedBy)}};
+            {QStringLiteral("opened_by"),
+             view.openedBy.isEmpty() ? QJsonValue() : QJsonValue(view.openedBy)}};
 }
 
 QJsonObject JsonReport::element(Coverage::NodeId node) const {
@@ -149,10 +153,9 @@ QJsonObject JsonReport::element(Coverage::NodeId node) const {
             {QStringLiteral("class"), element.className},
             {QStringLiteral("text"), textOrNull(element.text)},
             {QStringLiteral("state"), wordOf(tree, node)},
-            {QStringLiteral("ignored_by"),
-             element.ignoredBy == Coverage::RuleId::None
-                                                ? QJsonValue()
-                                                : QJsonValue(static_cast<int>(element.ignoredBy))},
+            {QStringLiteral("ignored_by"), element.ignoredBy == Coverage::RuleId::None
+                                               ? QJsonValue()
+                                               : QJsonValue(static_cast<int>(element.ignoredBy))},
             {QStringLiteral("name"), tree.keyOf(node).toString()},
             {QStringLiteral("members"), element.members},
             {QStringLiteral("used_members"), element.usedMembers},

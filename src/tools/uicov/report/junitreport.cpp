@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "report/junitreport.h"
 
 #include "base/displaytext.h"
@@ -63,12 +66,12 @@ Case caseOfWindow(const CoverageResult& coverage, Coverage::WindowId window,
         }
     }
     result.failure = failures.join(QStringLiteral("; "));
-    result.output = QStringLiteral("%1 of %2 %3 used, %4\n")
-                        .arg(totals.used)
-                        .arg(totals.elements)
-                        .arg(tree.isOfControls() ? QStringLiteral("controls")
-                                                 : QStringLiteral("elements"))
-                        .arg(Base::percentText(totals.used, totals.elements, digits));
+    result.output =
+        QStringLiteral("%1 of %2 %3 used, %4\n")
+            .arg(totals.used)
+            .arg(totals.elements)
+            .arg(tree.isOfControls() ? QStringLiteral("controls") : QStringLiteral("elements"))
+            .arg(Base::percentText(totals.used, totals.elements, digits));
     for (const Coverage::NodeId node : tree.nodesOf(window)) {
         if (tree.counts(node) && tree.stateOf(node) != State::Used &&
             tree.stateOf(node) != State::Unavailable) {

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "report/windoworder.h"
 
 #include "base/percentage.h"
@@ -28,10 +31,11 @@ double rank(const CoverageTree::Totals& totals, const QString& order) {
 
 QList<Coverage::WindowId> sortedWindows(const CoverageTree& tree, const QString& order) {
     const bool isReversed = order.startsWith(QLatin1Char('-'));
-    // What needs attention first comes first where there are controls, unless something else is asked for.
-    const QString key = isReversed                                  ? order.mid(1)
+    // What needs attention first comes first where there are controls, unless something else is
+    // asked for.
+    const QString key = isReversed                               ? order.mid(1)
                         : order.isEmpty() && tree.isOfControls() ? QStringLiteral("cover")
-                                                                    : order;
+                                                                 : order;
     struct Row {
         Coverage::WindowId window;
         double rank;

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "run/controlnames.h"
 
 #include "run/elementkinds.h"
@@ -7,14 +10,15 @@ namespace Uicov::Runs {
 
 namespace {
 
-/** Null for names that Qt gives to what it makes itself, and for groups, whose members all have the same. */
+/** Null for names that Qt gives to what it makes itself, and for groups, whose members all have the
+ * same. */
 QString givenName(const RunElement& element) {
     if (element.attributes.contains(AttributeName::group())) {
         return {};
     }
     const QString objectName = element.attributes.value(AttributeName::objectName());
-    const bool isQts = objectName.startsWith(QLatin1String("qt_")) ||
-                       objectName.startsWith(QLatin1String("_q_"));
+    const bool isQts =
+        objectName.startsWith(QLatin1String("qt_")) || objectName.startsWith(QLatin1String("_q_"));
     return objectName.isEmpty() || isQts ? element.attributes.value(AttributeName::qmlId())
                                          : objectName;
 }

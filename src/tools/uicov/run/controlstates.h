@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 #include <QHash>
@@ -10,9 +13,9 @@ class UIElement;
 namespace Uicov::Runs {
 
 /**
- * Follows, record by record, which controls of a run a person could have operated: whether each was ever enabled, and
- * whether its view was ever showing while it was there, enabled and not hidden. What a run ends with does not tell. To be
- * told of each change after the model has it.
+ * Follows, record by record, which controls of a run a person could have operated: whether each was
+ * ever enabled, and whether its view was ever showing while it was there, enabled and not hidden.
+ * What a run ends with does not tell. To be told of each change after the model has it.
  */
 class ControlStates {
 public:

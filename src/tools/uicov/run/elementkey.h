@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 #include <QString>
@@ -23,7 +26,8 @@ public:
         QString className;
         /** 1 for the first, or only, one of its kind and label among its siblings. */
         int ordinal = 1;
-        /** What people read where the label is a name of the program's authors; no part of what the step is. */
+        /** What people read where the label is a name of the program's authors; no part of what the
+         * step is. */
         QString caption = {};
 
         /** For people: kind "label" #2. */

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 #include <QString>
@@ -9,7 +12,8 @@ namespace Uicov::Runs {
 /** The name of the extension that knows views and controls, as a recording has it. */
 QString controlsExtension();
 
-/** Whether a standard type is that of a view: what has to be brought up before its controls can be reached. */
+/** Whether a standard type is that of a view: what has to be brought up before its controls can be
+ * reached. */
 bool isViewType(const QString& type);
 
 namespace AttributeName {

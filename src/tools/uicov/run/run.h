@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 #include "run/runelement.h"
@@ -21,8 +24,8 @@ struct Run {
     /** UUID of the "uicov run" that started the process; empty when none did. */
     QString session;
     QString application;
-    /** Which extensions made the recording, by their base names; empty for what does not tell, which the classic one
-     * made. */
+    /** Which extensions made the recording, by their base names; empty for what does not tell,
+     * which the classic one made. */
     QString extension;
     /** Path on the machine that recorded. */
     QString executable;

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 #include <QByteArray>
@@ -18,8 +21,8 @@ struct Hit {
     int context = 0;
     /** Above zero. */
     qint64 count = 0;
-    /** Milliseconds from the beginning of the recording to the first and to the last time; -1 where that was not
-     * recorded. */
+    /** Milliseconds from the beginning of the recording to the first and to the last time; -1 where
+     * that was not recorded. */
     qint64 first = -1;
     qint64 last = -1;
 };
@@ -54,7 +57,8 @@ struct RunElement {
     QMap<QString, QString> attributes;
     /** Of a control: it was enabled at some time. */
     bool wasEnabled = true;
-    /** Of a control: its view was showing at some time at which it was there, enabled and not hidden. */
+    /** Of a control: its view was showing at some time at which it was there, enabled and not
+     * hidden. */
     bool wasSeen = false;
 };
 

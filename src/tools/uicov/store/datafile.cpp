@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "store/datafile.h"
 
 #include "store/runrank.h"
@@ -136,18 +139,19 @@ void DataFile::begin() {
     }
 }
 
-/** Brings the tables to the present version before anything is written to them, in the same transaction. */
+/** Brings the tables to the present version before anything is written to them, in the same
+ * transaction. */
 void DataFile::migrate() {
     if (m_version >= schemaVersion) {
         return;
     }
-    m_sql.execute(QStringLiteral(
-        "ALTER TABLE run ADD COLUMN extension TEXT NOT NULL DEFAULT '';\n"
-        "ALTER TABLE element ADD COLUMN attributes INTEGER REFERENCES text (id);\n"
-        "ALTER TABLE element ADD COLUMN was_enabled INTEGER NOT NULL DEFAULT 1;\n"
-        "ALTER TABLE element ADD COLUMN was_seen INTEGER NOT NULL DEFAULT 0;\n"
-        "ALTER TABLE hit ADD COLUMN first INTEGER;\n"
-        "ALTER TABLE hit ADD COLUMN last INTEGER;"));
+    m_sql.execute(
+        QStringLiteral("ALTER TABLE run ADD COLUMN extension TEXT NOT NULL DEFAULT '';\n"
+                       "ALTER TABLE element ADD COLUMN attributes INTEGER REFERENCES text (id);\n"
+                       "ALTER TABLE element ADD COLUMN was_enabled INTEGER NOT NULL DEFAULT 1;\n"
+                       "ALTER TABLE element ADD COLUMN was_seen INTEGER NOT NULL DEFAULT 0;\n"
+                       "ALTER TABLE hit ADD COLUMN first INTEGER;\n"
+                       "ALTER TABLE hit ADD COLUMN last INTEGER;"));
     m_sql.execute(QStringLiteral("PRAGMA user_version = %1").arg(schemaVersion));
     m_version = schemaVersion;
     m_reader->setExtended(true);

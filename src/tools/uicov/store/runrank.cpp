@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "store/runrank.h"
 
 #include "base/sha256.h"
@@ -29,7 +32,8 @@ void writeList(PayloadWriter& writer, const List& list) {
     }
 }
 
-/** @param isExtended whether the run has what version 2 of the schema added: those of version 1 keep their digests */
+/** @param isExtended whether the run has what version 2 of the schema added: those of version 1
+ * keep their digests */
 void write(PayloadWriter& writer, const RunElement& element, bool isExtended) {
     writer << element.id << element.className << element.type << element.text
            << element.isTransparentNode << element.isSubgraphTransparent << element.isWindowNode

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "store/runreader.h"
 
 #include <QJsonArray>
@@ -166,7 +169,7 @@ void RunReader::readElements(Run& run) {
             (m_isExtended ? QStringLiteral("attributes, was_enabled, was_seen ")
                           : QStringLiteral("NULL, 1, 0 ")) +
             QStringLiteral("FROM element LEFT JOIN picture ON picture.id = element.picture "
-            "WHERE run = ? ORDER BY number"),
+                           "WHERE run = ? ORDER BY number"),
         {m_id});
     while (m_sql.next(row)) {
         if (row.value(Number).toLongLong() != static_cast<qint64>(run.elements.size())) {

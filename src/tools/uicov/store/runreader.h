@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 #include "run/run.h"
@@ -17,7 +20,8 @@ public:
     /** @param sql outlives this; tells of failures */
     explicit RunReader(Sql& sql);
 
-    /** Whether the tables have what version 2 of the schema added; they have unless this is told otherwise. */
+    /** Whether the tables have what version 2 of the schema added; they have unless this is told
+     * otherwise. */
     void setExtended(bool isExtended) { m_isExtended = isExtended; }
 
     /** All but the elements. */

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "store/runwriter.h"
 
 #include "run/keywalk.h"
@@ -165,18 +168,28 @@ void RunWriter::writeElement(RowBatch& rows, qint64 id, const Run& run, int numb
     // QRect's own width and height overflow for rectangles as wide as int.
     const auto width = static_cast<qint64>(place.right()) - place.left() + 1;
     const auto height = static_cast<qint64>(place.bottom()) - place.top() + 1;
-    rows.add({id, number, notNull(element.id),
-              element.parent < 0 ? nothing() : QVariant(element.parent), position,
-              textId(element.className), textOrNull(element.type, element.type.isEmpty()),
-              textOrNull(element.text, element.text.isNull()), element.isTransparentNode,
-              element.isSubgraphTransparent, element.isWindowNode, eventsId(element.events),
+    rows.add({id,
+              number,
+              notNull(element.id),
+              element.parent < 0 ? nothing() : QVariant(element.parent),
+              position,
+              textId(element.className),
+              textOrNull(element.type, element.type.isEmpty()),
+              textOrNull(element.text, element.text.isNull()),
+              element.isTransparentNode,
+              element.isSubgraphTransparent,
+              element.isWindowNode,
+              eventsId(element.events),
               textOrNull(m_keys.at(number), m_keys.at(number).isEmpty()),
               textOrNull(m_structureKeys.at(number), m_structureKeys.at(number).isEmpty()),
               hasPlace ? QVariant(place.left()) : nothing(),
-              hasPlace ? QVariant(place.top()) : nothing(), hasPlace ? QVariant(width) : nothing(),
-              hasPlace ? QVariant(height) : nothing(), pictureId(element.picture, run),
+              hasPlace ? QVariant(place.top()) : nothing(),
+              hasPlace ? QVariant(width) : nothing(),
+              hasPlace ? QVariant(height) : nothing(),
+              pictureId(element.picture, run),
               textOrNull(attributesAsJson(element.attributes), element.attributes.isEmpty()),
-              element.wasEnabled, element.wasSeen});
+              element.wasEnabled,
+              element.wasSeen});
 }
 
 QVariant RunWriter::textOrNull(const QString& text, bool isNull) {

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: the uicov authors
+# SPDX-License-Identifier: MIT
+
 # Configures the project against a folder that looks like a real host's, made from the stand-in, and
 # sees that a folder with something missing is refused with a message that names it.
 # Variables: SOURCE_DIR, WORK_DIR, HEADERS (folder), HOOK and WRAPPER (files).

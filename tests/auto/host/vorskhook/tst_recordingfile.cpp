@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "host/support/filecontents.h"
 #include "host/support/openfiles.h"
 #include "testlib/testcase.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "host/support/addressspace.h"
 #include "host/support/inachild.h"
 #include "host/support/openfiles.h"

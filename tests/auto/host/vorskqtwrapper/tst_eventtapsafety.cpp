@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "host/vorskqtwrapper/tapprobes.h"
 #include "testlib/testcase.h"
 #include "vorskqtwrapper/eventtap.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "checksum/crc32.h"
 #include "testlib/testcase.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "recordingformat/frames.h"
 #include "recordingformat/sharedheader.h"
 #include "testlib/testcase.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "recordstream/payloadreader.h"
 #include "recordstream/payloadwriter.h"
 #include "recordstream/recordkind.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "recordstream/pngreader.h"
 #include "testlib/stderrcapture.h"
 #include "testlib/testcase.h"

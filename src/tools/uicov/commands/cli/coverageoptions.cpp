@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "commands/cli/coverageoptions.h"
 
 #include "commands/cli/exitcode.h"
@@ -180,10 +183,11 @@ std::unique_ptr<CoverageResult> CoverageOptions::read(const std::vector<std::str
         return nullptr; // it has been told why
     }
     if (isMixed) {
-        terminal.error({Message::ExtensionsMixed,
-                        QStringLiteral("some of the runs were made by the controls extension and others by "
-                                       "the classic one, which know different things; choose with "
-                                       "--extension controls or --extension classic")});
+        terminal.error(
+            {Message::ExtensionsMixed,
+             QStringLiteral("some of the runs were made by the controls extension and others by "
+                            "the classic one, which know different things; choose with "
+                            "--extension controls or --extension classic")});
         return nullptr;
     }
     coverage->finish();

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "report/html/pagejson.h"
 
 #include "base/percentage.h"
@@ -49,17 +52,16 @@ QJsonArray rectangle(const QRect& rect) {
 }
 
 QJsonObject totalsObject(const CoverageTree::Totals& totals, int precision) {
-    return {
-        {QStringLiteral("cover"), Base::percentText(totals.used, totals.elements, precision)},
-        {QStringLiteral("elements"), totals.elements},
-        {QStringLiteral("used"), totals.used},
-        {QStringLiteral("shown"), totals.shown},
-        {QStringLiteral("missed"), totals.missed},
-        {QStringLiteral("events"), totals.events},
-        {QStringLiteral("covered"), totals.coveredEvents},
-        {QStringLiteral("views"), totals.views},
-        {QStringLiteral("seenViews"), totals.seenViews},
-        {QStringLiteral("unavailable"), totals.unavailable}};
+    return {{QStringLiteral("cover"), Base::percentText(totals.used, totals.elements, precision)},
+            {QStringLiteral("elements"), totals.elements},
+            {QStringLiteral("used"), totals.used},
+            {QStringLiteral("shown"), totals.shown},
+            {QStringLiteral("missed"), totals.missed},
+            {QStringLiteral("events"), totals.events},
+            {QStringLiteral("covered"), totals.coveredEvents},
+            {QStringLiteral("views"), totals.views},
+            {QStringLiteral("seenViews"), totals.seenViews},
+            {QStringLiteral("unavailable"), totals.unavailable}};
 }
 
 /** [name, count, counted by this version, [context, count, context, count ...]] each. */

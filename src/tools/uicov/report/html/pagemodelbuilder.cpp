@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "report/html/pagemodelbuilder.h"
 
 #include "base/sha256.h"

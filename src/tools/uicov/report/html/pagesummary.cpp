@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "report/html/pagesummary.h"
 
 #include "report/html/runhistory.h"

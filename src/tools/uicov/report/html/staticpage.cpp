@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "report/html/staticpage.h"
 
 #include "base/percentage.h"
@@ -37,11 +40,10 @@ QString numberCell(int number) {
 
 QString headings(const QStringList& names) {
     // Right-aligned, as what stands below them.
-    static const QStringList numbers{QStringLiteral("Elements"),       QStringLiteral("Used"),
-                                     QStringLiteral("Controls"),       QStringLiteral("Seen"),
-                                     QStringLiteral("Shown"),          QStringLiteral("Missed"),
-                                     QStringLiteral("Of them used"),   QStringLiteral("Cover"),
-                                     QStringLiteral("First used here")};
+    static const QStringList numbers{
+        QStringLiteral("Elements"),     QStringLiteral("Used"),  QStringLiteral("Controls"),
+        QStringLiteral("Seen"),         QStringLiteral("Shown"), QStringLiteral("Missed"),
+        QStringLiteral("Of them used"), QStringLiteral("Cover"), QStringLiteral("First used here")};
     const QString numberClass = QStringLiteral(" class=\"number\"");
     QString row = QStringLiteral("<thead><tr>");
     for (const QString& name : names) {
@@ -159,8 +161,9 @@ QString StaticPage::sumOfControls() const {
                .arg(all.missed)
                .arg(all.seenViews)
                .arg(all.views) +
-           QStringLiteral("<p>Used: a person operated it. Seen: its view was seen, but it was not used. "
-                          "Missed: its view was never seen.</p>\n");
+           QStringLiteral(
+               "<p>Used: a person operated it. Seen: its view was seen, but it was not used. "
+               "Missed: its view was never seen.</p>\n");
 }
 
 QString StaticPage::gates() const {

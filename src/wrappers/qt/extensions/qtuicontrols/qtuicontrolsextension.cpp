@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "qtuicontrols/qtuicontrolsextension.h"
 
 #include "qtuicontrols/bookofelements.h"

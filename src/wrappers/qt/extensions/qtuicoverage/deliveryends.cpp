@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "tracking/deliveryends.h"
 
 #include <vorsk/wrappercontext.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "tracking/grab.h"
 
 #include "recordstream/pngreader.h"

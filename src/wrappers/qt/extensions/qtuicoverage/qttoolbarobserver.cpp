@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "qtuicoverage/qttoolbarobserver.h"
 
 #include "qtuicoverage/qtwidgetscoveragetracker.h"

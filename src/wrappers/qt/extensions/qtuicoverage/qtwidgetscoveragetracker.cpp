@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "qtuicoverage/qtwidgetscoveragetracker.h"
 
 #include "qtuicoverage/names.h"

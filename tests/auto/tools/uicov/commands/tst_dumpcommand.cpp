@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "testlib/commandrunner.h"
 #include "testlib/samplerecording.h"
 #include "testlib/testcase.h"

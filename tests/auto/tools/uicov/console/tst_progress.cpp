@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "console/progress.h"
 #include "console/terminal.h"
 #include "testlib/testcase.h"

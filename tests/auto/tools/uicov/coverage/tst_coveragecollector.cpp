@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "coverage/coveragecollector.h"
 #include "run/runloader.h"
 #include "testlib/recordingbuilder.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "coverage/coverageresult.h"
 #include "testlib/runmaker.h"
 #include "testlib/testcase.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "coverage/coveragerules.h"
 #include "run/runelement.h"
 #include "testlib/testcase.h"

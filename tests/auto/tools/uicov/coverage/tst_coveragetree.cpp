@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "coverage/coveragetree.h"
 #include "testlib/testcase.h"
 

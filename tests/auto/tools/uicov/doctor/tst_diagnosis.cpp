@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "doctor/applicationchecks.h"
 #include "doctor/diagnosis.h"
 #include "launch/application.h"

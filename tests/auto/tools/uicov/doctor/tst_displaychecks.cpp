@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "doctor/displaychecks.h"
 #include "launch/qtlibraries.h"
 #include "testlib/testcase.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "dump/messageprinter.h"
 #include "recording/recordingreader.h"
 #include "testlib/recordingbuilder.h"

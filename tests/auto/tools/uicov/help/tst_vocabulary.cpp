@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "commands/cli/helpformatter.h"
 #include "commands/commandline.h"
 #include "console/terminal.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "launch/installation.h"
 #include "testlib/cprogram.h"
 #include "testlib/testcase.h"

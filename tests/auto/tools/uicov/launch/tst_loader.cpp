@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "launch/elffile.h"
 #include "launch/loader.h"
 #include "testlib/cprogram.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "coverage/configuration.h"
 #include "coverage/coverageresult.h"
 #include "recording/recordingreader.h"

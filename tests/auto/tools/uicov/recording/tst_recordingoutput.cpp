@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "recording/recordingoutput.h"
 #include "testlib/recordingbuilder.h"
 #include "testlib/testcase.h"

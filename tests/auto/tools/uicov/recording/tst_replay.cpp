@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "recording/replay.h"
 #include "recordstream/elementstream.h"
 #include "run/runloader.h"

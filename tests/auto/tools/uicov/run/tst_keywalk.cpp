@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "run/keywalk.h"
 #include "run/run.h"
 #include "testlib/randomrun.h"

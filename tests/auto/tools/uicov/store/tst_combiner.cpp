@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "store/combiner.h"
 #include "testlib/randomrun.h"
 #include "testlib/samplerecording.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "store/datafile.h"
 #include "testlib/datafiletest.h"
 #include "testlib/randomrun.h"

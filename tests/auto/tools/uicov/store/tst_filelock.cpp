@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "console/terminal.h"
 #include "store/filelock.h"
 #include "testlib/stderrcapture.h"

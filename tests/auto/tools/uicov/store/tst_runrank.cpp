@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "store/runrank.h"
 #include "testlib/randomrun.h"
 #include "testlib/testcase.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "qtuicontrols/quick/quickcontainers.h"
 
 #include "qtuicontrols/quick/signalhub.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "qtuicontrols/quick/quickpictures.h"
 
 #include "qtuicontrols/quick/quickclass.h"

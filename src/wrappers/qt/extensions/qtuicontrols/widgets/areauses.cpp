@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "qtuicontrols/widgets/areauses.h"
 
 #include "qtuicontrols/widgets/ownclass.h"

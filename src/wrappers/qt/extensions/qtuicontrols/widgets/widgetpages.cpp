@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "qtuicontrols/widgets/widgetpages.h"
 
 #include "qtuicontrols/widgets/widgetclass.h"

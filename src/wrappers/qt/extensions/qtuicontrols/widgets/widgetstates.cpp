@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "qtuicontrols/widgets/widgetstates.h"
 
 #include "qtuicontrols/widgets/partelements.h"

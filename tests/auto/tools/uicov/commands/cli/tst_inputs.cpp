@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "commands/cli/inputs.h"
 #include "console/terminal.h"
 #include "store/datafile.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "commands/cli/outputfile.h"
 #include "testlib/recordingbuilder.h"
 #include "testlib/testcase.h"

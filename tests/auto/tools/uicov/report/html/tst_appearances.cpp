@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "coverage/coveragecollector.h"
 #include "report/html/appearances.h"
 #include "run/run.h"

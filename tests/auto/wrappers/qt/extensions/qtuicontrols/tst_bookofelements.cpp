@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "qtuicontrols/bookofelements.h"
 #include "testlib/fakehook.h"
 #include "testlib/recordprinter.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "qtuicontrols/bookofelements.h"
 #include "qtuicontrols/inputattribution.h"
 #include "qtuicontrols/quickhalf.h"

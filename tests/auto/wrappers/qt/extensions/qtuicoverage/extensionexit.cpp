@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // A program that ends in the ways that are hard on the extension; tst_qtuicoverageextension runs
 // it. Says "done" and ends with 0 when it came to its end.
 #include "qtuicoverage/qtuicoverageextension.h"

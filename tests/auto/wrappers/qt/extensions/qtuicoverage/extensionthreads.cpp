@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // A program in which the extension is built by the thread and at the time that the argument names;
 // tst_qtuicoverageextension runs it. Prints the kinds of the records that a button sends before its
 // Show returns, then again for another one in its place, and "late" when records came later.

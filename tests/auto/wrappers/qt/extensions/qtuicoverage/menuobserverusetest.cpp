@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // What the items count: the second half of the tests that menus and menu bars have in common.
 #include "menuobservertest.h"
 #include "qtuicoverage/names.h"

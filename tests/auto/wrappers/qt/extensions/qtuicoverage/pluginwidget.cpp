@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // A library that is unloaded again: a class of widgets that only it knows.
 #include <QPushButton>
 

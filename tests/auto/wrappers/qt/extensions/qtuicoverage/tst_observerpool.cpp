@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "testlib/samestorage.h"
 #include "testlib/testcase.h"
 #include "tracking/mappingelementstore.h"

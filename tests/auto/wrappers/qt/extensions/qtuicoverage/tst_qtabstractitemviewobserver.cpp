@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "itemviewcases.h"
 #include "qtuicoverage/qtabstractitemviewobserver.h"
 

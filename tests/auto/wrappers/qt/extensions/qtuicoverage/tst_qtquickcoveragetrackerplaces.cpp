@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "qtuicoverage/qtquickcoveragetracker.h"
 #include "testlib/quickprobe.h"
 #include "testlib/quickscene.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "qtuicoverage/qtquickcoveragetracker.h"
 #include "qtuicoverage/qtwidgetscoveragetracker.h"
 #include "testlib/quickprobe.h"

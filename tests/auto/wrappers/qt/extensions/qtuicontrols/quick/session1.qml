@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 // Every kind of control of the first generation, and a program that changes them by itself meanwhile.
 import QtQuick 2.15
 import QtQuick.Controls 1.4

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "testlib/quickscene.h"
 #include "testlib/surveyprobe.h"
 #include "testlib/testcase.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "testlib/quickscript.h"
 #include "testlib/quickusesprobe.h"
 #include "testlib/testcase.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "qtuicontrols/widgets/partelements.h"
 #include "qtuicontrols/widgets/widgetviews.h"
 #include "testlib/controlsprobe.h"

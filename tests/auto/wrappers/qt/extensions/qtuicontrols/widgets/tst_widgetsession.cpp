@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "session.h"
 #include "testlib/hostapplication.h"
 #include "testlib/testcase.h"
