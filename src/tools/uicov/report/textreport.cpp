@@ -88,7 +88,7 @@ QStringList TextReport::missedControls(Coverage::WindowId window) const {
         } else if (lacksEvents(m_tree, node)) {
             const QString ways = element.ways.isEmpty()
                                      ? QString()
-                                     : QStringLiteral("  (by ") +
+                                     : QStringLiteral("  (can be reached by ") +
                                            element.ways.join(QStringLiteral(", ")) +
                                            QLatin1Char(')');
             lines.append(line(wordOf(m_tree, node), node, membersText(element) + ways));
