@@ -9,7 +9,7 @@
 namespace Uicov::Runs {
 struct Run;
 struct RunElement;
-}
+} // namespace Uicov::Runs
 
 namespace Uicov::Coverage {
 
@@ -35,8 +35,10 @@ public:
 private:
     using Places = std::vector<Runs::KeyWalk::Place>;
 
-    void addControl(const Runs::RunElement& element, NodeId node, const QVector<ContextId>& contexts);
-    void addGroups(const Runs::Run& run, const Places& places, const std::vector<NodeId>& nodes);
+    void addControl(const Runs::RunElement& element, NodeId node,
+                    const QVector<ContextId>& contexts);
+    void addGroups(const Runs::Run& run, const Places& places, const std::vector<NodeId>& nodes,
+                   const QVector<ContextId>& contexts);
     void addOpeners(const Runs::Run& run, const Places& places, const std::vector<NodeId>& nodes);
 
     CoverageTree& m_tree;

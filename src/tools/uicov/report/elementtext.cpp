@@ -18,8 +18,8 @@ constexpr int maximumSteps = 24;
 } // namespace
 
 QString displayedStep(ElementKey::Step step) {
-    step.label = Base::elided(
-        Base::escaped(step.caption.isEmpty() ? step.label : step.caption), maximumLabelColumns);
+    step.label = Base::elided(Base::escaped(step.caption.isEmpty() ? step.label : step.caption),
+                              maximumLabelColumns);
     step.caption.clear();
     step.kind = Base::escaped(step.kind);
     step.className = Base::escaped(step.className);
@@ -48,10 +48,9 @@ QString wordOf(const CoverageTree& tree, Coverage::NodeId node) {
 }
 
 QString membersText(const CoverageTree::Node& element) {
-    return element.members < 2 ? QString()
-                               : QStringLiteral(" \u00d7%1: %2 used")
-                                     .arg(element.members)
-                                     .arg(element.usedMembers);
+    return element.members < 2
+               ? QString()
+               : QStringLiteral(" \u00d7%1: %2 used").arg(element.members).arg(element.usedMembers);
 }
 
 QString neverOpenedText(const CoverageTree& tree, Coverage::NodeId view) {
@@ -61,19 +60,19 @@ QString neverOpenedText(const CoverageTree& tree, Coverage::NodeId view) {
     }
     const QString opener = tree.node(view).openedBy;
     return stepsBelowWindow(tree, view) +
-           QStringLiteral(" (%1)").arg(controls == 1 ? QStringLiteral("1 control")
-                                                      : QStringLiteral("%1 controls").arg(controls)) +
+           QStringLiteral(" (%1)").arg(controls == 1
+                                           ? QStringLiteral("1 control")
+                                           : QStringLiteral("%1 controls").arg(controls)) +
            QStringLiteral(": never opened") +
-           (opener.isEmpty() ? QString()
-                             : QStringLiteral("; by ") + Base::escaped(opener));
+           (opener.isEmpty() ? QString() : QStringLiteral("; by ") + Base::escaped(opener));
 }
 
 bool isBelowUnseenView(const CoverageTree& tree, Coverage::NodeId node) {
     for (Coverage::NodeId above = tree.node(node).parent; above != Coverage::NodeId::None;
          above = tree.node(above).parent) {
         const CoverageTree::Node& view = tree.node(above);
-        if (view.role == CoverageTree::Node::Role::View) {
-            return !view.wasSeen || isBelowUnseenView(tree, above);
+        if (view.role == CoverageTree::Node::Role::View && !view.wasSeen) {
+            return true;
         }
     }
     return false;

@@ -11,21 +11,26 @@ namespace Uicov::Report {
 /** The element's steps below its window, shortened where they are many. */
 QString stepsBelowWindow(const Coverage::CoverageTree& tree, Coverage::NodeId node);
 QString displayedStep(Runs::ElementKey::Step step);
-/** Events of the element that count and did not happen. */
-/** The word for the node's state: of controls "seen", of elements of the classic extension "shown". */
+/** The word for the node's state: of controls "seen", of elements of the classic extension "shown".
+ */
 QString wordOf(const Coverage::CoverageTree& tree, Coverage::NodeId node);
 
-/** Of a group how many it has and how many of them were used, behind a space; empty for what is none. */
+/** Of a group how many it has and how many of them were used, behind a space; empty for what is
+ * none. */
 QString membersText(const Coverage::CoverageTree::Node& element);
 
-/** The view, how many controls are in it and the views below it, and what brings it up, where that is known. */
+/** The view, how many controls are in it and the views below it, and what brings it up, where that
+ * is known. */
 QString neverOpenedText(const Coverage::CoverageTree& tree, Coverage::NodeId view);
 
-/** Whether the view lies in one that was never seen itself, so that it needs no mention of its own. */
+/** Whether the view lies in one that was never seen itself, so that it needs no mention of its own.
+ */
 bool isBelowUnseenView(const Coverage::CoverageTree& tree, Coverage::NodeId node);
 
+/** Events of the element that count and did not happen. */
 QStringList uncoveredEvents(const Coverage::CoverageTree::Node& element);
-/** Whether it counts and has such events. */
+/** Whether it counts and is not fully used: an element with such events, a control that was not
+ * used but could be. */
 bool lacksEvents(const Coverage::CoverageTree& tree, Coverage::NodeId node);
 /** Contexts in which the element was used, by name. */
 QStringList contextsOf(const Coverage::CoverageTree& tree, Coverage::NodeId node);

@@ -60,8 +60,8 @@ QStringList MarkdownReport::lines(Coverage::WindowId window) const {
     const CoverageTree& tree = m_coverage.tree();
     QStringList lines;
     for (const Coverage::NodeId node : tree.nodesOf(window)) {
-        const bool isUnseenView = tree.node(node).role == CoverageTree::Node::Role::View &&
-                                  !tree.node(node).wasSeen;
+        const bool isUnseenView =
+            tree.node(node).role == CoverageTree::Node::Role::View && !tree.node(node).wasSeen;
         if (m_listsMissed && isBelowUnseenView(tree, node)) {
             continue;
         }
@@ -94,7 +94,7 @@ QString MarkdownReport::toString() const {
                 ? QStringLiteral("| Window | Views | Controls | Used | Seen | Missed | Cover |\n"
                                  "|:---|---:|---:|---:|---:|---:|---:|\n")
                 : QStringLiteral("| Window | Elements | Used | Shown | Missed | Cover | Events |\n"
-                           "|:---|---:|---:|---:|---:|---:|---:|\n");
+                                 "|:---|---:|---:|---:|---:|---:|---:|\n");
     QString missed;
     const QList<Coverage::WindowId> windows = sortedWindows(tree, m_order);
     const bool isOneOfSeveral =
@@ -103,7 +103,7 @@ QString MarkdownReport::toString() const {
         });
     for (const Coverage::WindowId window : windows) {
         const CoverageTree::Totals totals = tree.totalsOf(window);
-        if (m_skipsCovered && totals.used == totals.elements) {
+        if (m_skipsCovered && totals.used == totals.elements && totals.seenViews == totals.views) {
             continue;
         }
         const QString name =

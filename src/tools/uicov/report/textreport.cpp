@@ -83,10 +83,11 @@ QStringList TextReport::missedControls(Coverage::WindowId window) const {
                                      neverOpenedText(m_tree, node)));
             }
         } else if (lacksEvents(m_tree, node)) {
-            const QString ways = element.ways.isEmpty() ? QString()
-                                                        : QStringLiteral("  (by ") +
-                                                              element.ways.join(QStringLiteral(", ")) +
-                                                              QLatin1Char(')');
+            const QString ways = element.ways.isEmpty()
+                                     ? QString()
+                                     : QStringLiteral("  (by ") +
+                                           element.ways.join(QStringLiteral(", ")) +
+                                           QLatin1Char(')');
             lines.append(line(wordOf(m_tree, node), node, membersText(element) + ways));
         }
     }
@@ -112,8 +113,9 @@ QStringList TextReport::contextLines(Coverage::WindowId window) const {
 
 QStringList TextReport::legend() const {
     if (m_tree.isOfControls()) {
-        return {QStringLiteral("Used: a person operated it. Seen: its view was seen, but it was not used. "
-                               "Missed: its view was never seen."),
+        return {QStringLiteral(
+                    "Used: a person operated it. Seen: its view was seen, but it was not used. "
+                    "Missed: its view was never seen."),
                 QStringLiteral("Views: seen/known. Cover: share of the controls used.")};
     }
     return {
@@ -133,8 +135,9 @@ QStringList TextReport::notes(const CoverageTree::Totals& totals, int emptyWindo
                           .arg(totals.elements)
                           .arg(Base::percentText(totals.used, totals.elements, m_precision)));
         if (totals.unavailable > 0) {
-            notes.append(QStringLiteral("Controls that were never enabled, and so are not counted: %1.")
-                             .arg(totals.unavailable));
+            notes.append(
+                QStringLiteral("Controls that were never enabled, and so are not counted: %1.")
+                    .arg(totals.unavailable));
         }
     }
     if (totals.neverCountedEvents > 0) {
@@ -180,13 +183,13 @@ void TextReport::addWindows(TextTable& table, const QString& application,
 }
 
 bool TextReport::isSkipped(const CoverageTree::Totals& totals) const {
-    return m_skipsCovered && totals.used == totals.elements;
+    return m_skipsCovered && totals.used == totals.elements && totals.seenViews == totals.views;
 }
 
 QStringList TextReport::header() const {
     if (m_tree.isOfControls()) {
-        return {QStringLiteral("Window"), QStringLiteral("Views"),  QStringLiteral("Controls"),
-                QStringLiteral("Used"),   QStringLiteral("Seen"),   QStringLiteral("Missed"),
+        return {QStringLiteral("Window"), QStringLiteral("Views"), QStringLiteral("Controls"),
+                QStringLiteral("Used"),   QStringLiteral("Seen"),  QStringLiteral("Missed"),
                 QStringLiteral("Cover")};
     }
     return {QStringLiteral("Window"), QStringLiteral("Elements"), QStringLiteral("Used"),

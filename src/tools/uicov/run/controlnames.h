@@ -10,8 +10,9 @@ struct Run;
 struct RunElement;
 
 /**
- * What the views and controls of a run are called: to people by what is written on them, in keys by the name that changes
- * least from run to run, from version to version and from language to language.
+ * What the views and controls of a run are called: to people by what is written on them, in keys by
+ * the name that changes least from run to run, from version to version and from language to
+ * language.
  */
 class ControlNames {
 public:
@@ -19,25 +20,25 @@ public:
     explicit ControlNames(const Run& run);
 
     /**
-     * For people: its text, else its label, placeholder, accessible name, tool tip, objectName or QML id; null when it
-     * has none of them.
+     * For people: its text, else its label, placeholder, accessible name, tool tip, objectName or
+     * QML id; null when it has none of them.
      */
     static QString captionOf(const RunElement& element);
 
     /**
-     * For keys: the name that the program's authors gave it where no other of its type beside it has the same, else
-     * what is written on it. Null when it has no name.
+     * For keys: the name that the program's authors gave it where no other of its type beside it
+     * has the same, else what is written on it. Null when it has no name.
      */
     QString keyLabelOf(int element) const;
 
-    /** Whether the element is one of those that a view, a repeater or a loader makes again and again. */
+    /** Whether the element is one of those that a view, a repeater or a loader makes again and
+     * again. */
     static bool isOfGroup(const RunElement& element);
 
     /** Whether the key of the element hangs on a name of the program's authors. */
     bool hasStableName(int element) const { return !authorsName(element).isEmpty(); }
 
 private:
-
     QString authorsName(int element) const;
 
     const Run& m_run;

@@ -136,21 +136,30 @@ void DataFile::begin() {
     }
 }
 
-/** Brings the tables to the present version before anything is written to them, in the same transaction. */
+/** Brings the tables to the present version before anything is written to them, in the same
+ * transaction. */
 void DataFile::migrate() {
     if (m_version >= schemaVersion) {
         return;
     }
-    m_sql.execute(QStringLiteral(
-        "ALTER TABLE run ADD COLUMN extension TEXT NOT NULL DEFAULT '';\n"
-        "ALTER TABLE element ADD COLUMN attributes INTEGER REFERENCES text (id);\n"
-        "ALTER TABLE element ADD COLUMN was_enabled INTEGER NOT NULL DEFAULT 1;\n"
-        "ALTER TABLE element ADD COLUMN was_seen INTEGER NOT NULL DEFAULT 0;\n"
-        "ALTER TABLE hit ADD COLUMN first INTEGER;\n"
-        "ALTER TABLE hit ADD COLUMN last INTEGER;"));
-    m_sql.execute(QStringLiteral("PRAGMA user_version = %1").arg(schemaVersion));
+    // Another process may have done it between the opening and the lock.
+    if (m_sql.value(QStringLiteral("PRAGMA user_version")).toInt() < schemaVersion) {
+        addColumns();
+    }
     m_version = schemaVersion;
     m_reader->setExtended(true);
+}
+
+/** What the tables of version 1 lack, in the order in which a new file has them. */
+void DataFile::addColumns() {
+    m_sql.execute(
+        QStringLiteral("ALTER TABLE run ADD COLUMN extension TEXT NOT NULL DEFAULT '';\n"
+                       "ALTER TABLE element ADD COLUMN attributes INTEGER REFERENCES text (id);\n"
+                       "ALTER TABLE element ADD COLUMN was_enabled INTEGER NOT NULL DEFAULT 1;\n"
+                       "ALTER TABLE element ADD COLUMN was_seen INTEGER NOT NULL DEFAULT 0;\n"
+                       "ALTER TABLE hit ADD COLUMN first INTEGER;\n"
+                       "ALTER TABLE hit ADD COLUMN last INTEGER;"));
+    m_sql.execute(QStringLiteral("PRAGMA user_version = %1").arg(schemaVersion));
 }
 
 std::optional<Problem> DataFile::add(const Run& run, Added* added, const QByteArray& digest) {
