@@ -119,8 +119,8 @@ QString faultOf(const QString& file, QSettings& settings) {
 const QString consequence = QStringLiteral("; nothing is recorded, ");
 
 // Values of VORSK_RECORDING_EXTENSION.
-const QString controls = QStringLiteral("controls");
-const QString classic = QStringLiteral("classic");
+constexpr QLatin1String controls("controls");
+constexpr QLatin1String classic("classic");
 
 } // namespace
 
@@ -152,9 +152,10 @@ HostConfiguration HostConfiguration::forFolder(const QString& folder,
         QFileInfo(QCoreApplication::applicationFilePath()).fileName() + QStringLiteral(".uirec"));
     const QString extension = fromEnvironmentVariable("VORSK_RECORDING_EXTENSION");
     if (!extension.isEmpty() && extension != classic && extension != controls) {
-        result.m_error = QStringLiteral("options-malformed: VORSK_RECORDING_EXTENSION is \"%1\"%2give "
-                                        "controls or classic")
-                             .arg(extension, consequence);
+        result.m_error =
+            QStringLiteral("options-malformed: VORSK_RECORDING_EXTENSION is \"%1\"%2give "
+                           "controls or classic")
+                .arg(extension, consequence);
         return result;
     }
     result.m_extensions.append(QDir(libraryFolder)
