@@ -282,6 +282,7 @@ private Q_SLOTS:
         const QString key = QStringLiteral("options/redact");
         QCOMPARE(QSettings(path("saved.ini"), QSettings::IniFormat).value(key).toString(),
                  QStringLiteral("account*"));
+        QVERIFY(QFile::remove(path("saved.ini")));
         QCOMPARE(run(QStringList{QStringLiteral("--no-config")} + save), 0);
         QVERIFY(!QSettings(path("saved.ini"), QSettings::IniFormat).contains(key));
     }
