@@ -93,8 +93,8 @@ QString faultOf(const QString& file, QSettings& settings) {
 const QString consequence = QStringLiteral("; nothing is recorded, ");
 
 // Values of VORSK_RECORDING_EXTENSION.
-const QString controls = QStringLiteral("controls");
-const QString classic = QStringLiteral("classic");
+constexpr QLatin1String controls("controls");
+constexpr QLatin1String classic("classic");
 
 } // namespace
 

@@ -58,7 +58,9 @@ void addHits(QRandomGenerator& random, RunElement& element, int contexts) {
         }
         for (int context = 0; context < contexts; ++context) {
             if (random.bounded(3) == 0) {
-                element.hits.append(Hit{event, context, 1 + random.bounded(1000)});
+                const qint64 first = random.bounded(-1, 5000);
+                const qint64 last = first < 0 ? -1 : first + random.bounded(5000);
+                element.hits.append(Hit{event, context, 1 + random.bounded(1000), first, last});
             }
         }
     }
@@ -90,6 +92,13 @@ void addElement(QRandomGenerator& random, Run& run) {
     element.isWindowNode = random.bounded(6) == 0;
     element.parent = number == 0 || random.bounded(6) == 0 ? -1 : random.bounded(number);
     element.place = randomPlace(random);
+    for (const char* name : {"enabled", "label", "\"odd\" name"}) {
+        if (random.bounded(4) == 0) {
+            element.attributes.insert(QLatin1String(name), randomText(random));
+        }
+    }
+    element.wasEnabled = random.bounded(4) != 0;
+    element.wasSeen = random.bounded(2) == 0;
     addHits(random, element, run.contexts.size());
     if (random.bounded(3) == 0) {
         addPicture(random, run, element);
@@ -117,7 +126,12 @@ QString printedElement(const RunElement& element) {
     }
     line += QStringLiteral(" events=") + element.events.join(QLatin1Char(','));
     for (const Hit& hit : element.hits) {
-        line += QStringLiteral(" %1@%2=%3").arg(hit.event).arg(hit.context).arg(hit.count);
+        line += QStringLiteral(" %1@%2=%3 from %4 to %5")
+                    .arg(hit.event)
+                    .arg(hit.context)
+                    .arg(hit.count)
+                    .arg(hit.first)
+                    .arg(hit.last);
     }
     if (element.place) {
         line += QStringLiteral(" place=%1,%2..%3,%4")
@@ -126,6 +140,10 @@ QString printedElement(const RunElement& element) {
                     .arg(element.place->right())
                     .arg(element.place->bottom());
     }
+    for (auto it = element.attributes.cbegin(); it != element.attributes.cend(); ++it) {
+        line += QStringLiteral(" %1=\"%2\"").arg(it.key(), it.value());
+    }
+    line += QStringLiteral(" enabled=%1 seen=%2").arg(element.wasEnabled).arg(element.wasSeen);
     return line + QStringLiteral(" picture=") + QString::fromLatin1(element.picture.toHex());
 }
 

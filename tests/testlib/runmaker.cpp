@@ -106,6 +106,56 @@ Run panelRun(int number) {
     return maker.run;
 }
 
+Run controlsRun(int number) {
+    RunMaker maker(number);
+    maker.run.extension = QStringLiteral("libqtuicontrols");
+    const auto addView = [&maker](int parent, const char* type, const char* title, bool isSeen) {
+        const int view = maker.add(parent, type, "QWidget", QLatin1String(title), "seen");
+        if (isSeen) {
+            maker.hit(view, "seen");
+        }
+        return view;
+    };
+    const auto addControl = [&maker](int view, const char* type, const char* text,
+                                     const char* event, bool isSeen) {
+        const int control = maker.add(view, type, "QAbstractButton", QLatin1String(text), event);
+        maker.element(control).wasSeen = isSeen;
+        return control;
+    };
+    const auto set = [&maker](int element, const char* name, const QString& value) {
+        maker.element(element).attributes.insert(QLatin1String(name), value);
+    };
+    const int window = addView(-1, "Window", "Panel", true);
+    maker.element(window).isWindowNode = true;
+    const int start = addControl(window, "Button", "Start", "clicked", true);
+    set(start, "objectName", QStringLiteral("startButton"));
+    maker.hit(start, "clicked", 2, QStringLiteral("test_start"));
+    addControl(window, "Button", "Stop", "clicked", true);
+    const int expert = addControl(window, "Button", "Expert", "clicked", false);
+    maker.element(expert).wasEnabled = false;
+    const int save = addControl(window, "Command", "Save", "triggered", true);
+    set(save, "ways", QStringLiteral("toolBar menu"));
+    const int print = addControl(window, "Command", "Print", "triggered", true);
+    set(print, "ways", QStringLiteral("menu shortcut"));
+    set(print, "usedWays", QStringLiteral("shortcut"));
+    maker.hit(print, "triggered", 1, QStringLiteral("test_print"));
+    for (const char* row : {"1", "2", "3"}) {
+        const int item = addControl(window, "Item", row, "clicked", true);
+        set(item, "group", QStringLiteral("rows"));
+        if (*row == '2') {
+            maker.hit(item, "clicked", 1, QStringLiteral("test_start"));
+        }
+    }
+    const int general = addView(window, "Page", "General", true);
+    addControl(general, "CheckBox", "Pump", "checked", true);
+    const int advanced = addView(window, "Page", "Advanced", false);
+    addControl(advanced, "CheckBox", "Heater", "checked", false);
+    addControl(advanced, "CheckBox", "Cooler", "checked", false);
+    const int tab = addControl(window, "Tab", "Advanced", "clicked", true);
+    set(tab, "opens", maker.element(advanced).id);
+    return maker.run;
+}
+
 Run hostileRun() {
     const QString odd = Uicov::Runs::storedText(
         QStringLiteral("<script>alert(\"1\")</script>&'|`*_[x](y)") + QChar(0x1b) +

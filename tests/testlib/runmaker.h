@@ -41,4 +41,11 @@ Uicov::Runs::Run hostileRun();
 /** A main window, a dialog, a menu that was never opened; some of it used, in two tests. */
 Uicov::Runs::Run panelRun(int number = 1);
 
+/**
+ * A run of the controls extension: a window whose buttons are used, seen and disabled, a command
+ * with two ways, a group of three, a page that was seen, and a page that was not and the tab that
+ * opens it.
+ */
+Uicov::Runs::Run controlsRun(int number = 1);
+
 } // namespace TestLib

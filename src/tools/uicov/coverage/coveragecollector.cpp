@@ -43,7 +43,7 @@ void CoverageCollector::collect(const Runs::Run& run) {
         }
     }
     if (run.isOfControls()) {
-        addGroups(run, places, nodes);
+        addGroups(run, places, nodes, contexts);
         addOpeners(run, places, nodes);
     }
 }
@@ -64,14 +64,20 @@ void CoverageCollector::addControl(const RunElement& element, NodeId node,
 
 /** Tells how many elements of the run are one node, where they are a group. */
 void CoverageCollector::addGroups(const Runs::Run& run, const Places& places,
-                                  const std::vector<NodeId>& nodes) {
+                                  const std::vector<NodeId>& nodes,
+                                  const QVector<ContextId>& contexts) {
+    const auto wasUsed = [&](const RunElement& element) {
+        return std::any_of(element.hits.cbegin(), element.hits.cend(), [&](const Runs::Hit& hit) {
+            return contexts.value(hit.context, ContextId::None) != ContextId::None;
+        });
+    };
     QHash<NodeId, QPair<int, int>> members;
     for (std::size_t i = 0; i < places.size(); ++i) {
         const RunElement& element = run.element(places[i].element);
         if (Runs::ControlNames::isOfGroup(element)) {
             QPair<int, int>& group = members[nodes[i]];
             ++group.first;
-            group.second += element.hits.isEmpty() ? 0 : 1;
+            group.second += wasUsed(element) ? 1 : 0;
         }
     }
     for (auto it = members.cbegin(); it != members.cend(); ++it) {

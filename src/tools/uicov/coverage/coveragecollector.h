@@ -40,7 +40,8 @@ private:
 
     void addControl(const Runs::RunElement& element, NodeId node,
                     const QVector<ContextId>& contexts);
-    void addGroups(const Runs::Run& run, const Places& places, const std::vector<NodeId>& nodes);
+    void addGroups(const Runs::Run& run, const Places& places, const std::vector<NodeId>& nodes,
+                   const QVector<ContextId>& contexts);
     void addOpeners(const Runs::Run& run, const Places& places, const std::vector<NodeId>& nodes);
 
     CoverageTree& m_tree;

@@ -74,8 +74,8 @@ bool isBelowUnseenView(const CoverageTree& tree, Coverage::NodeId node) {
     for (Coverage::NodeId above = tree.node(node).parent; above != Coverage::NodeId::None;
          above = tree.node(above).parent) {
         const CoverageTree::Node& view = tree.node(above);
-        if (view.role == CoverageTree::Node::Role::View) {
-            return !view.wasSeen || isBelowUnseenView(tree, above);
+        if (view.role == CoverageTree::Node::Role::View && !view.wasSeen) {
+            return true;
         }
     }
     return false;

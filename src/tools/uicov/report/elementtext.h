@@ -14,7 +14,6 @@ namespace Uicov::Report {
 /** The element's steps below its window, shortened where they are many. */
 QString stepsBelowWindow(const Coverage::CoverageTree& tree, Coverage::NodeId node);
 QString displayedStep(Runs::ElementKey::Step step);
-/** Events of the element that count and did not happen. */
 /** The word for the node's state: of controls "seen", of elements of the classic extension "shown".
  */
 QString wordOf(const Coverage::CoverageTree& tree, Coverage::NodeId node);
@@ -31,8 +30,10 @@ QString neverOpenedText(const Coverage::CoverageTree& tree, Coverage::NodeId vie
  */
 bool isBelowUnseenView(const Coverage::CoverageTree& tree, Coverage::NodeId node);
 
+/** Events of the element that count and did not happen. */
 QStringList uncoveredEvents(const Coverage::CoverageTree::Node& element);
-/** Whether it counts and has such events. */
+/** Whether it counts and is not fully used: an element with such events, a control that was not
+ * used but could be. */
 bool lacksEvents(const Coverage::CoverageTree& tree, Coverage::NodeId node);
 /** Contexts in which the element was used, by name. */
 QStringList contextsOf(const Coverage::CoverageTree& tree, Coverage::NodeId node);

@@ -106,7 +106,7 @@ QString MarkdownReport::toString() const {
         });
     for (const Coverage::WindowId window : windows) {
         const CoverageTree::Totals totals = tree.totalsOf(window);
-        if (m_skipsCovered && totals.used == totals.elements) {
+        if (m_skipsCovered && totals.used == totals.elements && totals.seenViews == totals.views) {
             continue;
         }
         const QString name =

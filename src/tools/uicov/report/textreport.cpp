@@ -88,7 +88,7 @@ QStringList TextReport::missedControls(Coverage::WindowId window) const {
         } else if (lacksEvents(m_tree, node)) {
             const QString ways = element.ways.isEmpty()
                                      ? QString()
-                                     : QStringLiteral("  (can be reached by ") +
+                                     : QStringLiteral("  (by ") +
                                            element.ways.join(QStringLiteral(", ")) +
                                            QLatin1Char(')');
             lines.append(line(wordOf(m_tree, node), node, membersText(element) + ways));
@@ -186,7 +186,7 @@ void TextReport::addWindows(TextTable& table, const QString& application,
 }
 
 bool TextReport::isSkipped(const CoverageTree::Totals& totals) const {
-    return m_skipsCovered && totals.used == totals.elements;
+    return m_skipsCovered && totals.used == totals.elements && totals.seenViews == totals.views;
 }
 
 QStringList TextReport::header() const {

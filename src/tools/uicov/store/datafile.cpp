@@ -145,6 +145,16 @@ void DataFile::migrate() {
     if (m_version >= schemaVersion) {
         return;
     }
+    // Another process may have done it between the opening and the lock.
+    if (m_sql.value(QStringLiteral("PRAGMA user_version")).toInt() < schemaVersion) {
+        addColumns();
+    }
+    m_version = schemaVersion;
+    m_reader->setExtended(true);
+}
+
+/** What the tables of version 1 lack, in the order in which a new file has them. */
+void DataFile::addColumns() {
     m_sql.execute(
         QStringLiteral("ALTER TABLE run ADD COLUMN extension TEXT NOT NULL DEFAULT '';\n"
                        "ALTER TABLE element ADD COLUMN attributes INTEGER REFERENCES text (id);\n"
@@ -153,8 +163,6 @@ void DataFile::migrate() {
                        "ALTER TABLE hit ADD COLUMN first INTEGER;\n"
                        "ALTER TABLE hit ADD COLUMN last INTEGER;"));
     m_sql.execute(QStringLiteral("PRAGMA user_version = %1").arg(schemaVersion));
-    m_version = schemaVersion;
-    m_reader->setExtended(true);
 }
 
 std::optional<Problem> DataFile::add(const Run& run, Added* added, const QByteArray& digest) {

@@ -82,6 +82,7 @@ private:
     std::optional<Base::Problem> failure() const;
     void begin();
     void migrate();
+    void addColumns();
     void dropUnused();
 
     QString m_path;

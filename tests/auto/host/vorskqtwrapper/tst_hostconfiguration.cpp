@@ -39,6 +39,9 @@ private Q_SLOTS:
     void contextAndLabelsSurviveEveryCharacter_data();
     void contextAndLabelsSurviveEveryCharacter();
     void theMarkIsReadAnew();
+    void theExtensionOfAFolder_data();
+    void theExtensionOfAFolder();
+    void anExtensionThatThereIsNot();
     void faults_data();
     void faults();
     void fileThatIsNotThere();
@@ -66,6 +69,8 @@ void tst_HostConfiguration::init() {
 }
 
 void tst_HostConfiguration::cleanup() {
+    qunsetenv("VORSK_RECORDING_DIR");
+    qunsetenv("VORSK_RECORDING_EXTENSION");
     m_dir.reset();
     TestCase::cleanup();
 }
@@ -114,6 +119,8 @@ void tst_HostConfiguration::optionValues_data() {
     QTest::newRow("kept as written")
         << QByteArray("enabled=01") << QStringList(QStringLiteral("01"));
     QTest::newRow("spaces") << QByteArray("enabled=\" 1\"") << QStringList(QStringLiteral(" 1"));
+    QTest::newRow("patterns") << QByteArray("redact=account*, \"a, b\"")
+                              << QStringList{QStringLiteral("account*"), QStringLiteral("a, b")};
 }
 
 void tst_HostConfiguration::optionValues() {
@@ -123,7 +130,8 @@ void tst_HostConfiguration::optionValues() {
         readText("[host]\nextension=/x.so\nrecording=/r\n[options]\n" + line + '\n');
     QCOMPARE(configuration.errorString(), QString());
     QStringList actual;
-    for (const std::string& value : configuration.options().at("enabled")) {
+    const std::string key = line.left(line.indexOf('=')).toStdString();
+    for (const std::string& value : configuration.options().at(key)) {
         actual.append(QString::fromStdString(value));
     }
     QCOMPARE(actual, values);
@@ -232,6 +240,39 @@ void tst_HostConfiguration::theMarkIsReadAnew() {
     QCOMPARE(configuration.context(), QStringLiteral("nightly"));
 }
 
+void tst_HostConfiguration::theExtensionOfAFolder_data() {
+    QTest::addColumn<QByteArray>("value");
+    QTest::addColumn<QString>("extension");
+    QTest::newRow("not set") << QByteArray() << QStringLiteral("/lib/libqtuicontrols.so");
+    QTest::newRow("empty") << QByteArray("") << QStringLiteral("/lib/libqtuicontrols.so");
+    QTest::newRow("controls") << QByteArray("controls")
+                              << QStringLiteral("/lib/libqtuicontrols.so");
+    QTest::newRow("classic") << QByteArray("classic") << QStringLiteral("/lib/libqtuicoverage.so");
+}
+
+void tst_HostConfiguration::theExtensionOfAFolder() {
+    QFETCH(QByteArray, value);
+    QFETCH(QString, extension);
+    qputenv("VORSK_RECORDING_DIR", QFile::encodeName(m_dir->path()));
+    if (!value.isNull()) {
+        qputenv("VORSK_RECORDING_EXTENSION", value);
+    }
+    const auto configuration = HostConfiguration::fromEnvironment(QStringLiteral("/lib"));
+    QVERIFY(configuration);
+    QCOMPARE(configuration->errorString(), QString());
+    QCOMPARE(configuration->extensions(), QStringList(extension));
+}
+
+void tst_HostConfiguration::anExtensionThatThereIsNot() {
+    qputenv("VORSK_RECORDING_DIR", QFile::encodeName(m_dir->path()));
+    qputenv("VORSK_RECORDING_EXTENSION", "Classic");
+    const auto configuration = HostConfiguration::fromEnvironment(QStringLiteral("/lib"));
+    QVERIFY(configuration);
+    QCOMPARE(configuration->errorString(),
+             QStringLiteral("options-malformed: VORSK_RECORDING_EXTENSION is \"Classic\"; nothing "
+                            "is recorded, give controls or classic"));
+}
+
 void tst_HostConfiguration::faults_data() {
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<QString>("error");
@@ -274,14 +315,7 @@ void tst_HostConfiguration::faults_data() {
     QTest::newRow("key of the other section")
         << sound + "[options]\nrecording=1\n"
         << QStringLiteral("options-unknown: the options file %1: [options] has no key "
-                          "\"recording\"; it can have enabled, qtwidgets, qtquick, "
-                          "takeScreenshotsOfElements, redact") +
-               cure;
-    QTest::newRow("nested key")
-        << sound + "session/id=1\n"
-        << QStringLiteral(
-               "options-unknown: the options file %1: [host] has no key "
-               "\"session/id\"; it can have extension, recording, session, context, mark, labels") +
+                          "\"recording\"; the nearest known one is \"redact\"") +
                cure;
     QTest::newRow("two recordings")
         << QByteArray("[host]\nextension=/x.so\nrecording=/a,b\n")

@@ -25,6 +25,25 @@ private Q_SLOTS:
         QCOMPARE(run("report"), 0);
     }
 
+    void runsOfTheTwoExtensionsAreNotOneNumber() {
+        put("controls.uicov", TestLib::controlsRun(8));
+        for (const char* verb : {"report", "json", "junit", "badge"}) {
+            const QString words = QLatin1String(verb) + QStringLiteral(" .uicov controls.uicov");
+            QCOMPARE(run(qPrintable(words)), 1);
+            QVERIFY(says("[extensions-mixed]"));
+            QCOMPARE(m_runner->output(), QString());
+        }
+        QCOMPARE(run("report --extension classic .uicov controls.uicov"), 0);
+        QVERIFY(says("Elements"));
+        QVERIFY(!says("Controls"));
+        QCOMPARE(run("report --extension controls .uicov controls.uicov"), 0);
+        QVERIFY(says("Controls used: 3 of 9"));
+        QCOMPARE(run("report --extension classic controls.uicov"), 1);
+        QVERIFY(says("[no-elements]"));
+        QCOMPARE(run("report --extension clasic .uicov"), 1);
+        QVERIFY(says("[wrong-use]"));
+    }
+
     void aGateThatIsNotMetEndsWith2_data() {
         QTest::addColumn<QString>("options");
         QTest::addColumn<int>("status");

@@ -65,8 +65,9 @@ class TestRunCommand : public TestLib::TestCase {
 private Q_SLOTS:
     void initTestCase() {
         QVERIFY(QDir(m_libraries.path()).mkpath(QStringLiteral("plugins/generic")));
-        for (const char* name : {"libqtuicoverage.so", "libvorskhook.so", "libvorskqtwrapper.so",
-                                 "plugins/generic/libvorskstarter.so"}) {
+        for (const char* name :
+             {"libqtuicontrols.so", "libqtuicontrolsquick.so", "libqtuicoverage.so",
+              "libvorskhook.so", "libvorskqtwrapper.so", "plugins/generic/libvorskstarter.so"}) {
             QVERIFY(TestLib::buildC(QStringLiteral("void init_extension(void) {}"),
                                     m_libraries.filePath(QLatin1String(name)),
                                     {QStringLiteral("-shared"), QStringLiteral("-fPIC")}));
@@ -255,6 +256,38 @@ private Q_SLOTS:
         QVERIFY(m_runner->errors().contains(
             QStringLiteral("to keep the recording use --recording x.uirec")));
         QVERIFY(files().isEmpty());
+    }
+
+    void theExtensionIsTheOneOfControlsUnlessTheClassicOneIsAskedFor() {
+        m_runner->setVariable(QStringLiteral("UICOV_CLASSIC"), QString());
+        const QStringList save =
+            application() + QStringList{QStringLiteral("save"), path("saved.ini")};
+        for (const bool isClassic : {false, true}) {
+            QCOMPARE(
+                run((isClassic ? QStringList{QStringLiteral("--classic")} : QStringList()) + save),
+                0);
+            const QSettings settings(path("saved.ini"), QSettings::IniFormat);
+            QCOMPARE(settings.value(QStringLiteral("host/extension")).toString(),
+                     m_libraries.filePath(isClassic ? QStringLiteral("libqtuicoverage.so")
+                                                    : QStringLiteral("libqtuicontrols.so")));
+            QVERIFY(QFile::remove(path("saved.ini")));
+        }
+    }
+
+    void whatTheConfigurationNamesIsBlackedOut() {
+        QFile configuration(path("uicov.toml"));
+        QVERIFY(configuration.open(QIODevice::WriteOnly));
+        QVERIFY(configuration.write("[redact]\npatterns = [\"account*\"]\n") > 0);
+        configuration.close();
+        const QStringList save =
+            application() + QStringList{QStringLiteral("save"), path("saved.ini")};
+        QCOMPARE(run(save), 0);
+        const QString key = QStringLiteral("options/redact");
+        QCOMPARE(QSettings(path("saved.ini"), QSettings::IniFormat).value(key).toString(),
+                 QStringLiteral("account*"));
+        QVERIFY(QFile::remove(path("saved.ini")));
+        QCOMPARE(run(QStringList{QStringLiteral("--no-config")} + save), 0);
+        QVERIFY(!QSettings(path("saved.ini"), QSettings::IniFormat).contains(key));
     }
 
     void theConfigurationIsWhatWasAskedFor() {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "coverage/coveragetree.h"
+#include "run/runelement.h"
 #include "testlib/testcase.h"
 
 #include <QTest>
@@ -109,6 +110,70 @@ private Q_SLOTS:
         QCOMPARE(totals.events, 1);
         QCOMPARE(totals.coveredEvents, 1);
         QCOMPARE(totals.neverCountedEvents, 1);
+    }
+
+    void stateOfAControl_data() {
+        QTest::addColumn<bool>("isUsed");
+        QTest::addColumn<bool>("wasEnabled");
+        QTest::addColumn<bool>("wasSeen");
+        QTest::addColumn<QString>("word");
+        QTest::newRow("used") << true << true << true << "used";
+        QTest::newRow("used in a view that was not seen") << true << true << false << "used";
+        QTest::newRow("seen") << false << true << true << "seen";
+        QTest::newRow("missed") << false << true << false << "missed";
+        QTest::newRow("unavailable") << false << false << false << "unavailable";
+    }
+
+    void stateOfAControl() {
+        QFETCH(bool, isUsed);
+        QFETCH(bool, wasEnabled);
+        QFETCH(bool, wasSeen);
+        QFETCH(QString, word);
+        CoverageTree tree;
+        const auto window = tree.window(step("Window"));
+        const auto button = tree.child(window, step("Button"));
+        Uicov::Runs::RunElement element;
+        element.wasEnabled = wasEnabled;
+        element.wasSeen = wasSeen;
+        tree.noteView(window, true);
+        tree.noteControl(button, element);
+        tree.count(button, Events{{clicked, {isUsed ? 1 : 0, false}}});
+        QVERIFY(tree.isOfControls());
+        QCOMPARE(Uicov::Coverage::wordForControl(tree.stateOf(button)), word);
+        const CoverageTree::Totals totals = tree.totals();
+        QCOMPARE(totals.views, 1);
+        QCOMPARE(totals.seenViews, 1);
+        QCOMPARE(totals.elements, word == QLatin1String("unavailable") ? 0 : 1);
+        QCOMPARE(totals.unavailable, word == QLatin1String("unavailable") ? 1 : 0);
+        QCOMPARE(totals.used, isUsed ? 1 : 0);
+    }
+
+    void whatAnyRunKnewOfAControlAddsUp() {
+        CoverageTree tree;
+        const auto button = tree.child(tree.window(step("Window")), step("Command"));
+        Uicov::Runs::RunElement first;
+        first.wasEnabled = false;
+        first.attributes.insert(QStringLiteral("ways"), QStringLiteral("toolBar menu"));
+        Uicov::Runs::RunElement second;
+        second.wasSeen = true;
+        second.attributes.insert(QStringLiteral("ways"), QStringLiteral("menu shortcut"));
+        second.attributes.insert(QStringLiteral("usedWays"), QStringLiteral("menu"));
+        tree.noteControl(button, first);
+        tree.noteControl(button, second);
+        tree.noteControl(button, first);
+        const CoverageTree::Node& node = tree.node(button);
+        QVERIFY(node.wasEnabled && node.wasSeen);
+        QCOMPARE(node.ways, QStringList({QStringLiteral("menu"), QStringLiteral("shortcut"),
+                                         QStringLiteral("toolBar")}));
+        QCOMPARE(node.usedWays, QStringList{QStringLiteral("menu")});
+        tree.noteMembers(button, 3, 1);
+        tree.noteMembers(button, 2, 2);
+        QCOMPARE(tree.node(button).members, 3);
+        QCOMPARE(tree.node(button).usedMembers, 2);
+        tree.noteOpener(button, QStringLiteral("b"));
+        tree.noteOpener(button, QStringLiteral("a"));
+        tree.noteOpener(button, QStringLiteral("c"));
+        QCOMPARE(tree.node(button).openedBy, QStringLiteral("a"));
     }
 
     void nodesComeBeforeWhatIsBelowThem() {

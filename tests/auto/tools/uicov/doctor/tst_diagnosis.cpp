@@ -215,7 +215,7 @@ private Q_SLOTS:
         QVERIFY(buildC(QStringLiteral("int z;"), path("libgone.so"),
                        {QStringLiteral("-shared"), QStringLiteral("-fPIC")}));
         QVERIFY(buildC(QStringLiteral("void init_extension(void) {}"),
-                       other.filePath(QStringLiteral("libqtuicoverage.so")),
+                       other.filePath(QStringLiteral("libqtuicontrols.so")),
                        {QStringLiteral("-shared"), QStringLiteral("-fPIC"),
                         QStringLiteral("-Wl,--no-as-needed"), path("libgone.so")}));
         QVERIFY(QFile::remove(path("libgone.so")));

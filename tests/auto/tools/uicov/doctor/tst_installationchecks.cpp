@@ -20,7 +20,7 @@ class TestInstallationChecks : public TestLib::TestCase {
     Q_OBJECT
 
     QTemporaryDir m_folder;
-    const QString m_library = QStringLiteral("libqtuicoverage.so");
+    const QString m_library = QStringLiteral("libqtuicontrols.so");
     const QString m_starter = QStringLiteral("plugins/generic/libvorskstarter.so");
 
     QString path(const QString& name) const { return m_folder.filePath(name); }
@@ -41,8 +41,9 @@ private Q_SLOTS:
         TestLib::TestCase::init();
         QVERIFY(QDir(m_folder.path()).mkpath(QStringLiteral("plugins/generic")));
         QVERIFY(build(QStringLiteral("void init_extension(void) {}"), m_library));
-        for (const QString& name : {QStringLiteral("libvorskhook.so"),
-                                    QStringLiteral("libvorskqtwrapper.so"), m_starter}) {
+        for (const QString& name :
+             {QStringLiteral("libqtuicontrolsquick.so"), QStringLiteral("libvorskhook.so"),
+              QStringLiteral("libvorskqtwrapper.so"), m_starter}) {
             QVERIFY(build(QStringLiteral("int x;"), name));
         }
     }

@@ -62,11 +62,39 @@ private Q_SLOTS:
         QSettings settings(setup.configurationFile(), QSettings::IniFormat);
         QCOMPARE(settings.allKeys().size(), 7);
         QCOMPARE(settings.value(QStringLiteral("host/extension")).toStringList(),
-                 QStringList{folder + QStringLiteral("/libqtuicoverage.so")});
+                 QStringList{folder + QStringLiteral("/libqtuicontrols.so")});
         QCOMPARE(settings.value(QStringLiteral("host/recording")).toStringList(),
                  QStringList{recording});
         QCOMPARE(settings.value(QStringLiteral("host/session")).toString(),
                  QStringLiteral("0123-4567"));
+    }
+
+    void theClassicExtensionIsNamedWhereItIsWanted() {
+        RecordingSetup setup(QStringLiteral("0123-4567"));
+        const Installation classic(QStringLiteral("/opt/lib"), Uicov::Launch::Extension::Classic);
+        QVERIFY(!setup.write(classic, QStringLiteral("/r.uirec")));
+        const QSettings settings(setup.configurationFile(), QSettings::IniFormat);
+        QCOMPARE(settings.value(QStringLiteral("host/extension")).toString(),
+                 QStringLiteral("/opt/lib/libqtuicoverage.so"));
+    }
+
+    void whatIsBlackedOutIsHandedOn_data() {
+        QTest::addColumn<QStringList>("patterns");
+        QTest::newRow("none") << QStringList();
+        QTest::newRow("one") << QStringList{QStringLiteral("account*")};
+        QTest::newRow("two, one with a comma")
+            << QStringList{QStringLiteral("a, b"), QStringLiteral("*Balance[0-9]\"")};
+    }
+
+    void whatIsBlackedOutIsHandedOn() {
+        QFETCH(QStringList, patterns);
+        RecordingSetup setup(QStringLiteral("0123-4567"));
+        setup.setRedacted(patterns);
+        QVERIFY(!setup.write(Installation(QStringLiteral("/opt/lib")), QStringLiteral("/r.uirec")));
+        const QSettings settings(setup.configurationFile(), QSettings::IniFormat);
+        const QString key = QStringLiteral("options/redact");
+        QCOMPARE(settings.contains(key), !patterns.isEmpty());
+        QCOMPARE(settings.value(key).toStringList(), patterns);
     }
 
     void optionsFollowTheToolkit_data() {

@@ -30,10 +30,13 @@ class TestReporters : public TestLib::TestCase {
     Configuration m_configuration;
     std::unique_ptr<CoverageResult> m_coverage;
 
-    void read(bool isHostile) {
+    /** @param input "panel", "hostile" or "controls" */
+    void read(const QString& input) {
         m_coverage = std::make_unique<CoverageResult>(m_configuration);
-        if (isHostile) {
+        if (input == QLatin1String("hostile")) {
             m_coverage->add(TestLib::hostileRun());
+        } else if (input == QLatin1String("controls")) {
+            m_coverage->add(TestLib::controlsRun(1));
         } else {
             m_coverage->add(TestLib::panelRun(1));
             TestLib::RunMaker other(2, QStringLiteral("tool"));
@@ -81,12 +84,17 @@ class TestReporters : public TestLib::TestCase {
         if (reporter == QLatin1String("explanation.txt")) {
             Uicov::Report::Explanation explanation(*m_coverage);
             explanation.choose(QStringLiteral("*"));
-            explanation.look(TestLib::panelRun(1));
-            explanation.look(TestLib::hostileRun());
+            if (m_coverage->tree().isOfControls()) {
+                explanation.look(TestLib::controlsRun(1));
+            } else {
+                explanation.look(TestLib::panelRun(1));
+                explanation.look(TestLib::hostileRun());
+            }
             return explanation.toString().toUtf8();
         }
         CoverageResult base(m_configuration);
-        base.add(TestLib::panelRun(3));
+        base.add(m_coverage->tree().isOfControls() ? TestLib::controlsRun(3)
+                                                   : TestLib::panelRun(3));
         base.finish();
         const Uicov::Coverage::Comparison comparison(base, *m_coverage);
         const Uicov::Report::DiffReport report(comparison);
@@ -107,11 +115,10 @@ class TestReporters : public TestLib::TestCase {
 
     static void addRows() {
         QTest::addColumn<QString>("reporter");
-        QTest::addColumn<bool>("isHostile");
+        QTest::addColumn<QString>("input");
         for (const QString& reporter : reporters()) {
-            for (const bool isHostile : {false, true}) {
-                QTest::addRow("%s %s", isHostile ? "hostile" : "panel", qPrintable(reporter))
-                    << reporter << isHostile;
+            for (const char* input : {"panel", "hostile", "controls"}) {
+                QTest::addRow("%s %s", input, qPrintable(reporter)) << reporter << input;
             }
         }
     }
@@ -135,10 +142,9 @@ private Q_SLOTS:
 
     void outputsAreAsTheyWere() {
         QFETCH(QString, reporter);
-        QFETCH(bool, isHostile);
-        read(isHostile);
-        const QString name =
-            (isHostile ? QStringLiteral("hostile-") : QStringLiteral("panel-")) + reporter;
+        QFETCH(QString, input);
+        read(input);
+        const QString name = input + QLatin1Char('-') + reporter;
         QStringList lines = QString::fromUtf8(made(reporter)).split(QLatin1Char('\n'));
         QVERIFY(lines.last().isEmpty()); // ends with a line feed
         lines.removeLast();
@@ -152,11 +158,11 @@ private Q_SLOTS:
 
     void equalRunsGiveEqualBytes() {
         QFETCH(QString, reporter);
-        QFETCH(bool, isHostile);
-        read(isHostile);
+        QFETCH(QString, input);
+        read(input);
         const QByteArray first = made(reporter);
         QVERIFY(!first.isEmpty());
-        read(isHostile);
+        read(input);
         QCOMPARE(made(reporter), first);
     }
 
@@ -164,7 +170,7 @@ private Q_SLOTS:
 
     void nothingThatAnApplicationSaysIsACommand() {
         QFETCH(QString, reporter);
-        read(true);
+        read(QStringLiteral("hostile"));
         const QString text = QString::fromUtf8(made(reporter));
         if (reporter.endsWith(QLatin1String(".json"))) {
             QJsonParseError error{};

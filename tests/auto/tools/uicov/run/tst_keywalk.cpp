@@ -57,6 +57,36 @@ private Q_SLOTS:
 
     void cleanup() { TestLib::TestCase::cleanup(); }
 
+    void controlsAreCalledByTheNamesOfTheirAuthors() {
+        m_run.extension = QStringLiteral("libqtuicontrols");
+        const int window = addWindow("Panel");
+        const int start = add(window, "Button", "QPushButton", "Start");
+        m_run.elements[static_cast<std::size_t>(start)].attributes.insert(
+            QStringLiteral("objectName"), QStringLiteral("startButton"));
+        add(window, "Button", "QPushButton", "Stop");
+        QCOMPARE(keys(), QStringList({QStringLiteral("Window \"Panel\""),
+                                      QStringLiteral("Window \"Panel\" > Button \"startButton\""),
+                                      QStringLiteral("Window \"Panel\" > Button \"Stop\"")}));
+        QCOMPARE(KeyWalk(m_run).places().at(1).step.caption, QStringLiteral("Start"));
+        m_run.extension.clear();
+        QCOMPARE(keys().at(1), QStringLiteral("Window \"Panel\" > Button \"Start\""));
+    }
+
+    void membersOfAGroupAreOne() {
+        m_run.extension = QStringLiteral("libqtuicontrols");
+        const int window = addWindow("Panel");
+        for (const char* text : {"a", "b", "c"}) {
+            const int row = add(window, "Button", "ItemDelegate", text);
+            m_run.elements[static_cast<std::size_t>(row)].attributes.insert(QStringLiteral("group"),
+                                                                            QStringLiteral("rows"));
+        }
+        QStringList all = keys();
+        QCOMPARE(all.size(), 4);
+        all.removeDuplicates();
+        QCOMPARE(all, QStringList({QStringLiteral("Window \"Panel\""),
+                                   QStringLiteral("Window \"Panel\" > Button \"rows\"")}));
+    }
+
     void aStructureKeyHasNoCaptions() {
         const int window = addWindow("Panel");
         add(window, "Button", "QPushButton", "Start");

@@ -93,11 +93,13 @@ private Q_SLOTS:
         QTest::newRow("a missing text")
             << QByteArray("UPDATE element SET class = 99999 WHERE number = 0");
         QTest::newRow("a hit of nothing")
-            << QByteArray("INSERT INTO hit VALUES (1, 4711, 1, 0, 1)");
+            << QByteArray("INSERT INTO hit VALUES (1, 4711, 1, 0, 1, NULL, NULL)");
         QTest::newRow("a hit in no context")
-            << QByteArray("INSERT INTO hit VALUES (1, 0, 1, 4711, 1)");
+            << QByteArray("INSERT INTO hit VALUES (1, 0, 1, 4711, 1, NULL, NULL)");
         QTest::newRow("a hit that did not happen")
-            << QByteArray("INSERT OR REPLACE INTO hit VALUES (1, 0, 1, 0, 0)");
+            << QByteArray("INSERT OR REPLACE INTO hit VALUES (1, 0, 1, 0, 0, NULL, NULL)");
+        QTest::newRow("a hit whose last time comes before its first")
+            << QByteArray("INSERT OR REPLACE INTO hit VALUES (1, 0, 1, 0, 1, 20, 10)");
         QTest::newRow("a hit that no program can count")
             << QByteArray("UPDATE hit SET count = 9223372036854775807");
         QTest::newRow("fewer messages than none")

@@ -6,6 +6,7 @@
 #include "testlib/randomrun.h"
 
 #include <QFileInfo>
+#include <QSqlQuery>
 #include <QTest>
 
 using TestLib::printed;
@@ -22,6 +23,21 @@ class TestDataFile : public TestLib::DataFileTest {
         Run run;
         const auto problem = file.read(uuid, DataFile::Pictures::Load, run);
         return problem ? Run() : run;
+    }
+
+    /** Puts a file that a version with the first schema made in the place of the file. */
+    bool takeFirstSchema() const {
+        return QFile::copy(QStringLiteral(UICOV_GOLD_DIR "/datafiles/schema-1"), m_path) &&
+               QFile::setPermissions(m_path, QFile::ReadOwner | QFile::WriteOwner);
+    }
+
+    static QStringList everythingIn(DataFile& file) {
+        QStringList lines;
+        const QStringList runs = file.runs();
+        for (const QString& uuid : runs) {
+            lines += printed(read(file, uuid));
+        }
+        return lines;
     }
 
 private Q_SLOTS:
@@ -41,6 +57,111 @@ private Q_SLOTS:
             QCOMPARE(printed(read(file, run.uuid)), printed(run));
             QVERIFY(QFile::remove(m_path));
         }
+    }
+
+    void aFileOfTheFirstSchemaIsRead() {
+        QVERIFY(takeFirstSchema());
+        DataFile file;
+        QVERIFY(!file.open(m_path, Sql::Access::Read));
+        Sql sql;
+        QVERIFY(sql.open(m_path, Sql::Access::Read));
+        QCOMPARE(sql.value(QStringLiteral("PRAGMA user_version")).toInt(), 1);
+        int elements = 0;
+        int hits = 0;
+        const QStringList uuids = file.runs();
+        for (const QString& uuid : uuids) {
+            const Run run = read(file, uuid);
+            QCOMPARE(run.extension, QString());
+            for (const Uicov::Runs::RunElement& element : run.elements) {
+                QVERIFY(element.attributes.isEmpty());
+                QVERIFY(element.wasEnabled && !element.wasSeen);
+                ++elements;
+                for (const Uicov::Runs::Hit& hit : element.hits) {
+                    QCOMPARE(hit.first, -1);
+                    QCOMPARE(hit.last, -1);
+                    ++hits;
+                }
+            }
+        }
+        QVERIFY(elements > 0 && hits > 0);
+        QCOMPARE(elements, sql.value(QStringLiteral("SELECT count(*) FROM element")).toInt());
+        QCOMPARE(hits, sql.value(QStringLiteral("SELECT count(*) FROM hit")).toInt());
+    }
+
+    void aFileOfTheFirstSchemaTakesRunsOfThePresent() {
+        QVERIFY(takeFirstSchema());
+        QRandomGenerator random(6);
+        Run added = randomRun(random);
+        added.uuid = TestLib::uuid(2);
+        added.extension = QStringLiteral("libqtuicontrols");
+        QStringList before;
+        {
+            DataFile file;
+            QVERIFY(!file.open(m_path, Sql::Access::Write));
+            before = everythingIn(file);
+            QVERIFY(!file.add(added));
+            QVERIFY(!file.commit());
+        }
+        DataFile file;
+        QVERIFY(!file.open(m_path, Sql::Access::Read));
+        QCOMPARE(printed(read(file, added.uuid)), printed(added));
+        QCOMPARE(read(file, added.uuid).extension, added.extension);
+        DataFile same;
+        QVERIFY(!same.open(m_path, Sql::Access::Write));
+        QVERIFY(!same.erase(added.uuid));
+        QVERIFY(!same.commit());
+        QCOMPARE(everythingIn(same), before);
+    }
+
+    void aMigratedFileHasTheColumnsOfANewOneInTheirOrder() {
+        const auto columns = [this](const char* table) {
+            QStringList names;
+            Sql sql;
+            if (sql.open(m_path, Sql::Access::Read)) {
+                QSqlQuery& query =
+                    sql.query(QStringLiteral("SELECT name FROM pragma_table_info('%1')")
+                                  .arg(QLatin1String(table)));
+                while (sql.next(query)) {
+                    names.append(query.value(0).toString());
+                }
+            }
+            return names;
+        };
+        for (const char* table : {"run", "element", "hit"}) {
+            QVERIFY(takeFirstSchema());
+            {
+                DataFile file;
+                QVERIFY(!file.open(m_path, Sql::Access::Write));
+                QVERIFY(!file.erase(TestLib::uuid(1)));
+                QVERIFY(!file.commit());
+            }
+            const QStringList migrated = columns(table);
+            QVERIFY(QFile::remove(m_path));
+            DataFile file;
+            QVERIFY(!file.create(m_path));
+            QVERIFY(migrated.size() > 5);
+            QCOMPARE(migrated, columns(table));
+            QVERIFY(QFile::remove(m_path));
+        }
+    }
+
+    void twoThatOpenedAFileOfTheFirstSchemaBothAddToIt() {
+        QVERIFY(takeFirstSchema());
+        DataFile first;
+        DataFile second;
+        QVERIFY(!first.open(m_path, Sql::Access::Write));
+        QVERIFY(!second.open(m_path, Sql::Access::Write));
+        const int before = first.runs().size();
+        QRandomGenerator random(7);
+        int number = 2;
+        for (DataFile* file : {&first, &second}) {
+            Run run = randomRun(random);
+            run.uuid = TestLib::uuid(number++);
+            const auto problem = file->add(run);
+            QVERIFY2(!problem, problem ? qPrintable(problem->text) : "");
+            QVERIFY(!file->commit());
+        }
+        QCOMPARE(first.runs().size(), before + 2);
     }
 
     void picturesAreKeptOnceAndLeftOutWhereNobodyWantsThem() {

@@ -55,7 +55,15 @@ private Q_SLOTS:
     void digestIsThatOfAStream() {
         QRandomGenerator random(47);
         for (int i = 0; i < 100; ++i) {
-            const Run run = randomRun(random);
+            Run run = randomRun(random);
+            for (RunElement& element : run.elements) {
+                element.attributes.clear();
+                element.wasEnabled = true;
+                element.wasSeen = false;
+                for (Uicov::Runs::Hit& hit : element.hits) {
+                    hit.first = hit.last = -1;
+                }
+            }
             QByteArray bytes;
             QDataStream stream(&bytes, QIODevice::WriteOnly);
             stream.setVersion(QDataStream::Qt_5_9);
