@@ -7,10 +7,11 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QTest>
-#include <QtTest/qtestspontaneevent.h>
 #include <QWheelEvent>
 #include <QWidget>
 #include <QWindow>
+
+#include <QtTest/qtestspontaneevent.h>
 
 namespace TestLib {
 
@@ -76,8 +77,9 @@ void drag(QWidget* widget, const QPoint& from, const QPoint& to) {
 
 void wheel(QWidget* widget, int notches, const QPoint& at) {
     const QPoint place = inWindow(widget, at);
-    QWheelEvent event(place, windowOf(widget)->mapToGlobal(place), QPoint(), QPoint(0, 120 * notches),
-                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QWheelEvent event(place, windowOf(widget)->mapToGlobal(place), QPoint(),
+                      QPoint(0, 120 * notches), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                      false);
     // Only what comes from outside is passed on to parents.
     reinterpret_cast<QSpontaneKeyEvent*>(&event)->setSpontaneous();
     QCoreApplication::instance()->notify(windowOf(widget), &event);

@@ -2,7 +2,6 @@
 
 #include <QPoint>
 #include <QString>
-
 #include <Qt>
 
 QT_BEGIN_NAMESPACE

@@ -45,8 +45,8 @@ void DeliveryStack::begin(QObject* receiver, const QEvent* event, QEvent::Type t
         return;
     }
     prune(frame);
-    if (!isOfUser && ((m_deliveries.empty() && !m_keepsAll) ||
-                      (!m_hearsEnds && !isFromEventLoop(type)))) {
+    if (!isOfUser &&
+        ((m_deliveries.empty() && !m_keepsAll) || (!m_hearsEnds && !isFromEventLoop(type)))) {
         return;
     }
     Delivery delivery;

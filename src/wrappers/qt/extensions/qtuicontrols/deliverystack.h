@@ -19,8 +19,9 @@ namespace UIControls {
  * lies at or below the present one, or that began in a nested event loop that is no more, has
  * ended. The stack grows towards lower addresses on every processor that Qt 5 runs on. What has
  * ended in a frame above that of who asks is not found in this way. So of what is no input such a
- * host's deliveries are noted only when they come from an event loop: whatever else an input leads to,
- * as the painting or hiding of something, is over soon and would stand for the input ever after.
+ * host's deliveries are noted only when they come from an event loop: whatever else an input leads
+ * to, as the painting or hiding of something, is over soon and would stand for the input ever
+ * after.
  *
  * One delivery may reach several receivers, as a key that a widget ignores and its parent gets;
  * each is an entry of its own above that of the delivery. GUI thread only.

@@ -10,10 +10,10 @@
 #include <QAbstractScrollArea>
 #include <QApplication>
 #include <QDockWidget>
+#include <QEvent>
 #include <QGraphicsObject>
 #include <QGraphicsProxyWidget>
 #include <QGraphicsScene>
-#include <QEvent>
 #include <QGraphicsView>
 #include <QLabel>
 #include <QLineEdit>

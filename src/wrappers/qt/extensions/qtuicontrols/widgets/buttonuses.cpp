@@ -164,7 +164,8 @@ void ButtonUses::pressed() {
         isReached(button)) {
         // A timer will click it.
         m_counter.attribution().arm(button);
-    } else if (verdict.cause == Cause::Input && (button->autoRepeat() || opensMenuWhileHeld(button))) {
+    } else if (verdict.cause == Cause::Input &&
+               (button->autoRepeat() || opensMenuWhileHeld(button))) {
         m_counter.attribution().arm(button);
         m_repeating = button;
     }
@@ -181,8 +182,8 @@ void ButtonUses::released() {
     }
     const QEvent::Type type = m_counter.attribution().verdict().type;
     const bool isLeft = type == QEvent::MouseMove; // the mouse is no longer on the button
-    const bool isCancelled = type == QEvent::KeyPress && m_counter.gesture().key() == Qt::Key_Escape &&
-                             !isReached(button);
+    const bool isCancelled = type == QEvent::KeyPress &&
+                             m_counter.gesture().key() == Qt::Key_Escape && !isReached(button);
     if (isLeft || isCancelled || !isOperated(button)) {
         return;
     }
@@ -226,8 +227,7 @@ void ButtonUses::groupClicked() {
 
 void ButtonUses::menuShows() {
     const QObject* const menu = sender();
-    auto* const button =
-        qobject_cast<QAbstractButton*>(m_counter.attribution().verdict().receiver);
+    auto* const button = qobject_cast<QAbstractButton*>(m_counter.attribution().verdict().receiver);
     if (button != nullptr && menuOf(button) == menu && isOperated(button)) {
         if (opensMenuAtPress(button)) {
             m_shown.insert(button);
@@ -237,8 +237,8 @@ void ButtonUses::menuShows() {
 }
 
 void ButtonUses::count(QAbstractButton* button) {
-    m_counter.count(button, m_counter.typeOf(button) == ElementType::Tab ? Use::Chosen
-                                                                         : useOf(button));
+    m_counter.count(button,
+                    m_counter.typeOf(button) == ElementType::Tab ? Use::Chosen : useOf(button));
 }
 
 } // namespace UIControls

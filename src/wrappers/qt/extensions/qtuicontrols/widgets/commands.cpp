@@ -169,8 +169,7 @@ void Commands::expectMenuOf(QToolButton* button) {
     static const int signal = methodNumber(QMenu::staticMetaObject, "aboutToShow()");
     static const int slot = methodNumber(staticMetaObject, "menuShows()");
     const QAction* const action = button->defaultAction();
-    if (action == nullptr || action->menu() == nullptr ||
-        m_elements.elementOf(action) == nullptr) {
+    if (action == nullptr || action->menu() == nullptr || m_elements.elementOf(action) == nullptr) {
         return;
     }
     connectOnce(action->menu(), signal, this, slot);
@@ -181,18 +180,16 @@ void Commands::expectMenuOf(QToolButton* button) {
 
 void Commands::expect(QAction* action, Way way) {
     constexpr std::size_t most = 16; // those of dialogs in dialogs, and what came to nothing
-    UIElement* const element = action->isEnabled() && !action->isSeparator()
-                                   ? m_elements.findOrAdd(action, way)
-                                   : nullptr;
+    UIElement* const element =
+        action->isEnabled() && !action->isSeparator() ? m_elements.findOrAdd(action, way) : nullptr;
     if (element == nullptr) {
         return;
     }
     watch(action);
-    m_expected.erase(std::remove_if(m_expected.begin(), m_expected.end(),
-                                    [action](const Expected& known) {
-                                        return known.action == action;
-                                    }),
-                     m_expected.end());
+    m_expected.erase(
+        std::remove_if(m_expected.begin(), m_expected.end(),
+                       [action](const Expected& known) { return known.action == action; }),
+        m_expected.end());
     if (m_expected.size() == most) {
         m_expected.erase(m_expected.begin());
     }
@@ -236,9 +233,9 @@ void Commands::triggered() {
         }
         return;
     }
-    const auto expected = std::find_if(
-        m_expected.begin(), m_expected.end(),
-        [action](const Expected& candidate) { return candidate.action == action; });
+    const auto expected =
+        std::find_if(m_expected.begin(), m_expected.end(),
+                     [action](const Expected& candidate) { return candidate.action == action; });
     if (expected == m_expected.end() || !isMeant(action)) {
         return;
     }
@@ -273,10 +270,9 @@ void Commands::countImminent() {
         return;
     }
     std::vector<Expected> imminent;
-    const auto first = std::stable_partition(m_expected.begin(), m_expected.end(),
-                                             [](const Expected& expected) {
-                                                 return !expected.isImminent;
-                                             });
+    const auto first =
+        std::stable_partition(m_expected.begin(), m_expected.end(),
+                              [](const Expected& expected) { return !expected.isImminent; });
     std::move(first, m_expected.end(), std::back_inserter(imminent));
     m_expected.erase(first, m_expected.end());
     for (const Expected& meant : imminent) {

@@ -33,7 +33,8 @@ bool beginsGesture(QEvent::Type type) {
 }
 
 bool isKey(QEvent::Type type) {
-    return type == QEvent::KeyPress || type == QEvent::KeyRelease || type == QEvent::ShortcutOverride;
+    return type == QEvent::KeyPress || type == QEvent::KeyRelease ||
+           type == QEvent::ShortcutOverride;
 }
 
 bool isPressOrRelease(QEvent::Type type) {

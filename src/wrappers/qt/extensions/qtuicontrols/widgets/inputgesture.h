@@ -39,7 +39,8 @@ public:
     /** Of the last key or shortcut override; 0 before. */
     int key() const { return m_key; }
     Qt::KeyboardModifiers modifiers() const { return m_modifiers; }
-    /** Whether the last input method event has changed the text and not only what is being composed.
+    /** Whether the last input method event has changed the text and not only what is being
+     * composed.
      */
     bool isCommitted() const { return m_isCommitted; }
 

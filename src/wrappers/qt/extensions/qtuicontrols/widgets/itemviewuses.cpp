@@ -207,7 +207,8 @@ void ItemViewUses::selectionChanged() {
     }
 }
 
-/** A person ticks an item; all else that changes in a model is not told apart from the program's. */
+/** A person ticks an item; all else that changes in a model is not told apart from the program's.
+ */
 void ItemViewUses::dataChanged(const QModelIndex& first, const QModelIndex& last,
                                const QVector<int>& roles) {
     const Attribution::Verdict verdict = m_counter.attribution().verdict();

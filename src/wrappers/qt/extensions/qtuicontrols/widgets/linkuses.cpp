@@ -79,7 +79,8 @@ LinkUses::Known& LinkUses::knownOf(QWidget* widget) {
 
 void LinkUses::find(QWidget* widget, UIElement* view) {
     const auto* const label = qobject_cast<QLabel*>(widget);
-    if (label != nullptr ? !mayHaveAnchors(label) : qobject_cast<QTextBrowser*>(widget) == nullptr) {
+    if (label != nullptr ? !mayHaveAnchors(label)
+                         : qobject_cast<QTextBrowser*>(widget) == nullptr) {
         return;
     }
     Known& known = knownOf(widget);

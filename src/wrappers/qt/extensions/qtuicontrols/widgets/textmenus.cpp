@@ -21,15 +21,20 @@ struct Caption {
 };
 
 constexpr Caption captions[] = {
-    {"QLineEdit", "&Undo"},          {"QLineEdit", "&Redo"},
-    {"QLineEdit", "Cu&t"},           {"QLineEdit", "&Copy"},
-    {"QLineEdit", "&Paste"},         {"QLineEdit", "Delete"},
-    {"QLineEdit", "Select All"},     {"QAbstractSpinBox", "&Select All"},
-    {"QAbstractSpinBox", "&Step up"}, {"QAbstractSpinBox", "Step &down"},
+    {"QLineEdit", "&Undo"},
+    {"QLineEdit", "&Redo"},
+    {"QLineEdit", "Cu&t"},
+    {"QLineEdit", "&Copy"},
+    {"QLineEdit", "&Paste"},
+    {"QLineEdit", "Delete"},
+    {"QLineEdit", "Select All"},
+    {"QAbstractSpinBox", "&Select All"},
+    {"QAbstractSpinBox", "&Step up"},
+    {"QAbstractSpinBox", "Step &down"},
 };
 
-constexpr const char* names[] = {"edit-undo",   "edit-redo",  "edit-cut",  "edit-copy", "edit-paste",
-                                 "edit-delete", "select-all", "link-copy"};
+constexpr const char* names[] = {"edit-undo",  "edit-redo",   "edit-cut",   "edit-copy",
+                                 "edit-paste", "edit-delete", "select-all", "link-copy"};
 
 bool hasCaptionOfLineEdit(const QAction* action) {
     const QString text = action->text().section(QLatin1Char('\t'), 0, 0);

@@ -24,8 +24,8 @@ void Session::step(const QString& name, const std::function<void()>& action,
     wanted.sort();
     const QStringList counted = m_ledger->take();
     if (counted != wanted) {
-        m_mistakes += QStringLiteral("%1: expected [%2], counted [%3]")
-                          .arg(name, wanted.join(QStringLiteral(", ")),
-                               counted.join(QStringLiteral(", ")));
+        m_mistakes +=
+            QStringLiteral("%1: expected [%2], counted [%3]")
+                .arg(name, wanted.join(QStringLiteral(", ")), counted.join(QStringLiteral(", ")));
     }
 }

@@ -96,7 +96,8 @@ void Controls::makeInputs() {
         name(widget, is);
         column->addWidget(widget);
     };
-    const QStringList options{QStringLiteral("one"), QStringLiteral("two"), QStringLiteral("three")};
+    const QStringList options{QStringLiteral("one"), QStringLiteral("two"),
+                              QStringLiteral("three")};
     add(combo = new QComboBox, "combo");
     combo->addItems(options);
     add(editableCombo = new QComboBox, "editableCombo");
@@ -147,7 +148,8 @@ void Controls::makeViews() {
         auto* const item = new QTableWidgetItem(m_prefix + QString::number(row));
         item->setCheckState(Qt::Unchecked);
         table->setItem(row, 0, item);
-        table->setItem(row, 1, new QTableWidgetItem(m_prefix + QString(QLatin1Char(char('a' + row)))));
+        table->setItem(row, 1,
+                       new QTableWidgetItem(m_prefix + QString(QLatin1Char(char('a' + row)))));
     }
     list->setFixedHeight(90);
     tree->setFixedHeight(100);
@@ -263,18 +265,19 @@ void Stage::upset(QWidget* root) {
     const int slot = victims->metaObject()->indexOfSlot("change()");
     const QObjectList objects = root->findChildren<QObject*>();
     for (QObject* const object : objects) {
-        const bool isVictim = object->objectName().startsWith(QLatin1String("victim")) ||
-                              (object->isWidgetType() &&
-                               victims->isAncestorOf(static_cast<QWidget*>(object)));
+        const bool isVictim =
+            object->objectName().startsWith(QLatin1String("victim")) ||
+            (object->isWidgetType() && victims->isAncestorOf(static_cast<QWidget*>(object)));
         if (isVictim || object->objectName().isEmpty()) {
             continue;
         }
         for (const char* const signal :
-             {"clicked(bool)", "pressed()", "toggled(bool)", "activated(int)", "textEdited(QString)",
-              "textChanged()", "returnPressed()", "valueChanged(int)", "dateTimeChanged(QDateTime)",
-              "currentChanged(int)", "pressed(QModelIndex)", "activated(QModelIndex)",
-              "triggered(bool)", "activated()", "keySequenceChanged(QKeySequence)",
-              "valueChanged(double)", "selectionChanged()", "linkActivated(QString)"}) {
+             {"clicked(bool)", "pressed()", "toggled(bool)", "activated(int)",
+              "textEdited(QString)", "textChanged()", "returnPressed()", "valueChanged(int)",
+              "dateTimeChanged(QDateTime)", "currentChanged(int)", "pressed(QModelIndex)",
+              "activated(QModelIndex)", "triggered(bool)", "activated()",
+              "keySequenceChanged(QKeySequence)", "valueChanged(double)", "selectionChanged()",
+              "linkActivated(QString)"}) {
             const int number = object->metaObject()->indexOfSignal(signal);
             if (number != -1) {
                 QMetaObject::connect(object, number, victims, slot);

@@ -2,10 +2,10 @@
 #include "testlib/testcase.h"
 #include "usesfixture.h"
 
+#include <QAbstractItemView>
 #include <QClipboard>
 #include <QComboBox>
 #include <QCompleter>
-#include <QAbstractItemView>
 #include <QKeySequenceEdit>
 #include <QLineEdit>
 #include <QMenu>
