@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "testlib/controlsprobe.h"
 #include "testlib/testcase.h"
 #include "uiabstraction/uielement.h"
