@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "qtuicontrols/quick/quickowners.h"
 #include "testlib/quickstage.h"
 #include "testlib/testcase.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "qtuicontrols/quick/quicksignals.h"
 #include "qtuicontrols/quick/quickuseslots.h"
 #include "testlib/quickscene.h"
