@@ -315,7 +315,14 @@ void tst_HostConfiguration::faults_data() {
     QTest::newRow("key of the other section")
         << sound + "[options]\nrecording=1\n"
         << QStringLiteral("options-unknown: the options file %1: [options] has no key "
-                          "\"recording\"; the nearest known one is \"redact\"") +
+                          "\"recording\"; it can have enabled, qtwidgets, qtquick, "
+                          "takeScreenshotsOfElements, redact") +
+               cure;
+    QTest::newRow("nested key")
+        << sound + "session/id=1\n"
+        << QStringLiteral("options-unknown: the options file %1: [host] has no key "
+                          "\"session/id\"; it can have extension, recording, session, context, "
+                          "mark, labels") +
                cure;
     QTest::newRow("two recordings")
         << QByteArray("[host]\nextension=/x.so\nrecording=/a,b\n")
