@@ -104,4 +104,10 @@ int ControlsProbe::usage(const UIElement* element, const char* event) {
                               : element->usage().value(UIEvent(QString::fromLatin1(event)), -1);
 }
 
+int ControlsProbe::takeRecords() {
+    const int number = m_hook.messages.size();
+    m_hook.messages.clear();
+    return number;
+}
+
 } // namespace TestLib

@@ -46,6 +46,9 @@ public:
     /** How often the event of the element was counted. */
     static int usage(const UIElement* element, const char* event);
 
+    /** How many records were sent since the last call. */
+    int takeRecords();
+
     bool eventFilter(QObject* watched, QEvent* event) override;
 
     /** Plays the host that tells ends as well: a delivery is over. Called by HostApplication. */

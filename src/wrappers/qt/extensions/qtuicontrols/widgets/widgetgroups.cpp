@@ -28,7 +28,8 @@ bool isFilledArea(const QWidget* content) {
     return area != nullptr && area->widget() == content;
 }
 
-/** The class of all the widgets in the parent, if it is the application's and they have no names. */
+/** The class of all the widgets in the parent, if it is the application's and they have no names.
+ */
 const QMetaObject* rowClassIn(const QWidget* parent) {
     const QMetaObject* common = nullptr;
     int count = 0;
@@ -88,7 +89,8 @@ QString WidgetGroups::groupOf(const QWidget* control, const QWidget* view) {
     }
     const QWidget* const holder = row->parentWidget()->parentWidget();
     const QString name = isOnItem(row) ? objectNameOf(holder) : QString();
-    return (name.isNull() ? QString() : name + QLatin1Char('/')) + UICoverage::className(row) + path;
+    return (name.isNull() ? QString() : name + QLatin1Char('/')) + UICoverage::className(row) +
+           path;
 }
 
 bool WidgetGroups::isRow(const QWidget* widget) {

@@ -13,9 +13,10 @@ namespace UIControls {
 
 /**
  * Tells which controls an interface makes again and again, once for each row of its data: those on
- * the items of an item view, and those in rows of the application's own class of which a scroll area
- * is full. Only where that is certain, since what is one group counts as one control. Keeps what it
- * found for the next widget, so it lives no longer than one walk over widgets. GUI thread only.
+ * the items of an item view, and those in rows of the application's own class of which a scroll
+ * area is full. Only where that is certain, since what is one group counts as one control. Keeps
+ * what it found for the next widget, so it lives no longer than one walk over widgets. GUI thread
+ * only.
  */
 class WidgetGroups {
 public:

@@ -30,7 +30,8 @@ QRect placeIn(const QWidget* lister, QAction* action) {
 } // namespace
 
 QRect placeOf(const QWidget* widget, const QRect& part) {
-    return part.isEmpty() ? QRect() : part.translated(widget->mapTo(widget->window(), QPoint(0, 0)));
+    return part.isEmpty() ? QRect()
+                          : part.translated(widget->mapTo(widget->window(), QPoint(0, 0)));
 }
 
 QRect placeOf(const QWidget* widget) {
@@ -43,7 +44,8 @@ QRect shownPlaceOf(const QObject* control, const QWidget* window) {
         return widget->isVisible() && widget->window() == window ? placeOf(widget) : QRect();
     }
     // The listers are asked with an action that they may change nothing of.
-    auto* const action = qobject_cast<QAction*>(const_cast<QObject*>(control)); // NOLINT(*-const-cast)
+    auto* const action =
+        qobject_cast<QAction*>(const_cast<QObject*>(control)); // NOLINT(*-const-cast)
     if (action == nullptr || !action->isVisible()) {
         return {};
     }

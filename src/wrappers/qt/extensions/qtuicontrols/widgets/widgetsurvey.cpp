@@ -174,8 +174,8 @@ bool WidgetSurvey::enterView(QWidget* widget, WidgetClass cls, Place& place, boo
     return place.view != nullptr;
 }
 
-/** Its actions come after all that the windows themselves show: a command that a tool bar shows as well can be reached
- * without the menu, and so lies in the window. */
+/** Its actions come after all that the windows themselves show: a command that a tool bar shows as
+ * well can be reached without the menu, and so lies in the window. */
 void WidgetSurvey::walkMenu(QMenu* menu) {
     if (!m_walkedMenus.contains(menu)) {
         m_walkedMenus.insert(menu);
@@ -259,8 +259,7 @@ void WidgetSurvey::tellGroupsOfFirstRows(const QWidget* row, const QWidget* view
         for (const QWidget* widget : qAsConst(inner)) {
             UIElement* const known = m_pieces.book.elementOf(widget);
             if (known != nullptr && !isView(m_pieces.book.typeOf(known))) {
-                m_pieces.book.setAttribute(known, Attribute::Group,
-                                           m_groups.groupOf(widget, view));
+                m_pieces.book.setAttribute(known, Attribute::Group, m_groups.groupOf(widget, view));
             }
         }
     }

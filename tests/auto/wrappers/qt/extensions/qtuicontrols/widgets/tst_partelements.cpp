@@ -1,5 +1,4 @@
 #include "qtuicontrols/widgets/partelements.h"
-
 #include "qtuicontrols/widgets/widgetviews.h"
 #include "testlib/controlsprobe.h"
 #include "testlib/testcase.h"

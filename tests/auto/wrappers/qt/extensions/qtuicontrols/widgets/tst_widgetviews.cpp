@@ -139,7 +139,8 @@ void tst_WidgetViews::aPageIsSeenWhenItIsChosen() {
     QTRY_COMPARE(probe.line(first), text("Page \"First\" {seen}"));
     QCOMPARE(probe.line(second), text("Page \"Second\""));
     window.setCurrentIndex(1);
-    QTRY_COMPARE(probe.line(second, {text("showing")}), text("Page \"Second\" showing=true {seen}"));
+    QTRY_COMPARE(probe.line(second, {text("showing")}),
+                 text("Page \"Second\" showing=true {seen}"));
     QCOMPARE(probe.line(first, {text("showing")}), text("Page \"First\" showing=false {seen}"));
     window.setCurrentIndex(0);
     QTRY_COMPARE(probe.line(first), text("Page \"First\" {seen=2}"));
@@ -247,7 +248,8 @@ void tst_WidgetViews::aWizardsStepsArePages() {
         wizard.addPage(page);
     }
     showAndWait(wizard);
-    QTRY_COMPARE(probe.line(wizard.page(0), {text("page")}), text("Page \"Begin\" page=Begin {seen}"));
+    QTRY_COMPARE(probe.line(wizard.page(0), {text("page")}),
+                 text("Page \"Begin\" page=Begin {seen}"));
     QCOMPARE(probe.line(wizard.page(1), {text("page")}), text("Page \"End\" page=End"));
     wizard.next();
     QTRY_COMPARE(probe.line(wizard.page(1)), text("Page \"End\" {seen}"));
