@@ -39,6 +39,12 @@ QObject* actionOf(const QObject* button, const QuickClass& cls) {
     return cls.read(button, QuickClass::ActionProperty).value<QObject*>();
 }
 
+/** Buttons, and menu items of the first generation, which are no items. */
+bool mayStandForAction(const QuickClass& cls, ElementType type) {
+    const bool isButton = type == ElementType::Button || type == ElementType::Command;
+    return isButton && (cls.role() == QuickRole::Control || cls.name() == "QQuickMenuItem1");
+}
+
 bool isToggle(ElementType type) {
     return type == ElementType::CheckBox || type == ElementType::RadioButton ||
            type == ElementType::Switch;
@@ -67,8 +73,7 @@ QuickElements::QuickElements(const TrackerServices& services, const Followers& f
 
 UIElement* QuickElements::addControl(QObject* object, const QuickClass& cls, ElementType type,
                                      const Surroundings& where) {
-    const bool isButton = type == ElementType::Button || type == ElementType::Command;
-    if (cls.role() == QuickRole::Control && isButton && actionOf(object, cls) != nullptr) {
+    if (mayStandForAction(cls, type) && actionOf(object, cls) != nullptr) {
         return addForAction(object, cls, where);
     }
     Description what;

@@ -235,7 +235,9 @@ void QuickWalk::visitItem(QQuickItem* item, const QuickClass& cls, const Surroun
         inner.title = title;
         inner.textBefore = nullptr;
     }
-    const bool isLeaf = cls.role() == QuickRole::Text && item->childItems().isEmpty();
+    // Few ever get children later, and these are the items of which there are most.
+    const bool isLeaf = (cls.role() == QuickRole::Text || cls.role() == QuickRole::Area) &&
+                        item->childItems().isEmpty();
     if (!isLeaf) {
         m_containers.remember(item);
     }

@@ -29,6 +29,7 @@ private Q_SLOTS:
     void aMouseAreaHasAPropertyOfItsOwn();
     void aPointerHandlerIsDisabledWithItsItem();
     void anActionIsDisabledWithItsButtons();
+    void anActionOfTheFirstGenerationIsOneCommand();
     void whatAHiddenItemHoldsIsHidden();
     void aClosedViewDoesNotHideItsControls();
     void aCaptionIsFollowed();
@@ -84,6 +85,17 @@ void tst_QuickStates::anActionIsDisabledWithItsButtons() {
     save->setProperty("enabled", false);
     QTRY_COMPARE(probe.line(save, shown),
                  text("Command \"Save\" enabled=false ways=\"menu shortcut toolBar\""));
+}
+
+void tst_QuickStates::anActionOfTheFirstGenerationIsOneCommand() {
+    SurveyProbe probe;
+    QuickScene scene("Item { Action { id: save; text: '&Save'; shortcut: 'Ctrl+S' } "
+                     "ToolButton { action: save } Menu { title: 'M'; MenuItem { action: save } } }",
+                     QuickScene::Imports::Controls1);
+    QVERIFY(scene.show());
+    QTRY_COMPARE(
+        probe.below(scene.window(), {text("ways")}),
+        (QStringList{text("Command \"Save\" ways=\"menu shortcut toolBar\""), text("Menu \"M\"")}));
 }
 
 void tst_QuickStates::whatAHiddenItemHoldsIsHidden() {
