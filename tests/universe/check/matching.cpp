@@ -43,6 +43,10 @@ Matching::Matching(const JournalFile& journal, const ControlsRecording& recordin
     for (const int number : order) {
         m_candidates.insert(number, candidatesOf(*journal.objects.constFind(number)));
     }
+    // What is no part of another first: a field in a spin box needs no element of its own.
+    std::stable_partition(order.begin(), order.end(), [&](int number) {
+        return journal.objects.constFind(number)->chain.size() <= 1;
+    });
     give(order, true);
     give(order, false);
 }
@@ -54,6 +58,11 @@ QVector<int> Matching::candidatesOf(const JournalFile::Object& object) const {
             candidates += m_byClass.value(base);
         }
     }
+    const bool hasCaption = object.className == QLatin1String("QAction") ||
+                            object.bases.contains(QLatin1String("QAction")) ||
+                            object.bases.contains(QLatin1String("QAbstractButton")) ||
+                            object.bases.contains(QLatin1String("QQuickAbstractButton"));
+    const bool isNamed = hasCaption && !object.names.isEmpty();
     // Those that have most names in common: a tool tip may be that of many.
     int most = 0;
     for (const int element : qAsConst(candidates)) {
@@ -63,7 +72,8 @@ QVector<int> Matching::candidatesOf(const JournalFile::Object& object) const {
                                     [&](int element) {
                                         const auto& names = m_recording.elements.at(element).names;
                                         return Names::common(names, object.names) < most ||
-                                               (most == 0 && isForeignName(element, object));
+                                               (most == 0 &&
+                                                (isNamed || isForeignName(element, object)));
                                     }),
                      candidates.end());
     return candidates;

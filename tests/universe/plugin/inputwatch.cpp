@@ -134,6 +134,9 @@ void InputWatch::watch(QObject* object) {
     if (object->parent() != nullptr && object->parent()->inherits("QComboBoxPrivateContainer")) {
         return; // marks an entry when it opens; the combo box says what is chosen
     }
+    if (Kinship::editedBy(object) != nullptr) {
+        return; // what comes of it the text says
+    }
     const bool isView = object->inherits("QAbstractItemView");
     const bool isMenu = object->inherits("QMenu") || object->inherits("QMenuBar");
     for (const char* const name : reactions) {

@@ -189,6 +189,13 @@ std::vector<QObject*> innerOf(const QObject* object) {
     return inner;
 }
 
+QObject* editedBy(const QObject* object) {
+    const QObject* const menu = object->inherits("QAction") ? object->parent() : object;
+    const bool isEditMenu = menu != nullptr && menu->inherits("QMenu") &&
+                            menu->objectName() == QLatin1String("qt_edit_menu");
+    return isEditMenu ? menu->parent() : nullptr;
+}
+
 /** An entry of a menu is one of a combo box too, which shows its list as a menu. */
 static std::vector<QObject*> entryChain(QObject* entry) {
     std::vector<QObject*> chain{entry};
@@ -202,6 +209,11 @@ static std::vector<QObject*> entryChain(QObject* entry) {
 }
 
 std::vector<QObject*> chainOf(QObject* object) {
+    if (QObject* const text = editedBy(object)) {
+        std::vector<QObject*> chain = chainOf(text);
+        chain.insert(chain.begin(), object);
+        return chain;
+    }
     if (object->inherits("QQuickMenuItem1")) {
         return entryChain(object);
     }
