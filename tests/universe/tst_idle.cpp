@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "check/controlsrecording.h"
 #include "run/programlist.h"
 #include "run/programrun.h"

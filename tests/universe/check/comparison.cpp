@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "comparison.h"
 
 #include "names.h"
@@ -32,6 +35,16 @@ bool isLeftOut(const JournalFile::Object& object) {
     static const QStringList tabScrollers{QStringLiteral("ScrollLeftButton"),
                                           QStringLiteral("ScrollRightButton")};
     return classes.contains(object.className) || Names::common(object.names, tabScrollers) > 0 ||
+           std::any_of(object.bases.cbegin(), object.bases.cend(),
+                       [](const QString& base) { return classes.contains(base); });
+}
+
+/** Links in a text are no objects of their own. */
+bool mayShowLinks(const JournalFile::Object& object) {
+    static const QStringList classes{QStringLiteral("QTextBrowser"), QStringLiteral("QLabel"),
+                                     QStringLiteral("QQuickText"),
+                                     QStringLiteral("QQuickTextEdit")};
+    return classes.contains(object.className) ||
            std::any_of(object.bases.cbegin(), object.bases.cend(),
                        [](const QString& base) { return classes.contains(base); });
 }
@@ -184,6 +197,14 @@ bool Comparison::takeUse(const QSet<int>& objects, qint64 from, qint64 end) {
             return true;
         }
     }
+    const bool mayFollow = std::any_of(objects.cbegin(), objects.cend(), [this](int object) {
+        return mayShowLinks(m_journal.objects.value(object));
+    });
+    for (int i = 0; mayFollow && i < m_recording.elements.size(); ++i) {
+        if (m_recording.elements.at(i).type == QLatin1String("Link") && takeUseOf(i, from, end)) {
+            return true;
+        }
+    }
     return std::any_of(objects.cbegin(), objects.cend(), [&](int object) {
         const int element = m_matching.elementOf(object);
         return element >= 0 && takeUseOf(element, end, end + afterwards);
@@ -237,6 +258,7 @@ bool Comparison::isGiven(int element, qint64 time) const {
     const auto& used = m_recording.elements.at(element);
     const int parent = parts.contains(used.type) ? m_recording.parentOf(element) : -1;
     const bool isButton = used.type == QLatin1String("Button");
+    const bool isLink = used.type == QLatin1String("Link");
     QSet<int> tried;
     while (it != inputs.cbegin() && (--it)->time >= start) {
         const JournalFile::Object object = m_journal.objects.value(it->object);
@@ -249,6 +271,7 @@ bool Comparison::isGiven(int element, qint64 time) const {
         if (!tried.contains(it->object) &&
             std::any_of(object.chain.cbegin(), object.chain.cend(), [&](int owner) {
                 return m_matching.mayBe(element, owner) ||
+                       (isLink && mayShowLinks(m_journal.objects.value(owner))) ||
                        (parent >= 0 && m_matching.mayBe(parent, owner));
             })) {
             return true;

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the uicov authors
+// SPDX-License-Identifier: MIT
+
 #include "check/comparison.h"
 #include "check/exceptions.h"
 #include "testlib/recordingbuilder.h"
