@@ -49,10 +49,12 @@ bool mayShowLinks(const JournalFile::Object& object) {
                        [](const QString& base) { return classes.contains(base); });
 }
 
-/** Return in a dialog presses the button that it shows as the default one. */
-bool pressesDefaultButton(const JournalFile::Happening& input, const JournalFile::Object& object) {
-    return (input.key == Qt::Key_Return || input.key == Qt::Key_Enter) &&
-           object.bases.contains(QLatin1String("QDialog"));
+/** Return in a dialog presses its default button, Escape in a message the one that refuses. */
+bool pressesButtonOf(const JournalFile::Happening& input, const JournalFile::Object& object) {
+    return (input.key == Qt::Key_Return || input.key == Qt::Key_Enter ||
+            input.key == Qt::Key_Escape) &&
+           (object.className == QLatin1String("QDialog") ||
+            object.bases.contains(QLatin1String("QDialog")));
 }
 
 bool isIn(const ControlsRecording::Use& use, qint64 from, qint64 to) {
@@ -265,7 +267,7 @@ bool Comparison::isGiven(int element, qint64 time) const {
         if (it->entry != 0 && m_matching.mayBe(element, it->entry)) {
             return true;
         }
-        if (isButton && pressesDefaultButton(*it, object)) {
+        if (isButton && pressesButtonOf(*it, object)) {
             return true;
         }
         if (!tried.contains(it->object) &&
