@@ -39,10 +39,22 @@ bool isLeftOut(const JournalFile::Object& object) {
                        [](const QString& base) { return classes.contains(base); });
 }
 
-/** Return in a dialog presses the button that it shows as the default one. */
-bool pressesDefaultButton(const JournalFile::Happening& input, const JournalFile::Object& object) {
-    return (input.key == Qt::Key_Return || input.key == Qt::Key_Enter) &&
-           object.bases.contains(QLatin1String("QDialog"));
+/** Links in a text are no objects of their own. */
+bool mayShowLinks(const JournalFile::Object& object) {
+    static const QStringList classes{QStringLiteral("QTextBrowser"), QStringLiteral("QLabel"),
+                                     QStringLiteral("QQuickText"),
+                                     QStringLiteral("QQuickTextEdit")};
+    return classes.contains(object.className) ||
+           std::any_of(object.bases.cbegin(), object.bases.cend(),
+                       [](const QString& base) { return classes.contains(base); });
+}
+
+/** Return in a dialog presses its default button, Escape in a message the one that refuses. */
+bool pressesButtonOf(const JournalFile::Happening& input, const JournalFile::Object& object) {
+    return (input.key == Qt::Key_Return || input.key == Qt::Key_Enter ||
+            input.key == Qt::Key_Escape) &&
+           (object.className == QLatin1String("QDialog") ||
+            object.bases.contains(QLatin1String("QDialog")));
 }
 
 bool isIn(const ControlsRecording::Use& use, qint64 from, qint64 to) {
@@ -187,6 +199,14 @@ bool Comparison::takeUse(const QSet<int>& objects, qint64 from, qint64 end) {
             return true;
         }
     }
+    const bool mayFollow = std::any_of(objects.cbegin(), objects.cend(), [this](int object) {
+        return mayShowLinks(m_journal.objects.value(object));
+    });
+    for (int i = 0; mayFollow && i < m_recording.elements.size(); ++i) {
+        if (m_recording.elements.at(i).type == QLatin1String("Link") && takeUseOf(i, from, end)) {
+            return true;
+        }
+    }
     return std::any_of(objects.cbegin(), objects.cend(), [&](int object) {
         const int element = m_matching.elementOf(object);
         return element >= 0 && takeUseOf(element, end, end + afterwards);
@@ -240,18 +260,20 @@ bool Comparison::isGiven(int element, qint64 time) const {
     const auto& used = m_recording.elements.at(element);
     const int parent = parts.contains(used.type) ? m_recording.parentOf(element) : -1;
     const bool isButton = used.type == QLatin1String("Button");
+    const bool isLink = used.type == QLatin1String("Link");
     QSet<int> tried;
     while (it != inputs.cbegin() && (--it)->time >= start) {
         const JournalFile::Object object = m_journal.objects.value(it->object);
         if (it->entry != 0 && m_matching.mayBe(element, it->entry)) {
             return true;
         }
-        if (isButton && pressesDefaultButton(*it, object)) {
+        if (isButton && pressesButtonOf(*it, object)) {
             return true;
         }
         if (!tried.contains(it->object) &&
             std::any_of(object.chain.cbegin(), object.chain.cend(), [&](int owner) {
                 return m_matching.mayBe(element, owner) ||
+                       (isLink && mayShowLinks(m_journal.objects.value(owner))) ||
                        (parent >= 0 && m_matching.mayBe(parent, owner));
             })) {
             return true;

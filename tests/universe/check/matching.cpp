@@ -60,8 +60,7 @@ QVector<int> Matching::candidatesOf(const JournalFile::Object& object) const {
     }
     const bool hasCaption = object.className == QLatin1String("QAction") ||
                             object.bases.contains(QLatin1String("QAction")) ||
-                            object.bases.contains(QLatin1String("QAbstractButton")) ||
-                            object.bases.contains(QLatin1String("QQuickAbstractButton"));
+                            object.bases.contains(QLatin1String("QAbstractButton"));
     const bool isNamed = hasCaption && !object.names.isEmpty();
     // Those that have most names in common: a tool tip may be that of many.
     int most = 0;

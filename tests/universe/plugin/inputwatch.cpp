@@ -79,6 +79,12 @@ int keyOf(const QEvent& event) {
     return event.type() == QEvent::KeyPress ? static_cast<const QKeyEvent&>(event).key() : 0;
 }
 
+/** Of the button with which a line edit is cleared. */
+bool isClearAction(const QObject* object) {
+    return object != nullptr && object->inherits("QAction") &&
+           object->objectName() == QLatin1String("_q_qlineeditclearaction");
+}
+
 QString nameOf(QEvent::Type type) {
     return QString::fromLatin1(QMetaEnum::fromType<QEvent::Type>().valueToKey(type));
 }
@@ -134,7 +140,8 @@ void InputWatch::watch(QObject* object) {
     if (object->parent() != nullptr && object->parent()->inherits("QComboBoxPrivateContainer")) {
         return; // marks an entry when it opens; the combo box says what is chosen
     }
-    if (Kinship::editedBy(object) != nullptr) {
+    if (Kinship::editedBy(object) != nullptr || isClearAction(object) ||
+        isClearAction(Kinship::actionOf(object))) {
         return; // what comes of it the text says
     }
     const bool isView = object->inherits("QAbstractItemView");

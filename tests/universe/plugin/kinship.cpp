@@ -5,6 +5,7 @@
 
 #include <QAbstractScrollArea>
 #include <QAction>
+#include <QMenu>
 #include <QMetaObject>
 #include <QToolButton>
 #include <QVariant>
@@ -190,9 +191,18 @@ std::vector<QObject*> innerOf(const QObject* object) {
 }
 
 QObject* editedBy(const QObject* object) {
-    const QObject* const menu = object->inherits("QAction") ? object->parent() : object;
-    const bool isEditMenu = menu != nullptr && menu->inherits("QMenu") &&
-                            menu->objectName() == QLatin1String("qt_edit_menu");
+    const auto* const menu =
+        qobject_cast<const QMenu*>(object->inherits("QAction") ? object->parent() : object);
+    if (menu == nullptr) {
+        return nullptr;
+    }
+    const QList<QAction*> actions = menu->actions();
+    const bool isEditMenu =
+        menu->objectName() == QLatin1String("qt_edit_menu") ||
+        std::any_of(actions.cbegin(), actions.cend(), [](const QAction* action) {
+            return action->objectName() == QLatin1String("select-all") ||
+                   action->objectName() == QLatin1String("edit-copy");
+        });
     return isEditMenu ? menu->parent() : nullptr;
 }
 

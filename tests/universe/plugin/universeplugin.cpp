@@ -18,7 +18,11 @@ int number(const char* variable, int otherwise) {
 } // namespace
 
 QObject* UniversePlugin::create(const QString& /*key*/, const QString& /*settings*/) {
-    return new Player(QString::fromLocal8Bit(qgetenv("UICOV_UNIVERSE_JOURNAL")),
-                      static_cast<quint32>(number("UICOV_UNIVERSE_SEED", 1)),
+    const QString journal = QString::fromLocal8Bit(qgetenv("UICOV_UNIVERSE_JOURNAL"));
+    if (journal.isEmpty()) {
+        return new QObject;
+    }
+    qunsetenv("UICOV_UNIVERSE_JOURNAL"); // what the application starts is not played with
+    return new Player(journal, static_cast<quint32>(number("UICOV_UNIVERSE_SEED", 1)),
                       number("UICOV_UNIVERSE_STEPS", usualSteps));
 }
