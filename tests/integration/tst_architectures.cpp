@@ -97,8 +97,12 @@ void TestArchitectures::recordingsOfAnyArchitectureSayTheSame() {
     const Run run = loader.run();
     QCOMPARE(run.architecture, abi);
     QVERIFY(run.isComplete);
-    const QString difference = TestLib::compareWithGolden(goldFolder + QStringLiteral("panel.txt"),
-                                                          keysAndCounts(run), actualFolder);
+    // The recordings that are kept are of a former panel, which had less to show.
+    const QString gold = file == qEnvironmentVariable("UICOV_TEST_RECORDING")
+                             ? QStringLiteral("panel-today.txt")
+                             : QStringLiteral("panel.txt");
+    const QString difference =
+        TestLib::compareWithGolden(goldFolder + gold, keysAndCounts(run), actualFolder);
     QVERIFY2(difference.isEmpty(), qPrintable(difference));
 }
 
