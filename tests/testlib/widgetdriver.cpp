@@ -3,6 +3,8 @@
 
 #include "testlib/widgetdriver.h"
 
+#include "testlib/spontaneousevent.h"
+
 #include <QAction>
 #include <QApplication>
 #include <QDropEvent>
@@ -13,8 +15,6 @@
 #include <QWheelEvent>
 #include <QWidget>
 #include <QWindow>
-
-#include <QtTest/qtestspontaneevent.h>
 
 namespace TestLib {
 
@@ -78,16 +78,13 @@ void drag(QWidget* widget, const QPoint& from, const QPoint& to) {
     release(widget, to);
 }
 
-/** Qt Test has its own way to say that an event comes from outside, which the sanitizer does not
- * like. */
-__attribute__((no_sanitize("undefined"))) void wheel(QWidget* widget, int notches,
-                                                     const QPoint& at) {
+void wheel(QWidget* widget, int notches, const QPoint& at) {
     const QPoint place = inWindow(widget, at);
     QWheelEvent event(place, windowOf(widget)->mapToGlobal(place), QPoint(),
                       QPoint(0, 120 * notches), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
                       false);
     // Only what comes from outside is passed on to parents.
-    reinterpret_cast<QSpontaneKeyEvent*>(&event)->setSpontaneous();
+    setSpontaneous(event);
     QCoreApplication::instance()->notify(windowOf(widget), &event);
 }
 
