@@ -5,12 +5,55 @@
 
 #include "recordstream/pngreader.h"
 
+#include <QBrush>
+#include <QPainter>
+#include <QPalette>
 #include <QPixmap>
+#include <QPointer>
 #include <QRect>
 #include <QWidget>
 
+#include <utility>
+
 namespace Vorsk {
 namespace UICoverage {
+
+namespace {
+
+bool isOpaque(const QBrush& brush) {
+    return brush.style() != Qt::NoBrush && brush.isOpaque();
+}
+
+/** Whether Qt takes it that the widget paints all of itself. QWidget::grab() then clears nothing
+ * before, and the parent does not paint below it. */
+bool isOpaque(const QWidget& widget) {
+    if (widget.graphicsEffect() != nullptr) {
+        return false;
+    }
+    const bool hasSystemBackground =
+        widget.isWindow() && !widget.testAttribute(Qt::WA_NoSystemBackground);
+    const QPalette& palette = widget.palette();
+    return widget.testAttribute(Qt::WA_OpaquePaintEvent) ||
+           widget.testAttribute(Qt::WA_PaintOnScreen) ||
+           (widget.autoFillBackground() && isOpaque(palette.brush(widget.backgroundRole()))) ||
+           (hasSystemBackground && isOpaque(palette.brush(QPalette::Window)));
+}
+
+/** Whether the widget says that it paints all of itself and Qt puts nothing below what it paints.
+ * Nothing that has been painted on is below it either: Qt leaves out what it covers. */
+bool hasNoGround(const QWidget& widget) {
+    return (widget.testAttribute(Qt::WA_OpaquePaintEvent) ||
+            widget.testAttribute(Qt::WA_NoSystemBackground)) &&
+           isOpaque(widget);
+}
+
+/** The widget that is being grabbed; null at any other time. */
+QPointer<const QWidget>& grabbed() {
+    static QPointer<const QWidget> widget;
+    return widget;
+}
+
+} // namespace
 
 bool isTooLargeToGrab(const QSize& size, qreal devicePixelRatio) {
     const qreal pixels = size.width() * devicePixelRatio * size.height() * devicePixelRatio;
@@ -22,7 +65,28 @@ QImage grabWidget(QWidget* widget, const QRect& rectangle) {
     if (isTooLargeToGrab(size, widget->devicePixelRatioF())) {
         return {};
     }
-    return widget->grab(rectangle).toImage();
+    const QPointer<QWidget> guard(widget);
+    const QPointer<const QWidget> outer = std::exchange(grabbed(), widget);
+    QPixmap picture = widget->grab(rectangle);
+    grabbed() = outer;
+    if (!guard.isNull() && !picture.isNull() && !picture.hasAlphaChannel() &&
+        rectangle.size().isValid()) {
+        // Where there is nothing of the widget nobody has painted.
+        QPainter painter(&picture);
+        painter.translate(-rectangle.topLeft());
+        for (const QRect& part : QRegion(rectangle) - widget->rect()) {
+            painter.fillRect(part, Qt::black);
+        }
+    }
+    return picture.toImage();
+}
+
+void paintGround(QWidget* widget) {
+    const QWidget* const root = grabbed();
+    if (root != nullptr && (widget == root || root->isAncestorOf(widget)) &&
+        widget->testAttribute(Qt::WA_WState_InPaintEvent) && hasNoGround(*widget)) {
+        QPainter(widget).fillRect(widget->rect(), Qt::black);
+    }
 }
 
 QImage copyImage(const QImage& image, const QRect& rectangle) {

@@ -21,9 +21,18 @@ namespace UICoverage {
 
 /**
  * The widget's picture, or that part of it, as QWidget::grab() renders it; null when it has no
- * area. An invalid size in the rectangle means the whole widget.
+ * area. An invalid size in the rectangle means the whole widget. Pixels that nobody paints are
+ * black, or clear where the widget is not opaque; for that each Paint event must be told to
+ * paintGround().
  */
 QImage grabWidget(QWidget* widget, const QRect& rectangle);
+
+/**
+ * To be called when the widget is about to be painted. While it is grabbed, what says that it is
+ * opaque gets black pixels to paint on: QWidget::grab() shows what lies in its memory where such a
+ * widget leaves something out. Does nothing at any other time.
+ */
+void paintGround(QWidget* widget);
 
 /** Whether a picture of that size, in device-independent pixels, would have too many pixels. */
 bool isTooLargeToGrab(const QSize& size, qreal devicePixelRatio);

@@ -64,6 +64,11 @@ void QtWidgetsCoverageTracker::handleEvent(QObject* object, QEvent* event) {
             }
         }
         break;
+    case QEvent::Paint:
+        if (object->isWidgetType()) {
+            paintGround(static_cast<QWidget*>(object));
+        }
+        break;
     default:
         break;
     }

@@ -12,6 +12,7 @@
 #include "qtuicontrols/widgets/widgetsurvey.h"
 #include "qtuicontrols/widgets/widgetuses.h"
 #include "qtuicontrols/widgets/widgetviews.h"
+#include "tracking/grab.h"
 
 #include <QEvent>
 #include <QLayout>
@@ -119,6 +120,7 @@ void WidgetsTracker::handleWidget(QWidget* widget, const QEvent& event) {
         if (m_pieces->pictures != nullptr) {
             m_pieces->pictures->notePainted(widget,
                                             static_cast<const QPaintEvent&>(event).region());
+            UICoverage::paintGround(widget);
         }
         break;
     case QEvent::PolishRequest:
