@@ -6,11 +6,13 @@
 #include "recordstream/pngreader.h"
 
 #include <QBrush>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QPalette>
 #include <QPixmap>
 #include <QPointer>
 #include <QRect>
+#include <QRegion>
 #include <QWidget>
 
 #include <utility>
@@ -47,11 +49,55 @@ bool hasNoGround(const QWidget& widget) {
            isOpaque(widget);
 }
 
-/** The widget that is being grabbed; null at any other time. */
-QPointer<const QWidget>& grabbed() {
-    static QPointer<const QWidget> widget;
-    return widget;
+/** Whether Qt draws what it renders elsewhere, for which it is not asked to paint. */
+bool isRenderedElsewhere(const QWidget& widget) {
+    return widget.inherits("QOpenGLWidget") || widget.inherits("QQuickWidget");
 }
+
+/** What is being grabbed, and what of it was painted so far. One may be made inside of another. */
+class Grabbing {
+public:
+    explicit Grabbing(QWidget* root)
+        : m_root(root)
+        , m_outer(std::exchange(innermost, this)) {}
+    ~Grabbing() { innermost = m_outer; }
+    Q_DISABLE_COPY(Grabbing)
+
+    static Grabbing* current() { return innermost; }
+
+    bool holds(const QWidget* widget) const {
+        return !m_root.isNull() && (widget == m_root || m_root->isAncestorOf(widget));
+    }
+
+    void addPainted(const QWidget* widget, const QRegion& region) {
+        m_painted += (region & widget->rect()).translated(widget->mapTo(m_root, QPoint(0, 0)));
+    }
+
+    /** That part of the rectangle that nobody has painted; nothing when nobody told of anything. */
+    QRegion missing(const QRect& rectangle) const {
+        if (m_root.isNull() || m_painted.isEmpty()) {
+            return {};
+        }
+        QRegion region = QRegion(rectangle) - m_painted;
+        if (!region.isEmpty()) {
+            const QList<QWidget*> descendants = m_root->findChildren<QWidget*>();
+            for (const QWidget* widget : descendants) {
+                if (isRenderedElsewhere(*widget)) {
+                    region -= QRect(widget->mapTo(m_root, QPoint(0, 0)), widget->size());
+                }
+            }
+        }
+        return region;
+    }
+
+private:
+    static Grabbing* innermost;
+    QPointer<QWidget> m_root;
+    QRegion m_painted;
+    Grabbing* m_outer;
+};
+
+Grabbing* Grabbing::innermost = nullptr;
 
 } // namespace
 
@@ -65,28 +111,29 @@ QImage grabWidget(QWidget* widget, const QRect& rectangle) {
     if (isTooLargeToGrab(size, widget->devicePixelRatioF())) {
         return {};
     }
-    const QPointer<QWidget> guard(widget);
-    const QPointer<const QWidget> outer = std::exchange(grabbed(), widget);
+    Grabbing grabbing(widget);
     QPixmap picture = widget->grab(rectangle);
-    grabbed() = outer;
-    if (!guard.isNull() && !picture.isNull() && !picture.hasAlphaChannel() &&
-        rectangle.size().isValid()) {
-        // Where there is nothing of the widget nobody has painted.
+    if (!picture.isNull() && !picture.hasAlphaChannel()) {
+        const QSize shown = (QSizeF(picture.size()) / picture.devicePixelRatioF()).toSize();
         QPainter painter(&picture);
         painter.translate(-rectangle.topLeft());
-        for (const QRect& part : QRegion(rectangle) - widget->rect()) {
+        for (const QRect& part : grabbing.missing(QRect(rectangle.topLeft(), shown))) {
             painter.fillRect(part, Qt::black);
         }
     }
     return picture.toImage();
 }
 
-void paintGround(QWidget* widget) {
-    const QWidget* const root = grabbed();
-    if (root != nullptr && (widget == root || root->isAncestorOf(widget)) &&
-        widget->testAttribute(Qt::WA_WState_InPaintEvent) && hasNoGround(*widget)) {
+void notePaint(QWidget* widget, const QPaintEvent& event) {
+    Grabbing* const grabbing = Grabbing::current();
+    if (grabbing == nullptr || !grabbing->holds(widget) ||
+        !widget->testAttribute(Qt::WA_WState_InPaintEvent)) {
+        return;
+    }
+    if (hasNoGround(*widget)) {
         QPainter(widget).fillRect(widget->rect(), Qt::black);
     }
+    grabbing->addPainted(widget, event.region());
 }
 
 QImage copyImage(const QImage& image, const QRect& rectangle) {

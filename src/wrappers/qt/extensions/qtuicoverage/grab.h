@@ -6,6 +6,7 @@
 #include <QImage>
 
 QT_BEGIN_NAMESPACE
+class QPaintEvent;
 class QRect;
 class QSize;
 class QWidget;
@@ -28,11 +29,13 @@ namespace UICoverage {
 QImage grabWidget(QWidget* widget, const QRect& rectangle);
 
 /**
- * To be called when the widget is about to be painted. While it is grabbed, what says that it is
- * opaque gets black pixels to paint on: QWidget::grab() shows what lies in its memory where such a
- * widget leaves something out. Does nothing at any other time.
+ * To be called with each Paint event, before the widget gets it. QWidget::grab() clears nothing
+ * below what is opaque: where that leaves something out, or is not painted at all because its
+ * updates are disabled, its picture shows what lay in the application's memory. So what is opaque
+ * gets black ground to paint on, and what was painted is noted. Does nothing while nothing is
+ * grabbed.
  */
-void paintGround(QWidget* widget);
+void notePaint(QWidget* widget, const QPaintEvent& event);
 
 /** Whether a picture of that size, in device-independent pixels, would have too many pixels. */
 bool isTooLargeToGrab(const QSize& size, qreal devicePixelRatio);

@@ -24,6 +24,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPointer>
 #include <QPushButton>
 #include <QTableView>
@@ -66,7 +67,7 @@ void QtWidgetsCoverageTracker::handleEvent(QObject* object, QEvent* event) {
         break;
     case QEvent::Paint:
         if (object->isWidgetType()) {
-            paintGround(static_cast<QWidget*>(object));
+            notePaint(static_cast<QWidget*>(object), *static_cast<const QPaintEvent*>(event));
         }
         break;
     default:

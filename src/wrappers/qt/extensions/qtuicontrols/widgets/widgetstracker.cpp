@@ -118,9 +118,9 @@ void WidgetsTracker::handleWidget(QWidget* widget, const QEvent& event) {
         m_pieces->views.settle();
         m_pieces->states.updateTexts(widget);
         if (m_pieces->pictures != nullptr) {
-            m_pieces->pictures->notePainted(widget,
-                                            static_cast<const QPaintEvent&>(event).region());
-            UICoverage::paintGround(widget);
+            const auto& paint = static_cast<const QPaintEvent&>(event);
+            m_pieces->pictures->notePainted(widget, paint.region());
+            UICoverage::notePaint(widget, paint);
         }
         break;
     case QEvent::PolishRequest:

@@ -37,14 +37,19 @@ protected:
 
 } // namespace
 
+/** Of the same name as Qt's own, which is not linked here. */
+class QQuickWidget : public TwoColours {
+    Q_OBJECT
+};
+
 Q_DECLARE_METATYPE(std::function<void(QWidget&)>)
 
 class tst_Grab : public TestLib::TestCase {
     Q_OBJECT
 
     bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() == QEvent::Paint && watched->isWidgetType()) {
-            paintGround(static_cast<QWidget*>(watched));
+        if (event->type() == QEvent::Paint && watched->isWidgetType() && watched != m_untold) {
+            notePaint(static_cast<QWidget*>(watched), *static_cast<const QPaintEvent*>(event));
         }
         return false;
     }
@@ -187,17 +192,55 @@ private Q_SLOTS:
     }
 
     void nothingIsPaintedUnlessAWidgetIsGrabbed() {
-        TwoColours colours;
-        colours.setAttribute(Qt::WA_OpaquePaintEvent);
-        colours.resize(20, 10);
-        QPixmap picture(colours.size());
+        QPixmap picture(20, 10);
         picture.fill(Qt::green);
         QWidget other;
         other.setAttribute(Qt::WA_OpaquePaintEvent);
         other.resize(20, 10);
         other.render(&picture);
         QCOMPARE(picture.toImage().pixelColor(0, 0), QColor(Qt::green));
-        paintGround(&other); // is not being painted at all
+    }
+
+    void whatIsOpaqueAndNotPaintedAtAllIsBlack() {
+        QWidget window;
+        QWidget child(&window);
+        child.setAutoFillBackground(true);
+        child.setGeometry(10, 0, 40, 20);
+        window.resize(60, 20);
+        window.show();
+        child.setUpdatesEnabled(false); // as the list of a combo box while that opens it
+        for (int i = 0; i < 10; ++i) {
+            QPixmap used(window.size());
+            used.fill(QColor(1, 2, 3));
+        }
+        const QImage image = grabWidget(&window, QRect(QPoint(0, 0), QSize(-1, -1)));
+        QCOMPARE(image.pixelColor(10, 10), QColor(Qt::black));
+        QCOMPARE(image.pixelColor(49, 19), QColor(Qt::black));
+        QCOMPARE(image.pixelColor(9, 10), window.palette().color(QPalette::Window));
+        QCOMPARE(image.pixelColor(50, 19), window.palette().color(QPalette::Window));
+    }
+
+    /** A widget that Qt draws from a picture of its own is sent no Paint event. */
+    void whatIsRenderedElsewhereIsLeftAsItIs() {
+        QWidget window;
+        auto* const rendered = new QQuickWidget;
+        rendered->setParent(&window);
+        rendered->setAttribute(Qt::WA_OpaquePaintEvent);
+        rendered->resize(20, 10);
+        window.resize(60, 20);
+        window.show();
+        m_untold = rendered;
+        const QImage image = grabWidget(&window, QRect(QPoint(0, 0), QSize(-1, -1)));
+        QCOMPARE(image.pixelColor(0, 0), QColor(Qt::red));
+        QCOMPARE(image.pixelColor(19, 9), QColor(Qt::blue));
+    }
+
+    void whereNobodyTellsThePictureIsQts() {
+        TwoColours colours;
+        colours.resize(20, 10);
+        m_untold = &colours;
+        QCOMPARE(grabWidget(&colours, QRect(QPoint(0, 0), QSize(-1, -1))),
+                 colours.grab().toImage());
     }
 
     void failedGrabIsNullAndPaintsNothing_data() {
@@ -261,6 +304,8 @@ private Q_SLOTS:
     }
 
 private:
+    const QObject* m_untold = nullptr;
+
     static QImage picture() {
         QImage image(20, 10, QImage::Format_ARGB32);
         for (int y = 0; y < 10; ++y) {
