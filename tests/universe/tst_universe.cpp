@@ -16,6 +16,8 @@ namespace {
 constexpr double leastUniverse = 99;
 constexpr double leastRecall = 98;
 constexpr double leastPrecision = 99;
+/** Plays without a recorder before an end is taken for the recorder's fault. */
+constexpr int leastPlays = 5;
 
 int number(const char* variable, int otherwise) {
     bool isNumber = false;
@@ -72,8 +74,12 @@ void TestUniverse::controlsAreKnownAndCountedTruly() {
                    number("UICOV_UNIVERSE_STEPS", 300));
     if (!run.record(QStringLiteral(EXTENSION))) {
         const QString end = run.end() + QLatin1Char('\n') + run.lines().join(QLatin1Char('\n'));
-        QVERIFY2(!run.play(), qPrintable(end)); // some programs end so by themselves
-        QCOMPARE(end.section(QLatin1Char('\n'), 0, 0), run.end());
+        // Some programs end so by themselves, and not each time: no two runs take the same time.
+        bool isOwnEnd = false;
+        for (int i = 0; i < leastPlays && !isOwnEnd; ++i) {
+            isOwnEnd = !run.play() && end.startsWith(run.end() + QLatin1Char('\n'));
+        }
+        QVERIFY2(isOwnEnd, qPrintable(end));
         qInfo("%s, as it does alone", qPrintable(run.end()));
     }
     JournalFile journal;
