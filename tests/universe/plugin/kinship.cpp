@@ -110,13 +110,6 @@ bool isPopupOfItsOwn(const QObject* object) {
     return opener != nullptr && !opener->inherits("QQuickComboBox");
 }
 
-/** The text that a list of completions is for. */
-QObject* completedBy(const QObject* object) {
-    const auto* const list = qobject_cast<const QAbstractItemView*>(object);
-    return list != nullptr && list->isWindow() && list->parent() == nullptr ? list->focusProxy()
-                                                                            : nullptr;
-}
-
 bool isTop(const QObject* object) {
     const auto* const widget = qobject_cast<const QWidget*>(object);
     return object->isWindowType() || isPopupOfItsOwn(object) ||
@@ -125,6 +118,12 @@ bool isTop(const QObject* object) {
 }
 
 } // namespace
+
+QObject* completedBy(const QObject* object) {
+    const auto* const list = qobject_cast<const QAbstractItemView*>(object);
+    return list != nullptr && list->isWindow() && list->parent() == nullptr ? list->focusProxy()
+                                                                            : nullptr;
+}
 
 QString className(const QMetaObject* meta) {
     const QString name = QString::fromLatin1(meta->className());
