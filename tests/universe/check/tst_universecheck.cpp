@@ -311,8 +311,8 @@ void TestUniverseCheck::anArrowKeyChoosesTheNeighbour() {
     object(1, "QRadioButton", "Portrait");
     object(2, "QRadioButton", "Landscape");
     journal(R"({"k":"step","what":"key","t":1000000})");
-    journal(R"({"k":"input","type":"KeyPress","t":1000001,"o":1,"key":)" +
-            QByteArray::number(key) + "}");
+    journal(R"({"k":"input","type":"KeyPress","t":1000001,"o":1,"key":)" + QByteArray::number(key) +
+            "}");
     control("RadioButton", "QRadioButton", "Portrait");
     use(control("RadioButton", "QRadioButton", "Landscape"), 1 * second + 3);
     QTEST(compare().precision().good() == 1, "isRight");

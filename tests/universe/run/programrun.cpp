@@ -18,7 +18,7 @@
 namespace {
 
 /** Until then a slow and busy machine has done what was asked of it. */
-constexpr int patience = 120000;
+constexpr int patience = 60000;
 constexpr uid_t nobody = 65534;
 
 /** A process, and all that it starts in turn, that can be ended as one. */
