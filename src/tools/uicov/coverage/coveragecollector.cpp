@@ -71,17 +71,26 @@ void CoverageCollector::addGroups(const Runs::Run& run, const Places& places,
             return contexts.value(hit.context, ContextId::None) != ContextId::None;
         });
     };
-    QHash<NodeId, QPair<int, int>> members;
+    struct Group {
+        int members = 0;
+        int used = 0;
+        QMap<QString, bool> names;
+    };
+    QHash<NodeId, Group> groups;
     for (std::size_t i = 0; i < places.size(); ++i) {
         const RunElement& element = run.element(places[i].element);
         if (Runs::ControlNames::isOfGroup(element)) {
-            QPair<int, int>& group = members[nodes[i]];
-            ++group.first;
-            group.second += wasUsed(element) ? 1 : 0;
+            Group& group = groups[nodes[i]];
+            const QString name =
+                Runs::ElementKey::normalisedLabel(Runs::ControlNames::captionOf(element));
+            const bool isUsed = wasUsed(element);
+            ++group.members;
+            group.used += isUsed ? 1 : 0;
+            group.names[name] = group.names.value(name) || isUsed;
         }
     }
-    for (auto it = members.cbegin(); it != members.cend(); ++it) {
-        m_tree.noteMembers(it.key(), it->first, it->second);
+    for (auto it = groups.cbegin(); it != groups.cend(); ++it) {
+        m_tree.noteMembers(it.key(), it->members, it->used, it->names);
     }
 }
 
@@ -96,7 +105,7 @@ void CoverageCollector::addOpeners(const Runs::Run& run, const Places& places,
             run.element(places[i].element).attributes.value(Runs::AttributeName::opens());
         const auto view = nodeOf.constFind(opened);
         if (!opened.isEmpty() && view != nodeOf.cend()) {
-            m_tree.noteOpener(*view, m_tree.keyOf(nodes[i]).toString());
+            m_tree.noteOpener(*view, nodes[i]);
         }
     }
 }

@@ -44,11 +44,15 @@ void CoverageResult::finish() {
     const QList<WindowId> windows = m_tree.windows();
     for (const WindowId window : windows) {
         for (const NodeId node : m_tree.nodesOf(window)) {
-            const RuleId rule = m_tree.node(node).isCountable ? ruleFor(node) : RuleId::None;
+            const CoverageTree::Node& element = m_tree.node(node);
+            const bool isInNumbers =
+                element.isCountable || element.role == CoverageTree::Node::Role::View;
+            const RuleId rule = isInNumbers ? ruleFor(node) : RuleId::None;
             if (rule != RuleId::None) {
                 RuleUse& use = m_ruleUses[static_cast<int>(rule)];
                 ++use.elements;
-                use.usedElements += m_tree.stateOf(node) == State::Used ? 1 : 0;
+                const bool isUsed = element.isCountable && m_tree.stateOf(node) == State::Used;
+                use.usedElements += isUsed ? 1 : 0;
                 m_tree.ignore(node, rule);
             }
         }

@@ -138,17 +138,29 @@ void CoverageTree::noteControl(NodeId node, const Runs::RunElement& control) {
     m_isOfControls = true;
 }
 
-void CoverageTree::noteMembers(NodeId node, int members, int usedMembers) {
+void CoverageTree::noteMembers(NodeId node, int members, int usedMembers,
+                               const QMap<QString, bool>& names) {
     Node& group = mutableNode(node);
+    if (group.members == 0) {
+        group.groupName = group.step.caption;
+    }
+    for (auto it = names.cbegin(); it != names.cend(); ++it) {
+        group.memberNames[it.key()] = group.memberNames.value(it.key()) || it.value();
+    }
+    const bool haveOneName =
+        group.memberNames.size() == 1 && !group.memberNames.firstKey().isEmpty();
+    group.step.caption = haveOneName ? group.memberNames.firstKey() : group.groupName;
     group.members = qMax(group.members, members);
     group.usedMembers = qMax(group.usedMembers, usedMembers);
 }
 
-void CoverageTree::noteOpener(NodeId view, const QString& control) {
-    QString& opener = mutableNode(view).openedBy;
+void CoverageTree::noteOpener(NodeId view, NodeId control) {
+    const QString key = keyOf(control).toString();
+    Node& opened = mutableNode(view);
     // The least, so that it makes no difference in which order runs come.
-    if (opener.isEmpty() || control < opener) {
-        opener = control;
+    if (opened.openedBy.isEmpty() || key < opened.openedBy) {
+        opened.openedBy = key;
+        opened.opener = control;
     }
 }
 

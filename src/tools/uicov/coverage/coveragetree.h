@@ -48,11 +48,17 @@ public:
          * 0 for no group. */
         int members = 0;
         int usedMembers = 0;
+        /** Of a group: what is written on its members, each once, and whether one of that name was
+         * used; empty for those that have no name. */
+        QMap<QString, bool> memberNames;
+        QString groupName;
         /** Of a command: the ways in which it can be reached, and those in which it was. */
         QStringList ways;
         QStringList usedWays;
         /** Of a view: the key of the control that brings it up, where that is known. */
         QString openedBy;
+        /** That control; None where it is not known. */
+        NodeId opener = NodeId::None;
         /** A menu that was announced, and whether it was ever opened. */
         bool isMenu = false;
         bool isOpenedMenu = false;
@@ -108,10 +114,11 @@ public:
     void noteView(NodeId node, bool wasSeen);
     /** Makes the node a control, and adds what is known of it. */
     void noteControl(NodeId node, const Runs::RunElement& control);
-    /** What a run has of a group. */
-    void noteMembers(NodeId node, int members, int usedMembers);
-    /** The view is brought up by the control of that key. */
-    void noteOpener(NodeId view, const QString& control);
+    /** What a run has of a group: how many members, how many of them were used, and what is
+     * written on them. A group of which all members are called the same is called so as well. */
+    void noteMembers(NodeId node, int members, int usedMembers, const QMap<QString, bool>& names);
+    /** The view is brought up by the control. */
+    void noteOpener(NodeId view, NodeId control);
     /** Whether the tree is of runs of the controls extension. */
     bool isOfControls() const { return m_isOfControls; }
 

@@ -55,6 +55,12 @@ bool ControlNames::isOfGroup(const RunElement& element) {
     return !element.attributes.value(AttributeName::group()).isEmpty();
 }
 
+QString ControlNames::groupNameOf(const RunElement& element) {
+    const QString group = element.attributes.value(AttributeName::group());
+    const int slash = group.lastIndexOf(QLatin1Char('/'));
+    return group.mid(qMax(slash, group.lastIndexOf(QLatin1Char(':'))) + 1);
+}
+
 QString ControlNames::authorsName(int element) const {
     const RunElement& named = m_run.element(element);
     const QString name = givenName(named);

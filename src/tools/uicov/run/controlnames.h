@@ -38,6 +38,9 @@ public:
      * again. */
     static bool isOfGroup(const RunElement& element);
 
+    /** What people call a group: its component, the last step of where it is made. */
+    static QString groupNameOf(const RunElement& element);
+
     /** Whether the key of the element hangs on a name of the program's authors. */
     bool hasStableName(int element) const { return !authorsName(element).isEmpty(); }
 

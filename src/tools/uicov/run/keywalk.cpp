@@ -104,7 +104,11 @@ Step KeyWalk::labelled(Step step) const {
 Step KeyWalk::named(Step step, int element) const {
     if (m_names) {
         step.label = ElementKey::normalisedLabel(m_names->keyLabelOf(element));
-        step.caption = ElementKey::normalisedLabel(ControlNames::captionOf(this->element(element)));
+        const RunElement& named = this->element(element);
+        // What is written on the first of many is not the name of all.
+        step.caption = ElementKey::normalisedLabel(ControlNames::isOfGroup(named)
+                                                       ? ControlNames::groupNameOf(named)
+                                                       : ControlNames::captionOf(named));
     }
     return labelled(std::move(step));
 }
