@@ -112,8 +112,9 @@ public:
     void count(NodeId node, const Events& events);
     /** Makes the node a view, and adds to it whether it was seen. */
     void noteView(NodeId node, bool wasSeen);
-    /** Makes the node a control, and adds what is known of it. */
-    void noteControl(NodeId node, const Runs::RunElement& control);
+    /** Makes the node a control, and adds what is known of it.
+     * @param isTouched whether what happened to it counts, and so the ways in which it was used */
+    void noteControl(NodeId node, const Runs::RunElement& control, bool isTouched = true);
     /** What a run has of a group: how many members, how many of them were used, and what is
      * written on them. A group of which all members are called the same is called so as well. */
     void noteMembers(NodeId node, int members, int usedMembers, const QMap<QString, bool>& names);
@@ -129,12 +130,17 @@ public:
     void describe(NodeId node, const Runs::RunElement& element, const QString& structureKey);
     /** Leaves the node out of every number. */
     void ignore(NodeId node, RuleId rule);
-    /** By type: the events that all have to happen for "used". */
+    /** Counts controls that were never enabled as missed; else they are in no number. */
+    void setCountsUnavailable(bool counts) { m_countsUnavailable = counts; }
+    bool countsUnavailable() const { return m_countsUnavailable; }
+    /** By type: what is asked for, all of it, for "used"; see criteria.h. */
     void setCriteria(const QMap<QString, QStringList>& criteria) { m_criteria = criteria; }
 
     /** Countable, and not left out. */
     bool counts(NodeId node) const;
     State stateOf(NodeId node) const { return stateOf(node, this->node(node).events); }
+    /** Whether reports count the node, if no rule left it out: an element, a control or a view. */
+    bool isInNumbers(NodeId node) const;
     /** The state that the node would have if that were all that happened. */
     State stateOf(NodeId node, const Events& events) const;
 
@@ -160,6 +166,7 @@ private:
     State controlState(const Node& control, const Events& events) const;
 
     bool m_isOfControls = false;
+    bool m_countsUnavailable = false;
     QMap<QString, QStringList> m_criteria;
     QStringList m_contexts;
     QHash<QString, ContextId> m_contextIds;

@@ -88,14 +88,16 @@ QString membersText(const CoverageTree::Node& element) {
                : QStringLiteral(" \u00d7%1: %2 used").arg(element.members).arg(element.usedMembers);
 }
 
+QString waysOf(const CoverageTree::Node& element) {
+    return listed(element.ways) + (element.usedWays.isEmpty()
+                                       ? QString()
+                                       : QStringLiteral("; used: ") + listed(element.usedWays));
+}
+
 QString waysText(const CoverageTree::Node& element) {
-    if (element.ways.isEmpty()) {
-        return {};
-    }
-    return QStringLiteral("  (ways: ") + listed(element.ways) +
-           (element.usedWays.isEmpty() ? QString()
-                                       : QStringLiteral("; used: ") + listed(element.usedWays)) +
-           QLatin1Char(')');
+    return element.ways.isEmpty()
+               ? QString()
+               : QStringLiteral("  (ways: ") + waysOf(element) + QLatin1Char(')');
 }
 
 QString unseenWord() {

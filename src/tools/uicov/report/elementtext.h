@@ -24,7 +24,10 @@ QString wordOf(const Coverage::CoverageTree& tree, Coverage::NodeId node);
  * none. */
 QString membersText(const Coverage::CoverageTree::Node& element);
 
-/** The ways to a command, and those that were used, behind two spaces; empty for what is none. */
+/** The ways to a command, and those that were used: "menu, shortcut; used: menu"; empty for what is
+ * none. */
+QString waysOf(const Coverage::CoverageTree::Node& element);
+/** The same in brackets behind two spaces, to stand behind a name. */
 QString waysText(const Coverage::CoverageTree::Node& element);
 
 /** The word for a view that was never seen. */

@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QPair>
 #include <QString>
+#include <QStringList>
 
 namespace Uicov::Runs {
 
@@ -22,11 +23,16 @@ public:
     /** @param run outlives this */
     explicit ControlNames(const Run& run);
 
+    /** Kinds of names, "text" and the attributes that are names, in the order in which people look
+     * for them. */
+    static QStringList kinds();
+
     /**
      * For people: its text, else its label, placeholder, accessible name, tool tip, objectName or
      * QML id; null when it has none of them.
+     * @param preferred kinds that come first, in this order
      */
-    static QString captionOf(const RunElement& element);
+    static QString captionOf(const RunElement& element, const QStringList& preferred = {});
 
     /**
      * For keys: the name that the program's authors gave it where no other of its type beside it
