@@ -76,6 +76,12 @@ UIElement* QuickElements::addControl(QObject* object, const QuickClass& cls, Ele
     if (mayStandForAction(cls, type) && actionOf(object, cls) != nullptr) {
         return addForAction(object, cls, where);
     }
+    if (UIElement* const shared = where.isInRow ? sharedRow(where) : nullptr) {
+        m_book.addObject(object, shared);
+        m_views.addControl({object, true}, shared);
+        m_watch(object, type, shared);
+        return shared;
+    }
     Description what;
     what.type = type;
     what.className = classNameOf(object);
@@ -90,13 +96,6 @@ UIElement* QuickElements::addControl(QObject* object, const QuickClass& cls, Ele
         add(what, Attribute::Ways, waysOf(object, cls));
     }
     m_states.describe(object, cls, where.view, what);
-    UIElement* const shared = where.isInRow ? sharedRow(where) : nullptr;
-    if (shared != nullptr) {
-        m_book.addObject(object, shared);
-        m_views.addControl({object, true}, shared);
-        m_watch(object, type, shared);
-        return shared;
-    }
     UIElement* const element = m_book.add(object, what, where.view);
     if (where.isInRow) {
         addRow(element, where);

@@ -36,8 +36,7 @@ bool hasLinks(const QQuickItem* text, const QuickClass& cls) {
 }
 
 bool acceptsPresses(const QQuickItem* area, const QuickClass& cls) {
-    const QVariant buttons = cls.read(area, QuickClass::AcceptedButtons);
-    return !buttons.isValid() || buttons.toInt() != Qt::NoButton;
+    return cls.readEnum(area, QuickClass::AcceptedButtons, Qt::LeftButton) != Qt::NoButton;
 }
 
 /** Whether what is no item is there only because a control is made of it, as the menu of a text
@@ -150,7 +149,7 @@ void QuickWalk::visitChildren(QQuickItem* item, const Surroundings& within) {
     if (children.isEmpty()) {
         return;
     }
-    const SiblingMakers makers(item);
+    SiblingMakers makers(item);
     Surroundings where = within;
     for (QQuickItem* child : children) {
         const QuickClass& cls = QuickClass::of(child);
@@ -163,7 +162,7 @@ void QuickWalk::visitChildren(QQuickItem* item, const Surroundings& within) {
             continue;
         }
         const Maker maker = makers.makerOf(child);
-        where.group = groupOf(child, within.group, maker);
+        where.group = makers.groupOf(child, within.group, maker);
         where.isInRow = within.isInRow || maker.makesRows;
         visitChild(child, where, isNewPage);
     }
