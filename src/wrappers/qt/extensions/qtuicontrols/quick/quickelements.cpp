@@ -264,7 +264,9 @@ QString QuickElements::labelOf(const QObject* object, const QuickClass& cls, Ele
             return text;
         }
     }
-    return where.title;
+    const bool hasBetterName = where.isTitleOfPage && cls.role() == QuickRole::Input &&
+                               !cls.read(object, QuickClass::Placeholder).toString().isEmpty();
+    return hasBetterName ? QString() : where.title;
 }
 
 Uses QuickElements::usesOf(const QObject* object, const QuickClass& cls, ElementType type) {

@@ -38,8 +38,10 @@ struct Surroundings {
     bool isInRow = false;
     /** Within a button that may hold further controls: no areas, no texts. */
     bool isInControl = false;
-    /** The title of what the item lies in. */
+    /** The title of what the item lies in, and whether that is a page, which names less well what
+     * is on it than a group box does. */
     QString title;
+    bool isTitleOfPage = false;
     /** The text before it; null when there is none. */
     const QQuickItem* textBefore = nullptr;
 };

@@ -232,6 +232,7 @@ void QuickWalk::visitItem(QQuickItem* item, const QuickClass& cls, const Surroun
     const QString title = cls.generation() != 0 ? captionOf(item, cls) : QString();
     if (!title.isEmpty()) {
         inner.title = title;
+        inner.isTitleOfPage = extendsClass(item, "QQuickPage");
         inner.textBefore = nullptr;
     }
     // Few ever get children later, and these are the items of which there are most.
