@@ -128,6 +128,11 @@ void QuickElements::addTab(QObject* page, UIElement* pageElement, const Surround
     m_watch(page, ElementType::Tab, m_book.add(nullptr, what, where.view));
 }
 
+void QuickElements::joinTab(QObject* page, UIElement* pageElement, UIElement* tab) {
+    m_book.setAttribute(tab, Attribute::Opens, m_book.idOf(pageElement));
+    m_watch(page, ElementType::Tab, tab);
+}
+
 /** The menu that a control brings up, which is a view already. */
 void QuickElements::tellWhatOpens(const QObject* control, UIElement* element) {
     for (const char* const name : {"subMenu", "menu"}) {

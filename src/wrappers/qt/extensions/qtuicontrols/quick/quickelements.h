@@ -72,6 +72,8 @@ public:
     /** The tab by which a person reaches a page that has none of its own: by swiping. */
     void addTab(QObject* page, UIElement* pageElement, const Surroundings& where,
                 const QString& title);
+    /** The same tab as one that has an element: what reaches the page chooses that one. */
+    void joinTab(QObject* page, UIElement* pageElement, UIElement* tab);
 
 private:
     UIElement* sharedRow(const Surroundings& where) const;

@@ -84,6 +84,7 @@ QuickWalk::QuickWalk(ElementBook& book, QuickViews& views, QuickElements& elemen
     , m_views(views)
     , m_elements(elements)
     , m_containers(containers)
+    , m_pageTabs(book, elements)
     , m_addWindow(std::move(addWindow)) {}
 
 void QuickWalk::lookAtWindow(QQuickWindow* window) {
@@ -360,9 +361,9 @@ UIElement* QuickWalk::addPage(QQuickItem* page, const Surroundings& where) {
     const QString title = titleOfPage(page);
     UIElement* const element =
         m_elements.addView(page, QuickClass::of(page), ElementType::Page, where, title);
-    const QQuickItem* const swipeView = swipeViewOf(page);
+    QQuickItem* const swipeView = swipeViewOf(page);
     if (swipeView != nullptr && swipeView->property("interactive") != QVariant(false)) {
-        m_elements.addTab(page, element, where, title);
+        m_pageTabs.add(page, swipeView, element, where, title);
     }
     return element;
 }
