@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 #include "operations.h"
-#include "qtuicontrols/bookofelements.h"
+#include "qtuicontrols/core/bookofelements.h"
 #include "qtuicontrols/controlstracker.h"
-#include "qtuicontrols/inputattribution.h"
+#include "qtuicontrols/core/inputattribution.h"
 #include "qtuicontrols/quick/quicktracker.h"
 #include "qtuicontrols/widgets/widgetstracker.h"
 #include "tracking/streamuielementexporter.h"

@@ -39,8 +39,8 @@ QString ownName(const QQuickItem* item) {
 }
 
 QString withOrdinal(const QByteArray& cls, int ordinal) {
-    return ordinal == 0 ? QString::fromLatin1(cls)
-                        : QStringLiteral("%1[%2]").arg(QString::fromLatin1(cls)).arg(ordinal);
+    return ordinal == 0 ? QString::fromUtf8(cls)
+                        : QStringLiteral("%1[%2]").arg(QString::fromUtf8(cls)).arg(ordinal);
 }
 
 /** What an item is called on the way to it. */
@@ -143,7 +143,7 @@ QString SiblingMakers::groupOf(const QQuickItem* child, const QString& parentsGr
         const QString file = maker.makesRows ? QString() : qmlFileOf(child);
         return groupOfMaker(maker.item) + QLatin1Char('/') +
                (file.isEmpty() ? QString() : file + QLatin1Char(':')) +
-               QString::fromLatin1(stableClassName(child));
+               QString::fromUtf8(stableClassName(child));
     }
     if (parentsGroup.isNull()) {
         return {};

@@ -4,6 +4,7 @@
 #include "qtuicontrols/widgets/textuses.h"
 
 #include "qtuicontrols/widgets/usecounter.h"
+#include "qtuicontrols/widgets/widgetclass.h"
 
 #include <QAbstractSpinBox>
 #include <QComboBox>
@@ -70,6 +71,9 @@ void TextUses::connectTo(QWidget* control) {
         m_counter.connections().connect(control, plainSignal, this, bodySlot);
     } else if (qobject_cast<QKeySequenceEdit*>(control) != nullptr) {
         m_counter.connections().connect(control, keysSignal, this, keysSlot);
+    } else if (classOf(control) == WidgetClass::OwnEditor) {
+        m_counter.connections().connect(
+            control, methodNumber(*control->metaObject(), "textChanged()"), this, bodySlot);
     } else if (QLineEdit* const line = lineOf(control)) {
         connectToLine(line);
     }
