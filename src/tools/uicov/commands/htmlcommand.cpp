@@ -102,7 +102,7 @@ int HtmlCommand::run(Console::Terminal& terminal) {
         return Failed;
     }
     m_options.setVisitor([this](const Runs::Run& run, const CoverageResult& coverage) {
-        m_appearances.setLabelRule(coverage.labelRule());
+        m_appearances.setNameRules(coverage.nameRules());
         m_appearances.setContexts(
             [&coverage](const QString& context) { return coverage.countsContext(context); });
         m_appearances.add(run, coverage.tree());

@@ -25,8 +25,8 @@ public:
     /** @param tree what is added to; not owned, outlives this */
     explicit CoverageCollector(CoverageTree& tree);
 
-    /** Applied to every label; none leaves them as they are. */
-    void setLabelRule(const Runs::KeyWalk::LabelRule& rule) { m_labelRule = rule; }
+    /** How the project wants elements to be called. */
+    void setNameRules(const Runs::NameRules& rules) { m_nameRules = rules; }
     /** Only what happened in contexts that one of them matches counts; none means all. */
     void setContexts(const QVector<Pattern>& patterns) { m_contexts = patterns; }
 
@@ -45,7 +45,7 @@ private:
     void addOpeners(const Runs::Run& run, const Places& places, const std::vector<NodeId>& nodes);
 
     CoverageTree& m_tree;
-    Runs::KeyWalk::LabelRule m_labelRule;
+    Runs::NameRules m_nameRules;
     QVector<Pattern> m_contexts;
 };
 

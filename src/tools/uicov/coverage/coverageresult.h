@@ -55,8 +55,8 @@ public:
 
     const CoverageTree& tree() const { return m_tree; }
     const Configuration& configuration() const { return m_configuration; }
-    /** What becomes of labels before they are compared; nothing when there is no rule. */
-    Runs::KeyWalk::LabelRule labelRule() const;
+    /** How the configuration wants elements to be called; valid as long as the configuration. */
+    Runs::NameRules nameRules() const;
     /** In the order in which they were added; without elements and pictures. */
     const std::vector<Runs::Run>& runs() const { return m_runs; }
     int partialRuns() const;
@@ -81,6 +81,7 @@ public:
 
 private:
     RuleId ruleFor(NodeId node) const;
+    void resolvePrefixes();
 
     const Configuration& m_configuration;
     QVector<Pattern> m_contextPatterns;
@@ -88,6 +89,8 @@ private:
     CoverageCollector m_collector;
     std::vector<Runs::Run> m_runs;
     QVector<RuleUse> m_ruleUses;
+    /** By number of the ignore rule: the one element whose key or name begins as the rule says. */
+    QVector<NodeId> m_namedByRule;
 };
 
 } // namespace Uicov::Coverage

@@ -26,7 +26,8 @@ public:
     void setTakesPictures(bool takes) { m_takesPictures = takes; }
 
     /**
-     * Adds all runs of a recording or data file, or none of them.
+     * Adds all runs of a recording or data file, or none of them. Stops between two runs when the
+     * process is asked to end and that is deferred; the target is not to be used then.
      * @return the problem when the file cannot be used; the target then is as it was, unless
      *         failure() tells that it is the target itself
      */

@@ -9,6 +9,9 @@
 #include "store/combiner.h"
 #include "store/datafile.h"
 
+#include <QDir>
+#include <QTemporaryDir>
+
 namespace Uicov::Commands::Cli {
 
 using Base::Message;
@@ -18,6 +21,16 @@ using Runs::RunLoader;
 using Store::Combiner;
 using Store::DataFile;
 using Store::Sql;
+
+namespace {
+
+Problem inTemporaryFolder(const Problem& problem) {
+    return {Message::SetupFailed,
+            QStringLiteral("the inputs cannot be put together in the temporary folder: ") +
+                problem.text + QStringLiteral("; TMPDIR names another")};
+}
+
+} // namespace
 
 Inputs::Inputs() = default;
 Inputs::~Inputs() = default;
@@ -53,14 +66,17 @@ bool Inputs::addOnly(const QString& path, Console::Terminal& terminal) {
     return true;
 }
 
+/** Open, but without a name, so that it goes with the process however that ends. */
+std::optional<Problem> Inputs::createPlace() {
+    const QTemporaryDir folder;
+    auto problem = m_file->create(folder.filePath(QStringLiteral("inputs")), QDir::tempPath());
+    return problem ? inTemporaryFolder(*problem) : problem;
+}
+
 bool Inputs::addSeveral(const QStringList& paths, Console::Terminal& terminal) {
-    m_folder = std::make_unique<QTemporaryDir>();
     m_file = std::make_unique<DataFile>();
-    if (auto problem = m_file->create(m_folder->filePath(QStringLiteral("inputs")))) {
-        terminal.error({Message::SetupFailed,
-                        QStringLiteral("the inputs cannot be put together in the temporary "
-                                       "folder: ") +
-                            problem->text});
+    if (auto problem = createPlace()) {
+        terminal.error(*problem);
         return false;
     }
     Combiner combiner(*m_file);
@@ -70,10 +86,11 @@ bool Inputs::addSeveral(const QStringList& paths, Console::Terminal& terminal) {
     for (const QString& path : paths) {
         progress.advance();
         if (const auto problem = combiner.add(path)) {
-            terminal.error(*problem);
             if (combiner.failure()) {
+                terminal.error(inTemporaryFolder(*problem));
                 return false;
             }
+            terminal.error(*problem);
             ++m_skippedFiles;
             continue;
         }
@@ -81,7 +98,7 @@ bool Inputs::addSeveral(const QStringList& paths, Console::Terminal& terminal) {
         warn(combiner.warnings(), terminal);
     }
     if (auto problem = m_file->commit()) {
-        terminal.error(*problem);
+        terminal.error(inTemporaryFolder(*problem));
         return false;
     }
     return true;

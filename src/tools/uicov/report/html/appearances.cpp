@@ -51,7 +51,7 @@ std::vector<NodeId> nodesOf(const Runs::Run& run, const Places& places, const Co
 } // namespace
 
 void Appearances::add(const Runs::Run& run, const CoverageTree& tree) {
-    const Places places = KeyWalk(run, m_labelRule).places();
+    const Places places = KeyWalk(run, m_nameRules).places();
     const std::vector<NodeId> nodes = nodesOf(run, places, tree);
     addOwners(run, places, nodes);
     m_times.add(run, places, nodes);
@@ -73,7 +73,10 @@ void Appearances::addControls(const Runs::Run& run, const Places& places,
         known.hasPlace = known.hasPlace || element.place.has_value();
         known.isDisabled =
             element.attributes.value(Runs::AttributeName::enabled()) == QLatin1String("false");
-        known.group = element.attributes.value(Runs::AttributeName::group());
+        const Runs::ElementKey::Step& step = places[i].step;
+        known.group = !places[i].isOfGroup     ? QString()
+                      : step.caption.isEmpty() ? step.label
+                                               : step.caption;
     }
 }
 

@@ -138,7 +138,7 @@ void ViewSights::addSights(const Runs::Run& run, const Places& places, const Nod
             continue;
         }
         const QByteArray newest = pictures.value(nodes[view]);
-        const bool isMember = known->view == view && Runs::ControlNames::isOfGroup(element);
+        const bool isMember = known->view == view && places[i].isOfGroup;
         if (isMember && known->sights.size() < mostMembers) {
             known->sights.append(sight);
         } else if (known->view != view && !isOn(known->sights, newest) &&

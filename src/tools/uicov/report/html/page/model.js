@@ -82,7 +82,7 @@ Page.model = (() => {
     /** What people call the element: its label, else what it is; a group by what it is made of. */
     function name(node) {
         if (node.members && node.groupName) {
-            return node.groupName.split("/").at(-1);
+            return node.groupName;
         }
         if (!node.label) {
             return node.above < 0 || !node.ordinal ? node.of ?? node.kind : `${node.kind} ${node.ordinal}`;

@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: the uicov authors
 // SPDX-License-Identifier: MIT
 
-#include "qtuicontrols/qtuicontrolsextension.h"
+#include "qtuicontrols/extension/qtuicontrolsextension.h"
 
-#include "qtuicontrols/bookofelements.h"
-#include "qtuicontrols/inputattribution.h"
-#include "qtuicontrols/quickhalf.h"
+#include "qtuicontrols/core/bookofelements.h"
+#include "qtuicontrols/core/inputattribution.h"
+#include "qtuicontrols/extension/quickhalf.h"
 #include "qtuicontrols/widgets/widgetstracker.h"
 #include "tracking/deliveryends.h"
 #include "tracking/environment.h"
@@ -101,7 +101,9 @@ void QtUiControlsExtension::eventCallback(QObject* object, QEvent* event) {
 }
 
 void QtUiControlsExtension::handleEvent(QObject* object, QEvent* event) {
-    m_attribution->begin(object, event);
+    if (!m_attribution->begin(object, event)) {
+        return;
+    }
     // What is neither a widget nor an item, as an action, a window, a scene or a timer, may belong
     // to either half; a widget may show a scene.
     const bool isForQuick =

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: the uicov authors
 // SPDX-License-Identifier: MIT
 
-#include "qtuicontrols/bookofelements.h"
+#include "qtuicontrols/core/bookofelements.h"
 
 #include "tracking/streamuielementexporter.h"
 #include "uiabstraction/uielement.h"
@@ -17,9 +17,6 @@ using UIAbstraction::StandardType;
 using UIAbstraction::UIEvent;
 
 namespace {
-
-constexpr int typeCount = static_cast<int>(ElementType::Area) + 1;
-constexpr int attributeCount = static_cast<int>(Attribute::Ways) + 1;
 
 /** The names of an enumeration as values of the model, made once. */
 template <class Value, class Enumeration, int count>
