@@ -103,6 +103,8 @@ int HtmlCommand::run(Console::Terminal& terminal) {
     }
     m_options.setVisitor([this](const Runs::Run& run, const CoverageResult& coverage) {
         m_appearances.setNameRules(coverage.nameRules());
+        m_appearances.setContexts(
+            [&coverage](const QString& context) { return coverage.countsContext(context); });
         m_appearances.add(run, coverage.tree());
         m_history.add(run, coverage);
     });
