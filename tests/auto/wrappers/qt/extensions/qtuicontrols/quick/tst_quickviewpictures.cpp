@@ -49,6 +49,7 @@ private Q_SLOTS:
     void aPageHasAPictureOfItsOwnWhenItIsShown();
     void aPageThatSlidesInIsPicturedWhenItIsThere();
     void whatAPictureShowsHasItsPlace();
+    void rowsThatAPictureShowsHaveTheirPlaces();
     void whatAPictureCutsOffHasNoPlace();
     void whatHidesItsInputIsBlack();
     void whatIsRedactedIsBlack_data();
@@ -131,6 +132,23 @@ void tst_QuickViewPictures::aPageThatSlidesInIsPicturedWhenItIsThere() {
     QCOMPARE(probe.element(scene.item("b"))->geometry().rect().topLeft(), QPoint(0, 0));
     const QImage picture = pictureOf(probe, scene.item("b"));
     QCOMPARE(picture.pixel(0, 0) | 0xff000000U, qRgb(0, 0, 255));
+}
+
+void tst_QuickViewPictures::rowsThatAPictureShowsHaveTheirPlaces() {
+    SurveyProbe probe(pictures());
+    QuickScene scene("SwipeView { objectName: 'view'; anchors.fill: parent; Item {} "
+                     "Column { objectName: 'page'; ListView { width: 100; height: 90; "
+                     "model: ['a', 'b', 'c']; delegate: ItemDelegate { objectName: modelData; "
+                     "width: 100; height: 30; text: modelData } } } }",
+                     controls2);
+    QVERIFY(scene.show());
+    scene.item("view")->setProperty("currentIndex", 1);
+    QTRY_VERIFY(!pictureOf(probe, scene.item("page")).isNull());
+    int y = 0;
+    for (const char* const row : {"a", "b", "c"}) {
+        QCOMPARE(probe.element(scene.item(row))->geometry().rect(), QRect(0, y, 100, 30));
+        y += 30;
+    }
 }
 
 void tst_QuickViewPictures::whatAPictureCutsOffHasNoPlace() {
