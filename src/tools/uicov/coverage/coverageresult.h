@@ -57,6 +57,9 @@ public:
     const Configuration& configuration() const { return m_configuration; }
     /** What becomes of labels before they are compared; nothing when there is no rule. */
     Runs::KeyWalk::LabelRule labelRule() const;
+    /** When what happened; after finish(). */
+    const Timeline& timeline() const { return m_collector.timeline(); }
+    const Runs::Run& run(RunId run) const { return m_runs[static_cast<std::size_t>(run)]; }
     /** In the order in which they were added; without elements and pictures. */
     const std::vector<Runs::Run>& runs() const { return m_runs; }
     int partialRuns() const;
