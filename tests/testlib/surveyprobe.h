@@ -4,7 +4,7 @@
 #pragma once
 
 #include "qtuicontrols/attribution.h"
-#include "qtuicontrols/bookofelements.h"
+#include "qtuicontrols/core/bookofelements.h"
 #include "qtuicontrols/controlstracker.h"
 #include "qtuicontrols/quick/quicksurvey.h"
 #include "testlib/fakehook.h"

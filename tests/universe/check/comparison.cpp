@@ -57,6 +57,13 @@ bool pressesButtonOf(const JournalFile::Happening& input, const JournalFile::Obj
             object.bases.contains(QLatin1String("QDialog")));
 }
 
+/** An arrow key on one of several radio buttons chooses its neighbour. */
+bool choosesNeighbour(const JournalFile::Happening& input, const JournalFile::Object& object) {
+    return input.key >= Qt::Key_Left && input.key <= Qt::Key_Down &&
+           (object.className == QLatin1String("QRadioButton") ||
+            object.bases.contains(QLatin1String("QRadioButton")));
+}
+
 bool isIn(const ControlsRecording::Use& use, qint64 from, qint64 to) {
     return use.time >= from && use.time <= to;
 }
@@ -260,6 +267,7 @@ bool Comparison::isGiven(int element, qint64 time) const {
     const auto& used = m_recording.elements.at(element);
     const int parent = parts.contains(used.type) ? m_recording.parentOf(element) : -1;
     const bool isButton = used.type == QLatin1String("Button");
+    const bool isRadioButton = used.type == QLatin1String("RadioButton");
     const bool isLink = used.type == QLatin1String("Link");
     QSet<int> tried;
     while (it != inputs.cbegin() && (--it)->time >= start) {
@@ -267,7 +275,8 @@ bool Comparison::isGiven(int element, qint64 time) const {
         if (it->entry != 0 && m_matching.mayBe(element, it->entry)) {
             return true;
         }
-        if (isButton && pressesButtonOf(*it, object)) {
+        if ((isButton && pressesButtonOf(*it, object)) ||
+            (isRadioButton && choosesNeighbour(*it, object))) {
             return true;
         }
         if (!tried.contains(it->object) &&

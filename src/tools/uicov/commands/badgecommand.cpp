@@ -31,9 +31,7 @@ void BadgeCommand::declareMore(CLI::App& app) {
 
 QByteArray BadgeCommand::make(const Coverage::CoverageResult& coverage,
                               const QVector<Coverage::GateResult>& /*gates*/) const {
-    const Coverage::CoverageTree::Totals totals = coverage.tree().totals();
-    return Report::badgeSvg(QString::fromStdString(m_title), totals.used, totals.elements,
-                            precision());
+    return Report::badgeSvg(QString::fromStdString(m_title), coverage.tree().totals(), precision());
 }
 
 } // namespace Uicov::Commands

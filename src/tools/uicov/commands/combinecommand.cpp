@@ -3,6 +3,7 @@
 
 #include "commands/combinecommand.h"
 
+#include "base/deferredend.h"
 #include "commands/cli/exitcode.h"
 #include "commands/cli/helpformatter.h"
 #include "console/progress.h"
@@ -12,6 +13,7 @@
 #include "store/datafilepath.h"
 #include "store/datafilewriter.h"
 #include "store/filelock.h"
+#include "store/partfile.h"
 
 #include <QDir>
 #include <QFile>
@@ -46,8 +48,9 @@ QStringList filesIn(const QString& folder) {
         QDir(folder).entryInfoList(QDir::Files | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
     for (const QFileInfo& file : files) {
         const QString path = QDir(folder).filePath(file.fileName());
-        if (DataFile::looksLikeDataFile(path) ||
-            Recording::RecordingReader::looksLikeRecording(path)) {
+        if (!Store::PartFile::isName(file.fileName()) &&
+            (DataFile::looksLikeDataFile(path) ||
+             Recording::RecordingReader::looksLikeRecording(path))) {
             paths.append(path);
         }
     }
@@ -145,8 +148,8 @@ int CombineCommand::combine(const QStringList& paths, const QString& output,
     if (!m_runFilter.isEmpty()) {
         combiner.setFilter([this](const Runs::Run& run) { return m_runFilter.matches(run); });
     }
-    if (!addAll(paths, combiner, terminal)) {
-        return Failed;
+    if (!addAll(paths, combiner, terminal) || Base::DeferredEnd::isRequested()) {
+        return Failed; // a signal that waits ends the process when the lock is released
     }
     if (m_usedFiles == 0) {
         return Failed; // each file has been told of; nothing is written
@@ -183,6 +186,9 @@ bool CombineCommand::addAll(const QStringList& paths, Store::Combiner& combiner,
     Console::Progress progress(terminal, QStringLiteral("combining"), QStringLiteral("files"),
                                paths.size());
     for (const QString& path : paths) {
+        if (Base::DeferredEnd::isRequested()) {
+            break;
+        }
         const auto problem = combiner.add(path);
         progress.advance();
         if (combiner.failure()) {

@@ -9,6 +9,7 @@
 #include "console/terminal.h"
 #include "report/explanation.h"
 #include "report/hiddenelements.h"
+#include "store/datafilepath.h"
 
 namespace Uicov::Commands {
 
@@ -20,9 +21,9 @@ using Cli::setUsage;
 namespace {
 
 constexpr char examples[] =
-    R"(KEY is a key as uicov json writes it, a pattern, or a part of one, as the caption of a button.
-What has no key, since it is mere structure or a part of another element, is found by its text,
-class or type.
+    R"(KEY is a key as uicov json writes it or a name as uicov report prints it, the beginning of one, a
+pattern, or a part of one, as the caption of a button. What has no key, since it is mere structure or a
+part of another element, is found by its text, class or type.
 
 Examples:
   uicov explain Licence
@@ -84,7 +85,7 @@ int ExplainCommand::run(Console::Terminal& terminal) {
     if (!hasKey && hidden.isEmpty()) {
         terminal.error({Message::NoSuchElement, QStringLiteral("no element has a key like ") + key +
                                                     QStringLiteral("; the nearest one is ") +
-                                                    explanation.nearest(key)});
+                                                    Store::shellQuoted(explanation.nearest(key))});
         return Failed;
     }
     Outputs outputs(terminal);

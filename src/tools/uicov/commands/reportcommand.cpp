@@ -42,6 +42,10 @@ Examples:
   uicov report --fail-under 80 --require-window "Settings*"
   uicov report --format markdown -o report.md --junit report.xml --badge gui.svg)";
 
+/** What the numbers of a row take beside the window's name. */
+constexpr int numberColumns = 46;
+constexpr int leastNameColumns = 24;
+
 QString partialNote(const CoverageResult& coverage) {
     const int partial = coverage.partialRuns();
     QString reason;
@@ -81,6 +85,7 @@ CLI::App* ReportCommand::declare(CLI::App& commands) {
         ->type_name("NAME")
         ->check(CLI::IsMember({"text", "markdown", "total"}).description(""))
         ->capture_default_str();
+    app->add_flag("--wide", m_isWide, "Never shorten the names of windows, on a terminal neither");
     app->add_flag("--show-contexts", m_showsContexts, "List what was used, and in which contexts");
     app->add_flag("--by-context", m_byContext, "Print what each context adds that no other does");
     app->add_flag("--timeline", m_showsTimeline, "Print what was used and seen when, run by run");
@@ -177,8 +182,7 @@ bool ReportCommand::writeAll(const CoverageResult& coverage, const Gates& gates,
         return report.toBytes();
     });
     outputs.add(m_badge, [&](bool) {
-        const Coverage::CoverageTree::Totals totals = coverage.tree().totals();
-        return Report::badgeSvg(QStringLiteral("GUI coverage"), totals.used, totals.elements,
+        return Report::badgeSvg(QStringLiteral("GUI coverage"), coverage.tree().totals(),
                                 m_precision);
     });
     outputs.add(m_markdown, [&](bool) { return markdown(coverage, gates).toUtf8(); });
@@ -204,8 +208,9 @@ QString ReportCommand::text(const CoverageResult& coverage, const Gates& /*gates
     report.setOrder(QString::fromStdString(m_sort));
     report.setSkipsCovered(m_skipsCovered);
     report.setNotes(notes(coverage));
-    if (isTerminal) {
-        report.setWidth(Console::Terminal::outputColumns());
+    if (isTerminal && !m_isWide && !m_listsMissed) {
+        report.setNameColumns(
+            qMax(leastNameColumns, Console::Terminal::outputColumns() - numberColumns));
     }
     return report.toString();
 }

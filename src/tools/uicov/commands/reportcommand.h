@@ -39,6 +39,7 @@ private:
     int m_precision = -1;
     bool m_listsMissed = false;
     bool m_skipsCovered = false;
+    bool m_isWide = false;
     bool m_showsContexts = false;
     bool m_byContext = false;
     bool m_showsTimeline = false;

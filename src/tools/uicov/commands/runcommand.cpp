@@ -3,6 +3,7 @@
 
 #include "commands/runcommand.h"
 
+#include "base/deferredend.h"
 #include "commands/cli/exitcode.h"
 #include "commands/cli/helpformatter.h"
 #include "commands/runkeeper.h"
@@ -219,6 +220,8 @@ int RunCommand::record(Launch::Application& application, Console::Terminal& term
     if (const auto problem = readConfiguration()) {
         return fail(*problem);
     }
+    // From here on there is something to take away again, and then something to keep.
+    Base::DeferredEnd untilKept;
     constexpr int uuidLength = 36;
     const QString session = QUuid::createUuid().toString().mid(1, uuidLength);
     Launch::RunFolder folder;
@@ -242,7 +245,12 @@ int RunCommand::record(Launch::Application& application, Console::Terminal& term
     if (const auto problem = output.makeRoom()) {
         return fail(*problem);
     }
+    if (Base::DeferredEnd::isRequested()) {
+        return Failed; // the signal that waits ends the process
+    }
     Launch::ChildProcess process;
+    process.setSignalMask(untilKept.maskBefore());
+    untilKept.keep();
     if (!process.run(QFile::encodeName(application.path()).toStdString(), m_arguments,
                      setup.environment(installation, folder.path()))) {
         constexpr int notExecutable = 126;

@@ -33,6 +33,17 @@ QStringList ReportDefaults::sorts() {
            reversed.replaceInStrings(QRegularExpression(QStringLiteral("^")), QStringLiteral("-"));
 }
 
+QString Configuration::groupOf(const QString& key) const {
+    for (const auto& group : groups) {
+        for (const Pattern& pattern : group.second) {
+            if (pattern.matches(key)) {
+                return group.first;
+            }
+        }
+    }
+    return {};
+}
+
 QString Configuration::appliedTo(const QString& label) const {
     QString result = label;
     for (const LabelRule& rule : labelRules) {

@@ -73,7 +73,12 @@ struct Configuration {
     QString path;
     QVector<IgnoreRule> ignoreRules;
     QVector<LabelRule> labelRules;
-    /** By standard type: the events that all have to happen for "used". */
+    /** Controls whose key one of the patterns matches are one group of that name. */
+    QVector<QPair<QString, QVector<Pattern>>> groups;
+    /** Kinds of names, out of Runs::ControlNames::kinds(), that controls are called by first. */
+    QStringList preferredNames;
+    /** By standard type: what is asked of an element, all of it, before it is used: events, and of
+     * controls "enabled", "way=NAME" and "way=*". */
     QMap<QString, QStringList> criteria;
     Gates gates;
     ReportDefaults report;
@@ -81,6 +86,8 @@ struct Configuration {
      * pictures. */
     QStringList redacted;
 
+    /** The first group that a pattern puts the control of that key into; null for none. */
+    QString groupOf(const QString& key) const;
     /** The label as the rules make it, one after the other. */
     QString appliedTo(const QString& label) const;
 };

@@ -5,6 +5,8 @@
 
 #include "base/displaytext.h"
 #include "base/spelling.h"
+#include "coverage/criteria.h"
+#include "run/controlnames.h"
 
 #include <QFile>
 
@@ -194,8 +196,48 @@ void readCriteria(Reader& reader, const toml::node& node, Configuration& configu
             reader.fail(entry.second.source(),
                         QStringLiteral("name the events that have to happen, as [\"checked\"]"));
         }
+        for (const QString& criterion : events) {
+            if (!Coverage::isCriterion(criterion)) {
+                reader.fail(entry.second.source(),
+                            QStringLiteral("\"%1\" is no criterion; name events, \"enabled\", "
+                                           "\"way=menu\" or \"way=*\"")
+                                .arg(criterion));
+            }
+        }
         configuration.criteria.insert(textOf(entry.first.str()), events);
     }
+}
+
+void readGroups(Reader& reader, const toml::node& node, Configuration& configuration) {
+    const toml::table* const table = node.as_table();
+    if (table == nullptr) {
+        reader.fail(node.source(),
+                    QStringLiteral("[groups] has to be a table of names and patterns"));
+        return;
+    }
+    for (const auto& entry : *table) {
+        const QStringList globs = entry.second.is_string() ? QStringList(reader.text(entry.second))
+                                                           : reader.texts(entry.second);
+        if (globs.isEmpty()) {
+            reader.fail(entry.second.source(),
+                        QStringLiteral("a group needs a pattern over the keys of its controls, as "
+                                       "'*Button \"Sensor *\"'"));
+        }
+        QVector<Pattern> patterns;
+        for (const QString& glob : globs) {
+            patterns.append(Pattern(glob));
+        }
+        configuration.groups.append(qMakePair(textOf(entry.first.str()), patterns));
+    }
+}
+
+void readNames(Reader& reader, const toml::node& node, Configuration& configuration) {
+    const auto prefer = [&](const toml::node& value) {
+        reader.readArray(value, QStringLiteral("prefer"), [&](const toml::node& item) {
+            configuration.preferredNames.append(reader.choice(item, Runs::ControlNames::kinds()));
+        });
+    };
+    reader.readTable(node, QStringLiteral("names"), {{QStringLiteral("prefer"), prefer}});
 }
 
 void readGates(Reader& reader, const toml::node& node, Gates& gates) {
@@ -291,6 +333,10 @@ std::optional<Problem> readConfiguration(const QString& path, Configuration& con
     reader.readTable(table, QString(),
                      {{QStringLiteral("ignore"), each(readIgnoreRule, "ignore")},
                       {QStringLiteral("labels"), each(readLabelRule, "labels")},
+                      {QStringLiteral("groups"),
+                       [&](const auto& node) { readGroups(reader, node, configuration); }},
+                      {QStringLiteral("names"),
+                       [&](const auto& node) { readNames(reader, node, configuration); }},
                       {QStringLiteral("criteria"),
                        [&](const auto& node) { readCriteria(reader, node, configuration); }},
                       {QStringLiteral("gates"),

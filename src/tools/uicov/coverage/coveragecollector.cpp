@@ -23,7 +23,7 @@ void CoverageCollector::collect(const Runs::Run& run) {
     }
     const auto number = static_cast<RunId>(m_runs++);
     std::vector<NodeId> nodes;
-    const std::vector<KeyWalk::Place> places = KeyWalk(run, m_labelRule).places();
+    const std::vector<KeyWalk::Place> places = KeyWalk(run, m_nameRules).places();
     for (const KeyWalk::Place& place : places) {
         const bool isWindow = place.above < 0;
         const NodeId node =
@@ -59,7 +59,10 @@ void CoverageCollector::addControl(const RunElement& element, NodeId node,
     if (Runs::isViewType(element.type)) {
         m_tree.noteView(node, events.value(Coverage::seenEvent()).isCovered());
     } else {
-        m_tree.noteControl(node, element);
+        // What was done in contexts that do not count was done by no way either.
+        const bool isTouched = std::any_of(events.cbegin(), events.cend(),
+                                           [](const EventCoverage& e) { return e.isCovered(); });
+        m_tree.noteControl(node, element, isTouched);
         m_tree.count(node, events);
     }
 }
@@ -73,17 +76,26 @@ void CoverageCollector::addGroups(const Runs::Run& run, const Places& places,
             return contexts.value(hit.context, ContextId::None) != ContextId::None;
         });
     };
-    QHash<NodeId, QPair<int, int>> members;
+    struct Group {
+        int members = 0;
+        int used = 0;
+        QMap<QString, bool> names;
+    };
+    QHash<NodeId, Group> groups;
     for (std::size_t i = 0; i < places.size(); ++i) {
         const RunElement& element = run.element(places[i].element);
-        if (Runs::ControlNames::isOfGroup(element)) {
-            QPair<int, int>& group = members[nodes[i]];
-            ++group.first;
-            group.second += wasUsed(element) ? 1 : 0;
+        if (places[i].isOfGroup) {
+            Group& group = groups[nodes[i]];
+            const QString name = Runs::ElementKey::normalisedLabel(
+                Runs::ControlNames::captionOf(element, m_nameRules.captions));
+            const bool isUsed = wasUsed(element);
+            ++group.members;
+            group.used += isUsed ? 1 : 0;
+            group.names[name] = group.names.value(name) || isUsed;
         }
     }
-    for (auto it = members.cbegin(); it != members.cend(); ++it) {
-        m_tree.noteMembers(it.key(), it->first, it->second);
+    for (auto it = groups.cbegin(); it != groups.cend(); ++it) {
+        m_tree.noteMembers(it.key(), it->members, it->used, it->names);
     }
 }
 
@@ -98,7 +110,7 @@ void CoverageCollector::addOpeners(const Runs::Run& run, const Places& places,
             run.element(places[i].element).attributes.value(Runs::AttributeName::opens());
         const auto view = nodeOf.constFind(opened);
         if (!opened.isEmpty() && view != nodeOf.cend()) {
-            m_tree.noteOpener(*view, m_tree.keyOf(nodes[i]).toString());
+            m_tree.noteOpener(*view, nodes[i]);
         }
     }
 }

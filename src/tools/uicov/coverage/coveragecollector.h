@@ -26,8 +26,8 @@ public:
     /** @param tree what is added to; not owned, outlives this */
     explicit CoverageCollector(CoverageTree& tree);
 
-    /** Applied to every label; none leaves them as they are. */
-    void setLabelRule(const Runs::KeyWalk::LabelRule& rule) { m_labelRule = rule; }
+    /** How the project wants elements to be called. */
+    void setNameRules(const Runs::NameRules& rules) { m_nameRules = rules; }
     /** Only what happened in contexts that one of them matches counts; none means all. */
     void setContexts(const QVector<Pattern>& patterns) { m_contexts = patterns; }
 
@@ -52,7 +52,7 @@ private:
     CoverageTree& m_tree;
     Timeline m_timeline;
     int m_runs = 0;
-    Runs::KeyWalk::LabelRule m_labelRule;
+    Runs::NameRules m_nameRules;
     QVector<Pattern> m_contexts;
 };
 

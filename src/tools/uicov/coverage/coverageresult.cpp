@@ -4,6 +4,7 @@
 #include "coverage/coverageresult.h"
 
 #include "base/spelling.h"
+#include "coverage/elementsearch.h"
 
 #include <algorithm>
 #include <numeric>
@@ -16,16 +17,23 @@ CoverageResult::CoverageResult(const Configuration& configuration, const QVector
     , m_collector(m_tree) {
     m_tree.setCriteria(configuration.criteria);
     m_collector.setContexts(contexts);
-    m_collector.setLabelRule(labelRule());
+    m_collector.setNameRules(nameRules());
 }
 
-Runs::KeyWalk::LabelRule CoverageResult::labelRule() const {
-    if (m_configuration.labelRules.isEmpty()) {
-        return {};
+Runs::NameRules CoverageResult::nameRules() const {
+    Runs::NameRules rules;
+    if (!m_configuration.labelRules.isEmpty()) {
+        rules.label = [&configuration = m_configuration](const QString& label) {
+            return configuration.appliedTo(label);
+        };
     }
-    return [&configuration = m_configuration](const QString& label) {
-        return configuration.appliedTo(label);
-    };
+    if (!m_configuration.groups.isEmpty()) {
+        rules.group = [&configuration = m_configuration](const QString& key) {
+            return configuration.groupOf(key);
+        };
+    }
+    rules.captions = m_configuration.preferredNames;
+    return rules;
 }
 
 void CoverageResult::add(const Runs::Run& run) {
@@ -42,16 +50,34 @@ void CoverageResult::finish() {
     if (m_configuration.ignoreRules.isEmpty()) {
         return;
     }
+    resolvePrefixes();
     const QList<WindowId> windows = m_tree.windows();
     for (const WindowId window : windows) {
         for (const NodeId node : m_tree.nodesOf(window)) {
-            const RuleId rule = m_tree.node(node).isCountable ? ruleFor(node) : RuleId::None;
+            const CoverageTree::Node& element = m_tree.node(node);
+            const RuleId rule = m_tree.isInNumbers(node) ? ruleFor(node) : RuleId::None;
             if (rule != RuleId::None) {
                 RuleUse& use = m_ruleUses[static_cast<int>(rule)];
                 ++use.elements;
-                use.usedElements += m_tree.stateOf(node) == State::Used ? 1 : 0;
+                const bool isUsed = element.isCountable && m_tree.stateOf(node) == State::Used;
+                use.usedElements += isUsed ? 1 : 0;
                 m_tree.ignore(node, rule);
             }
+        }
+    }
+}
+
+/** A key may be the beginning of one, as long as it is of one only. */
+void CoverageResult::resolvePrefixes() {
+    m_namedByRule.fill(NodeId::None, m_configuration.ignoreRules.size());
+    std::optional<ElementSearch> search;
+    for (int i = 0; i < m_namedByRule.size(); ++i) {
+        const Pattern& key = m_configuration.ignoreRules.at(i).key;
+        if (key.isSet()) {
+            if (!search) {
+                search.emplace(m_tree);
+            }
+            m_namedByRule[i] = search->findByPrefix(key.glob());
         }
     }
 }
@@ -67,7 +93,8 @@ RuleId CoverageResult::ruleFor(NodeId node) const {
     const CoverageTree::Node& element = m_tree.node(node);
     const QString key = m_tree.keyOf(node).toKey();
     const auto fits = [&](const IgnoreRule& rule) {
-        return (!rule.key.isSet() || rule.key.matches(key)) &&
+        const auto number = static_cast<int>(&rule - m_configuration.ignoreRules.constData());
+        return (!rule.key.isSet() || rule.key.matches(key) || m_namedByRule.at(number) == node) &&
                (!rule.window.isSet() ||
                 matchesWindow(rule.window, m_tree.node(m_tree.windowOf(node)).step)) &&
                (!rule.type.isSet() || rule.type.matches(element.type)) &&
@@ -81,6 +108,21 @@ RuleId CoverageResult::ruleFor(NodeId node) const {
     return it == rules.cend() ? RuleId::None : static_cast<RuleId>(it - rules.cbegin());
 }
 
+namespace {
+
+QStringList attributesToAskFor(const CoverageTree::Node& control) {
+    QStringList criteria{QStringLiteral("enabled")};
+    for (const QString& way : control.ways) {
+        criteria.append(QStringLiteral("way=") + way);
+    }
+    if (!control.ways.isEmpty()) {
+        criteria.append(QStringLiteral("way=*"));
+    }
+    return criteria;
+}
+
+} // namespace
+
 QVector<CoverageResult::UnusedCriterion> CoverageResult::unusedCriteria() const {
     QMap<QString, QStringList> eventsOfTypes;
     const QList<WindowId> windows = m_tree.windows();
@@ -93,6 +135,10 @@ QVector<CoverageResult::UnusedCriterion> CoverageResult::unusedCriteria() const 
                     if (!it->isNeverCounted && !events.contains(it.key())) {
                         events.append(it.key());
                     }
+                }
+                if (element.role == CoverageTree::Node::Role::Control) {
+                    events += attributesToAskFor(element);
+                    events.removeDuplicates();
                 }
             }
         }

@@ -55,8 +55,8 @@ public:
 
     const CoverageTree& tree() const { return m_tree; }
     const Configuration& configuration() const { return m_configuration; }
-    /** What becomes of labels before they are compared; nothing when there is no rule. */
-    Runs::KeyWalk::LabelRule labelRule() const;
+    /** How the configuration wants elements to be called; valid as long as the configuration. */
+    Runs::NameRules nameRules() const;
     /** When what happened; after finish(). */
     const Timeline& timeline() const { return m_collector.timeline(); }
     const Runs::Run& run(RunId run) const { return m_runs[static_cast<std::size_t>(run)]; }
@@ -84,6 +84,7 @@ public:
 
 private:
     RuleId ruleFor(NodeId node) const;
+    void resolvePrefixes();
 
     const Configuration& m_configuration;
     QVector<Pattern> m_contextPatterns;
@@ -91,6 +92,8 @@ private:
     CoverageCollector m_collector;
     std::vector<Runs::Run> m_runs;
     QVector<RuleUse> m_ruleUses;
+    /** By number of the ignore rule: the one element whose key or name begins as the rule says. */
+    QVector<NodeId> m_namedByRule;
 };
 
 } // namespace Uicov::Coverage

@@ -3,6 +3,7 @@
 
 #include "coverage/coveragetree.h"
 
+#include "coverage/criteria.h"
 #include "run/elementkinds.h"
 #include "run/runelement.h"
 
@@ -116,6 +117,10 @@ bool CoverageTree::counts(NodeId node) const {
     return element.isCountable && element.ignoredBy == RuleId::None;
 }
 
+bool CoverageTree::isInNumbers(NodeId node) const {
+    return this->node(node).isCountable || this->node(node).role == Node::Role::View;
+}
+
 void CoverageTree::noteView(NodeId node, bool wasSeen) {
     Node& view = mutableNode(node);
     view.role = Node::Role::View;
@@ -123,7 +128,7 @@ void CoverageTree::noteView(NodeId node, bool wasSeen) {
     m_isOfControls = true;
 }
 
-void CoverageTree::noteControl(NodeId node, const Runs::RunElement& control) {
+void CoverageTree::noteControl(NodeId node, const Runs::RunElement& control, bool isTouched) {
     Node& target = mutableNode(node);
     target.role = Node::Role::Control;
     target.wasSeen = target.wasSeen || control.wasSeen;
@@ -134,34 +139,54 @@ void CoverageTree::noteControl(NodeId node, const Runs::RunElement& control) {
         list.removeDuplicates();
     };
     add(target.ways, Runs::AttributeName::ways());
-    add(target.usedWays, Runs::AttributeName::usedWays());
+    if (isTouched) {
+        add(target.usedWays, Runs::AttributeName::usedWays());
+    }
     m_isOfControls = true;
 }
 
-void CoverageTree::noteMembers(NodeId node, int members, int usedMembers) {
+void CoverageTree::noteMembers(NodeId node, int members, int usedMembers,
+                               const QMap<QString, bool>& names) {
     Node& group = mutableNode(node);
+    if (group.members == 0) {
+        group.groupName = group.step.caption;
+    }
+    for (auto it = names.cbegin(); it != names.cend(); ++it) {
+        group.memberNames[it.key()] = group.memberNames.value(it.key()) || it.value();
+    }
+    const bool haveOneName =
+        group.memberNames.size() == 1 && !group.memberNames.firstKey().isEmpty();
+    group.step.caption = haveOneName ? group.memberNames.firstKey() : group.groupName;
     group.members = qMax(group.members, members);
     group.usedMembers = qMax(group.usedMembers, usedMembers);
 }
 
-void CoverageTree::noteOpener(NodeId view, const QString& control) {
-    QString& opener = mutableNode(view).openedBy;
+void CoverageTree::noteOpener(NodeId view, NodeId control) {
+    const QString key = keyOf(control).toString();
+    Node& opened = mutableNode(view);
     // The least, so that it makes no difference in which order runs come.
-    if (opener.isEmpty() || control < opener) {
-        opener = control;
+    if (opened.openedBy.isEmpty() || key < opened.openedBy) {
+        opened.openedBy = key;
+        opened.opener = control;
     }
 }
 
 State CoverageTree::controlState(const Node& control, const Events& events) const {
-    const State state = Coverage::stateOf(events, m_criteria.value(control.type));
-    if (state == State::Used) {
-        return state;
+    const QStringList asked = askedOf(control, m_criteria.value(control.type));
+    const bool isTouched = Coverage::stateOf(events) == State::Used;
+    const bool isUsed = asked.isEmpty()
+                            ? isTouched
+                            : std::all_of(asked.cbegin(), asked.cend(), [&](const QString& name) {
+                                  return isMet(name, control, events);
+                              });
+    if (isUsed) {
+        return State::Used;
     }
-    if (!control.wasEnabled) {
+    if (!control.wasEnabled && !m_countsUnavailable) {
         return State::Unavailable;
     }
     // Used in a way that is not enough is seen as well.
-    return control.wasSeen || state == State::Shown ? State::Shown : State::Missed;
+    return control.wasSeen || isTouched ? State::Shown : State::Missed;
 }
 
 State CoverageTree::stateOf(NodeId node, const Events& events) const {

@@ -48,11 +48,17 @@ public:
          * 0 for no group. */
         int members = 0;
         int usedMembers = 0;
+        /** Of a group: what is written on its members, each once, and whether one of that name was
+         * used; empty for those that have no name. */
+        QMap<QString, bool> memberNames;
+        QString groupName;
         /** Of a command: the ways in which it can be reached, and those in which it was. */
         QStringList ways;
         QStringList usedWays;
         /** Of a view: the key of the control that brings it up, where that is known. */
         QString openedBy;
+        /** That control; None where it is not known. */
+        NodeId opener = NodeId::None;
         /** A menu that was announced, and whether it was ever opened. */
         bool isMenu = false;
         bool isOpenedMenu = false;
@@ -106,12 +112,14 @@ public:
     void count(NodeId node, const Events& events);
     /** Makes the node a view, and adds to it whether it was seen. */
     void noteView(NodeId node, bool wasSeen);
-    /** Makes the node a control, and adds what is known of it. */
-    void noteControl(NodeId node, const Runs::RunElement& control);
-    /** What a run has of a group. */
-    void noteMembers(NodeId node, int members, int usedMembers);
-    /** The view is brought up by the control of that key. */
-    void noteOpener(NodeId view, const QString& control);
+    /** Makes the node a control, and adds what is known of it.
+     * @param isTouched whether what happened to it counts, and so the ways in which it was used */
+    void noteControl(NodeId node, const Runs::RunElement& control, bool isTouched = true);
+    /** What a run has of a group: how many members, how many of them were used, and what is
+     * written on them. A group of which all members are called the same is called so as well. */
+    void noteMembers(NodeId node, int members, int usedMembers, const QMap<QString, bool>& names);
+    /** The view is brought up by the control. */
+    void noteOpener(NodeId view, NodeId control);
     /** Whether the tree is of runs of the controls extension. */
     bool isOfControls() const { return m_isOfControls; }
 
@@ -122,12 +130,17 @@ public:
     void describe(NodeId node, const Runs::RunElement& element, const QString& structureKey);
     /** Leaves the node out of every number. */
     void ignore(NodeId node, RuleId rule);
-    /** By type: the events that all have to happen for "used". */
+    /** Counts controls that were never enabled as missed; else they are in no number. */
+    void setCountsUnavailable(bool counts) { m_countsUnavailable = counts; }
+    bool countsUnavailable() const { return m_countsUnavailable; }
+    /** By type: what is asked for, all of it, for "used"; see criteria.h. */
     void setCriteria(const QMap<QString, QStringList>& criteria) { m_criteria = criteria; }
 
     /** Countable, and not left out. */
     bool counts(NodeId node) const;
     State stateOf(NodeId node) const { return stateOf(node, this->node(node).events); }
+    /** Whether reports count the node, if no rule left it out: an element, a control or a view. */
+    bool isInNumbers(NodeId node) const;
     /** The state that the node would have if that were all that happened. */
     State stateOf(NodeId node, const Events& events) const;
 
@@ -153,6 +166,7 @@ private:
     State controlState(const Node& control, const Events& events) const;
 
     bool m_isOfControls = false;
+    bool m_countsUnavailable = false;
     QMap<QString, QStringList> m_criteria;
     QStringList m_contexts;
     QHash<QString, ContextId> m_contextIds;

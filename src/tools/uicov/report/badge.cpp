@@ -8,6 +8,8 @@
 
 namespace Uicov::Report {
 
+using Totals = Coverage::CoverageTree::Totals;
+
 namespace {
 
 /** Dark enough for white text on each of them (contrast 4.5 and more). */
@@ -31,16 +33,24 @@ int widthOf(const QString& text) {
     return Base::displayWidth(text) * perColumn + margins;
 }
 
+QString numbersOf(const Totals& totals, int digits) {
+    const QString used = Base::percentText(totals.used, totals.elements, digits);
+    return totals.views == 0
+               ? used
+               : QStringLiteral("views %1, controls %2")
+                     .arg(Base::percentText(totals.seenViews, totals.views, digits), used);
+}
+
 } // namespace
 
-QByteArray badgeSvg(const QString& title, int used, int elements, int digits) {
+QByteArray badgeSvg(const QString& title, const Totals& totals, int digits) {
+    const bool isEmpty = totals.elements == 0 && totals.views == 0;
     const QString left = Base::escaped(title);
-    const QString right =
-        elements == 0 ? QStringLiteral("no data") : Base::percentText(used, elements, digits);
+    const QString right = isEmpty ? QStringLiteral("no data") : numbersOf(totals, digits);
     const int leftWidth = widthOf(left);
     const int rightWidth = widthOf(right);
-    const QString colour =
-        elements == 0 ? QStringLiteral("#57606a") : colourOf(Base::exactPercent(used, elements));
+    const QString colour = isEmpty ? QStringLiteral("#57606a")
+                                   : colourOf(Base::exactPercent(totals.used, totals.elements));
     return QStringLiteral(
                "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"%1\" height=\"20\" role=\"img\" "
                "aria-label=\"%2: %3\">\n"

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "coverage/coveragetree.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -10,10 +12,12 @@
 namespace Uicov::Report {
 
 /**
- * An SVG that needs nothing from anywhere: the number stands in it as text, in black or white on a
- * colour that goes from red to green with the share.
- * @param title what stands at the left
+ * An SVG that needs nothing from anywhere: the number stands in it as text, in white on a colour
+ * that goes from red to green with the share of what was used. Runs of the controls extension have
+ * two numbers, views and controls.
+ * @param title  what stands at the left
+ * @param digits behind the point of percentages
  */
-QByteArray badgeSvg(const QString& title, int used, int elements, int digits);
+QByteArray badgeSvg(const QString& title, const Coverage::CoverageTree::Totals& totals, int digits);
 
 } // namespace Uicov::Report

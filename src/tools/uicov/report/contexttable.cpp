@@ -82,8 +82,12 @@ QMap<QString, Row> rowsOf(const CoverageTree& tree) {
     return byName;
 }
 
-QStringList titles() {
-    return {QStringLiteral("Context"), QStringLiteral("Elements"), QStringLiteral("only here"),
+QString whatCounts(const CoverageTree& tree) {
+    return tree.isOfControls() ? QStringLiteral("Controls") : QStringLiteral("Elements");
+}
+
+QStringList titles(const CoverageTree& tree) {
+    return {QStringLiteral("Context"), whatCounts(tree), QStringLiteral("only here"),
             QStringLiteral("Events"), QStringLiteral("only here")};
 }
 
@@ -96,8 +100,9 @@ QString displayed(const QString& context) {
     return context.isEmpty() ? QStringLiteral("(no context)") : Base::escaped(context);
 }
 
-QString legend() {
-    return QStringLiteral("Elements: used by what happened in this context alone. Events: kinds of "
+QString legend(const CoverageTree& tree) {
+    return whatCounts(tree) +
+           QStringLiteral(": used by what happened in this context alone. Events: kinds of "
                           "use that happened in it.\nOnly here: what would not be used, or not "
                           "have happened, without this context.\n");
 }
@@ -106,25 +111,25 @@ QString legend() {
 
 QString contextTable(const CoverageTree& tree) {
     TextTable table;
-    table.addRow(titles());
+    table.addRow(titles(tree));
     table.addRule();
     const QMap<QString, Row> rows = rowsOf(tree);
     for (auto it = rows.cbegin(); it != rows.cend(); ++it) {
         table.addRow(cellsOf(displayed(it.key()), it.value()));
     }
-    return table.toString() + QLatin1Char('\n') + legend();
+    return table.toString() + QLatin1Char('\n') + legend(tree);
 }
 
 QString contextTableMarkdown(const CoverageTree& tree) {
     const auto line = [](const QStringList& cells) {
         return QStringLiteral("| ") + cells.join(QStringLiteral(" | ")) + QStringLiteral(" |\n");
     };
-    QString text = line(titles()) + QStringLiteral("|:---|---:|---:|---:|---:|\n");
+    QString text = line(titles(tree)) + QStringLiteral("|:---|---:|---:|---:|---:|\n");
     const QMap<QString, Row> rows = rowsOf(tree);
     for (auto it = rows.cbegin(); it != rows.cend(); ++it) {
         text += line(cellsOf(markdownMarkup(displayed(it.key())), it.value()));
     }
-    return text + QLatin1Char('\n') + legend();
+    return text + QLatin1Char('\n') + legend(tree);
 }
 
 } // namespace Uicov::Report

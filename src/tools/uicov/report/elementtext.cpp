@@ -13,16 +13,48 @@ using Runs::ElementKey;
 
 namespace {
 
-/** Where a caption is longer than this it is more than a name. */
-constexpr int maximumLabelColumns = 40;
 /** Deeper paths lose their middle: nobody reads them, and they would make the report huge. */
 constexpr int maximumSteps = 24;
+
+/** As people say it: "toolBar" is "tool bar". */
+QString spelledOut(const QString& way) {
+    QString words;
+    for (const QChar character : way) {
+        words += character.isUpper() ? QString(QLatin1Char(' ') + character.toLower())
+                                     : QString(character);
+    }
+    return words;
+}
+
+/** Tab "Advanced" in Page "Settings" of Window "Panel". */
+QString openerText(const CoverageTree& tree, Coverage::NodeId control) {
+    Coverage::NodeId view = tree.node(control).parent;
+    while (view != Coverage::NodeId::None &&
+           tree.node(view).role != CoverageTree::Node::Role::View) {
+        view = tree.node(view).parent;
+    }
+    QString text = displayedStep(tree.node(control).step);
+    if (view == Coverage::NodeId::None) {
+        return text;
+    }
+    text += QStringLiteral(" in ") + displayedStep(tree.node(view).step);
+    const Coverage::WindowId window = tree.windowOf(control);
+    return view == window ? text
+                          : text + QStringLiteral(" of ") + displayedStep(tree.node(window).step);
+}
+
+QString listed(const QStringList& ways) {
+    QStringList words;
+    for (const QString& way : ways) {
+        words.append(Base::escaped(spelledOut(way)));
+    }
+    return words.join(QStringLiteral(", "));
+}
 
 } // namespace
 
 QString displayedStep(ElementKey::Step step) {
-    step.label = Base::elided(Base::escaped(step.caption.isEmpty() ? step.label : step.caption),
-                              maximumLabelColumns);
+    step.label = Base::escaped(step.caption.isEmpty() ? step.label : step.caption);
     step.caption.clear();
     step.kind = Base::escaped(step.kind);
     step.className = Base::escaped(step.className);
@@ -56,18 +88,41 @@ QString membersText(const CoverageTree::Node& element) {
                : QStringLiteral(" \u00d7%1: %2 used").arg(element.members).arg(element.usedMembers);
 }
 
+QString waysOf(const CoverageTree::Node& element) {
+    return listed(element.ways) + (element.usedWays.isEmpty()
+                                       ? QString()
+                                       : QStringLiteral("; used: ") + listed(element.usedWays));
+}
+
+QString waysText(const CoverageTree::Node& element) {
+    return element.ways.isEmpty()
+               ? QString()
+               : QStringLiteral("  (ways: ") + waysOf(element) + QLatin1Char(')');
+}
+
+QString unseenWord() {
+    return QStringLiteral("unseen");
+}
+
+bool isUnseenView(const CoverageTree& tree, Coverage::NodeId node) {
+    const CoverageTree::Node& view = tree.node(node);
+    return view.role == CoverageTree::Node::Role::View && !view.wasSeen &&
+           view.ignoredBy == Coverage::RuleId::None;
+}
+
 QString neverOpenedText(const CoverageTree& tree, Coverage::NodeId view) {
     int controls = 0;
     for (const Coverage::NodeId node : tree.nodesBelow(view)) {
         controls += tree.counts(node) && tree.stateOf(node) != Coverage::State::Unavailable ? 1 : 0;
     }
-    const QString opener = tree.node(view).openedBy;
-    return stepsBelowWindow(tree, view) +
-           QStringLiteral(" (%1)").arg(controls == 1
-                                           ? QStringLiteral("1 control")
-                                           : QStringLiteral("%1 controls").arg(controls)) +
-           QStringLiteral(": never opened") +
-           (opener.isEmpty() ? QString() : QStringLiteral("; by ") + Base::escaped(opener));
+    const Coverage::NodeId opener = tree.node(view).opener;
+    // What a menu leads to may be listed with the window, since it can be reached otherwise too.
+    const QString count = controls == 0   ? QString()
+                          : controls == 1 ? QStringLiteral(" (1 control)")
+                                          : QStringLiteral(" (%1 controls)").arg(controls);
+    return stepsBelowWindow(tree, view) + count + QStringLiteral(": never opened") +
+           (opener == Coverage::NodeId::None ? QString()
+                                             : QStringLiteral("; by ") + openerText(tree, opener));
 }
 
 bool isBelowUnseenView(const CoverageTree& tree, Coverage::NodeId node) {

@@ -5,6 +5,11 @@
 
 #include "base/displaytext.h"
 #include "base/spelling.h"
+#include "coverage/criteria.h"
+#include "coverage/elementsearch.h"
+#include "report/elementtext.h"
+#include "run/controlnames.h"
+#include "run/elementkinds.h"
 #include "run/keywalk.h"
 
 #include <QSet>
@@ -63,6 +68,20 @@ QString placeOf(const RunElement& element) {
         .arg(place.bottom());
 }
 
+/** The names that a view or control has besides its text, each with its kind. */
+QString otherNamesOf(const RunElement& element) {
+    QString names;
+    const QStringList kinds = Runs::ControlNames::kinds();
+    for (const QString& kind : kinds) {
+        const QString name = element.attributes.value(kind);
+        if (!name.isEmpty()) {
+            names += QStringLiteral(", ") + kind + QStringLiteral(" \"") + escaped(name) +
+                     QLatin1Char('"');
+        }
+    }
+    return names;
+}
+
 /** Those that count and happened, or never did. */
 QStringList eventsOf(const CoverageTree::Node& element, bool wantsHappened) {
     QStringList names;
@@ -99,34 +118,8 @@ QStringList notesOn(const CoverageTree::Node& element, State state) {
 Explanation::Explanation(const CoverageResult& coverage)
     : m_coverage(coverage) {}
 
-void Explanation::chooseIf(bool wantsCountable,
-                           const std::function<bool(const QString&)>& isMeant) {
-    const CoverageTree& tree = m_coverage.tree();
-    const QList<Coverage::WindowId> windows = tree.windows();
-    for (const Coverage::WindowId window : windows) {
-        for (const Coverage::NodeId node : tree.nodesOf(window)) {
-            if (tree.node(node).isCountable == wantsCountable &&
-                isMeant(tree.keyOf(node).toKey())) {
-                m_nodes.append(node);
-            }
-        }
-    }
-}
-
 bool Explanation::choose(const QString& key) {
-    m_nodes.clear();
-    const Coverage::Pattern pattern(key);
-    const std::function<bool(const QString&)> ways[] = {
-        [&](const QString& other) { return other == key; },
-        [&](const QString& other) { return pattern.matches(other); },
-        [&](const QString& other) { return other.contains(key); }};
-    for (const bool wantsCountable : {true, false}) {
-        for (const auto& isMeant : ways) {
-            if (m_nodes.isEmpty()) {
-                chooseIf(wantsCountable, isMeant);
-            }
-        }
-    }
+    m_nodes = Coverage::ElementSearch(m_coverage.tree()).find(key);
     return !m_nodes.isEmpty();
 }
 
@@ -137,10 +130,11 @@ QString Explanation::nearest(const QString& key) const {
     const bool isPath = key.contains(ElementKey::separator());
     for (const Coverage::WindowId window : windows) {
         for (const Coverage::NodeId node : tree.nodesOf(window)) {
-            if (tree.node(node).isCountable) {
+            if (tree.isInNumbers(node)) {
                 // Who did not write a path wrote a caption.
                 const QString whole = tree.keyOf(node).toKey();
-                const QString label = tree.node(node).step.label;
+                const ElementKey::Step& step = tree.node(node).step;
+                const QString label = step.caption.isEmpty() ? step.label : step.caption;
                 keys.insert(isPath || label.isEmpty() ? whole : label, whole);
             }
         }
@@ -149,18 +143,13 @@ QString Explanation::nearest(const QString& key) const {
 }
 
 void Explanation::look(const Runs::Run& run) {
-    const Coverage::Configuration& configuration = m_coverage.configuration();
-    KeyWalk::LabelRule rule;
-    if (!configuration.labelRules.isEmpty()) {
-        rule = [&configuration](const QString& label) { return configuration.appliedTo(label); };
-    }
     QSet<QString> chosen;
     for (const Coverage::NodeId node : m_nodes) {
         const CoverageTree& tree = m_coverage.tree();
         chosen.insert(nameOf(tree.node(tree.windowOf(node)).application, tree.keyOf(node).toKey()));
     }
     const QString start = QStringLiteral("run ") + run.uuid.left(uuidStart);
-    const std::vector<KeyWalk::Place> places = KeyWalk(run, rule).places();
+    const std::vector<KeyWalk::Place> places = KeyWalk(run, m_coverage.nameRules()).places();
     for (const KeyWalk::Place& place : places) {
         const QString name = nameOf(run.application, place.key);
         if (!chosen.contains(name)) {
@@ -170,7 +159,8 @@ void Explanation::look(const Runs::Run& run) {
         m_runs[name].append(QStringLiteral("%1: element %2, class %3, text %4, %5%6")
                                 .arg(start)
                                 .arg(place.element)
-                                .arg(escaped(element.className), quotedOrNone(element.text),
+                                .arg(escaped(element.className),
+                                     quotedOrNone(element.text) + otherNamesOf(element),
                                      placeOf(element), flagsOf(element)));
         for (const Runs::Hit& hit : element.hits) {
             m_hits[name].append(escaped(hit.event) + QStringLiteral(" x %1 in ").arg(hit.count) +
@@ -186,9 +176,19 @@ void Explanation::look(const Runs::Run& run) {
     }
 }
 
+QString Explanation::reasonOfView(Coverage::NodeId node) const {
+    return m_coverage.tree().node(node).wasSeen
+               ? QStringLiteral("seen: a person could see it; views are counted apart")
+               : QStringLiteral("unseen: ") + neverOpenedText(m_coverage.tree(), node) +
+                     QStringLiteral("; views are counted apart");
+}
+
 QString Explanation::reasonOf(Coverage::NodeId node) const {
     const CoverageTree& tree = m_coverage.tree();
     const CoverageTree::Node& element = tree.node(node);
+    if (element.role == CoverageTree::Node::Role::View) {
+        return reasonOfView(node);
+    }
     if (!element.isCountable) {
         return element.isMenu ? QStringLiteral("not counted: a menu; what is in it counts, once it "
                                                "was opened")
@@ -214,7 +214,10 @@ QString Explanation::reasonOf(Coverage::NodeId node) const {
                criteria;
     case State::Shown:
         if (element.role == CoverageTree::Node::Role::Control) {
-            return QStringLiteral("seen: its view was seen while it was enabled") + lack + criteria;
+            return (happened.isEmpty()
+                        ? QStringLiteral("seen: its view was seen while it was enabled")
+                        : QStringLiteral("seen: ") + what) +
+                   lack + criteria;
         }
         return QStringLiteral("shown: ") + what + lack + criteria;
     case State::Unavailable:
@@ -223,14 +226,20 @@ QString Explanation::reasonOf(Coverage::NodeId node) const {
         break;
     }
     if (element.role == CoverageTree::Node::Role::Control) {
-        return QStringLiteral("missed: its view was never seen") + lack + criteria;
+        return (isBelowUnseenView(tree, node)
+                    ? QStringLiteral("missed: its view was never seen")
+                    : QStringLiteral("missed: it was hidden whenever its view was seen")) +
+               lack + criteria;
     }
     return QStringLiteral("missed: nothing happened") + lack + criteria;
 }
 
 QString Explanation::askedOf(const CoverageTree::Node& element) const {
-    QStringList asked;
     const QStringList criteria = m_coverage.configuration().criteria.value(element.type);
+    if (element.role == CoverageTree::Node::Role::Control) {
+        return escaped(Coverage::askedOf(element, criteria).join(QStringLiteral(", ")));
+    }
+    QStringList asked;
     for (const QString& name : criteria) {
         const auto event = element.events.constFind(name);
         if (event != element.events.cend() && !event->isNeverCounted) {
@@ -243,9 +252,12 @@ QString Explanation::askedOf(const CoverageTree::Node& element) const {
 QString Explanation::identityOf(Coverage::NodeId node) const {
     const CoverageTree::Node& element = m_coverage.tree().node(node);
     return QStringLiteral("  structure  %1\n  type       %2\n  class      %3\n  text       %4\n")
-        .arg(element.structureKey,
-             element.type.isEmpty() ? QStringLiteral("none") : escaped(element.type),
-             escaped(element.className), quotedOrNone(element.text));
+               .arg(element.structureKey,
+                    element.type.isEmpty() ? QStringLiteral("none") : escaped(element.type),
+                    escaped(element.className), quotedOrNone(element.text)) +
+           (element.ways.isEmpty()
+                ? QString()
+                : QStringLiteral("  ways       ") + waysOf(element) + QLatin1Char('\n'));
 }
 
 QString Explanation::explained(Coverage::NodeId node) const {

@@ -23,9 +23,7 @@ public:
     explicit Explanation(const Coverage::CoverageResult& coverage);
 
     /**
-     * Chooses the elements whose key it is; if none, those whose key is like it as a pattern; if
-     * none, those whose key contains it; of those that count, and if none, of the others that have
-     * a key.
+     * Chooses the elements that are meant, as Coverage::ElementSearch::find() says.
      * @return false when there is no such element
      */
     bool choose(const QString& key);
@@ -42,7 +40,7 @@ private:
     QString reasonOf(Coverage::NodeId node) const;
     QString askedOf(const Coverage::CoverageTree::Node& element) const;
     QString identityOf(Coverage::NodeId node) const;
-    void chooseIf(bool wantsCountable, const std::function<bool(const QString&)>& isMeant);
+    QString reasonOfView(Coverage::NodeId node) const;
 
     const Coverage::CoverageResult& m_coverage;
     QVector<Coverage::NodeId> m_nodes;

@@ -5,7 +5,10 @@
 
 #include "base/displaytext.h"
 #include "base/percentage.h"
+#include "report/elementorder.h"
 #include "report/elementtext.h"
+#include "report/summarytext.h"
+#include "report/windoworder.h"
 
 #include <QXmlStreamWriter>
 
@@ -50,6 +53,22 @@ void write(QXmlStreamWriter& xml, const Case& testCase) {
     xml.writeEndElement();
 }
 
+/** What the element lacks; empty for nothing. */
+QString lineOf(const CoverageTree& tree, Coverage::NodeId node) {
+    constexpr int columns = 8;
+    if (isUnseenView(tree, node)) {
+        return unseenWord().leftJustified(columns) + neverOpenedText(tree, node) +
+               QLatin1Char('\n');
+    }
+    if (!tree.counts(node) || tree.stateOf(node) == State::Used ||
+        tree.stateOf(node) == State::Unavailable) {
+        return {};
+    }
+    const CoverageTree::Node& element = tree.node(node);
+    return wordOf(tree, node).leftJustified(columns) + stepsBelowWindow(tree, node) +
+           membersText(element) + waysText(element) + QLatin1Char('\n');
+}
+
 Case caseOfWindow(const CoverageResult& coverage, Coverage::WindowId window,
                   const QVector<GateResult>& gates, int digits) {
     const CoverageTree& tree = coverage.tree();
@@ -67,20 +86,21 @@ Case caseOfWindow(const CoverageResult& coverage, Coverage::WindowId window,
     }
     result.failure = failures.join(QStringLiteral("; "));
     result.output =
-        QStringLiteral("%1 of %2 %3 used, %4\n")
-            .arg(totals.used)
-            .arg(totals.elements)
-            .arg(tree.isOfControls() ? QStringLiteral("controls") : QStringLiteral("elements"))
-            .arg(Base::percentText(totals.used, totals.elements, digits));
-    for (const Coverage::NodeId node : tree.nodesOf(window)) {
-        if (tree.counts(node) && tree.stateOf(node) != State::Used &&
-            tree.stateOf(node) != State::Unavailable) {
-            constexpr int columns = 8;
-            result.output += wordOf(tree, node).leftJustified(columns) +
-                             stepsBelowWindow(tree, node) + QLatin1Char('\n');
-        }
+        (tree.isOfControls() ? controlsSummary(totals, digits)
+                             : QStringLiteral("%1 of %2 elements used, %3")
+                                   .arg(totals.used)
+                                   .arg(totals.elements)
+                                   .arg(Base::percentText(totals.used, totals.elements, digits))) +
+        QLatin1Char('\n');
+    for (const Coverage::NodeId node : elementsInOrder(tree, window)) {
+        result.output += isBelowUnseenView(tree, node) ? QString() : lineOf(tree, node);
     }
     return result;
+}
+
+/** Whether there is anything in the window that could be missed. */
+bool isListed(const CoverageTree::Totals& totals) {
+    return totals.elements > 0 || totals.views > 0;
 }
 
 } // namespace
@@ -92,14 +112,12 @@ JUnitReport::JUnitReport(const CoverageResult& coverage, const QVector<GateResul
 QByteArray JUnitReport::toBytes() const {
     std::vector<Case> cases;
     const CoverageTree& tree = m_coverage.tree();
-    const QList<Coverage::WindowId> windows = tree.windows();
+    const QList<Coverage::WindowId> windows = sortedWindows(tree, QStringLiteral("name"));
     for (const Coverage::WindowId window : windows) {
-        if (tree.totalsOf(window).elements > 0) {
-            cases.push_back(caseOfWindow(m_coverage, window, m_gates, m_precision));
-        }
+        cases.push_back(caseOfWindow(m_coverage, window, m_gates, m_precision));
     }
     for (const GateResult& gate : m_gates) {
-        if (gate.window == Coverage::NodeId::None || tree.totalsOf(gate.window).elements == 0) {
+        if (gate.window == Coverage::NodeId::None || !isListed(tree.totalsOf(gate.window))) {
             cases.push_back({QStringLiteral("uicov.gates"), plain(gate.name),
                              gate.isMet ? QString() : plain(gate.finding),
                              gate.isMet ? plain(gate.finding) : QString()});

@@ -4,8 +4,10 @@
 #include "report/markdownreport.h"
 
 #include "base/percentage.h"
+#include "report/elementorder.h"
 #include "report/elementtext.h"
 #include "report/markdowntext.h"
+#include "report/summarytext.h"
 #include "report/windoworder.h"
 
 #include <algorithm>
@@ -23,14 +25,7 @@ MarkdownReport::MarkdownReport(const CoverageResult& coverage)
 QString MarkdownReport::row(const QString& name, const CoverageTree::Totals& totals) const {
     if (m_coverage.tree().isOfControls()) {
         return QStringLiteral("| ") +
-               QStringList{name,
-                           QStringLiteral("%1/%2").arg(totals.seenViews).arg(totals.views),
-                           QString::number(totals.elements),
-                           QString::number(totals.used),
-                           QString::number(totals.shown),
-                           QString::number(totals.missed),
-                           Base::percentText(totals.used, totals.elements, m_precision)}
-                   .join(QStringLiteral(" | ")) +
+               controlsRow(name, totals, m_precision).join(QStringLiteral(" | ")) +
                QStringLiteral(" |\n");
     }
     return QStringLiteral("| ") +
@@ -45,38 +40,45 @@ QString MarkdownReport::row(const QString& name, const CoverageTree::Totals& tot
            QStringLiteral(" |\n");
 }
 
-QString MarkdownReport::line(Coverage::NodeId node, const char* title,
-                             const QStringList& names) const {
+QString MarkdownReport::line(Coverage::NodeId node, const QString& rest) const {
     const CoverageTree& tree = m_coverage.tree();
-    if (tree.isOfControls() && QLatin1String(title) == QLatin1String("never")) {
-        return QStringLiteral("- %1: ").arg(wordOf(tree, node)) +
-               markdownMarkup(stepsBelowWindow(tree, node) + membersText(tree.node(node))) +
-               QLatin1Char('\n');
-    }
+    const CoverageTree::Node& element = tree.node(node);
     return QStringLiteral("- %1: ").arg(wordOf(tree, node)) +
-           markdownMarkup(stepsBelowWindow(tree, node)) + QStringLiteral(" (") +
-           QLatin1String(title) + QStringLiteral(": ") +
-           markdownMarkup(names.join(QStringLiteral(", "))) + QStringLiteral(")\n");
+           markdownMarkup(stepsBelowWindow(tree, node) + membersText(element) + waysText(element)) +
+           rest + QLatin1Char('\n');
+}
+
+QString MarkdownReport::missedLine(Coverage::NodeId node) const {
+    const CoverageTree& tree = m_coverage.tree();
+    if (isUnseenView(tree, node)) {
+        return QStringLiteral("- %1: ").arg(unseenWord()) +
+               markdownMarkup(neverOpenedText(tree, node)) + QLatin1Char('\n');
+    }
+    if (!lacksEvents(tree, node)) {
+        return {};
+    }
+    // That a control is not used says which events of it did not happen.
+    return line(node, tree.isOfControls() ? QString()
+                                          : listed("never", uncoveredEvents(tree.node(node))));
+}
+
+QString MarkdownReport::listed(const char* title, const QStringList& names) {
+    return QStringLiteral(" (") + QLatin1String(title) + QStringLiteral(": ") +
+           markdownMarkup(names.join(QStringLiteral(", "))) + QLatin1Char(')');
 }
 
 QStringList MarkdownReport::lines(Coverage::WindowId window) const {
     const CoverageTree& tree = m_coverage.tree();
     QStringList lines;
-    for (const Coverage::NodeId node : tree.nodesOf(window)) {
-        const bool isUnseenView =
-            tree.node(node).role == CoverageTree::Node::Role::View && !tree.node(node).wasSeen;
-        if (m_listsMissed && isBelowUnseenView(tree, node)) {
-            continue;
-        }
-        if (m_listsMissed && isUnseenView) {
-            lines.append(QStringLiteral("- unseen: ") +
-                         markdownMarkup(neverOpenedText(tree, node)) + QLatin1Char('\n'));
-        }
-        if (m_listsMissed && lacksEvents(tree, node)) {
-            lines.append(line(node, "never", uncoveredEvents(tree.node(node))));
+    for (const Coverage::NodeId node : elementsInOrder(tree, window)) {
+        // What is below a view that was never seen is told with it.
+        const QString missed =
+            m_listsMissed && !isBelowUnseenView(tree, node) ? missedLine(node) : QString();
+        if (!missed.isEmpty()) {
+            lines.append(missed);
         }
         if (m_listsContexts && tree.counts(node) && tree.stateOf(node) == State::Used) {
-            lines.append(line(node, "in", contextsOf(tree, node)));
+            lines.append(line(node, listed("in", contextsOf(tree, node))));
         }
     }
     return lines;
@@ -85,19 +87,22 @@ QStringList MarkdownReport::lines(Coverage::WindowId window) const {
 QString MarkdownReport::toString() const {
     const CoverageTree& tree = m_coverage.tree();
     const CoverageTree::Totals all = tree.totals();
-    QString text = QStringLiteral("## GUI coverage: %1\n\n")
-                       .arg(Base::percentText(all.used, all.elements, m_precision));
+    const bool isOfControls = tree.isOfControls();
+    QString text = QStringLiteral("## GUI coverage") +
+                   (isOfControls ? QStringLiteral("\n\n") + controlsSummary(all, m_precision)
+                                 : QStringLiteral(": ") +
+                                       Base::percentText(all.used, all.elements, m_precision)) +
+                   QStringLiteral("\n\n");
     for (const GateResult& gate : m_gates) {
         text += QStringLiteral("- %1 %2: %3\n")
                     .arg(gate.isMet ? QStringLiteral("met:") : QStringLiteral("**not met:**"),
                          markdownEscaped(gate.name), markdownEscaped(gate.finding));
     }
     text += m_gates.isEmpty() ? QString() : QStringLiteral("\n");
-    text += tree.isOfControls()
-                ? QStringLiteral("| Window | Views | Controls | Used | Seen | Missed | Cover |\n"
-                                 "|:---|---:|---:|---:|---:|---:|---:|\n")
-                : QStringLiteral("| Window | Elements | Used | Shown | Missed | Cover | Events |\n"
-                                 "|:---|---:|---:|---:|---:|---:|---:|\n");
+    text += (isOfControls ? QStringLiteral("| ") + controlsTitles().join(QStringLiteral(" | "))
+                          : QStringLiteral("| Window | Elements | Used | Shown | Missed | Cover | "
+                                           "Events")) +
+            QStringLiteral(" |\n|:---|---:|---:|---:|---:|---:|---:|\n");
     QString missed;
     const QList<Coverage::WindowId> windows = sortedWindows(tree, m_order);
     const bool isOneOfSeveral =
@@ -121,7 +126,11 @@ QString MarkdownReport::toString() const {
         }
     }
     text += row(QStringLiteral("**TOTAL**"), all) + missed;
-    for (const QString& note : m_notes) {
+    QStringList notes = m_notes;
+    if (all.unavailable > 0) {
+        notes.append(unavailableNote(all));
+    }
+    for (const QString& note : qAsConst(notes)) {
         text += QLatin1Char('\n') + markdownEscaped(note) + QLatin1Char('\n');
     }
     return text;

@@ -29,7 +29,9 @@ public:
 
 private:
     QString row(const QString& name, const Coverage::CoverageTree::Totals& totals) const;
-    QString line(Coverage::NodeId node, const char* title, const QStringList& names) const;
+    QString line(Coverage::NodeId node, const QString& rest) const;
+    QString missedLine(Coverage::NodeId node) const;
+    static QString listed(const char* title, const QStringList& names);
     QStringList lines(Coverage::WindowId window) const;
 
     const Coverage::CoverageResult& m_coverage;

@@ -5,7 +5,9 @@
 
 #include "base/displaytext.h"
 #include "base/percentage.h"
+#include "report/elementorder.h"
 #include "report/elementtext.h"
+#include "report/summarytext.h"
 #include "report/texttable.h"
 #include "report/windoworder.h"
 
@@ -19,7 +21,6 @@ using Coverage::State;
 
 namespace {
 
-constexpr int maximumNameColumns = 48;
 /** Of the word that begins a line below a window. */
 constexpr int wordColumns = 10;
 
@@ -27,13 +28,7 @@ constexpr int wordColumns = 10;
 
 QStringList TextReport::row(const QString& name, const CoverageTree::Totals& totals) const {
     if (m_tree.isOfControls()) {
-        return {name,
-                QStringLiteral("%1/%2").arg(totals.seenViews).arg(totals.views),
-                QString::number(totals.elements),
-                QString::number(totals.used),
-                QString::number(totals.shown),
-                QString::number(totals.missed),
-                Base::percentText(totals.used, totals.elements, m_precision)};
+        return controlsRow(name, totals, m_precision);
     }
     return {name,
             QString::number(totals.elements),
@@ -48,16 +43,15 @@ TextReport::TextReport(const CoverageTree& tree)
     : m_tree(tree) {}
 
 QString TextReport::line(const QString& word, Coverage::NodeId node, const QString& rest) const {
-    const QString line = QStringLiteral("    ") + word.leftJustified(wordColumns) +
-                         stepsBelowWindow(m_tree, node) + rest;
-    return limited(line);
+    return QStringLiteral("    ") + word.leftJustified(wordColumns) +
+           stepsBelowWindow(m_tree, node) + rest;
 }
 
 QStringList TextReport::missedLines(Coverage::WindowId window) const {
-    QStringList lines;
     if (m_tree.isOfControls()) {
         return missedControls(window);
     }
+    QStringList lines;
     for (const Coverage::NodeId node : m_tree.nodesOf(window)) {
         const CoverageTree::Node& element = m_tree.node(node);
         if (element.isMenu && !element.isOpenedMenu) {
@@ -74,39 +68,29 @@ QStringList TextReport::missedLines(Coverage::WindowId window) const {
 
 QStringList TextReport::missedControls(Coverage::WindowId window) const {
     QStringList lines;
-    for (const Coverage::NodeId node : m_tree.nodesOf(window)) {
-        const CoverageTree::Node& element = m_tree.node(node);
+    for (const Coverage::NodeId node : elementsInOrder(m_tree, window)) {
         if (isBelowUnseenView(m_tree, node)) {
             continue; // told with the view
         }
-        if (element.role == CoverageTree::Node::Role::View) {
-            if (!element.wasSeen) {
-                lines.append(limited(QStringLiteral("    ") +
-                                     QStringLiteral("unseen").leftJustified(wordColumns) +
-                                     neverOpenedText(m_tree, node)));
-            }
+        if (isUnseenView(m_tree, node)) {
+            lines.append(QStringLiteral("    ") + unseenWord().leftJustified(wordColumns) +
+                         neverOpenedText(m_tree, node));
         } else if (lacksEvents(m_tree, node)) {
-            const QString ways = element.ways.isEmpty()
-                                     ? QString()
-                                     : QStringLiteral("  (by ") +
-                                           element.ways.join(QStringLiteral(", ")) +
-                                           QLatin1Char(')');
-            lines.append(line(wordOf(m_tree, node), node, membersText(element) + ways));
+            const CoverageTree::Node& control = m_tree.node(node);
+            lines.append(
+                line(wordOf(m_tree, node), node, membersText(control) + waysText(control)));
         }
     }
     return lines;
 }
 
-QString TextReport::limited(const QString& line) const {
-    return m_width > 0 ? Base::elided(line, m_width) : line;
-}
-
 QStringList TextReport::contextLines(Coverage::WindowId window) const {
     QStringList lines;
-    for (const Coverage::NodeId node : m_tree.nodesOf(window)) {
+    for (const Coverage::NodeId node : elementsInOrder(m_tree, window)) {
         if (m_tree.counts(node) && m_tree.stateOf(node) == State::Used) {
+            const CoverageTree::Node& element = m_tree.node(node);
             lines.append(line(wordFor(State::Used), node,
-                              QStringLiteral("  [") +
+                              membersText(element) + waysText(element) + QStringLiteral("  [") +
                                   contextsOf(m_tree, node).join(QStringLiteral(", ")) +
                                   QLatin1Char(']')));
         }
@@ -116,10 +100,7 @@ QStringList TextReport::contextLines(Coverage::WindowId window) const {
 
 QStringList TextReport::legend() const {
     if (m_tree.isOfControls()) {
-        return {QStringLiteral(
-                    "Used: a person operated it. Seen: its view was seen, but it was not used. "
-                    "Missed: its view was never seen."),
-                QStringLiteral("Views: seen/known. Cover: share of the controls used.")};
+        return controlsLegend();
     }
     return {
         QStringLiteral("Used: operated, or seen where there is nothing to operate. Shown: only "
@@ -131,16 +112,9 @@ QStringList TextReport::legend() const {
 QStringList TextReport::notes(const CoverageTree::Totals& totals, int emptyWindows) const {
     QStringList notes = m_notes;
     if (m_tree.isOfControls()) {
-        notes.prepend(QStringLiteral("Views seen: %1 of %2. Controls used: %3 of %4 (%5).")
-                          .arg(totals.seenViews)
-                          .arg(totals.views)
-                          .arg(totals.used)
-                          .arg(totals.elements)
-                          .arg(Base::percentText(totals.used, totals.elements, m_precision)));
+        notes.prepend(controlsSummary(totals, m_precision));
         if (totals.unavailable > 0) {
-            notes.append(
-                QStringLiteral("Controls that were never enabled, and so are not counted: %1.")
-                    .arg(totals.unavailable));
+            notes.append(unavailableNote(totals));
         }
     }
     if (totals.neverCountedEvents > 0) {
@@ -174,8 +148,8 @@ void TextReport::addWindows(TextTable& table, const QString& application,
         if (m_tree.node(window).application != application || isSkipped(totals)) {
             continue;
         }
-        const QString name =
-            Base::elided(displayedStep(m_tree.node(window).step), maximumNameColumns);
+        const QString step = displayedStep(m_tree.node(window).step);
+        const QString name = m_nameColumns > 0 ? Base::elided(step, m_nameColumns) : step;
         table.addRow(row(indentation + name, totals));
         const QStringList lines = (m_listsMissed ? missedLines(window) : QStringList()) +
                                   (m_listsContexts ? contextLines(window) : QStringList());
@@ -191,9 +165,7 @@ bool TextReport::isSkipped(const CoverageTree::Totals& totals) const {
 
 QStringList TextReport::header() const {
     if (m_tree.isOfControls()) {
-        return {QStringLiteral("Window"), QStringLiteral("Views"), QStringLiteral("Controls"),
-                QStringLiteral("Used"),   QStringLiteral("Seen"),  QStringLiteral("Missed"),
-                QStringLiteral("Cover")};
+        return controlsTitles();
     }
     return {QStringLiteral("Window"), QStringLiteral("Elements"), QStringLiteral("Used"),
             QStringLiteral("Shown"),  QStringLiteral("Missed"),   QStringLiteral("Cover"),

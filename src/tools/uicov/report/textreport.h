@@ -31,8 +31,9 @@ public:
     void setOrder(const QString& order) { m_order = order; }
     /** Leaves out windows of which everything was used. */
     void setSkipsCovered(bool skips) { m_skipsCovered = skips; }
-    /** Columns that a line may have; 0 for no limit. */
-    void setWidth(int columns) { m_width = columns; }
+    /** Columns that the names of windows may have in the table; 0 for no limit, so that they can
+     * be copied. What is listed below a window is never cut. */
+    void setNameColumns(int columns) { m_nameColumns = columns; }
     /** Sentences that stand at the foot, in this order. */
     void setNotes(const QStringList& notes) { m_notes = notes; }
 
@@ -46,7 +47,6 @@ private:
     QStringList row(const QString& name, const Coverage::CoverageTree::Totals& totals) const;
     bool isSkipped(const Coverage::CoverageTree::Totals& totals) const;
     QStringList missedControls(Coverage::WindowId window) const;
-    QString limited(const QString& line) const;
     QStringList header() const;
     QStringList legend() const;
     QStringList notes(const Coverage::CoverageTree::Totals& totals, int emptyWindows) const;
@@ -57,7 +57,7 @@ private:
     int m_precision = 0;
     QString m_order;
     bool m_skipsCovered = false;
-    int m_width = 0;
+    int m_nameColumns = 0;
     QStringList m_notes;
 };
 

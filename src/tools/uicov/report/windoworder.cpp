@@ -3,7 +3,9 @@
 
 #include "report/windoworder.h"
 
+#include "base/naturalorder.h"
 #include "base/percentage.h"
+#include "report/elementtext.h"
 
 #include <algorithm>
 
@@ -50,6 +52,12 @@ QList<Coverage::WindowId> sortedWindows(const CoverageTree& tree, const QString&
     }
     QList<Coverage::WindowId> sorted;
     for (std::vector<Row>& rows : applications) {
+        if (tree.isOfControls()) {
+            std::stable_sort(rows.begin(), rows.end(), [&](const Row& a, const Row& b) {
+                return Base::compareNaturally(displayedStep(tree.node(a.window).step),
+                                              displayedStep(tree.node(b.window).step)) < 0;
+            });
+        }
         if (isReversed) {
             std::reverse(rows.begin(), rows.end());
         }

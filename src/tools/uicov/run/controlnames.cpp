@@ -35,17 +35,21 @@ ControlNames::ControlNames(const Run& run)
     }
 }
 
-QString ControlNames::captionOf(const RunElement& element) {
-    if (!element.text.trimmed().isEmpty()) {
-        return element.text;
-    }
-    for (const QString& name :
-         {AttributeName::page(), AttributeName::label(), AttributeName::placeholder(),
-          AttributeName::accessibleName(), AttributeName::toolTip(), AttributeName::objectName(),
-          AttributeName::qmlId()}) {
-        const QString value = element.attributes.value(name);
-        if (!value.trimmed().isEmpty()) {
-            return value;
+QStringList ControlNames::kinds() {
+    return {QStringLiteral("text"),       AttributeName::page(),           AttributeName::label(),
+            AttributeName::placeholder(), AttributeName::accessibleName(), AttributeName::toolTip(),
+            AttributeName::objectName(),  AttributeName::qmlId()};
+}
+
+QString ControlNames::captionOf(const RunElement& element, const QStringList& preferred) {
+    static const QStringList usual = kinds();
+    for (const QStringList* order : {&preferred, &usual}) {
+        for (const QString& kind : *order) {
+            const QString name =
+                kind == QLatin1String("text") ? element.text : element.attributes.value(kind);
+            if (!name.trimmed().isEmpty()) {
+                return name;
+            }
         }
     }
     return {};
@@ -53,6 +57,12 @@ QString ControlNames::captionOf(const RunElement& element) {
 
 bool ControlNames::isOfGroup(const RunElement& element) {
     return !element.attributes.value(AttributeName::group()).isEmpty();
+}
+
+QString ControlNames::groupNameOf(const RunElement& element) {
+    const QString group = element.attributes.value(AttributeName::group());
+    const int slash = group.lastIndexOf(QLatin1Char('/'));
+    return group.mid(qMax(slash, group.lastIndexOf(QLatin1Char(':'))) + 1);
 }
 
 QString ControlNames::authorsName(int element) const {

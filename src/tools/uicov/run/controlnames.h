@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QPair>
 #include <QString>
+#include <QStringList>
 
 namespace Uicov::Runs {
 
@@ -22,11 +23,16 @@ public:
     /** @param run outlives this */
     explicit ControlNames(const Run& run);
 
+    /** Kinds of names, "text" and the attributes that are names, in the order in which people look
+     * for them. */
+    static QStringList kinds();
+
     /**
      * For people: its text, else its label, placeholder, accessible name, tool tip, objectName or
      * QML id; null when it has none of them.
+     * @param preferred kinds that come first, in this order
      */
-    static QString captionOf(const RunElement& element);
+    static QString captionOf(const RunElement& element, const QStringList& preferred = {});
 
     /**
      * For keys: the name that the program's authors gave it where no other of its type beside it
@@ -37,6 +43,9 @@ public:
     /** Whether the element is one of those that a view, a repeater or a loader makes again and
      * again. */
     static bool isOfGroup(const RunElement& element);
+
+    /** What people call a group: its component, the last step of where it is made. */
+    static QString groupNameOf(const RunElement& element);
 
     /** Whether the key of the element hangs on a name of the program's authors. */
     bool hasStableName(int element) const { return !authorsName(element).isEmpty(); }

@@ -3,6 +3,7 @@
 
 #include "run/keywalk.h"
 
+#include "run/elementkinds.h"
 #include "run/run.h"
 
 #include <algorithm>
@@ -26,9 +27,9 @@ bool isTelling(const Step& step) {
 
 } // namespace
 
-KeyWalk::KeyWalk(const Run& run, LabelRule labelRule)
+KeyWalk::KeyWalk(const Run& run, NameRules rules)
     : m_run(run)
-    , m_labelRule(std::move(labelRule)) {
+    , m_rules(std::move(rules)) {
     if (run.isOfControls()) {
         m_names.emplace(run);
     }
@@ -94,8 +95,8 @@ void KeyWalk::addReachable(int start, std::vector<bool>& reached) const {
 }
 
 Step KeyWalk::labelled(Step step) const {
-    if (m_labelRule && !step.label.isEmpty()) {
-        step.label = m_labelRule(step.label);
+    if (m_rules.label && !step.label.isEmpty()) {
+        step.label = m_rules.label(step.label);
     }
     return step;
 }
@@ -104,7 +105,11 @@ Step KeyWalk::labelled(Step step) const {
 Step KeyWalk::named(Step step, int element) const {
     if (m_names) {
         step.label = ElementKey::normalisedLabel(m_names->keyLabelOf(element));
-        step.caption = ElementKey::normalisedLabel(ControlNames::captionOf(this->element(element)));
+        const RunElement& named = this->element(element);
+        // What is written on the first of many is not the name of all.
+        step.caption = ElementKey::normalisedLabel(
+            ControlNames::isOfGroup(named) ? ControlNames::groupNameOf(named)
+                                           : ControlNames::captionOf(named, m_rules.captions));
     }
     return labelled(std::move(step));
 }
@@ -118,13 +123,31 @@ Step KeyWalk::windowStructure(const Step& step, int window) {
 }
 
 void KeyWalk::add(int element, int above, const Step& step, const Step& structure) {
-    Place place{element, above, step, structure, step.toKey(), structure.toKey()};
+    Place place{element, above, step, structure, step.toKey(), structure.toKey(), false};
     if (above >= 0) {
         const Place& parent = m_places[static_cast<std::size_t>(above)];
         place.key.prepend(parent.key + ElementKey::separator());
         place.structureKey.prepend(parent.structureKey + ElementKey::separator());
     }
     m_places.push_back(std::move(place));
+}
+
+/** Whether the element is one of many; the step is called as the project calls the group. */
+bool KeyWalk::isGrouped(int element, int above, Step& step) const {
+    const RunElement& grouped = this->element(element);
+    if (!m_names || ControlNames::isOfGroup(grouped)) {
+        return m_names.has_value();
+    }
+    if (!m_rules.group || isViewType(grouped.type)) {
+        return false;
+    }
+    const QString group = m_rules.group(m_places[static_cast<std::size_t>(above)].key +
+                                        ElementKey::separator() + step.toKey());
+    if (!group.isNull()) {
+        step.label = group;
+        step.caption = group;
+    }
+    return !group.isNull();
 }
 
 void KeyWalk::walkWindow(int window) {
@@ -185,11 +208,13 @@ void KeyWalk::visit(const Visit& visit) {
         Step step = named(ElementKey::stepOf(visited), visit.element);
         Step structure = ElementKey::structureOf(step, visited, false);
         // What is made again and again is one thing to people.
-        if (!m_names || !ControlNames::isOfGroup(visited)) {
+        const bool isOfGroup = isGrouped(visit.element, above, step);
+        if (!isOfGroup) {
             step.ordinal = ++m_ordinals[qMakePair(above, step)];
         }
         structure.ordinal = ++m_structureOrdinals[qMakePair(above, structure)];
         add(visit.element, above, step, structure);
+        m_places.back().isOfGroup = isOfGroup;
         above = static_cast<int>(m_places.size()) - 1;
     }
     enqueueChildren(visit.element, above);

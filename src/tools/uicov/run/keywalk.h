@@ -5,13 +5,13 @@
 
 #include "run/controlnames.h"
 #include "run/elementkey.h"
+#include "run/namerules.h"
 
 #include <QHash>
 #include <QPair>
 #include <QSet>
 #include <QString>
 
-#include <functional>
 #include <optional>
 #include <vector>
 
@@ -27,7 +27,7 @@ struct RunElement;
  */
 class KeyWalk {
 public:
-    using LabelRule = std::function<QString(const QString&)>;
+    using LabelRule = NameRules::LabelRule;
 
     struct Place {
         /** Index into Run::elements. */
@@ -40,13 +40,15 @@ public:
         /** The steps from the window down to this one, as ElementKey::toKey() writes them. */
         QString key;
         QString structureKey;
+        /** Whether it is one of those that are one thing to people, however many there are. */
+        bool isOfGroup = false;
     };
 
     /**
-     * @param run      outlives this
-     * @param labelRule applied to each normalised label; none leaves them as they are
+     * @param run   outlives this
+     * @param rules how the project wants elements to be called
      */
-    explicit KeyWalk(const Run& run, LabelRule labelRule = {});
+    explicit KeyWalk(const Run& run, NameRules rules = {});
 
     /** Each window, followed by what is in it, each place before those below it. */
     std::vector<Place> places();
@@ -66,6 +68,7 @@ private:
     void addReachable(int start, std::vector<bool>& reached) const;
     void add(int element, int above, const ElementKey::Step& step,
              const ElementKey::Step& structure);
+    bool isGrouped(int element, int above, ElementKey::Step& step) const;
     void walkWindow(int window);
     void visit(const Visit& visit);
     void enqueueChildren(int index, int above);
@@ -74,7 +77,7 @@ private:
     ElementKey::Step windowStructure(const ElementKey::Step& step, int window);
 
     const Run& m_run;
-    LabelRule m_labelRule;
+    NameRules m_rules;
     /** Of a run of the controls extension. */
     std::optional<ControlNames> m_names;
     std::vector<Place> m_places;

@@ -3,6 +3,7 @@
 
 #include "store/combiner.h"
 
+#include "base/deferredend.h"
 #include "run/runloader.h"
 
 #include <algorithm>
@@ -77,7 +78,7 @@ std::optional<Problem> Combiner::addDataFile(const QString& path) {
         problem = source.read(
             uuid, m_takesPictures ? DataFile::Pictures::Load : DataFile::Pictures::Leave, run,
             &digest);
-        if (problem || !addRun(run, digest)) {
+        if (problem || !addRun(run, digest) || Base::DeferredEnd::isRequested()) {
             break;
         }
     }

@@ -32,7 +32,8 @@ public:
     void setFilter(const Filter& filter) { m_filter = filter; }
 
     /**
-     * Adds all runs of a recording or data file, or none of them.
+     * Adds all runs of a recording or data file, or none of them. Stops between two runs when the
+     * process is asked to end and that is deferred; the target is not to be used then.
      * @return the problem when the file cannot be used; the target then is as it was, unless
      *         failure() tells that it is the target itself
      */

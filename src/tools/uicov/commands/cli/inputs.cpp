@@ -9,6 +9,9 @@
 #include "store/combiner.h"
 #include "store/datafile.h"
 
+#include <QDir>
+#include <QTemporaryDir>
+
 namespace Uicov::Commands::Cli {
 
 using Base::Message;
@@ -18,6 +21,16 @@ using Runs::RunLoader;
 using Store::Combiner;
 using Store::DataFile;
 using Store::Sql;
+
+namespace {
+
+Problem inTemporaryFolder(const Problem& problem) {
+    return {Message::SetupFailed,
+            QStringLiteral("the inputs cannot be put together in the temporary folder: ") +
+                problem.text + QStringLiteral("; TMPDIR names another")};
+}
+
+} // namespace
 
 Inputs::Inputs() = default;
 Inputs::~Inputs() = default;
@@ -51,14 +64,17 @@ bool Inputs::addOnly(const QString& path, Console::Terminal& terminal) {
     return true;
 }
 
+/** Open, but without a name, so that it goes with the process however that ends. */
+std::optional<Problem> Inputs::createPlace() {
+    const QTemporaryDir folder;
+    auto problem = m_file->create(folder.filePath(QStringLiteral("inputs")), QDir::tempPath());
+    return problem ? inTemporaryFolder(*problem) : problem;
+}
+
 bool Inputs::addSeveral(const QStringList& paths, Console::Terminal& terminal) {
-    m_folder = std::make_unique<QTemporaryDir>();
     m_file = std::make_unique<DataFile>();
-    if (auto problem = m_file->create(m_folder->filePath(QStringLiteral("inputs")))) {
-        terminal.error({Message::SetupFailed,
-                        QStringLiteral("the inputs cannot be put together in the temporary "
-                                       "folder: ") +
-                            problem->text});
+    if (auto problem = createPlace()) {
+        terminal.error(*problem);
         return false;
     }
     Combiner combiner(*m_file);
@@ -70,10 +86,11 @@ bool Inputs::addSeveral(const QStringList& paths, Console::Terminal& terminal) {
         progress.advance();
         const auto problem = m_going.contains(path) ? addGoing(path, terminal) : combiner.add(path);
         if (problem) {
-            terminal.error(*problem);
             if (combiner.failure()) {
+                terminal.error(inTemporaryFolder(*problem));
                 return false;
             }
+            terminal.error(*problem);
             ++m_skippedFiles;
             continue;
         }
@@ -83,7 +100,7 @@ bool Inputs::addSeveral(const QStringList& paths, Console::Terminal& terminal) {
         }
     }
     if (auto problem = m_file->commit()) {
-        terminal.error(*problem);
+        terminal.error(inTemporaryFolder(*problem));
         return false;
     }
     return true;

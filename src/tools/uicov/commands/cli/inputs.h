@@ -8,7 +8,6 @@
 
 #include <QString>
 #include <QStringList>
-#include <QTemporaryDir>
 
 #include <functional>
 #include <memory>
@@ -62,6 +61,7 @@ public:
 
 private:
     bool addOnly(const QString& path, Console::Terminal& terminal);
+    std::optional<Base::Problem> createPlace();
     bool addSeveral(const QStringList& paths, Console::Terminal& terminal);
     /** What stands in the recording; a problem is told unless it comes from still being written. */
     std::optional<Base::Problem> load(const QString& recording, Runs::Run& run,
@@ -77,7 +77,6 @@ private:
     // Either the one run that there is, or a data file with all of them.
     std::optional<Runs::Run> m_run;
     std::unique_ptr<Store::DataFile> m_file;
-    std::unique_ptr<QTemporaryDir> m_folder;
 };
 
 } // namespace Uicov::Commands::Cli

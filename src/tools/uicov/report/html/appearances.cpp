@@ -77,7 +77,7 @@ std::vector<NodeId> nodesOf(const Runs::Run& run, const Places& places, const Co
 } // namespace
 
 void Appearances::add(const Runs::Run& run, const CoverageTree& tree) {
-    const Places places = KeyWalk(run, m_labelRule).places();
+    const Places places = KeyWalk(run, m_nameRules).places();
     const std::vector<NodeId> nodes = nodesOf(run, places, tree);
     addOwners(run, places, nodes);
     // By the index of the place: the same window can be there several times in a run.

@@ -46,7 +46,7 @@ public:
     };
 
     /** The one with which runs are collected. */
-    void setLabelRule(const Runs::KeyWalk::LabelRule& rule) { m_labelRule = rule; }
+    void setNameRules(const Runs::NameRules& rules) { m_nameRules = rules; }
 
     /** @param tree has the run already */
     void add(const Runs::Run& run, const Coverage::CoverageTree& tree);
@@ -70,7 +70,7 @@ private:
     static void keep(Coverage::NodeId node, const Surface& candidate,
                      QHash<Coverage::NodeId, Surface>& kept);
 
-    Runs::KeyWalk::LabelRule m_labelRule;
+    Runs::NameRules m_nameRules;
     QHash<Coverage::NodeId, Surface> m_surfaces;
     QHash<Coverage::NodeId, Element> m_elements;
     /** Windows by the windows that belong to them. */

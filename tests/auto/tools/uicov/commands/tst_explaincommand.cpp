@@ -81,8 +81,8 @@ private Q_SLOTS:
     void anUnknownElementIsAnErrorThatNamesTheNearest() {
         QCOMPARE(run("explain Strat"), 1);
         QVERIFY(
-            says("no element has a key like Strat; the nearest one is Window \"Panel\" > Button "
-                 "\"Start\" [no-such-element]"));
+            says("no element has a key like Strat; the nearest one is 'Window \"Panel\" > Button "
+                 "\"Start\"' [no-such-element]"));
         QCOMPARE(run("explain"), 1);
         QVERIFY(says("[wrong-use]"));
     }

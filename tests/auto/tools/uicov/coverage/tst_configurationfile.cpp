@@ -48,6 +48,10 @@ private Q_SLOTS:
                                   "[report]\n"
                                   "precision = 2\nsort = \"cover\"\n"
                                   "skip-covered = true\nmissed = true\n"
+                                  "[groups]\n"
+                                  "rows = 'Row *'\ncells = ['Cell *', 'Box *']\n"
+                                  "[names]\n"
+                                  "prefer = [\"toolTip\", \"objectName\"]\n"
                                   "[redact]\n"
                                   "patterns = [\"account*\", \"Balance\"]\n",
                                   configuration);
@@ -62,6 +66,11 @@ private Q_SLOTS:
         QCOMPARE(configuration.appliedTo(QStringLiteral("a 12")), QStringLiteral("a N"));
         QCOMPARE(configuration.criteria.value(QStringLiteral("CheckBox")),
                  QStringList({QStringLiteral("checked"), QStringLiteral("clicked")}));
+        QCOMPARE(configuration.groupOf(QStringLiteral("Row 1")), QStringLiteral("rows"));
+        QCOMPARE(configuration.groupOf(QStringLiteral("Box 1")), QStringLiteral("cells"));
+        QVERIFY(configuration.groupOf(QStringLiteral("Head 1")).isNull());
+        QCOMPARE(configuration.preferredNames,
+                 QStringList({QStringLiteral("toolTip"), QStringLiteral("objectName")}));
         QCOMPARE(*configuration.gates.failUnder, 80.0);
         QCOMPARE(configuration.gates.requiredWindows.at(0).glob(), QStringLiteral("Settings*"));
         QCOMPARE(configuration.gates.failOn.size(), 2);
@@ -95,6 +104,10 @@ private Q_SLOTS:
         row("key", "[gates]\nfail_under = 3\n",
             ":2:1: ", "no key \"fail_under\" in [gates]; the nearest known one is \"fail-under\"");
         row("key of a rule", "[[ignore]]\nwindov = \"x\"\n", ":2:1: ", "\"window\"");
+        row("no criterion", "[criteria]\nCommand = [\"way=\"]\n", ":2:11: ", "is no criterion");
+        row("no kind of name", "[names]\nprefer = [\"tooltip\"]\n",
+            ":2:11: ", "the nearest one is \"toolTip\"");
+        row("group without a pattern", "[groups]\nrows = []\n", ":2:8: ", "needs a pattern");
         row("text for a number", "[gates]\nfail-under = \"80\"\n", ":2:14: ", "from 0 to 100");
         row("too much", "[gates]\nfail-under = 101\n", ":2:14: ", "from 0 to 100");
         row("number for a text", "[[ignore]]\nkey = 3\n", ":2:7: ", "quotation marks");

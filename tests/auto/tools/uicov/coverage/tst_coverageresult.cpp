@@ -177,6 +177,76 @@ private Q_SLOTS:
         QVERIFY(lines.contains(QStringLiteral("Window \"Panel\" > Button \"Motor\" #2 shown")));
     }
 
+    void aRuleMayGiveTheBeginningOfOneKeyOrName_data() {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<int>("elements");
+        QTest::newRow("a key's") << QStringLiteral("Window \"Panel\" > Button \"sta") << 1;
+        QTest::newRow("a name's") << QStringLiteral("Window \"Panel\" > Button \"Sta") << 1;
+        QTest::newRow("a whole name") << QStringLiteral("Window \"Panel\" > Button \"Start\"") << 1;
+        QTest::newRow("of several") << QStringLiteral("Window \"Panel\" > Button \"") << 0;
+        QTest::newRow("of none") << QStringLiteral("Button \"Start") << 0;
+        QTest::newRow("a view") << QStringLiteral("Window \"Panel\" > Page \"Gen") << 0;
+    }
+
+    void aRuleMayGiveTheBeginningOfOneKeyOrName() {
+        QFETCH(QString, key);
+        QFETCH(int, elements);
+        IgnoreRule rule;
+        rule.key = Pattern(key);
+        ignore(rule);
+        CoverageResult coverage(m_configuration);
+        coverage.add(TestLib::controlsRun());
+        coverage.finish();
+        QCOMPARE(coverage.ruleUses().at(0).elements, elements);
+    }
+
+    void aViewThatIsLeftOutIsInNoNumber() {
+        IgnoreRule rule;
+        rule.key = Pattern(QStringLiteral("*Page \"Advanced\"*"));
+        ignore(rule);
+        CoverageResult coverage(m_configuration);
+        coverage.add(TestLib::controlsRun());
+        coverage.finish();
+        const auto totals = coverage.tree().totals();
+        QCOMPARE(totals.views, 2);
+        QCOMPARE(totals.missed, 0);
+        QCOMPARE(coverage.ruleUses().at(0).elements, 3);
+        QCOMPARE(coverage.ruleUses().at(0).usedElements, 0);
+    }
+
+    void groupsOfAProjectAreOneEach() {
+        m_configuration.groups = {
+            qMakePair(QStringLiteral("heating"),
+                      QVector<Pattern>{Pattern(QStringLiteral("*CheckBox \"*er\""))})};
+        CoverageResult coverage(m_configuration);
+        coverage.add(TestLib::controlsRun());
+        coverage.finish();
+        const auto& tree = coverage.tree();
+        QCOMPARE(tree.totals().elements, 8); // 9 without the group
+        for (const auto node : tree.nodesOf(tree.windows().first())) {
+            if (tree.node(node).step.label == QLatin1String("heating")) {
+                QCOMPARE(tree.node(node).members, 2);
+                QCOMPARE(tree.node(node).memberNames.keys(),
+                         QStringList({QStringLiteral("Cooler"), QStringLiteral("Heater")}));
+                return;
+            }
+        }
+        QFAIL("there is no group");
+    }
+
+    void criteriaThatNoControlCanMeetAreTold() {
+        m_configuration.criteria = {
+            {QStringLiteral("Command"), {QStringLiteral("way=menu"), QStringLiteral("way=tray")}},
+            {QStringLiteral("CheckBox"), {QStringLiteral("enabled"), QStringLiteral("way=*")}}};
+        CoverageResult coverage(m_configuration);
+        coverage.add(TestLib::controlsRun());
+        coverage.finish();
+        const auto unused = coverage.unusedCriteria();
+        QCOMPARE(unused.size(), 2);
+        QCOMPARE(unused.at(0).event, QStringLiteral("way=*"));
+        QCOMPARE(unused.at(1).event, QStringLiteral("way=tray"));
+    }
+
     void runsAndWarningsAreKept() {
         CoverageResult coverage(m_configuration);
         coverage.add(TestLib::panelRun(1));

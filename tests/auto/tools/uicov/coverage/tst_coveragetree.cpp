@@ -166,14 +166,36 @@ private Q_SLOTS:
         QCOMPARE(node.ways, QStringList({QStringLiteral("menu"), QStringLiteral("shortcut"),
                                          QStringLiteral("toolBar")}));
         QCOMPARE(node.usedWays, QStringList{QStringLiteral("menu")});
-        tree.noteMembers(button, 3, 1);
-        tree.noteMembers(button, 2, 2);
+        tree.noteMembers(button, 3, 1, {});
+        tree.noteMembers(button, 2, 2, {});
         QCOMPARE(tree.node(button).members, 3);
         QCOMPARE(tree.node(button).usedMembers, 2);
-        tree.noteOpener(button, QStringLiteral("b"));
-        tree.noteOpener(button, QStringLiteral("a"));
-        tree.noteOpener(button, QStringLiteral("c"));
-        QCOMPARE(tree.node(button).openedBy, QStringLiteral("a"));
+    }
+
+    void aViewIsOpenedByTheControlOfTheLeastKey() {
+        CoverageTree tree;
+        const auto view = tree.window(step("Dialog"));
+        const auto window = tree.window(step("Window"));
+        const auto a = tree.child(window, step("a"));
+        tree.noteOpener(view, tree.child(window, step("b")));
+        tree.noteOpener(view, a);
+        tree.noteOpener(view, tree.child(window, step("c")));
+        QCOMPARE(tree.node(view).openedBy, QStringLiteral("Window > a"));
+        QCOMPARE(tree.node(view).opener, a);
+    }
+
+    void aGroupIsCalledAsItsMembersAreWhenAllHaveOneName() {
+        CoverageTree tree;
+        const auto window = tree.window(step("Window"));
+        CoverageTree::ElementKey::Step made = step("Button", "page/rows/Row");
+        made.caption = QStringLiteral("Row");
+        const auto row = tree.child(window, made);
+        tree.noteMembers(row, 2, 1, {{QStringLiteral("Delete"), true}});
+        QCOMPARE(tree.node(row).step.caption, QStringLiteral("Delete"));
+        tree.noteMembers(row, 1, 0, {{QStringLiteral("Delete"), false}});
+        QCOMPARE(tree.node(row).memberNames.value(QStringLiteral("Delete")), true);
+        tree.noteMembers(row, 1, 0, {{QStringLiteral("Keep"), false}});
+        QCOMPARE(tree.node(row).step.caption, QStringLiteral("Row"));
     }
 
     void nodesComeBeforeWhatIsBelowThem() {

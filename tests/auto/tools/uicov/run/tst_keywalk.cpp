@@ -72,6 +72,31 @@ private Q_SLOTS:
         QCOMPARE(keys().at(1), QStringLiteral("Window \"Panel\" > Button \"Start\""));
     }
 
+    void aProjectChoosesNamesAndGroups() {
+        m_run.extension = QStringLiteral("libqtuicontrols");
+        const int window = addWindow("Panel");
+        for (const char* text : {"Row 1", "Row 2", "Other"}) {
+            const int button = add(window, "Button", "QPushButton", text);
+            m_run.elements[static_cast<std::size_t>(button)].attributes.insert(
+                QStringLiteral("toolTip"), QStringLiteral("Opens it"));
+        }
+        add(window, "Page", "QWidget", "Row 3");
+        Uicov::Runs::NameRules rules;
+        rules.captions = QStringList{QStringLiteral("toolTip")};
+        rules.group = [](const QString& key) {
+            return key.contains(QStringLiteral("\"Row")) ? QStringLiteral("rows") : QString();
+        };
+        const auto places = KeyWalk(m_run, rules).places();
+        QCOMPARE(places.at(1).key, QStringLiteral("Window \"Panel\" > Button \"rows\""));
+        QCOMPARE(places.at(2).key, places.at(1).key);
+        QVERIFY(places.at(1).isOfGroup && places.at(2).isOfGroup);
+        QCOMPARE(places.at(3).key, QStringLiteral("Window \"Panel\" > Button \"Other\""));
+        QCOMPARE(places.at(3).step.caption, QStringLiteral("Opens it"));
+        QVERIFY(!places.at(3).isOfGroup);
+        // A view is no part of a group that a project makes.
+        QCOMPARE(places.at(4).key, QStringLiteral("Window \"Panel\" > Page \"Row 3\""));
+    }
+
     void membersOfAGroupAreOne() {
         m_run.extension = QStringLiteral("libqtuicontrols");
         const int window = addWindow("Panel");

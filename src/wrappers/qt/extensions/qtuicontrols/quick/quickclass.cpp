@@ -257,6 +257,10 @@ bool extendsClass(const QObject* object, const char* name) {
     return cls != nullptr;
 }
 
+QString classNameOf(const QObject* object) {
+    return QString::fromUtf8(object->metaObject()->className());
+}
+
 QByteArray stableClassName(const QObject* object) {
     return withoutQmlPart(object->metaObject()->className());
 }

@@ -93,7 +93,11 @@ private:
 /** Whether a class in C++ of that name is among those that the object's class extends. */
 bool extendsClass(const QObject* object, const char* name);
 
-/** The name of a class without the numbers that QML adds and that differ from run to run. */
+/** The name of the object's class, whole. */
+QString classNameOf(const QObject* object);
+
+/** The name of a class, in UTF-8, without the numbers that QML adds and that differ from run to
+ * run. */
 QByteArray stableClassName(const QObject* object);
 QByteArray withoutQmlPart(const QByteArray& className);
 

@@ -31,10 +31,6 @@ void add(Description& what, Attribute attribute, const QString& value) {
     }
 }
 
-QString classNameOf(const QObject* object) {
-    return QString::fromLatin1(object->metaObject()->className());
-}
-
 QObject* actionOf(const QObject* button, const QuickClass& cls) {
     return cls.read(button, QuickClass::ActionProperty).value<QObject*>();
 }
@@ -144,8 +140,7 @@ bool QuickElements::isRedacted(const Description& what) const {
     if (m_redacted.isEmpty()) {
         return false;
     }
-    QStringList names{what.className,
-                      QString::fromLatin1(withoutQmlPart(what.className.toLatin1()))};
+    QStringList names{what.className, QString::fromUtf8(withoutQmlPart(what.className.toUtf8()))};
     for (const auto& attribute : what.attributes) {
         if (attribute.first == Attribute::ObjectName || attribute.first == Attribute::QmlId) {
             names.append(attribute.second);

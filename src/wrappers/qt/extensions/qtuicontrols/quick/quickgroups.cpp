@@ -52,8 +52,8 @@ QString step(const QQuickItem* item) {
             ordinal += stableClassName(sibling) == cls ? 1 : 0;
         }
     }
-    return ordinal == 0 ? QString::fromLatin1(cls)
-                        : QStringLiteral("%1[%2]").arg(QString::fromLatin1(cls)).arg(ordinal);
+    return ordinal == 0 ? QString::fromUtf8(cls)
+                        : QStringLiteral("%1[%2]").arg(QString::fromUtf8(cls)).arg(ordinal);
 }
 
 /** By file and id; without an id, by the way from the next item above that has one. */
@@ -143,7 +143,7 @@ QString groupOf(QQuickItem* item, const QString& parentsGroup, const Maker& make
         const QString file = maker.makesRows ? QString() : qmlFileOf(item);
         return (outer.isNull() ? nameOf(maker.item) : outer) + QLatin1Char('/') +
                (file.isEmpty() ? QString() : file + QLatin1Char(':')) +
-               QString::fromLatin1(stableClassName(item));
+               QString::fromUtf8(stableClassName(item));
     }
     return parentsGroup.isNull() ? QString() : parentsGroup + QLatin1Char('/') + step(item);
 }

@@ -89,7 +89,7 @@ QString nameOf(const QGraphicsItem* item) {
     const char* const mangled = typeid(*item).name();
     const std::unique_ptr<char, void (*)(void*)> name(
         abi::__cxa_demangle(mangled, nullptr, nullptr, nullptr), std::free);
-    return QString::fromLatin1(name == nullptr ? mangled : name.get());
+    return QString::fromUtf8(name == nullptr ? mangled : name.get());
 }
 
 bool isPress(QEvent::Type type) {

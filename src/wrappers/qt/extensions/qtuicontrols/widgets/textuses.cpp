@@ -5,6 +5,7 @@
 
 #include "qtuicontrols/widgets/lazyconnections.h"
 #include "qtuicontrols/widgets/usecounter.h"
+#include "qtuicontrols/widgets/widgetclass.h"
 
 #include <QAbstractSpinBox>
 #include <QComboBox>
@@ -71,6 +72,8 @@ void TextUses::connectTo(QWidget* control) {
         connectOnce(control, plainSignal, this, bodySlot);
     } else if (qobject_cast<QKeySequenceEdit*>(control) != nullptr) {
         connectOnce(control, keysSignal, this, keysSlot);
+    } else if (classOf(control) == WidgetClass::OwnEditor) {
+        connectOnce(control, methodNumber(*control->metaObject(), "textChanged()"), this, bodySlot);
     } else if (QLineEdit* const line = lineOf(control)) {
         connectToLine(line);
     }

@@ -182,10 +182,11 @@ private Q_SLOTS:
     }
 
     void labelsAreComparedAsTheyWereCollected() {
-        const auto rule = [](const QString& label) { return label.left(1); };
+        const Uicov::Runs::NameRules rule =
+            Uicov::Runs::NameRules::LabelRule([](const QString& label) { return label.left(1); });
         CoverageCollector collector(m_tree);
-        collector.setLabelRule(rule);
-        m_appearances.setLabelRule(rule);
+        collector.setNameRules(rule);
+        m_appearances.setNameRules(rule);
         const Run run = windowRun(png(QSize(40, 30), Qt::red));
         collector.collect(run);
         m_appearances.add(run, m_tree);

@@ -17,6 +17,7 @@ class tst_QuickSurvey : public TestLib::TestCase {
 private Q_SLOTS:
     void everyControlIsKnownByWhatItExtends_data();
     void everyControlIsKnownByWhatItExtends();
+    void namesOfClassesAreUtf8();
 };
 
 void tst_QuickSurvey::everyControlIsKnownByWhatItExtends_data() {
@@ -122,6 +123,24 @@ void tst_QuickSurvey::everyControlIsKnownByWhatItExtends() {
     QVERIFY(scene.show());
     QTRY_VERIFY(probe.line(scene.window()).contains(QLatin1String("seen")));
     QCOMPARE(probe.below(scene.window()).join(QLatin1Char('\n')), expected);
+}
+
+void tst_QuickSurvey::namesOfClassesAreUtf8() {
+    const QString file = QStringLiteral(u"\u00dcbersicht");
+    SurveyProbe probe;
+    QuickScene scene("Item { width: 99; height: 99; ComboBox { id: c; objectName: 'c'; model: ['a']"
+                     "  } Repeater { model: 1; Button { property int own; objectName: 'b' } } }",
+                     QuickScene::Imports::Controls2, file);
+    QVERIFY(scene.show());
+    const UIElement* const button = probe.element(scene.item("b"));
+    QVERIFY(button);
+    QCOMPARE(probe.attribute(scene.item("b"), Attribute::Group).section(QLatin1Char('.'), 0, 0),
+             file);
+    QuickScene one("Button { property int own }", QuickScene::Imports::Controls2, file);
+    QVERIFY(one.show());
+    QVERIFY(probe.element(one.root()));
+    QVERIFY2(probe.element(one.root())->concreteType().startsWith(file + QLatin1String("_QML")),
+             qPrintable(probe.element(one.root())->concreteType()));
 }
 
 QTEST_MAIN(tst_QuickSurvey)

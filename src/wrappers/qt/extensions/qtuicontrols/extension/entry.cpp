@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: the uicov authors
 // SPDX-License-Identifier: MIT
 
-#include "qtuicontrols/qtuicontrolsextension.h"
+#include "qtuicontrols/extension/qtuicontrolsextension.h"
 
 // The library's C boundary: the one symbol that it exports.
 extern "C" {

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "qtuicontrols/elementbook.h"
-#include "qtuicontrols/objecttable.h"
+#include "qtuicontrols/core/objecttable.h"
 #include "uiabstraction/pointertable.h"
 
 #include <QHash>

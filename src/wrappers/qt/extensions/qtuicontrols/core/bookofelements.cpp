@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: the uicov authors
 // SPDX-License-Identifier: MIT
 
-#include "qtuicontrols/bookofelements.h"
+#include "qtuicontrols/core/bookofelements.h"
 
 #include "tracking/streamuielementexporter.h"
 #include "uiabstraction/uielement.h"

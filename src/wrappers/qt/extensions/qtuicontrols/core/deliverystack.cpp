@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: the uicov authors
 // SPDX-License-Identifier: MIT
 
-#include "qtuicontrols/deliverystack.h"
+#include "qtuicontrols/core/deliverystack.h"
 
 #include "qtuicontrols/eventkinds.h"
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: the uicov authors
 // SPDX-License-Identifier: MIT
 
-#include "qtuicontrols/bookofelements.h"
+#include "qtuicontrols/core/bookofelements.h"
 #include "testlib/fakehook.h"
 #include "testlib/recordprinter.h"
 #include "testlib/testcase.h"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: the uicov authors
 // SPDX-License-Identifier: MIT
 
-#include "qtuicontrols/objecttable.h"
+#include "qtuicontrols/core/objecttable.h"
 
 #include <algorithm>
 

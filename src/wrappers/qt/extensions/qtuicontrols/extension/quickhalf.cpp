@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: the uicov authors
 // SPDX-License-Identifier: MIT
 
-#include "qtuicontrols/quickhalf.h"
+#include "qtuicontrols/extension/quickhalf.h"
 
 #include "tracking/logging.h"
 

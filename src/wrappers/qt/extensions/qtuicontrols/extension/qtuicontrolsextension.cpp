@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: the uicov authors
 // SPDX-License-Identifier: MIT
 
-#include "qtuicontrols/qtuicontrolsextension.h"
+#include "qtuicontrols/extension/qtuicontrolsextension.h"
 
-#include "qtuicontrols/bookofelements.h"
-#include "qtuicontrols/inputattribution.h"
-#include "qtuicontrols/quickhalf.h"
+#include "qtuicontrols/core/bookofelements.h"
+#include "qtuicontrols/core/inputattribution.h"
+#include "qtuicontrols/extension/quickhalf.h"
 #include "qtuicontrols/widgets/widgetstracker.h"
 #include "tracking/deliveryends.h"
 #include "tracking/environment.h"

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "qtuicontrols/attribution.h"
-#include "qtuicontrols/deliverystack.h"
+#include "qtuicontrols/core/deliverystack.h"
 
 #include <QPointer>
 

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: the uicov authors
 // SPDX-License-Identifier: MIT
 
-#include "qtuicontrols/bookofelements.h"
-#include "qtuicontrols/inputattribution.h"
-#include "qtuicontrols/quickhalf.h"
+#include "qtuicontrols/core/bookofelements.h"
+#include "qtuicontrols/core/inputattribution.h"
+#include "qtuicontrols/extension/quickhalf.h"
 #include "testlib/fakehook.h"
 #include "testlib/fakehost.h"
 #include "testlib/testcase.h"
