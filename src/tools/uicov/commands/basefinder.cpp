@@ -40,6 +40,9 @@ QString durationText(qint64 seconds) {
     constexpr qint64 minute = 60;
     constexpr qint64 hour = 60 * minute;
     constexpr qint64 day = 24 * hour;
+    if (seconds < minute) {
+        return QStringLiteral("less than a minute");
+    }
     if (seconds >= 2 * day) {
         return counted(seconds / day, QStringLiteral("day"));
     }

@@ -145,6 +145,35 @@ private Q_SLOTS:
         QVERIFY(back.isOfControls());
     }
 
+    void whatIsKnownFromItsUseOnlyIsLostAndNotRemoved_data() {
+        QTest::addColumn<QString>("type");
+        QTest::addColumn<QString>("ways");
+        QTest::addColumn<bool>("isRemoved");
+        QTest::newRow("area") << "Area"
+                              << "" << false;
+        QTest::newRow("shortcut") << "Command"
+                                  << "shortcut" << false;
+        QTest::newRow("in a menu, too") << "Command"
+                                        << "menu shortcut" << true;
+        QTest::newRow("button") << "Button"
+                                << "" << true;
+    }
+
+    void whatIsKnownFromItsUseOnlyIsLostAndNotRemoved() {
+        QFETCH(QString, type);
+        QFETCH(QString, ways);
+        QFETCH(bool, isRemoved);
+        RunMaker base;
+        base.run = TestLib::controlsRun();
+        const int control = base.add(0, qPrintable(type), "Own", QStringLiteral("it"), "pressed");
+        base.element(control).attributes.insert(QStringLiteral("ways"), ways);
+        base.element(control).wasSeen = true;
+        base.hit(control, "pressed");
+        const Comparison comparison = compare(base.run, TestLib::controlsRun(2));
+        QCOMPARE(comparison.removed().size(), isRemoved ? 1 : 0);
+        QCOMPARE(comparison.lost().size(), isRemoved ? 0 : 1);
+    }
+
     void whatIsMissingInAPageThatWasNotOpenedIsNotRemoved() {
         Run base = TestLib::controlsRun();
         Run current = TestLib::controlsRun(2);
