@@ -45,6 +45,7 @@ void CoverageResult::add(const Runs::Run& run) {
 }
 
 void CoverageResult::finish() {
+    m_collector.finish();
     m_ruleUses.fill(RuleUse(), m_configuration.ignoreRules.size());
     if (m_configuration.ignoreRules.isEmpty()) {
         return;

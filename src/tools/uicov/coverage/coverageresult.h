@@ -57,6 +57,9 @@ public:
     const Configuration& configuration() const { return m_configuration; }
     /** How the configuration wants elements to be called; valid as long as the configuration. */
     Runs::NameRules nameRules() const;
+    /** When what happened; after finish(). */
+    const Timeline& timeline() const { return m_collector.timeline(); }
+    const Runs::Run& run(RunId run) const { return m_runs[static_cast<std::size_t>(run)]; }
     /** In the order in which they were added; without elements and pictures. */
     const std::vector<Runs::Run>& runs() const { return m_runs; }
     int partialRuns() const;
