@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "qtuicontrols/core/bookofelements.h"
 #include "qtuicontrols/controlstracker.h"
+#include "qtuicontrols/core/bookofelements.h"
 #include "qtuicontrols/core/inputattribution.h"
 #include "testlib/fakehook.h"
 #include "testlib/fakehost.h"

@@ -46,6 +46,7 @@ private Q_SLOTS:
 
     void aUseWithoutInputIsWrong();
     void aUseLongAfterTheInputIsWrong();
+    void aSlotThatTakesLongDelaysTheUse();
     void anEntryIsUsedByTheInputOfItsControl();
     void returnPressesTheDefaultButton();
     void anArrowKeyChoosesTheNeighbour_data();
@@ -275,6 +276,18 @@ void TestUniverseCheck::aUseLongAfterTheInputIsWrong() {
     use(button, 1 * second + 3);
     use(button, 6 * second + 3);
     QCOMPARE(compare().precision().good(), 0);
+}
+
+void TestUniverseCheck::aSlotThatTakesLongDelaysTheUse() {
+    object(1, "QPushButton", "OK");
+    object(2, "QPushButton", "Cancel");
+    press(1 * second, 1, false);
+    press(3 * second, 2, false);
+    press(5 * second, 2, false);
+    use(control("Button", "QPushButton", "OK"), 9 * second);
+    QCOMPARE(compare().precision().good(), 0);
+    journal(R"({"k":"signal","name":"clicked","in":false,"t":9000001,"o":1})");
+    QCOMPARE(compare().precision().good(), 1);
 }
 
 void TestUniverseCheck::anEntryIsUsedByTheInputOfItsControl() {

@@ -38,6 +38,8 @@ QString counted(int count, const char* one, const char* several) {
 void PageMaker::watch(Cli::CoverageOptions& options) {
     options.setVisitor([this](const Runs::Run& run, const CoverageResult& coverage) {
         m_appearances.setNameRules(coverage.nameRules());
+        m_appearances.setContexts(
+            [&coverage](const QString& context) { return coverage.countsContext(context); });
         m_appearances.add(run, coverage.tree());
         m_history.add(run, coverage);
     });

@@ -70,7 +70,7 @@ public:
     }
 
     void addPainted(const QWidget* widget, const QRegion& region) {
-        m_painted += (region & widget->rect()).translated(widget->mapTo(m_root, QPoint(0, 0)));
+        m_painted += region.translated(widget->mapTo(m_root, QPoint(0, 0)));
     }
 
     /** That part of the rectangle that nobody has painted; nothing when nobody told of anything. */
@@ -131,7 +131,7 @@ void notePaint(QWidget* widget, const QPaintEvent& event) {
         return;
     }
     if (hasNoGround(*widget)) {
-        QPainter(widget).fillRect(widget->rect(), Qt::black);
+        QPainter(widget).fillRect(event.region().boundingRect(), Qt::black);
     }
     grabbing->addPainted(widget, event.region());
 }

@@ -18,9 +18,6 @@ using UIAbstraction::UIEvent;
 
 namespace {
 
-constexpr int typeCount = static_cast<int>(ElementType::Area) + 1;
-constexpr int attributeCount = static_cast<int>(Attribute::Ways) + 1;
-
 /** The names of an enumeration as values of the model, made once. */
 template <class Value, class Enumeration, int count>
 const Value& named(Enumeration item) {

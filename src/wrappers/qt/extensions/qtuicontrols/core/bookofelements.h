@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "qtuicontrols/elementbook.h"
 #include "qtuicontrols/core/objecttable.h"
+#include "qtuicontrols/elementbook.h"
 #include "uiabstraction/pointertable.h"
 
 #include <QHash>

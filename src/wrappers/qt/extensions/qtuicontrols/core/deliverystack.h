@@ -62,6 +62,9 @@ public:
 
     bool isEmpty() const { return m_deliveries.empty(); }
 
+    /** False when begin() has nothing to do for what is no input. */
+    bool notesAll() const { return m_keepsAll || !m_deliveries.empty(); }
+
     /** Has deliveries noted that are no input and lie within none. */
     void setKeepsAll(bool keepsAll) { m_keepsAll = keepsAll; }
 

@@ -3,8 +3,6 @@
 
 #include "qtuicontrols/core/inputattribution.h"
 
-#include "qtuicontrols/eventkinds.h"
-
 #include <algorithm>
 #include <cstring>
 
@@ -26,9 +24,9 @@ const void* presentFrame() {
 
 } // namespace
 
-void InputAttribution::begin(QObject* receiver, const QEvent* event) {
-    const QEvent::Type type = event->type();
+void InputAttribution::note(QObject* receiver, const QEvent* event, QEvent::Type type) {
     if (isAccessibilityCall(receiver, type)) {
+        m_hasClient = true;
         m_operatedByClient = nullptr;
         m_deliveries.setKeepsAll(true);
         m_deliveries.begin(receiver, event, type, presentFrame());

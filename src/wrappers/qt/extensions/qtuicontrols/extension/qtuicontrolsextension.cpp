@@ -101,7 +101,9 @@ void QtUiControlsExtension::eventCallback(QObject* object, QEvent* event) {
 }
 
 void QtUiControlsExtension::handleEvent(QObject* object, QEvent* event) {
-    m_attribution->begin(object, event);
+    if (!m_attribution->begin(object, event)) {
+        return;
+    }
     // What is neither a widget nor an item, as an action, a window, a scene or a timer, may belong
     // to either half; a widget may show a scene.
     const bool isForQuick =

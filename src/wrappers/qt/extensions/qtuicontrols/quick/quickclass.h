@@ -76,6 +76,10 @@ public:
 
     /** Null when the class has none of that name. Runs no QML. */
     QVariant read(const QObject* object, Property property) const;
+    /** The value of a property that is an enumeration or a set of flags; the other one where the
+     * class has no such property. As read(), without the look-up of the type by its name that Qt
+     * does each time. */
+    int readEnum(const QObject* object, Property property, int otherwise) const;
     /** The number of the signal that tells of changes; -1 when there is none. */
     int notifier(const QObject* object, Property property) const;
 

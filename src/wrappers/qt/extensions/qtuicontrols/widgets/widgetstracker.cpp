@@ -74,7 +74,7 @@ void WidgetsTracker::handleEvent(QObject* object, QEvent* event) {
     case QEvent::InputMethod:
     case QEvent::Drop:
         m_pieces->survey.flush();
-        m_pieces->views.settle();
+        m_pieces->views.settle(object);
         if (m_pieces->pictures != nullptr) {
             const QPointer<QObject> guard(object);
             m_pieces->pictures->takeFirst();

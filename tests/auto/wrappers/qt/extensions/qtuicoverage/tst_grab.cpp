@@ -25,13 +25,15 @@ constexpr int minimum = std::numeric_limits<int>::min();
 class TwoColours : public QWidget {
 public:
     int paints = 0;
+    int painted = 0; // pixels of the width; all of them when it is zero
 
 protected:
     void paintEvent(QPaintEvent*) override {
         ++paints;
+        const int across = painted == 0 ? width() : painted;
         QPainter painter(this);
-        painter.fillRect(rect(), Qt::blue);
-        painter.fillRect(QRect(0, 0, width() / 2, height()), Qt::red);
+        painter.fillRect(QRect(0, 0, across, height()), Qt::blue);
+        painter.fillRect(QRect(0, 0, across / 2, height()), Qt::red);
     }
 };
 
@@ -174,6 +176,7 @@ private Q_SLOTS:
         QWidget window; // which paints nothing below its opaque child
         QWidget widget(&window);
         widget.setAttribute(Qt::WA_OpaquePaintEvent);
+        window.setAttribute(Qt::WA_OpaquePaintEvent);
         window.resize(400, 300);
         widget.resize(window.size());
         window.show();
@@ -199,6 +202,17 @@ private Q_SLOTS:
         other.resize(20, 10);
         other.render(&picture);
         QCOMPARE(picture.toImage().pixelColor(0, 0), QColor(Qt::green));
+    }
+
+    /** Qt lets a widget paint as much as is asked for: an item of a menu may be wider than that. */
+    void whatIsPaintedOutsideOfTheWidgetStays() {
+        TwoColours colours;
+        colours.painted = 40;
+        colours.resize(20, 10);
+        colours.show();
+        const QImage image = grabWidget(&colours, QRect(0, 0, 40, 10));
+        QCOMPARE(image, colours.grab(QRect(0, 0, 40, 10)).toImage());
+        QCOMPARE(image.pixelColor(39, 9), QColor(Qt::blue));
     }
 
     void whatIsOpaqueAndNotPaintedAtAllIsBlack() {

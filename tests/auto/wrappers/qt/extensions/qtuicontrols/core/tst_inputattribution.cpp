@@ -59,6 +59,8 @@ class tst_InputAttribution : public TestLib::TestCase {
 
 private Q_SLOTS:
     void outsideOfDeliveriesItWasTheProgram();
+    void onlyWhatMayConcernThemGoesToTrackers();
+    void afterAClientAllGoesToTrackers();
     void inputIsItsReceivers_data();
     void inputIsItsReceivers();
     void whatAnInputHasStartedIsTheProgram_data();
@@ -78,6 +80,35 @@ void tst_InputAttribution::outsideOfDeliveriesItWasTheProgram() {
     QCOMPARE(attribution.verdict().cause, Cause::Program);
     QVERIFY(attribution.verdict().receiver == nullptr);
     QVERIFY(attribution.lastInputReceiver() == nullptr);
+}
+
+void tst_InputAttribution::onlyWhatMayConcernThemGoesToTrackers() {
+    InputAttribution attribution;
+    QObject receiver;
+    constexpr int ofAnApplication = QEvent::User + 7;
+    for (const int type : {int(QEvent::HoverMove), int(QEvent::Polish), int(QEvent::None),
+                           int(QEvent::User), ofAnApplication, int(QEvent::MaxUser)}) {
+        const QEvent event(static_cast<QEvent::Type>(type));
+        QVERIFY2(!attribution.begin(&receiver, &event), qPrintable(QString::number(type)));
+        QCOMPARE(attribution.verdict().type, QEvent::None);
+    }
+    for (const QEvent::Type type :
+         {QEvent::Show, QEvent::Hide, QEvent::Paint, QEvent::Timer, QEvent::MetaCall,
+          QEvent::MouseButtonPress, QEvent::KeyPress, QEvent::TouchBegin, QEvent::Drop}) {
+        const QEvent event(type);
+        QVERIFY2(attribution.begin(&receiver, &event), qPrintable(QString::number(type)));
+    }
+}
+
+void tst_InputAttribution::afterAClientAllGoesToTrackers() {
+    InputAttribution attribution;
+    AtSpiAdaptor bridge;
+    const QEvent call(QEvent::MetaCall);
+    const QEvent other(QEvent::User);
+    QVERIFY(!attribution.begin(&bridge, &other));
+    QVERIFY(attribution.begin(&bridge, &call));
+    attribution.end(&bridge, &call);
+    QVERIFY(attribution.begin(&bridge, &other));
 }
 
 void tst_InputAttribution::inputIsItsReceivers_data() {

@@ -44,6 +44,14 @@ void tst_QuickSurvey::everyControlIsKnownByWhatItExtends_data() {
     add("switch", two, "Switch { text: 'OK' }", "Switch \"OK\"");
     add("switch delegate", two, "SwitchDelegate { text: 'OK' }", "Switch \"OK\"");
     add("tab button", two, "TabBar { TabButton { text: 'OK' } }", "Tab \"OK\"");
+    add("tab bar and the swipe view that it goes with", two,
+        "Column { TabBar { currentIndex: v.currentIndex; TabButton { text: 'A' } TabButton { text: "
+        "'B' } } SwipeView { id: v; Item {} Item {} } }",
+        "Tab \"A\"\nTab \"B\"\nPage\nPage");
+    add("tab bar with fewer tabs than the swipe view has pages", two,
+        "Column { TabBar { TabButton { text: 'A' } } SwipeView { Item { property string title: 'a' "
+        "} Item { property string title: 'b' } } }",
+        "Tab \"A\"\nPage \"a\"\nPage \"b\"\nTab \"a\"\nTab \"b\"");
     add("combo box", two, "ComboBox { model: 3 }", "ComboBox");
     add("combo box with entries", two, "ComboBox { model: ['a', 'b'] }",
         "ComboBox\nOption \"a\"\nOption \"b\"");
@@ -107,6 +115,9 @@ void tst_QuickSurvey::everyControlIsKnownByWhatItExtends_data() {
     add("slider of the first generation", one, "Slider {}", "Slider");
     add("table of the first generation", one,
         "TableView { TableViewColumn { role: 'a'; title: 'A' } }", "Table");
+    add("tree of the first generation", one,
+        "TreeView { TableViewColumn { role: 'a'; title: 'A' } }", "Tree");
+    add("calendar of the first generation", one, "Calendar {}", "Table");
     add("group box of the first generation", one, "GroupBox { title: 'G'; Button { text: 'OK' } }",
         "Button \"OK\"");
     add("checkable group box of the first generation", one,
