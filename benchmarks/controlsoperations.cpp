@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 #include "operations.h"
-#include "qtuicontrols/core/bookofelements.h"
 #include "qtuicontrols/controlstracker.h"
+#include "qtuicontrols/core/bookofelements.h"
 #include "qtuicontrols/core/inputattribution.h"
 #include "qtuicontrols/quick/quicktracker.h"
 #include "qtuicontrols/widgets/widgetstracker.h"

@@ -99,6 +99,11 @@ void QuickPageTabs::add(QQuickItem* page, QQuickItem* swipeView, UIElement* page
 }
 
 void QuickPageTabs::settle() {
+    if (m_waiting.empty()) {
+        return;
+    }
+    const auto isGone = [](const Waiting& joined) { return joined.page.isNull(); };
+    m_joined.erase(std::remove_if(m_joined.begin(), m_joined.end(), isGone), m_joined.end());
     for (const Waiting& waiting : std::exchange(m_waiting, {})) {
         if (waiting.page.isNull() || waiting.swipeView.isNull()) {
             continue;
@@ -114,8 +119,6 @@ void QuickPageTabs::settle() {
 }
 
 void QuickPageTabs::separate(const QObject* page) {
-    const auto isGone = [](const Waiting& joined) { return joined.page.isNull(); };
-    m_joined.erase(std::remove_if(m_joined.begin(), m_joined.end(), isGone), m_joined.end());
     const auto found = std::find_if(m_joined.begin(), m_joined.end(),
                                     [page](const Waiting& joined) { return joined.page == page; });
     if (found != m_joined.end()) {

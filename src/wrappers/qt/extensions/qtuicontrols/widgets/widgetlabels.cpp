@@ -13,6 +13,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QRadioButton>
+#include <QTabBar>
 #include <QTextDocumentFragment>
 
 namespace Vorsk {
@@ -56,6 +57,17 @@ bool isSideBySide(const QBoxLayout& box) {
     return box.direction() == QBoxLayout::LeftToRight || box.direction() == QBoxLayout::RightToLeft;
 }
 
+/** Of the tab that a button lies on, as one that closes it; null when it lies on none. */
+QString tabTextOf(const QTabBar& bar, const QWidget* button) {
+    for (int i = 0; i < bar.count(); ++i) {
+        if (bar.tabButton(i, QTabBar::LeftSide) == button ||
+            bar.tabButton(i, QTabBar::RightSide) == button) {
+            return stripMnemonics(bar.tabText(i));
+        }
+    }
+    return {};
+}
+
 QString groupTitleAbove(const QWidget* widget) {
     for (const QWidget* above = widget->parentWidget(); above != nullptr && !above->isWindow();
          above = above->parentWidget()) {
@@ -72,6 +84,9 @@ QString WidgetLabels::labelOf(const QWidget* widget) {
     const QWidget* const parent = widget->parentWidget();
     if (parent == nullptr) {
         return {};
+    }
+    if (const auto* const bar = qobject_cast<const QTabBar*>(parent)) {
+        return tabTextOf(*bar, widget);
     }
     if (parent != m_parent) {
         read(parent);

@@ -42,6 +42,10 @@ void tst_QuickUsesWays::commandsTellTheirWays_data() {
         QTest::newRow(name) << QByteArray(script) << text(ways);
     };
     row("shortcut", "key Ctrl+S => save triggered", "shortcut");
+    row("shortcut after the menu was open",
+        "call menu open => nothing\nuntil menu opened true => nothing\ncall menu close => nothing\n"
+        "until menu visible false => nothing\nkey Ctrl+S => save triggered",
+        "shortcut");
     row("tool bar", "click tool => save triggered", "toolBar");
     row("menu by mouse",
         "call menu open => nothing\nuntil menu opened true => nothing\nclick item => save "
