@@ -34,6 +34,8 @@ public:
 
     /** Adds --config, --no-config, --contexts and --strict. */
     void declare(CLI::App& app);
+    /** Adds --universe and --count-unavailable. */
+    void declareUniverse(CLI::App& app);
     /** Adds --fail-under and the like. */
     void declareGates(CLI::App& app);
     /** Adds the files. */
@@ -80,6 +82,8 @@ public:
 private:
     bool mergeGates(Console::Terminal& terminal);
     bool isWanted(const Runs::Run& run) const;
+    bool readUniverse(const std::function<void(const Runs::Run&)>& take,
+                      Console::Terminal& terminal);
     QStringList pathsOf(const std::vector<std::string>& files, Console::Terminal& terminal) const;
 
     std::vector<std::string> m_files;
@@ -88,6 +92,8 @@ private:
     std::vector<std::string> m_contexts;
     std::string m_extension;
     bool m_isStrict = false;
+    std::vector<std::string> m_universe;
+    bool m_countsUnavailable = false;
     double m_failUnder = -1;
     std::vector<std::string> m_failUnderWindows;
     std::vector<std::string> m_requiredWindows;
