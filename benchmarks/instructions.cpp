@@ -24,14 +24,16 @@ Q_DECL_EXPORT Q_NEVER_INLINE void measured(const Operation::Work& work) {
 int main(int argc, char* argv[]) {
     const QApplication application(argc, argv);
     const DiscardingHook hook;
-    for (const Operation& operation : operations()) {
-        if (argc > 1 && std::strcmp(argv[1], operation.name) != 0) {
-            continue;
-        }
-        for (const int items : {300, 2400}) {
-            const Operation::Work work = operation.prepare(items);
-            measured(work);
-            std::printf("%d %s\n", items, operation.name);
+    for (const std::vector<Operation>* const all : {&operations(), &controlsOperations()}) {
+        for (const Operation& operation : *all) {
+            if (argc > 1 && std::strcmp(argv[1], operation.name) != 0) {
+                continue;
+            }
+            for (const int items : {300, 2400}) {
+                const Operation::Work work = operation.prepare(items);
+                measured(work);
+                std::printf("%d %s\n", items, operation.name);
+            }
         }
     }
     return 0;

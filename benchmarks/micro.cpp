@@ -49,7 +49,9 @@ std::vector<std::string> translated(int argc, char* argv[]) {
 int main(int argc, char* argv[]) {
     const QApplication application(argc, argv);
     const DiscardingHook hook;
-    for (const Operation& operation : operations()) {
+    std::vector<Operation> all = operations();
+    all.insert(all.end(), controlsOperations().cbegin(), controlsOperations().cend());
+    for (const Operation& operation : all) {
         // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): the library keeps it
         benchmark::RegisterBenchmark(operation.name, measure, operation)
             ->Arg(1000)

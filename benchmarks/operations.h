@@ -17,5 +17,7 @@ struct Operation {
     Work (*prepare)(int items);
 };
 
-/** All of them; there has to be a QApplication, and a DiscardingHook in place of the host's. */
+// All of them, of the classic extension with what both use, and of the controls extension; there
+// has to be a QApplication, and a DiscardingHook in place of the host's.
 const std::vector<Operation>& operations();
+const std::vector<Operation>& controlsOperations();

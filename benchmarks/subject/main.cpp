@@ -1,9 +1,10 @@
 // SPDX-FileCopyrightText: the uicov authors
 // SPDX-License-Identifier: MIT
 
-// subject-KIND LEAVES FILE [PART]: one program of that kind ("widgets", "quick") and size, from its
-// first window to the last; what each phase cost goes into the file as JSON. With PART all that is
-// repeated happens that many times less often, as suits a slow instrument. A process measures once.
+// subject-KIND LEAVES FILE [PART]: one program of that kind ("widgets", "quick", "areas") and size,
+// from its first window to the last; what each phase cost goes into the file as JSON. With PART all
+// that is repeated happens that many times less often, as suits a slow instrument. A process
+// measures once.
 #include "phases.h"
 
 #if defined(SUBJECT_widgets)

@@ -14,9 +14,21 @@
 
 namespace {
 
+#if defined(SUBJECT_areas)
+// What an interface without Qt's controls is made of; Qt Quick alone is loaded for it.
+constexpr char imports[] = "";
+constexpr char leaf[] = "MouseArea { width: 30; height: 10; objectName: 'area' + index }";
+constexpr char leafClass[] = "QQuickMouseArea";
+const char* const clicked = SIGNAL(clicked(QQuickMouseEvent*));
+#else
+constexpr char imports[] = "import QtQuick.Controls 2.2\n";
+constexpr char leaf[] = "Button { text: 'Control ' + index }";
+constexpr char leafClass[] = "QQuickAbstractButton";
+const char* const clicked = SIGNAL(clicked());
+#endif
+
 constexpr char source[] = R"(
 import QtQuick 2.9
-import QtQuick.Controls 2.2
 import QtQuick.Window 2.2
 
 Window {
@@ -27,7 +39,7 @@ Window {
         columns: 40
         Repeater {
             model: leaves
-            Button { text: "Control " + index }
+            %1
         }
     }
 }
@@ -43,7 +55,7 @@ void QuickSubject::buildAndShow(int leaves) {
     m_engine = std::make_unique<QQmlEngine>();
     m_engine->rootContext()->setContextProperty(QStringLiteral("leaves"), leaves);
     QQmlComponent component(m_engine.get());
-    component.setData(source, QUrl());
+    component.setData(imports + QByteArray(source).replace("%1", leaf), QUrl());
     m_window.reset(qobject_cast<QQuickWindow*>(component.create()));
     if (!m_window) {
         qFatal("the window cannot be made: %s", qPrintable(component.errorString()));
@@ -51,9 +63,9 @@ void QuickSubject::buildAndShow(int leaves) {
     const auto* const grid = m_window->findChild<QQuickItem*>(QStringLiteral("grid"));
     const QList<QQuickItem*> items = grid->childItems();
     for (QQuickItem* item : items) {
-        if (item->inherits("QQuickAbstractButton")) {
+        if (item->inherits(leafClass)) {
             m_leaves.append(item);
-            connect(item, SIGNAL(clicked()), this, SLOT(countClick()));
+            connect(item, clicked, this, SLOT(countClick()));
         }
     }
     bool isPainted = false;

@@ -57,7 +57,7 @@ QString TestFunction::name() const {
     QString name = QString::fromUtf8(m_function);
     const QObject* const object = m_testObject();
     if (object != nullptr) {
-        name.prepend(QString::fromLatin1(object->metaObject()->className()) + QStringLiteral("::"));
+        name.prepend(QString::fromUtf8(object->metaObject()->className()) + QStringLiteral("::"));
     }
     if (!m_row.isEmpty()) {
         name += QLatin1Char('(') + QString::fromUtf8(m_row) + QLatin1Char(')');

@@ -47,9 +47,10 @@ QString endOf(const QProcess& process) {
 
 } // namespace
 
-MonkeyRun::MonkeyRun(const QString& program, quint32 seed)
+MonkeyRun::MonkeyRun(const QString& program, quint32 seed, const QString& display)
     : m_program(program)
-    , m_seed(seed) {
+    , m_seed(seed)
+    , m_display(display) {
     if (::geteuid() == 0) {
         const QByteArray home = m_home.path().toLocal8Bit();
         if (::chown(home.constData(), nobody, nobody) != 0) {
@@ -67,7 +68,7 @@ QProcessEnvironment MonkeyRun::environment() const {
                                    "XDG_CACHE_HOME", "XDG_DATA_HOME"}) {
         set(name, m_home.path());
     }
-    set("QT_QPA_PLATFORM", QStringLiteral("offscreen"));
+    set("QT_QPA_PLATFORM", QLatin1String(m_display.isEmpty() ? "offscreen" : "xcb"));
     set("QT_QUICK_BACKEND", QStringLiteral("software"));
     set("QT_MESSAGE_PATTERN", QStringLiteral("%{type}|%{category}|%{message}"));
     set("QT_HASH_SEED", QStringLiteral("0"));
@@ -75,6 +76,9 @@ QProcessEnvironment MonkeyRun::environment() const {
     set("QT_QPA_GENERIC_PLUGINS", QStringLiteral("uicovmonkey"));
     set("UICOV_MONKEY_SEED", QString::number(m_seed));
     environment.remove(QStringLiteral("DISPLAY"));
+    if (!m_display.isEmpty()) {
+        set("DISPLAY", m_display);
+    }
     return environment;
 }
 
@@ -113,7 +117,7 @@ MonkeyRun::Outcome MonkeyRun::alone() {
     return run({m_program});
 }
 
-MonkeyRun::Outcome MonkeyRun::recorded(bool withScreenshots) {
+MonkeyRun::Outcome MonkeyRun::recorded(Way way) {
     const QString recording = m_home.filePath(QStringLiteral("monkey.uirec"));
     QFile::remove(recording);
     QStringList command{QStringLiteral(UICOV_PROGRAM),
@@ -123,7 +127,10 @@ MonkeyRun::Outcome MonkeyRun::recorded(bool withScreenshots) {
                         m_home.filePath(QStringLiteral("monkey.uicov")),
                         QStringLiteral("--recording"),
                         recording};
-    if (withScreenshots) {
+    if (way.isClassic) {
+        command.append(QStringLiteral("--classic"));
+    }
+    if (way.withScreenshots) {
         command.append(QStringLiteral("--screenshots"));
     }
     Outcome outcome = run(command + QStringList{QStringLiteral("--"), m_program});

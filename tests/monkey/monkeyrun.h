@@ -27,10 +27,17 @@ public:
         QString recordingProblem;
     };
 
-    MonkeyRun(const QString& program, quint32 seed);
+    /** How the program is recorded. */
+    struct Way {
+        bool isClassic = false;
+        bool withScreenshots = false;
+    };
+
+    /** @param display of an X server; without one the program runs offscreen */
+    MonkeyRun(const QString& program, quint32 seed, const QString& display);
 
     Outcome alone();
-    Outcome recorded(bool withScreenshots);
+    Outcome recorded(Way way);
 
 private:
     Outcome run(const QStringList& command);
@@ -38,5 +45,6 @@ private:
 
     QString m_program;
     quint32 m_seed;
+    QString m_display;
     QTemporaryDir m_home;
 };

@@ -15,6 +15,9 @@ constexpr char examples[] = UICOV_EXAMPLES;
 /** How often the program is given the chance to show that it does the same alone. */
 constexpr int mostRounds = 4;
 
+/** Two extensions, each without pictures and with them. */
+constexpr int ways = 4;
+
 QString listed(const QSet<QString>& lines) {
     return QStringList(lines.cbegin(), lines.cend()).join(QLatin1Char('\n'));
 }
@@ -23,7 +26,8 @@ QString listed(const QSet<QString>& lines) {
 
 /**
  * Programs that a monkey uses behave with the extension as they do without it. UICOV_MONKEY=all
- * takes all programs; otherwise those with a star. UICOV_MONKEY_SEED says another seed.
+ * takes all programs in all ways; otherwise those with a star, in turns. UICOV_MONKEY_SEED says
+ * another seed, UICOV_MONKEY_DISPLAY an X server to run on.
  */
 class TestMonkey : public TestLib::TestCase {
     Q_OBJECT
@@ -33,6 +37,7 @@ class TestMonkey : public TestLib::TestCase {
 private Q_SLOTS:
     void theProgramNoticesNothing_data() {
         QTest::addColumn<QString>("program");
+        QTest::addColumn<bool>("isClassic");
         QTest::addColumn<bool>("withScreenshots");
         QFile list(QStringLiteral(PROGRAM_LIST));
         QVERIFY(list.open(QIODevice::ReadOnly));
@@ -46,21 +51,33 @@ private Q_SLOTS:
             }
             line = isInSample ? line.mid(2) : line;
             const bool isAbsolute = line.startsWith(QLatin1Char('/'));
-            QTest::newRow(qPrintable(line))
-                << (isAbsolute ? line : QLatin1String(examples) + line) << (number++ % 2 == 1);
+            // In turns the ways are: controls, classic, and both of them with pictures.
+            for (int way = 0; way < ways; ++way) {
+                if (takesAll() || number % ways == way) {
+                    const bool isClassic = way % 2 == 1;
+                    const bool withScreenshots = way >= 2;
+                    QTest::newRow(qPrintable(line + QLatin1String(isClassic ? ", classic" : "") +
+                                             QLatin1String(withScreenshots ? ", pictures" : "")))
+                        << (isAbsolute ? line : QLatin1String(examples) + line) << isClassic
+                        << withScreenshots;
+                }
+            }
+            ++number;
         }
         QVERIFY(number > 0);
     }
 
     void theProgramNoticesNothing() {
         QFETCH(QString, program);
+        QFETCH(bool, isClassic);
         QFETCH(bool, withScreenshots);
         if (!QFile::exists(program)) {
             QSKIP("is not installed");
         }
         bool isNumber = false;
         const int asked = qEnvironmentVariableIntValue("UICOV_MONKEY_SEED", &isNumber);
-        MonkeyRun monkey(program, static_cast<quint32>(isNumber ? asked : 1));
+        MonkeyRun monkey(program, static_cast<quint32>(isNumber ? asked : 1),
+                         qEnvironmentVariable("UICOV_MONKEY_DISPLAY"));
         QSet<QString> endsAlone;
         QSet<QString> linesAlone;
         MonkeyRun::Outcome recorded;
@@ -72,7 +89,7 @@ private Q_SLOTS:
             endsAlone.insert(alone.end);
             linesAlone += alone.lines;
             if (!isRecorded) {
-                recorded = monkey.recorded(withScreenshots);
+                recorded = monkey.recorded({isClassic, withScreenshots});
                 isRecorded = true;
             }
             if (endsAlone.contains(recorded.end) && linesAlone.contains(recorded.lines)) {

@@ -36,8 +36,9 @@ ControlsProbe::~ControlsProbe() {
 }
 
 bool ControlsProbe::eventFilter(QObject* watched, QEvent* event) {
-    m_attribution.begin(watched, event);
-    m_tracker->handleEvent(watched, event);
+    if (m_attribution.begin(watched, event)) {
+        m_tracker->handleEvent(watched, event);
+    }
     return false;
 }
 

@@ -135,6 +135,8 @@ QString QuickScript::runPointerStep(const QString& verb, const QStringList& word
         QTest::touchEvent(window, finger()).release(0, at, window);
     } else if (verb == text("drag") || verb == text("touchDrag")) {
         drag(*window, at, place(words, 2), verb == text("touchDrag"));
+    } else if (verb == text("pinch")) {
+        pinch(*window, at, place(words, 2));
     } else if (verb == text("wheel")) {
         const QPoint angle(0, 8 * words.value(1).toInt());
         QWheelEvent event(place({words.first()}, 1), window->mapToGlobal(at), QPoint(), angle,
@@ -168,6 +170,31 @@ void QuickScript::drag(QQuickWindow& window, QPoint from, QPoint to, bool isTouc
     } else {
         QTest::mouseRelease(&window, Qt::LeftButton, Qt::NoModifier, to);
     }
+}
+
+void QuickScript::pinch(QQuickWindow& window, QPoint middle, QPoint end) {
+    constexpr int steps = 8;
+    const QPoint way = end - middle;
+    const auto send = [&](int step,
+                          void (*set)(QTest::QTouchEventSequence&, int, QPoint, QWindow*)) {
+        QTest::QTouchEventSequence both = QTest::touchEvent(&window, finger());
+        const QPoint apart = way / 4 + way * step / (2 * steps);
+        set(both, 0, middle - apart, &window);
+        set(both, 1, middle + apart, &window);
+        both.commit();
+        QCoreApplication::processEvents();
+    };
+    send(0, [](QTest::QTouchEventSequence& touch, int id, QPoint at, QWindow* on) {
+        touch.press(id, at, on);
+    });
+    for (int step = 1; step <= steps; ++step) {
+        send(step, [](QTest::QTouchEventSequence& touch, int id, QPoint at, QWindow* on) {
+            touch.move(id, at, on);
+        });
+    }
+    send(steps, [](QTest::QTouchEventSequence& touch, int id, QPoint at, QWindow* on) {
+        touch.release(id, at, on);
+    });
 }
 
 QString QuickScript::runKeyStep(const QString& verb, const QString& typed) {

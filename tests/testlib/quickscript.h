@@ -35,8 +35,8 @@ namespace TestLib {
  *     click | rightClick | doubleClick | press | move | touch | hover THING [PLACE]
  *     release                                       what press has pressed
  *     drag | touchDrag THING PLACE PLACE
- *     wheel THING DEGREES
- *     key KEYS                                      as "Ctrl+S"; to the active window
+ *     pinch THING PLACE PLACE                       with two fingers, apart from the first place;
+ * one of them ends near the second wheel THING DEGREES key KEYS as "Ctrl+S"; to the active window
  *     hold KEYS | let KEYS
  *     type TEXT
  *     compose TEXT | commit TEXT                    by input method
@@ -63,6 +63,7 @@ private:
     QString runKeyStep(const QString& verb, const QString& text);
     QString runProgramStep(const QString& verb, const QStringList& words);
     void drag(QQuickWindow& window, QPoint from, QPoint to, bool isTouch);
+    static void pinch(QQuickWindow& window, QPoint middle, QPoint end);
     QObject* object(const QString& name) const;
     QQuickItem* itemOf(const QString& name) const;
     QPoint place(const QStringList& words, int index) const;

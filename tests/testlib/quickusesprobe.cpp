@@ -120,8 +120,7 @@ ElementBook& QuickUsesProbe::book() {
 }
 
 void QuickUsesProbe::begin(QObject* receiver, QEvent* event) {
-    m_attribution.begin(receiver, event);
-    if (!receiver->isWidgetType()) {
+    if (m_attribution.begin(receiver, event) && !receiver->isWidgetType()) {
         m_tracker->handleEvent(receiver, event);
     }
 }

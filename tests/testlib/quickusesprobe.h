@@ -3,9 +3,9 @@
 
 #pragma once
 
-#include "qtuicontrols/bookofelements.h"
 #include "qtuicontrols/controlstracker.h"
-#include "qtuicontrols/inputattribution.h"
+#include "qtuicontrols/core/bookofelements.h"
+#include "qtuicontrols/core/inputattribution.h"
 #include "testlib/fakehook.h"
 #include "testlib/fakehost.h"
 #include "tracking/streamuielementexporter.h"

@@ -4,8 +4,8 @@
 #pragma once
 
 #include "qtuicontrols/attribution.h"
-#include "qtuicontrols/bookofelements.h"
 #include "qtuicontrols/controlstracker.h"
+#include "qtuicontrols/core/bookofelements.h"
 #include "qtuicontrols/quick/quicksurvey.h"
 #include "testlib/fakehook.h"
 #include "tracking/streamuielementexporter.h"

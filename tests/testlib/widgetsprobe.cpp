@@ -117,7 +117,8 @@ void WidgetsProbe::keep(const ElementStore& store) {
 }
 
 bool WidgetsProbe::eventFilter(QObject* watched, QEvent* event) {
-    if (m_tracker) {
+    // As the extension does.
+    if (m_tracker && Vorsk::UICoverage::QtWidgetsCoverageTracker::isOfInterest(event->type())) {
         m_tracker->handleEvent(watched, event);
     }
     return false;

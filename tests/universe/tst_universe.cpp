@@ -16,6 +16,8 @@ namespace {
 constexpr double leastUniverse = 99;
 constexpr double leastRecall = 98;
 constexpr double leastPrecision = 99;
+/** Recordings of a program that does not end in order. */
+constexpr int mostTries = 3;
 
 int number(const char* variable, int otherwise) {
     bool isNumber = false;
@@ -70,11 +72,20 @@ void TestUniverse::controlsAreKnownAndCountedTruly() {
     QVERIFY2(QFile::exists(command.first()), "is not installed: scripts/bootstrap");
     ProgramRun run(command, static_cast<quint32>(number("UICOV_UNIVERSE_SEED", 1)),
                    number("UICOV_UNIVERSE_STEPS", 300));
-    if (!run.record(QStringLiteral(EXTENSION))) {
-        const QString end = run.end() + QLatin1Char('\n') + run.lines().join(QLatin1Char('\n'));
-        QVERIFY2(!run.play(), qPrintable(end)); // some programs end so by themselves
-        QCOMPARE(end.section(QLatin1Char('\n'), 0, 0), run.end());
-        qInfo("%s, as it does alone", qPrintable(run.end()));
+    // Pressed without sense, some programs compute without end or use what they have deleted, now
+    // and then: no two runs take the same time. What a recorder does wrong is there each time, or
+    // in more than one of these programs.
+    bool isInOrder = false;
+    for (int i = 0; i < mostTries && !isInOrder; ++i) {
+        isInOrder = run.record(QStringLiteral(EXTENSION));
+        if (!isInOrder) {
+            qInfo("%s\n%s", qPrintable(run.end()), qPrintable(run.lines().join(QLatin1Char('\n'))));
+        }
+    }
+    if (!isInOrder) {
+        const QString end = run.end();
+        QVERIFY2(!run.play(), qPrintable(end));
+        QCOMPARE(end, run.end());
     }
     JournalFile journal;
     ControlsRecording recording;

@@ -12,6 +12,11 @@ namespace {
 /** What a press starts and an application finishes later, in microseconds. */
 constexpr qint64 afterwards = 1500000;
 
+/** A press whose slot runs an event loop of its own ends when that does. */
+constexpr qint64 longAfterwards = 15000000;
+/** Between what Qt tells and what is recorded of it. */
+constexpr qint64 atOnce = 5000;
+
 bool isPress(const QString& what) {
     return what == QLatin1String("press") || what == QLatin1String("touch") ||
            what == QLatin1String("doubleClick");
@@ -55,6 +60,13 @@ bool pressesButtonOf(const JournalFile::Happening& input, const JournalFile::Obj
             input.key == Qt::Key_Escape) &&
            (object.className == QLatin1String("QDialog") ||
             object.bases.contains(QLatin1String("QDialog")));
+}
+
+/** An arrow key on one of several radio buttons chooses its neighbour. */
+bool choosesNeighbour(const JournalFile::Happening& input, const JournalFile::Object& object) {
+    return input.key >= Qt::Key_Left && input.key <= Qt::Key_Down &&
+           (object.className == QLatin1String("QRadioButton") ||
+            object.bases.contains(QLatin1String("QRadioButton")));
 }
 
 bool isIn(const ControlsRecording::Use& use, qint64 from, qint64 to) {
@@ -250,7 +262,9 @@ void Comparison::comparePrecision() {
 
 /** Whether the element, or what is a part of it, was given input shortly before. */
 bool Comparison::isGiven(int element, qint64 time) const {
-    const qint64 start = reachOf(time);
+    const qint64 start = isToldBetween(element, time - atOnce, time + atOnce)
+                             ? time - longAfterwards
+                             : reachOf(time);
     const auto& inputs = m_journal.inputs;
     auto it = std::upper_bound(inputs.cbegin(), inputs.cend(), time,
                                [](qint64 value, const auto& input) { return value < input.time; });
@@ -260,6 +274,7 @@ bool Comparison::isGiven(int element, qint64 time) const {
     const auto& used = m_recording.elements.at(element);
     const int parent = parts.contains(used.type) ? m_recording.parentOf(element) : -1;
     const bool isButton = used.type == QLatin1String("Button");
+    const bool isRadioButton = used.type == QLatin1String("RadioButton");
     const bool isLink = used.type == QLatin1String("Link");
     QSet<int> tried;
     while (it != inputs.cbegin() && (--it)->time >= start) {
@@ -267,7 +282,8 @@ bool Comparison::isGiven(int element, qint64 time) const {
         if (it->entry != 0 && m_matching.mayBe(element, it->entry)) {
             return true;
         }
-        if (isButton && pressesButtonOf(*it, object)) {
+        if ((isButton && pressesButtonOf(*it, object)) ||
+            (isRadioButton && choosesNeighbour(*it, object))) {
             return true;
         }
         if (!tried.contains(it->object) &&
@@ -298,9 +314,14 @@ qint64 Comparison::reachOf(qint64 time) const {
 }
 
 bool Comparison::isTriggered(int element, qint64 time) const {
-    return std::any_of(
-        m_journal.reactions.cbegin(), m_journal.reactions.cend(), [&](const auto& reaction) {
-            return reaction.time >= time - afterwards && reaction.time <= time + afterwards &&
-                   m_matching.mayBe(element, reaction.object);
-        });
+    return isToldBetween(element, time - afterwards, time + afterwards);
+}
+
+/** Whether an object that the element may stand for told of a reaction then. */
+bool Comparison::isToldBetween(int element, qint64 from, qint64 to) const {
+    return std::any_of(m_journal.reactions.cbegin(), m_journal.reactions.cend(),
+                       [&](const auto& reaction) {
+                           return reaction.time >= from && reaction.time <= to &&
+                                  m_matching.mayBe(element, reaction.object);
+                       });
 }

@@ -55,6 +55,7 @@ private:
     bool isGiven(int element, qint64 time) const;
     qint64 reachOf(qint64 time) const;
     bool isTriggered(int element, qint64 time) const;
+    bool isToldBetween(int element, qint64 from, qint64 to) const;
     QString describe(int object) const;
 
     const JournalFile& m_journal;

@@ -75,6 +75,13 @@ QVector<int> Matching::candidatesOf(const JournalFile::Object& object) const {
                                                 (isNamed || isForeignName(element, object)));
                                     }),
                      candidates.end());
+    // The element that is called otherwise as well is rather that of another object.
+    const auto otherNames = [&](int element) {
+        const QStringList& names = m_recording.elements.at(element).names;
+        return names.size() - Names::common(names, object.names);
+    };
+    std::stable_sort(candidates.begin(), candidates.end(),
+                     [&](int a, int b) { return otherNames(a) < otherNames(b); });
     return candidates;
 }
 

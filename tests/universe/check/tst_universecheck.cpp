@@ -46,8 +46,11 @@ private Q_SLOTS:
 
     void aUseWithoutInputIsWrong();
     void aUseLongAfterTheInputIsWrong();
+    void aSlotThatTakesLongDelaysTheUse();
     void anEntryIsUsedByTheInputOfItsControl();
     void returnPressesTheDefaultButton();
+    void anArrowKeyChoosesTheNeighbour_data();
+    void anArrowKeyChoosesTheNeighbour();
 
     void exceptionsAreTakenOut();
     void exceptionsNeedAReason();
@@ -275,6 +278,18 @@ void TestUniverseCheck::aUseLongAfterTheInputIsWrong() {
     QCOMPARE(compare().precision().good(), 0);
 }
 
+void TestUniverseCheck::aSlotThatTakesLongDelaysTheUse() {
+    object(1, "QPushButton", "OK");
+    object(2, "QPushButton", "Cancel");
+    press(1 * second, 1, false);
+    press(3 * second, 2, false);
+    press(5 * second, 2, false);
+    use(control("Button", "QPushButton", "OK"), 9 * second);
+    QCOMPARE(compare().precision().good(), 0);
+    journal(R"({"k":"signal","name":"clicked","in":false,"t":9000001,"o":1})");
+    QCOMPARE(compare().precision().good(), 1);
+}
+
 void TestUniverseCheck::anEntryIsUsedByTheInputOfItsControl() {
     object(1, "QComboBox", "Style");
     press(1 * second, 1, true);
@@ -294,6 +309,26 @@ void TestUniverseCheck::returnPressesTheDefaultButton() {
     journal(R"({"k":"input","type":"KeyPress","t":1000001,"o":2,"key":16777220})");
     use(control("Button", "QPushButton", "OK"), 1 * second + 3);
     QCOMPARE(compare().precision().good(), 1);
+}
+
+void TestUniverseCheck::anArrowKeyChoosesTheNeighbour_data() {
+    QTest::addColumn<int>("key");
+    QTest::addColumn<bool>("isRight");
+    QTest::newRow("left") << int(Qt::Key_Left) << true;
+    QTest::newRow("down") << int(Qt::Key_Down) << true;
+    QTest::newRow("space") << int(Qt::Key_Space) << false;
+}
+
+void TestUniverseCheck::anArrowKeyChoosesTheNeighbour() {
+    QFETCH(int, key);
+    object(1, "QRadioButton", "Portrait");
+    object(2, "QRadioButton", "Landscape");
+    journal(R"({"k":"step","what":"key","t":1000000})");
+    journal(R"({"k":"input","type":"KeyPress","t":1000001,"o":1,"key":)" + QByteArray::number(key) +
+            "}");
+    control("RadioButton", "QRadioButton", "Portrait");
+    use(control("RadioButton", "QRadioButton", "Landscape"), 1 * second + 3);
+    QTEST(compare().precision().good() == 1, "isRight");
 }
 
 void TestUniverseCheck::exceptionsAreTakenOut() {

@@ -160,7 +160,8 @@ void InputWatch::watch(QObject* object) {
             watchSignal(object, further.signal);
         }
     }
-    if (isView) {
+    // In a list of completions nothing stays selected; its text tells what was taken over.
+    if (isView && Kinship::completedBy(object) == nullptr) {
         watchSelection(object);
     }
 }

@@ -3,6 +3,7 @@
 
 #include "kinship.h"
 
+#include <QAbstractItemView>
 #include <QAbstractScrollArea>
 #include <QAction>
 #include <QMenu>
@@ -71,7 +72,7 @@ constexpr const char* firstControls[] = {
 
 /** Windows of their own that belong to a control all the same. */
 constexpr const char* partWindows[] = {"QComboBoxPrivateContainer", "QCalendarPopup",
-                                       "QQuickPopupItem", "QCompleterListView"};
+                                       "QQuickPopupItem"};
 
 template <std::size_t N>
 bool isOneOf(const QObject* object, const char* const (&classes)[N]) {
@@ -112,10 +113,17 @@ bool isPopupOfItsOwn(const QObject* object) {
 bool isTop(const QObject* object) {
     const auto* const widget = qobject_cast<const QWidget*>(object);
     return object->isWindowType() || isPopupOfItsOwn(object) ||
-           (widget != nullptr && widget->isWindow() && !isOneOf(object, partWindows));
+           (widget != nullptr && widget->isWindow() && !isOneOf(object, partWindows) &&
+            completedBy(object) == nullptr);
 }
 
 } // namespace
+
+QObject* completedBy(const QObject* object) {
+    const auto* const list = qobject_cast<const QAbstractItemView*>(object);
+    return list != nullptr && list->isWindow() && list->parent() == nullptr ? list->focusProxy()
+                                                                            : nullptr;
+}
 
 QString className(const QMetaObject* meta) {
     const QString name = QString::fromLatin1(meta->className());
@@ -171,6 +179,9 @@ QObject* parentOf(const QObject* object) {
     }
     if (object->inherits("QQuickPopup") && object->parent() == nullptr) {
         return object->property("parent").value<QObject*>();
+    }
+    if (QObject* const text = completedBy(object)) {
+        return text;
     }
     return object->parent();
 }

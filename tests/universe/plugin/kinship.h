@@ -38,6 +38,8 @@ std::vector<QObject*> chainOf(QObject* object);
 
 /** The text that the menu, or the entry of one, copies, pastes and undoes in; null of others. */
 QObject* editedBy(const QObject* object);
+/** The text that a list of completions is for; null of any other object. */
+QObject* completedBy(const QObject* object);
 /** The controls inside of an object of Qt Quick that is none itself; the outermost of each. */
 std::vector<QObject*> innerOf(const QObject* object);
 

@@ -90,6 +90,16 @@ bool isPassing(const QWindow& window) {
            window.type() == Qt::Popup || window.inherits("QQuickWindow");
 }
 
+/** Whoever agrees has another process, which nobody watches. */
+bool offersToStartAgain(const QWindow& window) {
+    return window.title().contains(QLatin1String("restart"), Qt::CaseInsensitive);
+}
+
+void pressEscape(QWindow* window) {
+    qt_handleKeyEvent(window, QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier, QString(), false,
+                      1);
+}
+
 } // namespace
 
 Player::Player(const QString& journal, quint32 seed, int steps)
@@ -179,6 +189,12 @@ void Player::act() {
         release(place.window == held.window ? place : held, Qt::LeftButton);
         return;
     }
+    QWindow* const modal = QGuiApplication::modalWindow();
+    if (modal != nullptr && offersToStartAgain(*modal)) {
+        note("leave", {modal, QPointF()});
+        pressEscape(modal);
+        return;
+    }
     const quint32 choice = m_random.bounded(100U);
     const Place place = choose(choice < RandomPress ? choice < AimedDoubleClick : choice < Wheel);
     if (place.window == nullptr) {
@@ -214,8 +230,7 @@ void Player::act() {
     } else if (isPassing(*place.window)) { // others may be the last one, which would end it all
         note("leave", place);
         if (choice < Leave || place.window->inherits("QQuickWindow")) {
-            qt_handleKeyEvent(place.window, QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier,
-                              QString(), false, 1);
+            pressEscape(place.window);
         } else {
             place.window->close();
         }
@@ -362,6 +377,11 @@ void Player::end() {
     }
     m_journal.write({{QStringLiteral("k"), QStringLiteral("done")}});
     m_journal.flush();
+    // A field that loses the focus while its window is being destroyed tells slots of what is no
+    // longer there: some programs do not live through that, recorded or not.
+    if (QWidget* const focused = QApplication::focusWidget()) {
+        focused->clearFocus();
+    }
     std::fputs("universe: done\n", stderr);
     QCoreApplication::exit(0);
 }

@@ -18,7 +18,7 @@
 namespace {
 
 /** Until then a slow and busy machine has done what was asked of it. */
-constexpr int patience = 120000;
+constexpr int patience = 60000;
 constexpr uid_t nobody = 65534;
 
 /** A process, and all that it starts in turn, that can be ended as one. */
@@ -48,6 +48,7 @@ ProgramRun::ProgramRun(const QStringList& command, quint32 seed, int steps)
     : m_command(command)
     , m_seed(seed)
     , m_steps(steps) {
+    giveAway(m_folder.path());
     giveAway(m_home.path());
 }
 
@@ -71,13 +72,13 @@ QProcessEnvironment ProgramRun::environment() const {
     set("UICOV_UNIVERSE_STEPS", QString::number(m_steps));
     // KDE's programs talk to a session that is not there, others to one that nobody meant.
     set("DBUS_SESSION_BUS_ADDRESS",
-        QStringLiteral("unix:path=") + m_home.filePath(QStringLiteral("no-bus")));
+        QStringLiteral("unix:path=") + m_folder.filePath(QStringLiteral("no-bus")));
     environment.remove(QStringLiteral("DISPLAY"));
     return environment;
 }
 
 bool ProgramRun::record(const QString& extension) {
-    const QString options = m_home.filePath(QStringLiteral("options.ini"));
+    const QString options = m_folder.filePath(QStringLiteral("options.ini"));
     QSettings settings(options, QSettings::IniFormat);
     settings.setValue(QStringLiteral("host/extension"), extension);
     settings.setValue(QStringLiteral("host/recording"), recording());
@@ -99,7 +100,7 @@ bool ProgramRun::record(const QString& extension) {
 bool ProgramRun::play() {
     QProcessEnvironment environment = this->environment();
     environment.insert(QStringLiteral("UICOV_UNIVERSE_JOURNAL"),
-                       m_home.filePath(QStringLiteral("alone.jsonl")));
+                       m_folder.filePath(QStringLiteral("alone.jsonl")));
     return run(environment);
 }
 

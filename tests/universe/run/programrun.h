@@ -30,8 +30,8 @@ public:
     bool play();
 
     QString end() const { return m_end; }
-    QString journal() const { return m_home.filePath(QStringLiteral("journal.jsonl")); }
-    QString recording() const { return m_home.filePath(QStringLiteral("run.uirec")); }
+    QString journal() const { return m_folder.filePath(QStringLiteral("journal.jsonl")); }
+    QString recording() const { return m_folder.filePath(QStringLiteral("run.uirec")); }
     /** What it wrote to standard error, each once, sorted, with the numbers taken out. */
     QStringList lines() const { return m_lines; }
 
@@ -43,6 +43,8 @@ private:
     QStringList m_command;
     quint32 m_seed;
     int m_steps;
+    /** What is written while it runs is not in its home, where file dialogs would see it grow. */
+    QTemporaryDir m_folder;
     QTemporaryDir m_home;
     QString m_end;
     QStringList m_lines;

@@ -5,11 +5,12 @@
 
 #include "commands/cli/exitcode.h"
 #include "commands/cli/helpformatter.h"
+#include "commands/cli/runfilter.h"
 #include "console/terminal.h"
-#include "store/datafile.h"
 #include "store/datafilepath.h"
 #include "store/datafilewriter.h"
 #include "store/filelock.h"
+#include "store/leftovers.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -23,7 +24,7 @@ using Cli::Done;
 using Cli::Failed;
 using Cli::setUsage;
 using Runs::Run;
-using Store::DataFile;
+using Store::DataFileWriter;
 
 namespace {
 
@@ -38,12 +39,10 @@ Examples:
 /** Whether the run was asked for; several conditions of one kind are alternatives. */
 bool isMeant(const Run& run, const QStringList& uuids, const QStringList& labels) {
     const auto isCalled = [&run](const QString& start) {
-        return run.uuid.startsWith(start, Qt::CaseInsensitive);
+        return Cli::RunFilter::isCalled(run, start);
     };
     const auto hasLabel = [&run](const QString& label) {
-        const auto found = run.labels.constFind(label.section(QLatin1Char('='), 0, 0));
-        return found != run.labels.cend() &&
-               (!label.contains(QLatin1Char('=')) || *found == label.section(QLatin1Char('='), 1));
+        return Cli::RunFilter::hasLabel(run, label);
     };
     return std::any_of(uuids.cbegin(), uuids.cend(), isCalled) ||
            std::any_of(labels.cbegin(), labels.cend(), hasLabel);
@@ -122,13 +121,15 @@ int EraseCommand::run(Console::Terminal& terminal) {
 }
 
 int EraseCommand::eraseFile(const QString& path, Console::Terminal& terminal) const {
-    if (const auto problem = Store::DataFileWriter::checkOutput(path)) {
+    if (const auto problem = DataFileWriter::checkOutput(path)) {
         terminal.error({problem->message, path + QStringLiteral(": is no data file that can be "
                                                                 "read and not erased; remove it "
                                                                 "yourself")});
         return Failed;
     }
     QFile file(path);
+    // What SQLite left beside it would be applied to the next file of that name.
+    Store::removeJournals(path);
     if (!file.remove()) {
         terminal.error({Message::OutputNotWritable, path + QStringLiteral(": cannot be removed: ") +
                                                         file.errorString() +
@@ -144,23 +145,23 @@ int EraseCommand::eraseFile(const QString& path, Console::Terminal& terminal) co
 }
 
 int EraseCommand::eraseRuns(const QString& path, Console::Terminal& terminal) const {
-    DataFile file;
-    auto problem = file.open(path, Store::Sql::Access::Write);
+    DataFileWriter writer;
+    auto problem = writer.open(path, DataFileWriter::Mode::Append);
     int erased = 0;
-    const QStringList uuids = problem ? QStringList() : file.runs();
+    const QStringList uuids = problem ? QStringList() : writer.file().runs();
     for (const QString& uuid : uuids) {
         Run run;
-        problem = file.readAttributes(uuid, run);
+        problem = writer.file().readAttributes(uuid, run);
         if (!problem && isMeant(run, textsOf(m_runs), textsOf(m_labels))) {
-            problem = file.erase(uuid);
+            problem = writer.file().erase(uuid);
             ++erased;
         }
         if (problem) {
             break;
         }
     }
-    if (!problem) {
-        problem = file.commit();
+    if (!problem && erased > 0) {
+        problem = writer.commit();
     }
     if (problem) {
         terminal.error(*problem);

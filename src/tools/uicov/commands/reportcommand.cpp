@@ -8,6 +8,7 @@
 #include "commands/cli/exitcode.h"
 #include "commands/cli/helpformatter.h"
 #include "commands/cli/outputs.h"
+#include "commands/cli/values.h"
 #include "console/terminal.h"
 #include "report/badge.h"
 #include "report/contexttable.h"
@@ -16,6 +17,7 @@
 #include "report/junitreport.h"
 #include "report/markdownreport.h"
 #include "report/textreport.h"
+#include "report/timelinereport.h"
 #include "store/datafilepath.h"
 
 #include <QFile>
@@ -36,6 +38,7 @@ in uicov.toml; see docs/configuration.md.
 
 Examples:
   uicov report -m
+  uicov report --timeline nightly.uicov
   uicov report --sort cover --skip-covered monday.uicov tuesday.uirec
   uicov report --fail-under 80 --require-window "Settings*"
   uicov report --format markdown -o report.md --junit report.xml --badge gui.svg)";
@@ -107,7 +110,7 @@ CLI::App* ReportCommand::declare(CLI::App& commands) {
     app->add_option("--precision", m_precision, "Digits behind the point of percentages")
         ->type_name("N")
         ->envname("UICOV_PRECISION")
-        ->check(CLI::Range(0, Coverage::ReportDefaults::mostDigits).description(""));
+        ->check(Cli::wholeNumber(0, Coverage::ReportDefaults::mostDigits));
     app->add_option("--format", m_format, "text, markdown, or total: only the number")
         ->type_name("NAME")
         ->check(CLI::IsMember({"text", "markdown", "total"}).description(""))
@@ -119,6 +122,7 @@ CLI::App* ReportCommand::declare(CLI::App& commands) {
                   "List what is made again and again with each of its members");
     app->add_flag("--health", m_showsHealth,
                   "Print how many keys hang on names, captions and ordinals");
+    app->add_flag("--timeline", m_showsTimeline, "Print what was used and seen when, run by run");
     app->add_flag("--warnings", m_listsWarnings, "List what was warned about while recording");
     m_options.declare(*app);
     m_options.declareUniverse(*app);
@@ -126,6 +130,8 @@ CLI::App* ReportCommand::declare(CLI::App& commands) {
     app->add_option("-o,--output", m_output, "Write to FILE; - is standard output")
         ->type_name("FILE")
         ->capture_default_str();
+    app->add_option("--html", m_html, "Write the page of uicov html to FILE as well")
+        ->type_name("FILE");
     app->add_option("--json", m_json, "Write uicov json to FILE as well")->type_name("FILE");
     app->add_option("--junit", m_junit, "Write uicov junit to FILE as well")->type_name("FILE");
     app->add_option("--badge", m_badge, "Write uicov badge to FILE as well")->type_name("FILE");
@@ -161,6 +167,9 @@ int ReportCommand::run(Console::Terminal& terminal) {
         return Failed;
     }
     takeDefaults();
+    if (!m_html.empty()) {
+        m_pages.watch(m_options);
+    }
     const auto coverage = m_options.read(m_options.files(), terminal);
     if (!coverage) {
         return Failed;
@@ -185,12 +194,21 @@ void ReportCommand::sayNext(const CoverageResult& coverage, Console::Terminal& t
 }
 
 bool ReportCommand::writeAll(const CoverageResult& coverage, const Gates& gates,
-                             Console::Terminal& terminal) const {
+                             Console::Terminal& terminal) {
+    const QString page = QFile::decodeName(m_html.c_str());
+    if (!m_html.empty() && !PageMaker::mayWrite(page, terminal)) {
+        return false;
+    }
     Outputs outputs(terminal);
     const bool isMarkdown = m_format == "markdown";
     outputs.add(m_output, [&](bool isStandardOutput) {
         return (isMarkdown ? markdown(coverage, gates) : text(coverage, gates, isStandardOutput))
             .toUtf8();
+    });
+    outputs.add(m_html, [&](bool) {
+        Report::Html::PageModel model =
+            m_pages.model(coverage, gates, m_precision, m_options.inputs().skippedFiles());
+        return m_pages.toBytes(model, terminal);
     });
     outputs.add(m_json, [&](bool) { return Report::JsonReport(coverage, gates).toBytes(); });
     outputs.add(m_junit, [&](bool) {
@@ -218,6 +236,9 @@ QString ReportCommand::text(const CoverageResult& coverage, const Gates& /*gates
     if (m_byContext) {
         return Report::contextTable(coverage.tree());
     }
+    if (m_showsTimeline) {
+        return Report::TimelineReport(coverage).toText();
+    }
     Report::TextReport report(coverage.tree());
     report.setListsMissed(m_listsMissed);
     report.setListsContexts(m_showsContexts);
@@ -236,6 +257,9 @@ QString ReportCommand::text(const CoverageResult& coverage, const Gates& /*gates
 QString ReportCommand::markdown(const CoverageResult& coverage, const Gates& gates) const {
     if (m_byContext) {
         return Report::contextTableMarkdown(coverage.tree());
+    }
+    if (m_showsTimeline) {
+        return Report::TimelineReport(coverage).toMarkdown();
     }
     Report::MarkdownReport report(coverage);
     report.setListsContexts(m_showsContexts);
@@ -259,6 +283,10 @@ QStringList ReportCommand::notes(const CoverageResult& coverage) const {
     if (m_options.inputs().skippedFiles() > 0) {
         notes.append(QStringLiteral("Files that could not be read: %1; nothing of them is counted.")
                          .arg(m_options.inputs().skippedFiles()));
+    }
+    if (!m_options.runFilterText().isEmpty()) {
+        notes.append(QStringLiteral("Only runs like this are counted: ") +
+                     Base::escaped(m_options.runFilterText()));
     }
     QStringList patterns;
     for (const Coverage::Pattern& pattern : coverage.contextPatterns()) {

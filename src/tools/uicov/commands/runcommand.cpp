@@ -3,6 +3,7 @@
 
 #include "commands/runcommand.h"
 
+#include "base/deferredend.h"
 #include "commands/cli/exitcode.h"
 #include "commands/cli/helpformatter.h"
 #include "commands/runkeeper.h"
@@ -14,6 +15,7 @@
 #include "launch/childprocess.h"
 #include "launch/installation.h"
 #include "launch/recordingsetup.h"
+#include "launch/revision.h"
 #include "launch/runfolder.h"
 #include "recording/recordingoutput.h"
 #include "store/datafilepath.h"
@@ -21,6 +23,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QUuid>
 
 #include <cerrno>
@@ -217,6 +220,8 @@ int RunCommand::record(Launch::Application& application, Console::Terminal& term
     if (const auto problem = readConfiguration()) {
         return fail(*problem);
     }
+    // From here on there is something to take away again, and then something to keep.
+    Base::DeferredEnd untilKept;
     constexpr int uuidLength = 36;
     const QString session = QUuid::createUuid().toString().mid(1, uuidLength);
     Launch::RunFolder folder;
@@ -233,14 +238,19 @@ int RunCommand::record(Launch::Application& application, Console::Terminal& term
     if (const auto problem = setup.write(installation, output.absolutePath())) {
         return fail(*problem);
     }
-    if (const auto problem = folder.announce(
-            {folder.path(), session, output.absolutePath(), setup.configurationFile()})) {
+    if (const auto problem = folder.announce({folder.path(), session, output.absolutePath(),
+                                              setup.configurationFile(), m_appends})) {
         return fail(*problem);
     }
     if (const auto problem = output.makeRoom()) {
         return fail(*problem);
     }
+    if (Base::DeferredEnd::isRequested()) {
+        return Failed; // the signal that waits ends the process
+    }
     Launch::ChildProcess process;
+    process.setSignalMask(untilKept.maskBefore());
+    untilKept.keep();
     if (!process.run(QFile::encodeName(application.path()).toStdString(), m_arguments,
                      setup.environment(installation, folder.path()))) {
         constexpr int notExecutable = 126;
@@ -262,6 +272,14 @@ void RunCommand::configure(RecordingSetup& setup) const {
     QStringList labels;
     for (const std::string& label : m_labels) {
         labels.append(QString::fromStdString(label));
+    }
+    const QStringList ofRevision = Launch::Revision::ofWorkingFolder().toLabels();
+    for (int i = ofRevision.size() - 1; i >= 0; --i) {
+        const QString start = ofRevision.at(i).section(QLatin1Char('='), 0, 0) + QLatin1Char('=');
+        if (labels.filter(QRegularExpression(QLatin1Char('^') + QRegularExpression::escape(start)))
+                .isEmpty()) {
+            labels.prepend(ofRevision.at(i));
+        }
     }
     setup.setLabels(labels);
 }

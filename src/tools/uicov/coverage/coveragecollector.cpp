@@ -21,6 +21,7 @@ void CoverageCollector::collect(const Runs::Run& run) {
     for (const QString& name : run.contexts) {
         contexts.append(isWanted(name) ? m_tree.context(name) : ContextId::None);
     }
+    const auto number = static_cast<RunId>(m_runs++);
     std::vector<NodeId> nodes;
     const std::vector<KeyWalk::Place> places = KeyWalk(run, m_nameRules).places();
     for (const KeyWalk::Place& place : places) {
@@ -32,6 +33,7 @@ void CoverageCollector::collect(const Runs::Run& run) {
         const RunElement& element = run.element(place.element);
         m_tree.describe(node, element, place.structureKey);
         m_tree.noteVersion(node, versionOf(run));
+        m_timeline.add(number, node, element, contexts);
         if (run.isOfControls()) {
             addControl(element, node, contexts);
             continue;

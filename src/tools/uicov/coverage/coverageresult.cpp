@@ -88,6 +88,7 @@ void CoverageResult::findOutdated() {
 }
 
 void CoverageResult::finish() {
+    m_collector.finish();
     applyRules();
     findOutdated();
 }

@@ -68,6 +68,9 @@ public:
     /** Of Qt's own controls, those that the classic extension does not watch: how many of each
      * class were shown, at most in one run. */
     const QMap<QString, int>& unwatched() const { return m_unwatched; }
+    /** When what happened; after finish(). */
+    const Timeline& timeline() const { return m_collector.timeline(); }
+    const Runs::Run& run(RunId run) const { return m_runs[static_cast<std::size_t>(run)]; }
     /** In the order in which they were added; without elements and pictures. */
     const std::vector<Runs::Run>& runs() const { return m_runs; }
     int partialRuns() const;

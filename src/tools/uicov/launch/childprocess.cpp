@@ -3,6 +3,9 @@
 
 #include "launch/childprocess.h"
 
+#include "base/deferredend.h"
+#include "base/filesizelimit.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
@@ -18,8 +21,6 @@ namespace {
 
 constexpr int cannotExecute = 127;
 constexpr int handedOn[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGUSR1, SIGUSR2};
-/** Those of them that ask a program to end. */
-constexpr int enders[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT};
 
 sigset_t watchedSignals() {
     sigset_t set;
@@ -73,7 +74,8 @@ bool ChildProcess::run(const std::string& path, const std::vector<std::string>& 
     sigset_t before;
     sigprocmask(SIG_BLOCK, &watched, &before);
     // What an earlier call left blocked is not the program's.
-    static const sigset_t ofProgram = before;
+    static const sigset_t ofFirst = before;
+    const sigset_t ofProgram = m_mask.value_or(ofFirst);
     struct sigaction childAction {};
     struct sigaction previousChildAction {};
     childAction.sa_handler = SIG_DFL; // an inherited SIG_IGN would take the child's status away
@@ -83,6 +85,7 @@ bool ChildProcess::run(const std::string& path, const std::vector<std::string>& 
     if (child == 0) {
         sigaction(SIGCHLD, &previousChildAction, nullptr);
         sigprocmask(SIG_SETMASK, &ofProgram, nullptr);
+        Base::restoreFileSizeLimit();
         execvpe(path.c_str(), argumentPointers.data(), environmentPointers.data());
         const int error = errno;
         while (write(ends[1], &error, sizeof error) < 0 && errno == EINTR) {
@@ -106,10 +109,10 @@ bool ChildProcess::run(const std::string& path, const std::vector<std::string>& 
     sigaction(SIGCHLD, &previousChildAction, nullptr);
     // timeout(1) and shells signal the whole group as well: the second signal comes while what was
     // recorded is kept.
-    for (const int number : enders) {
-        sigaddset(&before, number);
-    }
-    sigprocmask(SIG_SETMASK, &before, nullptr);
+    const sigset_t enders = Base::DeferredEnd::signalSet();
+    sigset_t after;
+    sigorset(&after, &before, &enders);
+    sigprocmask(SIG_SETMASK, &after, nullptr);
     return m_error == 0;
 }
 

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include <csignal>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,6 +17,9 @@ namespace Uicov::Launch {
  */
 class ChildProcess {
 public:
+    /** What the program has blocked when it starts; as in this process where nothing is set. */
+    void setSignalMask(const sigset_t& mask) { m_mask = mask; }
+
     /**
      * Runs the program and waits for its end. From then on what asks this process to end (SIGINT,
      * SIGTERM, SIGHUP, SIGQUIT) stays blocked: what the program left behind is to be kept first,
@@ -37,6 +42,7 @@ public:
 private:
     void waitForEnd();
 
+    std::optional<sigset_t> m_mask;
     int m_error = 0;
     int m_pid = 0;
     int m_status = 0;

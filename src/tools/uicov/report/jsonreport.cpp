@@ -5,6 +5,7 @@
 
 #include "base/jsontext.h"
 #include "report/elementtext.h"
+#include "report/timelinereport.h"
 #include "report/totalsjson.h"
 
 #include <QJsonDocument>
@@ -75,6 +76,7 @@ QJsonObject JsonReport::toObject() const {
             {QStringLiteral("runs"), runs()},
             {QStringLiteral("contexts"), QJsonArray::fromStringList(sortedContexts(tree))},
             {QStringLiteral("windows"), windows()},
+            {QStringLiteral("timeline"), TimelineReport(m_coverage).toJson()},
             {QStringLiteral("only_contexts"), onlyContexts()},
             {QStringLiteral("ignore_rules"), ignoreRules()},
             {QStringLiteral("label_rules"), labelRules()},

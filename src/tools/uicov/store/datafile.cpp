@@ -3,6 +3,8 @@
 
 #include "store/datafile.h"
 
+#include "store/leftovers.h"
+#include "store/partfile.h"
 #include "store/runrank.h"
 #include "store/runreader.h"
 #include "store/runwriter.h"
@@ -10,6 +12,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QtEndian>
 
 #include <cerrno>
 #include <cstring>
@@ -40,10 +43,12 @@ Problem foreign(const QString& path, const QString& what) {
 DataFile::DataFile() = default;
 DataFile::~DataFile() = default;
 
-bool DataFile::connect(Sql::Access access) {
+bool DataFile::connect(const QString& path, Sql::Access access, const QString& shownAs) {
+    m_place = path;
+    m_path = shownAs.isEmpty() ? path : shownAs;
     m_writer = std::make_unique<RunWriter>(m_sql);
     m_reader = std::make_unique<RunReader>(m_sql);
-    return m_sql.open(m_path, access);
+    return m_sql.open(path, access);
 }
 
 bool DataFile::looksLikeDataFile(const QString& path) {
@@ -52,18 +57,27 @@ bool DataFile::looksLikeDataFile(const QString& path) {
            file.read(sizeof databaseStart) == QByteArray(databaseStart, sizeof databaseStart);
 }
 
-std::optional<Problem> DataFile::create(const QString& path) {
-    m_path = path;
+bool DataFile::isOurs(const QString& path) {
+    constexpr qint64 idOffset = 68; // of the application's number in the header of a database
+    QFile file(path);
+    return looksLikeDataFile(path) && file.open(QIODevice::ReadOnly) && file.seek(idOffset) &&
+           qFromBigEndian<qint32>(file.read(sizeof applicationId)
+                                      .leftJustified(sizeof applicationId, '\0')
+                                      .constData()) == applicationId;
+}
+
+std::optional<Problem> DataFile::create(const QString& path, const QString& shownAs) {
     // Made here and not by SQLite, which would let everybody read it.
     const int descriptor = ::open(QFile::encodeName(path).constData(),
                                   O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0600);
     if (descriptor < 0) {
         return Problem{Message::OutputNotWritable,
-                       path + QStringLiteral(": cannot be made: ") + qt_error_string(errno) +
+                       (shownAs.isEmpty() ? path : shownAs) + QStringLiteral(": cannot be made: ") +
+                           qt_error_string(errno) +
                            QStringLiteral("; choose another place with -o")};
     }
     ::close(descriptor);
-    if (!connect(Sql::Access::Write)) {
+    if (!connect(path, Sql::Access::Private, shownAs)) {
         return failure();
     }
     begin();
@@ -73,15 +87,18 @@ std::optional<Problem> DataFile::create(const QString& path) {
     return commit();
 }
 
-std::optional<Problem> DataFile::open(const QString& path, Sql::Access access) {
-    m_path = path;
+std::optional<Problem> DataFile::open(const QString& path, Sql::Access access,
+                                      const QString& shownAs) {
     const QFileInfo info(path);
     if (!info.exists()) {
         return Problem{Message::InputMissing,
                        path + QStringLiteral(": there is no such file; check the path")};
     }
-    if (!connect(access)) {
-        return Problem{Message::InputUnreadable, path + QStringLiteral(": cannot be opened: ") +
+    if (access != Sql::Access::Private) {
+        tidyUp(path);
+    }
+    if (!connect(path, access, shownAs)) {
+        return Problem{Message::InputUnreadable, m_path + QStringLiteral(": cannot be opened: ") +
                                                      m_sql.error() +
                                                      QStringLiteral("; check its mode")};
     }
@@ -117,16 +134,46 @@ std::optional<Problem> DataFile::failure() const {
     if (m_sql.isOk()) {
         return std::nullopt;
     }
-    const QString error = m_sql.error();
-    const bool isBusy = error.contains(QLatin1String("locked"));
-    return Problem{isBusy ? Message::DataFileBusy : Message::DataFileDamaged,
-                   m_path +
-                       (isBusy ? QStringLiteral(": another program is writing to it: ")
-                               : QStringLiteral(": cannot be used as a data file: ")) +
-                       error +
-                       (isBusy ? QStringLiteral("; try again when it is done")
-                               : QStringLiteral("; see that the disk is sound and not full, or "
-                                                "use a copy"))};
+    // SQLite's numbers.
+    constexpr int busy = 5;
+    constexpr int locked = 6;
+    constexpr int readOnly = 8;
+    constexpr int ioError = 10;
+    constexpr int full = 13;
+    switch (m_sql.errorCode()) {
+    case busy:
+    case locked:
+        return Problem{Message::DataFileBusy,
+                       m_path + QStringLiteral(": another program is writing to it: ") +
+                           m_sql.error() + QStringLiteral("; try again when it is done")};
+    case readOnly:
+        return Problem{Message::OutputNotWritable,
+                       m_path + QStringLiteral(": may not be written, which has to be done first "
+                                               "where another program was interrupted while it "
+                                               "changed it; check its mode and its folder's")};
+    case ioError:
+    case full:
+        return Problem{Message::OutputNotWritable,
+                       m_path + QStringLiteral(": cannot be written or read: ") +
+                           PartFile::reasonOfFailedWrite(m_place) +
+                           QStringLiteral("; free some space on its disk, or choose another place "
+                                          "with -o")};
+    default:
+        return Problem{Message::DataFileDamaged,
+                       m_path + QStringLiteral(": cannot be used as a data file: ") +
+                           m_sql.error() +
+                           QStringLiteral("; see that the disk is sound, or use a copy")};
+    }
+}
+
+std::optional<Problem> DataFile::holdStill() {
+    // What a write-ahead log holds goes into the file, so that the file is all that there is.
+    const QVariant mode = m_sql.value(QStringLiteral("PRAGMA journal_mode = DELETE"));
+    if (m_sql.isOk() && mode.toString() == QLatin1String("wal")) {
+        m_sql.fail(QStringLiteral("another program has its write-ahead log open"));
+    }
+    m_sql.execute(QStringLiteral("BEGIN IMMEDIATE"));
+    return failure();
 }
 
 void DataFile::begin() {

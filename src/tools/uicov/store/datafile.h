@@ -35,10 +35,20 @@ public:
     /** True when the file begins as a SQLite database does, of whatever kind. */
     static bool looksLikeDataFile(const QString& path);
 
-    /** Makes a new, empty data file, readable by its owner only. Nothing may stand there. */
-    std::optional<Base::Problem> create(const QString& path);
+    /** As looksLikeDataFile(), and made by uicov. */
+    static bool isOurs(const QString& path);
+
+    /**
+     * Makes a new, empty data file, readable by its owner only. Nothing may stand there, and nobody
+     * else may know it before the last commit(): see Sql::Access::Private.
+     * @param shownAs what messages call it; empty for the path
+     */
+    std::optional<Base::Problem> create(const QString& path, const QString& shownAs = QString());
     /** Opens a data file, looking at what it is before anything else. */
-    std::optional<Base::Problem> open(const QString& path, Sql::Access access);
+    std::optional<Base::Problem> open(const QString& path, Sql::Access access,
+                                      const QString& shownAs = QString());
+    /** Keeps other programs from writing to it for as long as it is open. */
+    std::optional<Base::Problem> holdStill();
 
     /**
      * Adds a run. Of one that is in the file already the more complete form stays, by a rule under
@@ -77,7 +87,7 @@ public:
     QString path() const { return m_path; }
 
 private:
-    bool connect(Sql::Access access);
+    bool connect(const QString& path, Sql::Access access, const QString& shownAs);
     std::optional<Base::Problem> check();
     std::optional<Base::Problem> failure() const;
     void begin();
@@ -85,7 +95,10 @@ private:
     void addColumns();
     void dropUnused();
 
+    /** As messages call it. */
     QString m_path;
+    /** Where it is. */
+    QString m_place;
     Sql m_sql;
     std::unique_ptr<RunWriter> m_writer;
     std::unique_ptr<RunReader> m_reader;

@@ -4,6 +4,7 @@
 #include "store/datafilepath.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QRegularExpression>
 #include <QSysInfo>
 
@@ -51,6 +52,15 @@ QString currentDataFile() {
 
 QString dataFileArgument(const QString& path) {
     return path == defaultPath() ? QString() : shellQuoted(path);
+}
+
+QString resolved(const QString& path) {
+    const QFileInfo info(path);
+    if (!info.isSymLink()) {
+        return path;
+    }
+    const QString target = info.canonicalFilePath();
+    return target.isEmpty() ? info.symLinkTarget() : target;
 }
 
 QString shellQuoted(const QString& text) {

@@ -22,6 +22,9 @@ QString currentDataFile();
 /** What is to be typed to name it: nothing for the default, else as a shell takes it. */
 QString dataFileArgument(const QString& path);
 
+/** The file that is meant: where a link stands, what it leads to, be that there or not. */
+QString resolved(const QString& path);
+
 /** As it can be pasted into a shell. */
 QString shellQuoted(const QString& text);
 

@@ -4,54 +4,18 @@
 #include "store/datafilewriter.h"
 
 #include "recording/recordingreader.h"
+#include "store/leftovers.h"
+#include "store/partfile.h"
 
-#include <QFile>
 #include <QFileInfo>
-
-#include <cerrno>
-#include <cstdio>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace Uicov::Store {
 
 using Base::Message;
 using Base::Problem;
 
-namespace {
-
-/** Beside the file, so that it can take its place in one step. */
-QString partOf(const QString& path) {
-    const QFileInfo info(path);
-    for (int i = 1;; ++i) {
-        QString name = QStringLiteral("%1/.%2.part-%3-%4")
-                           .arg(info.absolutePath(), info.fileName())
-                           .arg(::getpid())
-                           .arg(i);
-        if (!QFileInfo::exists(name)) {
-            return name;
-        }
-    }
-}
-
-bool syncToDisk(const QString& path) {
-    const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
-    const bool isSynced = descriptor >= 0 && ::fsync(descriptor) == 0;
-    if (descriptor >= 0) {
-        ::close(descriptor);
-    }
-    return isSynced;
-}
-
-} // namespace
-
-DataFileWriter::~DataFileWriter() {
-    if (!m_part.isEmpty()) {
-        QFile::remove(m_part);
-        QFile::remove(m_part + QStringLiteral("-journal"));
-    }
-}
+DataFileWriter::DataFileWriter() = default;
+DataFileWriter::~DataFileWriter() = default;
 
 std::optional<Problem> DataFileWriter::checkOutput(const QString& path) {
     const QFileInfo info(path);
@@ -82,48 +46,42 @@ std::optional<Problem> DataFileWriter::checkOutput(const QString& path) {
 }
 
 std::optional<Problem> DataFileWriter::open(const QString& path, Mode mode) {
-    m_path = path;
-    m_part.clear();
     if (auto problem = checkOutput(path)) {
         return problem;
     }
-    const QFileInfo info(path);
-    if (mode == Mode::Append && info.exists() && info.size() > 0) {
-        return m_file.open(path, Sql::Access::Write);
-    }
-    const QString part = partOf(path);
-    auto problem = m_file.create(part);
+    m_part = std::make_unique<PartFile>(path);
+    auto problem = makePart(path, mode);
     if (problem) {
-        problem->text.replace(part, path);
-        if (problem->message == Message::OutputNotWritable) {
-            return problem; // nothing was made
-        }
+        m_part.reset();
     }
-    m_part = part;
     return problem;
 }
 
-std::optional<Problem> DataFileWriter::commit() {
-    if (auto problem = m_file.commit()) {
-        if (!m_part.isEmpty()) {
-            problem->text.replace(m_part, m_path);
+std::optional<Problem> DataFileWriter::makePart(const QString& path, Mode mode) {
+    const QFileInfo info(path);
+    const bool isThere = info.exists() && info.size() > 0;
+    const bool appends = isThere && mode == Mode::Append;
+    m_file = std::make_unique<DataFile>();
+    if (appends || (isThere && hasJournals(path))) {
+        m_original = std::make_unique<DataFile>();
+        auto problem = m_original->open(path, Sql::Access::Write);
+        problem = problem ? problem : m_original->holdStill();
+        if (problem) {
+            return problem;
         }
+    }
+    if (!appends) {
+        return m_file->create(m_part->path(), path);
+    }
+    const auto problem = m_part->copyDataFile();
+    return problem ? problem : m_file->open(m_part->path(), Sql::Access::Private, path);
+}
+
+std::optional<Problem> DataFileWriter::commit() {
+    if (auto problem = m_file->commit()) {
         return problem;
     }
-    if (m_part.isEmpty()) {
-        return std::nullopt;
-    }
-    // A link that stands there stays, and what it leads to is replaced.
-    const QFileInfo info(m_path);
-    const QString target = info.isSymLink() ? info.symLinkTarget() : m_path;
-    if (!syncToDisk(m_part) || std::rename(QFile::encodeName(m_part).constData(),
-                                           QFile::encodeName(target).constData()) != 0) {
-        return Problem{Message::OutputNotWritable,
-                       m_path + QStringLiteral(": cannot be written: ") + qt_error_string(errno) +
-                           QStringLiteral("; choose another place with -o")};
-    }
-    m_part.clear();
-    return std::nullopt;
+    return m_part->takePlace();
 }
 
 } // namespace Uicov::Store

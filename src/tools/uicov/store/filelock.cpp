@@ -3,9 +3,10 @@
 
 #include "store/filelock.h"
 
+#include "store/datafilepath.h"
+
 #include <QElapsedTimer>
 #include <QFile>
-#include <QFileInfo>
 
 #include <cerrno>
 #include <ctime>
@@ -41,9 +42,7 @@ FileLock::~FileLock() {
 
 QString FileLock::lockFileOf(const QString& path) {
     // Who comes by a link and who comes by the name want the same file.
-    const QFileInfo info(path);
-    const QString target = info.canonicalFilePath();
-    return (info.isSymLink() && !target.isEmpty() ? target : path) + QStringLiteral(".lock");
+    return resolved(path) + QStringLiteral(".lock");
 }
 
 std::optional<Problem> FileLock::acquire(const QString& path, const Teller& tell, int seconds) {
@@ -77,8 +76,24 @@ std::optional<Problem> FileLock::acquire(const QString& path, const Teller& tell
     return std::nullopt;
 }
 
+bool FileLock::tryToAcquire(const QString& path) {
+    m_lockFile = lockFileOf(path);
+    return tryToLock();
+}
+
 /** False with errno; EWOULDBLOCK when somebody else holds it. */
 bool FileLock::tryToLock() {
+    m_deferredEnd.emplace();
+    if (lockFile()) {
+        return true;
+    }
+    const int error = errno;
+    m_deferredEnd.reset();
+    errno = error;
+    return false;
+}
+
+bool FileLock::lockFile() {
     const int descriptor = ::open(QFile::encodeName(m_lockFile).constData(),
                                   O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
     if (descriptor < 0) {
@@ -116,6 +131,7 @@ void FileLock::release() {
         QFile::remove(m_lockFile);
         ::close(m_descriptor);
         m_descriptor = -1;
+        m_deferredEnd.reset();
     }
 }
 

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "base/deferredend.h"
 #include "base/message.h"
 
 #include <QString>
@@ -14,8 +15,9 @@ namespace Uicov::Store {
 
 /**
  * Keeps all others from writing to a data file for as long as this lives: who comes second waits,
- * and says for whom. A lock file beside the data file is locked, never merely there, so that one
- * of a process that was killed is in nobody's way. Not for threads of one process.
+ * and says for whom. What asks the process to end waits until it is released. A lock file beside
+ * the data file is locked, never merely there, so that one of a process that was killed is in
+ * nobody's way. Not for threads of one process.
  */
 class FileLock {
 public:
@@ -37,6 +39,8 @@ public:
      */
     std::optional<Base::Problem> acquire(const QString& path, const Teller& tell,
                                          int seconds = patience);
+    /** Takes the lock if nobody holds it and a lock file can be made. */
+    bool tryToAcquire(const QString& path);
     void release();
 
     /** Where the lock for that data file is. */
@@ -44,10 +48,12 @@ public:
 
 private:
     bool tryToLock();
+    bool lockFile();
     qint64 holder() const;
 
     QString m_lockFile;
     int m_descriptor = -1;
+    std::optional<Base::DeferredEnd> m_deferredEnd;
 };
 
 } // namespace Uicov::Store

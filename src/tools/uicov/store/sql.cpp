@@ -23,6 +23,7 @@ Sql::~Sql() {
 
 bool Sql::open(const QString& path, Access access) {
     m_error.clear();
+    m_errorCode = 0;
     m_prepared.clear();
     m_database.close();
     m_database.setDatabaseName(path);
@@ -33,11 +34,17 @@ bool Sql::open(const QString& path, Access access) {
     }
     m_database.setConnectOptions(options);
     if (!m_database.open()) {
-        fail(m_database.lastError().text());
+        fail(m_database.lastError());
         return false;
     }
     // What a foreign file's schema defines must not run when it is read.
-    return execute(QStringLiteral("PRAGMA trusted_schema = OFF"));
+    execute(QStringLiteral("PRAGMA trusted_schema = OFF"));
+    if (access == Access::Private) {
+        // It is synced as a whole before anybody sees it, and thrown away if anything fails.
+        execute(QStringLiteral("PRAGMA journal_mode = MEMORY;\n"
+                               "PRAGMA synchronous = OFF"));
+    }
+    return isOk();
 }
 
 void Sql::fail(const QString& error) {
@@ -46,8 +53,17 @@ void Sql::fail(const QString& error) {
     }
 }
 
+void Sql::fail(const QSqlError& error) {
+    if (isOk()) {
+        constexpr int primary = 0xff; // further bits say more exactly what failed
+        m_errorCode = error.nativeErrorCode().toInt() & primary;
+        fail(error.text());
+    }
+}
+
 void Sql::recover(const QString& statement) {
     m_error.clear();
+    m_errorCode = 0;
     execute(statement);
 }
 
@@ -60,7 +76,7 @@ bool Sql::execute(const QString& statements) {
         }
         QSqlQuery query(m_database);
         if (!part.trimmed().isEmpty() && !query.exec(part)) {
-            fail(query.lastError().text());
+            fail(query.lastError());
         }
     }
     return isOk();
@@ -90,7 +106,7 @@ QSqlQuery& Sql::query(const QString& statement, const QVariant* values, int coun
         prepared = std::make_shared<QSqlQuery>(m_database);
         prepared->setForwardOnly(true);
         if (isOk() && !prepared->prepare(withNames(statement))) {
-            fail(prepared->lastError().text());
+            fail(prepared->lastError());
         }
     }
     if (isOk()) {
@@ -98,7 +114,7 @@ QSqlQuery& Sql::query(const QString& statement, const QVariant* values, int coun
             prepared->bindValue(m_names.at(i), values[i]);
         }
         if (!prepared->exec()) {
-            fail(prepared->lastError().text());
+            fail(prepared->lastError());
         }
     }
     return *prepared;
@@ -112,7 +128,7 @@ bool Sql::next(QSqlQuery& query) {
         return true;
     }
     if (query.lastError().isValid()) {
-        fail(query.lastError().text());
+        fail(query.lastError());
     }
     query.finish();
     return false;

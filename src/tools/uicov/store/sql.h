@@ -11,6 +11,8 @@
 
 #include <memory>
 
+class QSqlError;
+
 namespace Uicov::Store {
 
 /**
@@ -19,7 +21,11 @@ namespace Uicov::Store {
  */
 class Sql {
 public:
-    enum class Access { Read, Write };
+    enum class Access {
+        Read,
+        Write,
+        Private ///< to write a file that nobody else knows yet: in one piece, nothing beside it
+    };
 
     Sql();
     ~Sql();
@@ -32,6 +38,8 @@ public:
     bool isOk() const { return m_error.isEmpty(); }
     /** What failed first; empty when nothing did. */
     QString error() const { return m_error; }
+    /** SQLite's number for what failed first, without its extension; 0 when SQLite did not fail. */
+    int errorCode() const { return m_errorCode; }
     /** Forgets a failure after this statement, which undoes what led to it. */
     void recover(const QString& statement);
     /** Makes everything fail from here on. */
@@ -53,6 +61,7 @@ public:
 
 private:
     QString withNames(const QString& statement);
+    void fail(const QSqlError& error);
 
     QString m_connection;
     QSqlDatabase m_database;
@@ -60,6 +69,7 @@ private:
     /** ":p0", ":p1" and so on, in place of each "?". */
     QStringList m_names;
     QString m_error;
+    int m_errorCode = 0;
 };
 
 } // namespace Uicov::Store

@@ -34,8 +34,8 @@ struct TrackerServices {
 
 /**
  * The half of the extension that knows one toolkit: finds its views and controls and counts their
- * uses. It is handed each event on the GUI thread before the receiver gets it and must decide by
- * the event's type first. GUI thread only.
+ * uses. It is handed each event whose type may concern it (eventkinds.h) on the GUI thread before
+ * the receiver gets it and must decide by the event's type first. GUI thread only.
  */
 class ControlsTracker {
 public:

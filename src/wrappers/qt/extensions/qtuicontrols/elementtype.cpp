@@ -11,7 +11,7 @@ namespace UIControls {
 namespace {
 
 // In the order of the enumerations.
-constexpr std::array<const char*, 24> types{
+constexpr std::array<const char*, typeCount> types{
     "Window",   "Dialog", "Menu",     "Popup",   "Drawer",   "Page",      "Button",  "RadioButton",
     "CheckBox", "Switch", "GroupBox", "Command", "ComboBox", "TextInput", "SpinBox", "Slider",
     "Dial",     "Tab",    "List",     "Tree",    "Table",    "Option",    "Link",    "Area"};
@@ -21,12 +21,18 @@ constexpr std::array<const char*, useCount> uses{
     "dragged",   "edited",  "expanded", "followed",  "moved",    "partiallyChecked",
     "pressed",   "seen",    "sorted",   "triggered", "unchecked"};
 
-constexpr std::array<const char*, 16> attributes{
+constexpr std::array<const char*, attributeCount> attributes{
     "accessibleName", "description", "enabled",  "group",       "hidden", "label",
     "objectName",     "opens",       "page",     "placeholder", "qmlId",  "sensitive",
     "showing",        "toolTip",     "usedWays", "ways"};
 
-constexpr std::array<const char*, 4> ways{"menu", "toolBar", "shortcut", "contextMenu"};
+constexpr std::array<const char*, wayCount> ways{"menu", "toolBar", "shortcut", "contextMenu"};
+
+// What is left out of a list is null at its end.
+static_assert(types.back() != nullptr, "a type has no name");
+static_assert(uses.back() != nullptr, "a use has no name");
+static_assert(attributes.back() != nullptr, "an attribute has no name");
+static_assert(ways.back() != nullptr, "a way has no name");
 
 } // namespace
 

@@ -38,6 +38,7 @@ enum class ElementType : quint8 {
     Link,
     Area
 };
+constexpr int typeCount = static_cast<int>(ElementType::Area) + 1;
 
 constexpr bool isView(ElementType type) {
     return type <= ElementType::Page;
@@ -110,12 +111,14 @@ enum class Attribute : quint8 {
     UsedWays,
     Ways
 };
+constexpr int attributeCount = static_cast<int>(Attribute::Ways) + 1;
 
 /** The attribute's name in the stream. A literal. */
 const char* nameOf(Attribute attribute);
 
 /** The ways in which a command can be reached. */
 enum class Way : quint8 { Menu, ToolBar, Shortcut, ContextMenu };
+constexpr int wayCount = static_cast<int>(Way::ContextMenu) + 1;
 
 /** The way's name in the attributes Ways and UsedWays. A literal. */
 const char* nameOf(Way way);

@@ -5,6 +5,9 @@
 
 #include <QEvent>
 
+#include <array>
+#include <cstddef>
+
 namespace Vorsk {
 namespace UIControls {
 
@@ -74,6 +77,55 @@ constexpr bool isDecidedInput(QEvent::Type type) {
     default:
         return false;
     }
+}
+
+/** Whether an event of that type may tell a tracker anything, be it input or a change of the
+ * interface. Whatever else a tracker is to look at has to be here. */
+constexpr bool mayConcernTrackers(QEvent::Type type) {
+    switch (type) {
+    case QEvent::ActionAdded:
+    case QEvent::ActionChanged:
+    case QEvent::ActionRemoved:
+    case QEvent::Close:
+    case QEvent::DeferredDelete:
+    case QEvent::EnabledChange:
+    case QEvent::Expose:
+    case QEvent::Hide:
+    case QEvent::HideToParent:
+    case QEvent::LanguageChange:
+    case QEvent::LayoutRequest:
+    case QEvent::MetaCall:
+    case QEvent::Move:
+    case QEvent::Paint:
+    case QEvent::ParentChange:
+    case QEvent::PolishRequest:
+    case QEvent::ReadOnlyChange:
+    case QEvent::Show:
+    case QEvent::ShowToParent:
+    case QEvent::Timer:
+    case QEvent::ToolTipChange:
+    case QEvent::TouchCancel:
+    case QEvent::UpdateRequest:
+    case QEvent::WindowActivate:
+    case QEvent::WindowTitleChange:
+        return true;
+    default:
+        return isInput(type);
+    }
+}
+
+/** The same by one look into a table, since it is asked for every event there is. */
+inline bool concernsTrackers(QEvent::Type type) {
+    constexpr std::size_t count = 256; // beyond are the types of applications
+    static constexpr std::array<bool, count> table = [] {
+        std::array<bool, count> all{};
+        for (std::size_t i = 0; i < count; ++i) {
+            all.at(i) = mayConcernTrackers(static_cast<QEvent::Type>(i));
+        }
+        return all;
+    }();
+    const auto number = static_cast<std::size_t>(type);
+    return number < count && table[number];
 }
 
 } // namespace UIControls

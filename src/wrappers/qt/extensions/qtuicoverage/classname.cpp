@@ -32,7 +32,8 @@ QString className(const QObject* object) {
     if (names.size() >= most) {
         names.clear();
     }
-    const Name name{QByteArray(given.data(), given.size()), QString(given)};
+    const Name name{QByteArray(given.data(), given.size()),
+                    QString::fromUtf8(given.data(), given.size())};
     names.insert(QLatin1String(name.characters), name);
     return name.text;
 }

@@ -13,8 +13,8 @@ namespace Vorsk {
 namespace UICoverage {
 
 /**
- * The name of the object's class, as its meta-object has it. All objects of a class share one
- * text: an application has thousands of objects and few classes. GUI thread only.
+ * The name of the object's class, which its meta-object has in UTF-8. All objects of a class share
+ * one text: an application has thousands of objects and few classes. GUI thread only.
  */
 QString className(const QObject* object);
 

@@ -6,6 +6,7 @@
 #include <QImage>
 
 QT_BEGIN_NAMESPACE
+class QPaintEvent;
 class QRect;
 class QSize;
 class QWidget;
@@ -21,9 +22,20 @@ namespace UICoverage {
 
 /**
  * The widget's picture, or that part of it, as QWidget::grab() renders it; null when it has no
- * area. An invalid size in the rectangle means the whole widget.
+ * area. An invalid size in the rectangle means the whole widget. Pixels that nobody paints are
+ * black, or clear where the widget is not opaque; for that each Paint event must be told to
+ * paintGround().
  */
 QImage grabWidget(QWidget* widget, const QRect& rectangle);
+
+/**
+ * To be called with each Paint event, before the widget gets it. QWidget::grab() clears nothing
+ * below what is opaque: where that leaves something out, or is not painted at all because its
+ * updates are disabled, its picture shows what lay in the application's memory. So what is opaque
+ * gets black ground to paint on, and what was painted is noted. Does nothing while nothing is
+ * grabbed.
+ */
+void notePaint(QWidget* widget, const QPaintEvent& event);
 
 /** Whether a picture of that size, in device-independent pixels, would have too many pixels. */
 bool isTooLargeToGrab(const QSize& size, qreal devicePixelRatio);

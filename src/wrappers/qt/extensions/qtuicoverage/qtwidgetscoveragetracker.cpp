@@ -24,6 +24,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPointer>
 #include <QPushButton>
 #include <QTableView>
@@ -62,6 +63,11 @@ void QtWidgetsCoverageTracker::handleEvent(QObject* object, QEvent* event) {
             if (observer != nullptr) {
                 observer->init();
             }
+        }
+        break;
+    case QEvent::Paint:
+        if (object->isWidgetType()) {
+            notePaint(static_cast<QWidget*>(object), *static_cast<const QPaintEvent*>(event));
         }
         break;
     default:

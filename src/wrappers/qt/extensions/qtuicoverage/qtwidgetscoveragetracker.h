@@ -34,7 +34,7 @@ public:
 
     /** Whether handleEvent() does anything at all with events of that type. */
     static constexpr bool isOfInterest(QEvent::Type type) {
-        return type == QEvent::MouseButtonPress || type == QEvent::Show;
+        return type == QEvent::MouseButtonPress || type == QEvent::Show || type == QEvent::Paint;
     }
 
     /** Entry point for every event; what is not of interest costs a look at its type. Consumes

@@ -30,7 +30,10 @@ bool wouldCrash(QQuickWindow* window) {
 } // namespace
 
 QImage grabWindow(QQuickWindow* window) {
-    if (isTooLargeToGrab(window->size(), window->effectiveDevicePixelRatio()) ||
+    // Painters complain on the application's standard error when they are given nothing to paint
+    // on.
+    if (window->size().isEmpty() ||
+        isTooLargeToGrab(window->size(), window->effectiveDevicePixelRatio()) ||
         wouldCrash(window)) {
         return {};
     }

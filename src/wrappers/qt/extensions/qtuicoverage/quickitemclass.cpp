@@ -135,7 +135,7 @@ bool QuickItemClass::extend(const QMetaObject& metaObject) {
         metaObject.propertyCount() == metaObject.propertyOffset()) {
         return false;
     }
-    m_name = QString::fromLatin1(name);
+    m_name = QString::fromUtf8(name);
     m_kind = kindOf(name);
     m_isText = holdsAny(name, {"QQuickText"});
     for (std::size_t i = 0; i < m_signals.size(); ++i) {

@@ -104,6 +104,37 @@ private Q_SLOTS:
         QVERIFY(m_runner.errors().contains(QStringLiteral("no data file and no recording")));
     }
 
+    void aFileSizeLimitIsToldAndNothingStays() {
+        QCOMPARE(combine({QStringLiteral("a.uirec")}), 0);
+        for (const QString& mode : {QStringLiteral("-a"), QStringLiteral("-q")}) {
+            CommandRunner shell(QStringLiteral("/bin/sh"));
+            shell.setWorkingFolder(m_folder->path());
+            QCOMPARE(shell.run({QStringLiteral("-c"), QStringLiteral("ulimit -f 8; exec \"$@\""),
+                                QStringLiteral("sh"), QStringLiteral(UICOV_PROGRAM),
+                                QStringLiteral("combine"), mode, QStringLiteral("-o"),
+                                QStringLiteral(".uicov"), QStringLiteral("b.uirec")}),
+                     1);
+            QVERIFY2(
+                shell.errors().startsWith(QStringLiteral("uicov: error: .uicov: cannot be ")) &&
+                    shell.errors().contains(QStringLiteral(": File too large; ")) &&
+                    shell.errors().endsWith(QStringLiteral(" [output-not-writable]\n")),
+                qPrintable(shell.errors()));
+            QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden),
+                     QStringList({QStringLiteral(".uicov"), QStringLiteral("a.uirec"),
+                                  QStringLiteral("b.uirec")}));
+            QCOMPARE(runsIn(QStringLiteral(".uicov")), 1);
+        }
+    }
+
+    void whatIsHalfWrittenIsNotAmongTheFilesOfAFolder() {
+        QCOMPARE(combine({QStringLiteral("a.uirec")}), 0);
+        QVERIFY(QFile::copy(path(QStringLiteral(".uicov")), path(QStringLiteral(".x.uicov.part"))));
+        QVERIFY(QFile::remove(path(QStringLiteral("a.uirec"))));
+        QVERIFY(QFile::remove(path(QStringLiteral(".uicov"))));
+        QCOMPARE(combine({QStringLiteral("-o"), QStringLiteral("all"), QStringLiteral(".")}), 0);
+        QCOMPARE(runsIn(QStringLiteral("all")), 1);
+    }
+
     void whatCannotBeUsedIsNamedAndTheRestIsCombined() {
         put(QStringLiteral("broken.uirec"), "GIF89a");
         const QStringList files{QStringLiteral("a.uirec"), QStringLiteral("broken.uirec"),

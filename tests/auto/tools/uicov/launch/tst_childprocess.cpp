@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: the uicov authors
 // SPDX-License-Identifier: MIT
 
+#include "base/filesizelimit.h"
 #include "launch/childprocess.h"
 #include "testlib/testcase.h"
 
@@ -153,6 +154,31 @@ private Q_SLOTS:
                          "until grep -q State:.Z /proc/$1/status; do :; done; kill -CONT $0' $PPID "
                          "$$ & while :; do wait; done"));
         QCOMPARE(process.signal(), SIGKILL);
+    }
+
+    /** Which this process outlives, and the program may not know of. */
+    void aFileSizeLimitEndsTheChildAsEver() {
+        Uicov::Base::outliveFileSizeLimit();
+        ChildProcess process;
+        const bool hasRun = runShell(process, "kill -XFSZ $$; exit 5");
+        Uicov::Base::restoreFileSizeLimit();
+        QVERIFY(hasRun);
+        QCOMPARE(process.signal(), SIGXFSZ);
+    }
+
+    void theMaskThatIsSetIsTheChilds() {
+        sigset_t mask;
+        sigemptyset(&mask);
+        sigaddset(&mask, SIGUSR2);
+        ChildProcess process;
+        process.setSignalMask(mask);
+        // Not through the shell, which unblocks all when it starts.
+        QVERIFY(process.run("/bin/grep", {"grep", "-q", "^SigBlk:.*0000800$", "/proc/self/status"},
+                            {}));
+        QCOMPARE(process.exitCode(), 0);
+        QVERIFY(process.run("/bin/grep", {"grep", "-q", "^SigBlk:.*0000900$", "/proc/self/status"},
+                            {}));
+        QCOMPARE(process.exitCode(), 1);
     }
 
     void dispositionsAndMaskAreTheCallersForTheChild() {

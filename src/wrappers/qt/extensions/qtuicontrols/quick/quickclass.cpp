@@ -239,6 +239,19 @@ QVariant QuickClass::read(const QObject* object, Property property) const {
     return known.isValid() ? known.read(object) : object->property(propertyNames[property]);
 }
 
+int QuickClass::readEnum(const QObject* object, Property property, int otherwise) const {
+    const QMetaProperty& known = m_properties.at(static_cast<std::size_t>(property));
+    if (!known.isValid() || !known.isEnumType()) {
+        const QVariant value = read(object, property);
+        return value.isValid() ? value.toInt() : otherwise;
+    }
+    int value = otherwise;
+    void* arguments[] = {&value};
+    QMetaObject::metacall(const_cast<QObject*>(object), QMetaObject::ReadProperty,
+                          known.propertyIndex(), arguments);
+    return value;
+}
+
 int QuickClass::notifier(const QObject* object, Property property) const {
     const QMetaProperty& known = m_properties.at(static_cast<std::size_t>(property));
     if (known.isValid()) {
@@ -255,6 +268,10 @@ bool extendsClass(const QObject* object, const char* name) {
         cls = cls->superClass();
     }
     return cls != nullptr;
+}
+
+QString classNameOf(const QObject* object) {
+    return QString::fromUtf8(object->metaObject()->className());
 }
 
 QByteArray stableClassName(const QObject* object) {

@@ -76,6 +76,10 @@ public:
 
     /** Null when the class has none of that name. Runs no QML. */
     QVariant read(const QObject* object, Property property) const;
+    /** The value of a property that is an enumeration or a set of flags; the other one where the
+     * class has no such property. As read(), without the look-up of the type by its name that Qt
+     * does each time. */
+    int readEnum(const QObject* object, Property property, int otherwise) const;
     /** The number of the signal that tells of changes; -1 when there is none. */
     int notifier(const QObject* object, Property property) const;
 
@@ -93,7 +97,11 @@ private:
 /** Whether a class in C++ of that name is among those that the object's class extends. */
 bool extendsClass(const QObject* object, const char* name);
 
-/** The name of a class without the numbers that QML adds and that differ from run to run. */
+/** The name of the object's class, whole. */
+QString classNameOf(const QObject* object);
+
+/** The name of a class, in UTF-8, without the numbers that QML adds and that differ from run to
+ * run. */
 QByteArray stableClassName(const QObject* object);
 QByteArray withoutQmlPart(const QByteArray& className);
 

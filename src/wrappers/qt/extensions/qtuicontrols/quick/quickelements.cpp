@@ -31,10 +31,6 @@ void add(Description& what, Attribute attribute, const QString& value) {
     }
 }
 
-QString classNameOf(const QObject* object) {
-    return QString::fromLatin1(object->metaObject()->className());
-}
-
 QObject* actionOf(const QObject* button, const QuickClass& cls) {
     return cls.read(button, QuickClass::ActionProperty).value<QObject*>();
 }
@@ -76,6 +72,12 @@ UIElement* QuickElements::addControl(QObject* object, const QuickClass& cls, Ele
     if (mayStandForAction(cls, type) && actionOf(object, cls) != nullptr) {
         return addForAction(object, cls, where);
     }
+    if (UIElement* const shared = where.isInRow ? sharedRow(where) : nullptr) {
+        m_book.addObject(object, shared);
+        m_views.addControl({object, true}, shared);
+        m_watch(object, type, shared);
+        return shared;
+    }
     Description what;
     what.type = type;
     what.className = classNameOf(object);
@@ -90,13 +92,6 @@ UIElement* QuickElements::addControl(QObject* object, const QuickClass& cls, Ele
         add(what, Attribute::Ways, waysOf(object, cls));
     }
     m_states.describe(object, cls, where.view, what);
-    UIElement* const shared = where.isInRow ? sharedRow(where) : nullptr;
-    if (shared != nullptr) {
-        m_book.addObject(object, shared);
-        m_views.addControl({object, true}, shared);
-        m_watch(object, type, shared);
-        return shared;
-    }
     UIElement* const element = m_book.add(object, what, where.view);
     if (where.isInRow) {
         addRow(element, where);
@@ -129,6 +124,11 @@ void QuickElements::addTab(QObject* page, UIElement* pageElement, const Surround
     m_watch(page, ElementType::Tab, m_book.add(nullptr, what, where.view));
 }
 
+void QuickElements::joinTab(QObject* page, UIElement* pageElement, UIElement* tab) {
+    m_book.setAttribute(tab, Attribute::Opens, m_book.idOf(pageElement));
+    m_watch(page, ElementType::Tab, tab);
+}
+
 /** The menu that a control brings up, which is a view already. */
 void QuickElements::tellWhatOpens(const QObject* control, UIElement* element) {
     for (const char* const name : {"subMenu", "menu"}) {
@@ -144,8 +144,7 @@ bool QuickElements::isRedacted(const Description& what) const {
     if (m_redacted.isEmpty()) {
         return false;
     }
-    QStringList names{what.className,
-                      QString::fromLatin1(withoutQmlPart(what.className.toLatin1()))};
+    QStringList names{what.className, QString::fromUtf8(withoutQmlPart(what.className.toUtf8()))};
     for (const auto& attribute : what.attributes) {
         if (attribute.first == Attribute::ObjectName || attribute.first == Attribute::QmlId) {
             names.append(attribute.second);
@@ -265,7 +264,9 @@ QString QuickElements::labelOf(const QObject* object, const QuickClass& cls, Ele
             return text;
         }
     }
-    return where.title;
+    const bool hasBetterName = where.isTitleOfPage && cls.role() == QuickRole::Input &&
+                               !cls.read(object, QuickClass::Placeholder).toString().isEmpty();
+    return hasBetterName ? QString() : where.title;
 }
 
 Uses QuickElements::usesOf(const QObject* object, const QuickClass& cls, ElementType type) {

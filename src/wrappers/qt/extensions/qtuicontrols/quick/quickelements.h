@@ -38,8 +38,10 @@ struct Surroundings {
     bool isInRow = false;
     /** Within a button that may hold further controls: no areas, no texts. */
     bool isInControl = false;
-    /** The title of what the item lies in. */
+    /** The title of what the item lies in, and whether that is a page, which names less well what
+     * is on it than a group box does. */
     QString title;
+    bool isTitleOfPage = false;
     /** The text before it; null when there is none. */
     const QQuickItem* textBefore = nullptr;
 };
@@ -70,6 +72,8 @@ public:
     /** The tab by which a person reaches a page that has none of its own: by swiping. */
     void addTab(QObject* page, UIElement* pageElement, const Surroundings& where,
                 const QString& title);
+    /** The same tab as one that has an element: what reaches the page chooses that one. */
+    void joinTab(QObject* page, UIElement* pageElement, UIElement* tab);
 
 private:
     UIElement* sharedRow(const Surroundings& where) const;

@@ -32,12 +32,20 @@ bool isContainer(const QObject* object) {
     return role == QuickRole::Container || role == QuickRole::SwipeView;
 }
 
+/** The name that the program's authors gave it; empty without one. */
+QString ownName(const QQuickItem* item) {
+    const QString id = qmlIdOf(item);
+    return id.isEmpty() ? item->objectName() : id;
+}
+
+QString withOrdinal(const QByteArray& cls, int ordinal) {
+    return ordinal == 0 ? QString::fromUtf8(cls)
+                        : QStringLiteral("%1[%2]").arg(QString::fromUtf8(cls)).arg(ordinal);
+}
+
 /** What an item is called on the way to it. */
 QString step(const QQuickItem* item) {
-    QString name = qmlIdOf(item);
-    if (name.isEmpty()) {
-        name = item->objectName();
-    }
+    const QString name = ownName(item);
     if (!name.isEmpty()) {
         return name;
     }
@@ -52,8 +60,7 @@ QString step(const QQuickItem* item) {
             ordinal += stableClassName(sibling) == cls ? 1 : 0;
         }
     }
-    return ordinal == 0 ? QString::fromLatin1(cls)
-                        : QStringLiteral("%1[%2]").arg(QString::fromLatin1(cls)).arg(ordinal);
+    return withOrdinal(cls, ordinal);
 }
 
 /** By file and id; without an id, by the way from the next item above that has one. */
@@ -82,7 +89,8 @@ bool showsRows(const QQuickItem* view) {
     return !isContainer(parent) && QuickClass::of(parent).name() != "TabBar";
 }
 
-SiblingMakers::SiblingMakers(const QQuickItem* parent) {
+SiblingMakers::SiblingMakers(const QQuickItem* parent)
+    : m_item(parent) {
     auto* const item = const_cast<QQuickItem*>(parent); // as it was given
     const QuickClass& cls = QuickClass::of(parent);
     if (cls.role() == QuickRole::Loader || cls.role() == QuickRole::StackView) {
@@ -129,23 +137,50 @@ Maker SiblingMakers::makerOf(const QQuickItem* child) const {
     return made != m_made.cend() && made->item == child ? Maker{made->repeater, true} : Maker();
 }
 
+QString SiblingMakers::groupOf(const QQuickItem* child, const QString& parentsGroup,
+                               const Maker& maker) {
+    if (maker.item != nullptr) {
+        const QString file = maker.makesRows ? QString() : qmlFileOf(child);
+        return groupOfMaker(maker.item) + QLatin1Char('/') +
+               (file.isEmpty() ? QString() : file + QLatin1Char(':')) +
+               QString::fromUtf8(stableClassName(child));
+    }
+    if (parentsGroup.isNull()) {
+        return {};
+    }
+    const QString name = ownName(child);
+    return parentsGroup + QLatin1Char('/') +
+           (name.isEmpty() ? withOrdinal(stableClassName(child), ordinalOf(child)) : name);
+}
+
+/** What the groups of all that it makes begin with. */
+const QString& SiblingMakers::groupOfMaker(QQuickItem* maker) {
+    QString& known = m_makersGroups[maker];
+    if (known.isNull()) {
+        const QString outer = UIControls::groupOf(maker);
+        known = outer.isNull() ? nameOf(maker) : outer;
+    }
+    return known;
+}
+
+int SiblingMakers::ordinalOf(const QQuickItem* child) {
+    if (m_ordinals.isEmpty()) {
+        QHash<QByteArray, int> numbers;
+        const QList<QQuickItem*> children = m_item->childItems();
+        for (const QQuickItem* each : children) {
+            m_ordinals.insert(each, numbers[stableClassName(each)]++);
+        }
+    }
+    return m_ordinals.value(child);
+}
+
 QString groupOf(QQuickItem* item) {
     QQuickItem* const parent = item->parentItem();
     if (parent == nullptr) {
         return {};
     }
-    return groupOf(item, groupOf(parent), SiblingMakers(parent).makerOf(item));
-}
-
-QString groupOf(QQuickItem* item, const QString& parentsGroup, const Maker& maker) {
-    if (maker.item != nullptr) {
-        const QString outer = groupOf(maker.item);
-        const QString file = maker.makesRows ? QString() : qmlFileOf(item);
-        return (outer.isNull() ? nameOf(maker.item) : outer) + QLatin1Char('/') +
-               (file.isEmpty() ? QString() : file + QLatin1Char(':')) +
-               QString::fromLatin1(stableClassName(item));
-    }
-    return parentsGroup.isNull() ? QString() : parentsGroup + QLatin1Char('/') + step(item);
+    SiblingMakers makers(parent);
+    return makers.groupOf(item, groupOf(parent), makers.makerOf(item));
 }
 
 bool isInRow(const QQuickItem* item) {

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <QHash>
 #include <QString>
 #include <QVector>
 
@@ -24,7 +25,8 @@ struct Maker {
     bool makesRows = false;
 };
 
-/** The makers among the children of one item. */
+/** The makers among the children of one item, and the groups of the children. Good for one look at
+ * all of them. */
 class SiblingMakers {
 public:
     explicit SiblingMakers(const QQuickItem* parent);
@@ -32,22 +34,31 @@ public:
     /** What made the parent's child; without an item when it is there by itself. */
     Maker makerOf(const QQuickItem* child) const;
 
+    /** The child's group, where the parent's is known. */
+    QString groupOf(const QQuickItem* child, const QString& parentsGroup, const Maker& maker);
+
 private:
     struct Made {
         const QQuickItem* item;
         QQuickItem* repeater;
     };
 
+    const QString& groupOfMaker(QQuickItem* maker);
+    int ordinalOf(const QQuickItem* child);
+
+    const QQuickItem* m_item;
     /** Makes all children. */
     Maker m_parent;
     /** By address of what was made. */
     QVector<Made> m_made;
+    /** Found by climbing, once for each. */
+    QHash<const QQuickItem*, QString> m_makersGroups;
+    /** Among the siblings of the same class; empty until one is asked for. */
+    QHash<const QQuickItem*, int> m_ordinals;
 };
 
 /** The group of an item; null when it is no part of anything that is made again. */
 QString groupOf(QQuickItem* item);
-/** The same, where the parent's group is known. */
-QString groupOf(QQuickItem* item, const QString& parentsGroup, const Maker& maker);
 /** Whether it, or something that it lies in, is one of many rows. */
 bool isInRow(const QQuickItem* item);
 

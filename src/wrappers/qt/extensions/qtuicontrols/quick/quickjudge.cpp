@@ -62,6 +62,13 @@ const QQuickWindow* windowOf(QObject* receiver) {
     return item != nullptr ? item->window() : qobject_cast<const QQuickWindow*>(receiver);
 }
 
+/** A delay button that is held ends by itself, in whatever delivery its animation is advanced: it
+ * may be one that starts another. */
+bool isHeldToItsEnd(const QObject* object) {
+    return object->property("delay").isValid() && object->property("pressed").toBool() &&
+           object->property("progress").toReal() >= 1;
+}
+
 /** Whether it covers at least half of the other. */
 bool fills(const QQuickItem& item, const QQuickItem& row) {
     return item.width() * item.height() >= row.width() * row.height() / 2;
@@ -84,7 +91,8 @@ bool QuickJudge::isLaterStepOf(QObject* object, const Verdict& verdict) const {
     if (verdict.receiver == nullptr || !m_attribution.isArmed(object)) {
         return false;
     }
-    return verdict.receiver == object || QuickMotions::advancesAnimations(verdict.receiver);
+    return verdict.receiver == object || QuickMotions::advancesAnimations(verdict.receiver) ||
+           isHeldToItsEnd(object);
 }
 
 bool QuickJudge::isOperated(QObject* control) const {

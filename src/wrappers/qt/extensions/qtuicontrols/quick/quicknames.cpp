@@ -57,9 +57,14 @@ QString keysOf(const QObject* shortcut) {
     return several.isEmpty() ? QString() : several.first().toString();
 }
 
-/** The text of the first item of that kind down to a depth. */
+/** The text of the first item of that kind down to a depth. Among many, none says what one of them
+ * is for. */
 QString firstText(const QQuickItem* parent, const QQuickItem* except, int depth) {
+    constexpr int most = 16;
     const QList<QQuickItem*> children = parent->childItems();
+    if (children.size() > most) {
+        return {};
+    }
     for (const QQuickItem* child : children) {
         if (child == except) {
             continue;
@@ -144,7 +149,7 @@ QString textOn(const QQuickItem* area) {
 bool hidesInput(const QObject* object, const QuickClass& cls) {
     constexpr int normalEcho = 0; // TextInput.Normal
     return cls.type() == ElementType::TextInput &&
-           cls.read(object, QuickClass::Echo).toInt() != normalEcho;
+           cls.readEnum(object, QuickClass::Echo, normalEcho) != normalEcho;
 }
 
 void describeNames(const QObject* object, const QuickClass& cls, Description& what) {

@@ -26,10 +26,10 @@ bool coversMuch(const QQuickItem* item) {
 } // namespace
 
 // Pages lie in the content item of the list that is the view's content item.
-const QQuickItem* swipeViewOf(const QQuickItem* page) {
+QQuickItem* swipeViewOf(const QQuickItem* page) {
     const QQuickItem* const content = page->parentItem();
     const QQuickItem* const list = content == nullptr ? nullptr : content->parentItem();
-    const QQuickItem* const view = list == nullptr ? nullptr : list->parentItem();
+    QQuickItem* const view = list == nullptr ? nullptr : list->parentItem();
     return view != nullptr && QuickClass::of(list).role() == QuickRole::ItemView &&
                    QuickClass::of(view).role() == QuickRole::SwipeView &&
                    list->property("highlightItem").value<QQuickItem*>() != page

@@ -18,7 +18,7 @@ namespace UIControls {
 bool isPageOf(const QQuickItem* parent, const QQuickItem* item, bool isInRow);
 
 /** Whose page the item is; null when it is that of no swipe view. */
-const QQuickItem* swipeViewOf(const QQuickItem* page);
+QQuickItem* swipeViewOf(const QQuickItem* page);
 
 /** What the page itself, or its tab, calls it; null for nothing. */
 QString titleOfPage(const QQuickItem* page);

@@ -64,7 +64,7 @@ void QuickParts::addOptions(QObject* comboBox, UIElement* element) {
     for (const QString& text : texts) {
         Description what;
         what.type = ElementType::Option;
-        what.className = QString::fromLatin1(comboBox->metaObject()->className());
+        what.className = classNameOf(comboBox);
         what.text = text;
         what.uses = {Use::Chosen};
         options.elements.append(m_book.add(nullptr, what, element));

@@ -9,6 +9,7 @@
 
 #include <cstring>
 #include <initializer_list>
+#include <utility>
 
 namespace Vorsk {
 namespace UIControls {
@@ -99,8 +100,9 @@ int signalNumber(const QMetaObject& cls, const Rule& rule) {
 
 } // namespace
 
-QuickSignals::QuickSignals(QObject* receiver)
-    : m_receiver(receiver) {}
+QuickSignals::QuickSignals(const QMetaObject& receivers, ReceiverOf receiverOf)
+    : m_receivers(receivers)
+    , m_receiverOf(std::move(receiverOf)) {}
 
 void QuickSignals::connect(QObject* control, ElementType type) {
     const QMetaObject* cppClass = control->metaObject();
@@ -174,14 +176,18 @@ const std::vector<QuickSignals::Link>& QuickSignals::findOnce(const QMetaObject&
 }
 
 void QuickSignals::connect(QObject* sender, const std::vector<Link>& links) {
+    if (links.empty()) {
+        return;
+    }
+    const QObject* const receiver = m_receiverOf(sender);
     for (const Link& link : links) {
-        QMetaObject::connect(sender, link.first, m_receiver, link.second,
+        QMetaObject::connect(sender, link.first, receiver, link.second,
                              Qt::DirectConnection | Qt::UniqueConnection);
     }
 }
 
 int QuickSignals::slotNumber(const char* signature) const {
-    const int number = m_receiver->metaObject()->indexOfSlot(signature);
+    const int number = m_receivers.indexOfSlot(signature);
     Q_ASSERT(number != -1);
     return number;
 }

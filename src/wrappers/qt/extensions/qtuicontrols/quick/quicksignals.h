@@ -9,6 +9,7 @@
 #include <QHash>
 #include <QPair>
 
+#include <functional>
 #include <vector>
 
 QT_BEGIN_NAMESPACE
@@ -27,8 +28,12 @@ namespace UIControls {
  */
 class QuickSignals {
 public:
-    /** @param receiver has the slots that the table in the source file names; not owned */
-    explicit QuickSignals(QObject* receiver);
+    /** What the signals of that object are connected to: always the same. */
+    using ReceiverOf = std::function<const QObject*(const QObject* sender)>;
+
+    /** @param receivers the class of all receivers; has the slots that the table in the source file
+     * names */
+    QuickSignals(const QMetaObject& receivers, ReceiverOf receiverOf);
 
     /** Connects what tells of uses of such a control; what is connected already is not connected
      * twice. */
@@ -56,7 +61,8 @@ private:
     void connect(QObject* sender, const std::vector<Link>& links);
     int slotNumber(const char* signature) const;
 
-    QObject* m_receiver;
+    const QMetaObject& m_receivers;
+    ReceiverOf m_receiverOf;
     QHash<QPair<const QMetaObject*, int>, Known> m_known;
 };
 

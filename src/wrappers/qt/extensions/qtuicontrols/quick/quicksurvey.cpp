@@ -140,6 +140,7 @@ bool QuickSurvey::lookAtWhatIsNew() {
             isNew = true;
         }
     }
+    m_walk.finish();
     return isNew;
 }
 

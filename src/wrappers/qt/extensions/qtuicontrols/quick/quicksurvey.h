@@ -48,6 +48,7 @@ public:
     void update();
 
     const QuickParts& parts() const { return m_parts; }
+    QuickPageTabs& pageTabs() { return m_walk.pageTabs(); }
 
 private:
     void childrenChanged(QObject* item) override;

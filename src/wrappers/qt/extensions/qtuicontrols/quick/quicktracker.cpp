@@ -17,7 +17,7 @@ QuickTracker::QuickTracker(const TrackerServices& services)
           services, [this](QObject* object, ElementType type, UIElement* element) {
               m_uses->watch(object, type, element);
           })) {
-    m_uses->setParts(m_survey->parts());
+    m_uses->setParts(m_survey->parts(), m_survey->pageTabs());
 }
 
 QuickTracker::~QuickTracker() {

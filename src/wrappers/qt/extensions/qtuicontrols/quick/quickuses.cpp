@@ -10,6 +10,7 @@
 #include "qtuicontrols/quick/quickmotions.h"
 #include "qtuicontrols/quick/quickplaces.h"
 #include "qtuicontrols/quick/quicksignals.h"
+#include "qtuicontrols/quick/quickusehub.h"
 #include "qtuicontrols/quick/quickuseslots.h"
 
 #include <QGuiApplication>
@@ -18,6 +19,7 @@
 #include <QQuickItem>
 #include <QStyleHints>
 
+#include <algorithm>
 #include <vector>
 
 namespace Vorsk {
@@ -57,10 +59,10 @@ public:
     QuickMotions motions;
     QuickGesture gesture;
     QuickUseSlots uses;
+    QuickUseHubs hubs;
     QuickSignals signalsOfUse;
 
-    /** Not connected yet to what accessibility clients do. */
-    std::vector<QPointer<QObject>> unconnected;
+    void noteUnconnected(QObject* object);
 
 private:
     void prepare(QObject* object, UIElement* element);
@@ -68,6 +70,8 @@ private:
     void prepareLater(QObject* object, ElementType type);
     void countDrag(QObject* area);
 
+    /** Not connected yet to what accessibility clients do. */
+    std::vector<QPointer<QObject>> m_unconnected;
     /** What was pressed, and where in the scene. */
     QPointer<QObject> m_pressed;
     QPointF m_pressedAt;
@@ -83,7 +87,9 @@ QuickUses::Private::Private(const TrackerServices& services)
     , judge(book, attribution)
     , motions(attribution)
     , uses(book, judge, motions, gesture)
-    , signalsOfUse(&uses) {}
+    , hubs(uses)
+    , signalsOfUse(QuickUseHub::staticMetaObject,
+                   [this](const QObject* sender) { return hubs.hubFor(sender); }) {}
 
 /** Connects all that may be operated by the input, before it is delivered. */
 void QuickUses::Private::noteBegin(QObject* receiver, QEvent* event) {
@@ -205,16 +211,27 @@ void QuickUses::Private::noteRelease(QObject* receiver, QEvent* event) {
     }
 }
 
+/** Those that have died are left out when there is no room for more. */
+void QuickUses::Private::noteUnconnected(QObject* object) {
+    constexpr std::size_t few = 64;
+    if (m_unconnected.size() == m_unconnected.capacity()) {
+        m_unconnected.erase(std::remove(m_unconnected.begin(), m_unconnected.end(), nullptr),
+                            m_unconnected.end());
+        m_unconnected.reserve(std::max(few, 2 * m_unconnected.size()));
+    }
+    m_unconnected.emplace_back(object);
+}
+
 /** Their calls are delivered to none of the controls. */
 void QuickUses::Private::noteClient() {
     gesture.begin();
-    for (const QPointer<QObject>& object : unconnected) {
+    for (const QPointer<QObject>& object : m_unconnected) {
         UIElement* const element = object.isNull() ? nullptr : book.elementOf(object);
         if (element != nullptr) {
             signalsOfUse.connectForClients(object, book.typeOf(element));
         }
     }
-    unconnected.clear();
+    m_unconnected.clear();
 }
 
 QuickUses::QuickUses(const TrackerServices& services)
@@ -222,12 +239,13 @@ QuickUses::QuickUses(const TrackerServices& services)
 
 QuickUses::~QuickUses() = default;
 
-void QuickUses::setParts(const QuickParts& parts) {
+void QuickUses::setParts(const QuickParts& parts, QuickPageTabs& tabs) {
     m_private->uses.setParts(parts);
+    m_private->uses.setPageTabs(tabs);
 }
 
 void QuickUses::watch(QObject* object, ElementType type, UIElement* element) {
-    m_private->unconnected.emplace_back(object);
+    m_private->noteUnconnected(object);
     if (type == ElementType::Tab && !object->inherits("QQuickTabButton")) {
         m_private->uses.addPage(object, element);
     }

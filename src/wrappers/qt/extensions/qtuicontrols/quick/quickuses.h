@@ -21,6 +21,7 @@ class UIElement;
 namespace UIControls {
 
 using UIAbstraction::UIElement;
+class QuickPageTabs;
 class QuickParts;
 struct TrackerServices;
 
@@ -36,8 +37,9 @@ public:
     ~QuickUses();
     Q_DISABLE_COPY(QuickUses)
 
-    /** Where the entries of combo boxes have their elements; outlives this object's last event. */
-    void setParts(const QuickParts& parts);
+    /** Where the entries of combo boxes have their elements, and who knows the tabs of pages; both
+     * outlive this object's last event. */
+    void setParts(const QuickParts& parts, QuickPageTabs& tabs);
 
     /**
      * The object has become a control: an item, a pointer handler, an action or a shortcut; for the

@@ -8,6 +8,7 @@
 #include "qtuicontrols/quick/quickgesture.h"
 #include "qtuicontrols/quick/quickjudge.h"
 #include "qtuicontrols/quick/quickmotions.h"
+#include "qtuicontrols/quick/quickpagetabs.h"
 #include "qtuicontrols/quick/quickparts.h"
 #include "qtuicontrols/quick/quickplaces.h"
 
@@ -68,9 +69,9 @@ void QuickUseSlots::count(QObject* control, Use use) {
 
 void QuickUseSlots::countElement(QObject* object, UIElement* element, Use use) {
     if (m_judge.isClientActing()) {
-        if (m_pendingSender != sender()) {
+        if (m_pendingSender != m_sender) {
             m_pending.clear();
-            m_pendingSender = sender();
+            m_pendingSender = m_sender;
         }
         m_pending.push_back({object, element, use});
         return;
@@ -132,14 +133,19 @@ void QuickUseSlots::countState(QObject* control) {
     count(control, stateOf(control));
 }
 
-void QuickUseSlots::onToggled() {
-    if (m_judge.isOperated(sender())) {
-        countState(sender());
+void QuickUseSlots::receive(QObject* sender, Slot slot) {
+    const QObject* const outer = std::exchange(m_sender, sender);
+    (this->*slot)(sender);
+    m_sender = outer;
+}
+
+void QuickUseSlots::onToggled(QObject* sender) {
+    if (m_judge.isOperated(sender)) {
+        countState(sender);
     }
 }
 
-void QuickUseSlots::onClicked() {
-    QObject* const control = sender();
+void QuickUseSlots::onClicked(QObject* control) {
     UIElement* const element = m_book.elementOf(control);
     if (element == nullptr || !m_judge.isOperated(control)) {
         return;
@@ -162,8 +168,7 @@ void QuickUseSlots::onClicked() {
     }
 }
 
-void QuickUseSlots::onChosen() {
-    QObject* const comboBox = sender();
+void QuickUseSlots::onChosen(QObject* comboBox) {
     if (!m_judge.isOperated(comboBox)) {
         return;
     }
@@ -176,15 +181,15 @@ void QuickUseSlots::onChosen() {
     }
 }
 
-void QuickUseSlots::onEdited() {
+void QuickUseSlots::onEdited(QObject* sender) {
     // Where the text input in it tells itself, other changes during the key are the program's.
-    if (!m_judge.isTypedIntoPartOf(sender())) {
-        countEdit(sender());
+    if (!m_judge.isTypedIntoPartOf(sender)) {
+        countEdit(sender);
     }
 }
 
-void QuickUseSlots::onPartEdited() {
-    if (QObject* const control = m_judge.owners().controlOf(sender())) {
+void QuickUseSlots::onPartEdited(QObject* sender) {
+    if (QObject* const control = m_judge.owners().controlOf(sender)) {
         countEdit(control);
     }
 }
@@ -197,50 +202,48 @@ void QuickUseSlots::countEdit(QObject* control) {
     }
 }
 
-void QuickUseSlots::onConfirmed() {
-    countIfOperated(sender(), Use::Confirmed);
+void QuickUseSlots::onConfirmed(QObject* sender) {
+    countIfOperated(sender, Use::Confirmed);
 }
 
-void QuickUseSlots::onChanged() {
-    countIfOperated(sender(), Use::Changed);
+void QuickUseSlots::onChanged(QObject* sender) {
+    countIfOperated(sender, Use::Changed);
 }
 
-void QuickUseSlots::onMoved() {
-    QObject* const control = sender();
+void QuickUseSlots::onMoved(QObject* control) {
     // The handles of a range slider are objects of their own.
     countIfOperated(m_book.elementOf(control) == nullptr ? control->parent() : control, Use::Moved);
 }
 
-void QuickUseSlots::onMovingChanged() {
-    if (!QuickMotions::isMoving(sender())) {
-        m_motions.end(sender());
+void QuickUseSlots::onMovingChanged(QObject* sender) {
+    if (!QuickMotions::isMoving(sender)) {
+        m_motions.end(sender);
     }
 }
 
-void QuickUseSlots::onCurrentChanged() {
-    if (m_judge.isViewOperated(sender())) {
-        count(sender(), Use::Chosen);
+void QuickUseSlots::onCurrentChanged(QObject* sender) {
+    if (m_judge.isViewOperated(sender)) {
+        count(sender, Use::Chosen);
     }
 }
 
-void QuickUseSlots::onRowClicked() {
-    countIfOperated(sender(), Use::Chosen);
+void QuickUseSlots::onRowClicked(QObject* sender) {
+    countIfOperated(sender, Use::Chosen);
 }
 
-void QuickUseSlots::onActivated() {
-    countIfOperated(sender(), Use::Activated);
+void QuickUseSlots::onActivated(QObject* sender) {
+    countIfOperated(sender, Use::Activated);
 }
 
-void QuickUseSlots::onExpanded() {
-    countIfOperated(sender(), Use::Expanded);
+void QuickUseSlots::onExpanded(QObject* sender) {
+    countIfOperated(sender, Use::Expanded);
 }
 
-void QuickUseSlots::onSorted() {
-    countIfOperated(sender(), Use::Sorted);
+void QuickUseSlots::onSorted(QObject* sender) {
+    countIfOperated(sender, Use::Sorted);
 }
 
-void QuickUseSlots::onPageChanged() {
-    QObject* const container = sender();
+void QuickUseSlots::onPageChanged(QObject* container) {
     if (!m_judge.isContainerOperated(container)) {
         return;
     }
@@ -251,7 +254,7 @@ void QuickUseSlots::onPageChanged() {
     for (QObject* const object : {current, current->property("item").value<QObject*>()}) {
         const auto page = m_pages.constFind(object);
         if (page != m_pages.cend() && !page->object.isNull()) {
-            countElement(object, page->tab, Use::Chosen);
+            countPage(object, page->tab);
             return;
         }
     }
@@ -261,8 +264,18 @@ void QuickUseSlots::onPageChanged() {
     }
 }
 
-void QuickUseSlots::onPressedChanged() {
-    QObject* const area = sender();
+/** @param tab its own, or that of a button which is current with it */
+void QuickUseSlots::countPage(QObject* page, UIElement* tab) {
+    const QObject* const button = m_book.objectOf(tab);
+    if (button != nullptr && !button->property("checked").toBool() && m_pageTabs != nullptr) {
+        m_pageTabs->separate(page);
+        tab = m_pages.value(page).tab;
+    }
+    QObject* const shown = m_book.objectOf(tab);
+    countElement(shown != nullptr ? shown : page, tab, Use::Chosen);
+}
+
+void QuickUseSlots::onPressedChanged(QObject* area) {
     const bool isPressed = area->property("pressed").toBool();
     if (QuickClass::of(area).role() != QuickRole::Handler) {
         if (isPressed) {
@@ -276,14 +289,13 @@ void QuickUseSlots::onPressedChanged() {
     }
 }
 
-void QuickUseSlots::onTapped() {
-    if (m_judge.isHandlerOperated(sender())) {
-        count(sender(), Use::Pressed);
+void QuickUseSlots::onTapped(QObject* sender) {
+    if (m_judge.isHandlerOperated(sender)) {
+        count(sender, Use::Pressed);
     }
 }
 
-void QuickUseSlots::onActiveChanged() {
-    QObject* const handler = sender();
+void QuickUseSlots::onActiveChanged(QObject* handler) {
     if (!handler->property("active").toBool() || !m_judge.isHandlerOperated(handler)) {
         return;
     }
@@ -294,20 +306,19 @@ void QuickUseSlots::onActiveChanged() {
     count(handler, isDragged ? Use::Dragged : Use::Pressed);
 }
 
-void QuickUseSlots::onTouched() {
-    countIfOperated(sender(), Use::Pressed);
+void QuickUseSlots::onTouched(QObject* sender) {
+    countIfOperated(sender, Use::Pressed);
 }
 
-void QuickUseSlots::onPinched() {
-    countIfOperated(sender(), Use::Dragged);
+void QuickUseSlots::onPinched(QObject* sender) {
+    countIfOperated(sender, Use::Dragged);
 }
 
-void QuickUseSlots::onLinkActivated() {
-    countIfOperated(sender(), Use::Followed);
+void QuickUseSlots::onLinkActivated(QObject* sender) {
+    countIfOperated(sender, Use::Followed);
 }
 
-void QuickUseSlots::onTriggered() {
-    QObject* const command = sender();
+void QuickUseSlots::onTriggered(QObject* command) {
     UIElement* const element = m_book.elementOf(command);
     if (element == nullptr || isCounted(element, Use::Triggered) || !m_judge.isTriggered(command)) {
         return;

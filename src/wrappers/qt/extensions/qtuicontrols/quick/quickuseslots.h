@@ -17,21 +17,21 @@ namespace UIControls {
 class QuickGesture;
 class QuickJudge;
 class QuickMotions;
+class QuickPageTabs;
 class QuickParts;
 
 /**
- * What signals of controls are connected to: asks whether a person operates the sender and counts
- * the use, once for each gesture. GUI thread only.
+ * What the signals of controls lead to: asks whether a person operates the sender and counts the
+ * use, once for each gesture. GUI thread only.
  */
-class QuickUseSlots : public QObject {
-    Q_OBJECT
-
+class QuickUseSlots {
 public:
     /** All outlive this object. */
     QuickUseSlots(ElementBook& book, const QuickJudge& judge, QuickMotions& motions,
                   const QuickGesture& gesture);
 
     void setParts(const QuickParts& parts) { m_parts = &parts; }
+    void setPageTabs(QuickPageTabs& tabs) { m_pageTabs = &tabs; }
 
     /** Has the page's tab counted when the page becomes the current one of what it lies in. */
     void addPage(QObject* page, UIElement* tab);
@@ -47,29 +47,31 @@ public:
         }
     }
 
-public Q_SLOTS:
-    void onActivated();
-    void onActiveChanged();
-    void onChanged();
-    void onChosen();
-    void onClicked();
-    void onConfirmed();
-    void onCurrentChanged();
-    void onEdited();
-    void onExpanded();
-    void onLinkActivated();
-    void onMoved();
-    void onMovingChanged();
-    void onPageChanged();
-    void onPartEdited();
-    void onPinched();
-    void onPressedChanged();
-    void onRowClicked();
-    void onSorted();
-    void onTapped();
-    void onToggled();
-    void onTouched();
-    void onTriggered();
+    // One for each kind of signal; called by receive().
+    using Slot = void (QuickUseSlots::*)(QObject* sender);
+    void receive(QObject* sender, Slot slot);
+    void onActivated(QObject* sender);
+    void onActiveChanged(QObject* sender);
+    void onChanged(QObject* sender);
+    void onChosen(QObject* sender);
+    void onClicked(QObject* sender);
+    void onConfirmed(QObject* sender);
+    void onCurrentChanged(QObject* sender);
+    void onEdited(QObject* sender);
+    void onExpanded(QObject* sender);
+    void onLinkActivated(QObject* sender);
+    void onMoved(QObject* sender);
+    void onMovingChanged(QObject* sender);
+    void onPageChanged(QObject* sender);
+    void onPartEdited(QObject* sender);
+    void onPinched(QObject* sender);
+    void onPressedChanged(QObject* sender);
+    void onRowClicked(QObject* sender);
+    void onSorted(QObject* sender);
+    void onTapped(QObject* sender);
+    void onToggled(QObject* sender);
+    void onTouched(QObject* sender);
+    void onTriggered(QObject* sender);
 
 private:
     void countIfOperated(QObject* control, Use use);
@@ -77,6 +79,7 @@ private:
     void countEdit(QObject* control);
     void countElement(QObject* object, UIElement* element, Use use);
     void countRowOf(QObject* control);
+    void countPage(QObject* page, UIElement* tab);
     void countPending();
     bool isCounted(const UIElement* element, Use use);
     bool isStateCounted(const UIElement* element);
@@ -94,6 +97,8 @@ private:
     const QuickGesture& m_gesture;
     /** Null where entries have no elements. */
     const QuickParts* m_parts = nullptr;
+    /** Null where pages have no tabs. */
+    QuickPageTabs* m_pageTabs = nullptr;
     /** In the gesture of that number. */
     std::vector<Counted> m_counted;
     int m_countedIn = 0;
@@ -106,9 +111,11 @@ private:
     };
     std::vector<Pending> m_pending;
     const QObject* m_pendingSender = nullptr;
+    /** Whose signal is being handled; null for none. */
+    const QObject* m_sender = nullptr;
     struct Page {
         QPointer<QObject> object;
-        UIElement* tab;
+        UIElement* tab = nullptr;
     };
     QHash<const QObject*, Page> m_pages;
 };

@@ -36,8 +36,7 @@ bool hasLinks(const QQuickItem* text, const QuickClass& cls) {
 }
 
 bool acceptsPresses(const QQuickItem* area, const QuickClass& cls) {
-    const QVariant buttons = cls.read(area, QuickClass::AcceptedButtons);
-    return !buttons.isValid() || buttons.toInt() != Qt::NoButton;
+    return cls.readEnum(area, QuickClass::AcceptedButtons, Qt::LeftButton) != Qt::NoButton;
 }
 
 /** Whether what is no item is there only because a control is made of it, as the menu of a text
@@ -85,6 +84,7 @@ QuickWalk::QuickWalk(ElementBook& book, QuickViews& views, QuickElements& elemen
     , m_views(views)
     , m_elements(elements)
     , m_containers(containers)
+    , m_pageTabs(book, elements)
     , m_addWindow(std::move(addWindow)) {}
 
 void QuickWalk::lookAtWindow(QQuickWindow* window) {
@@ -150,7 +150,7 @@ void QuickWalk::visitChildren(QQuickItem* item, const Surroundings& within) {
     if (children.isEmpty()) {
         return;
     }
-    const SiblingMakers makers(item);
+    SiblingMakers makers(item);
     Surroundings where = within;
     for (QQuickItem* child : children) {
         const QuickClass& cls = QuickClass::of(child);
@@ -163,7 +163,7 @@ void QuickWalk::visitChildren(QQuickItem* item, const Surroundings& within) {
             continue;
         }
         const Maker maker = makers.makerOf(child);
-        where.group = groupOf(child, within.group, maker);
+        where.group = makers.groupOf(child, within.group, maker);
         where.isInRow = within.isInRow || maker.makesRows;
         visitChild(child, where, isNewPage);
     }
@@ -233,6 +233,7 @@ void QuickWalk::visitItem(QQuickItem* item, const QuickClass& cls, const Surroun
     const QString title = cls.generation() != 0 ? captionOf(item, cls) : QString();
     if (!title.isEmpty()) {
         inner.title = title;
+        inner.isTitleOfPage = extendsClass(item, "QQuickPage");
         inner.textBefore = nullptr;
     }
     // Few ever get children later, and these are the items of which there are most.
@@ -360,9 +361,9 @@ UIElement* QuickWalk::addPage(QQuickItem* page, const Surroundings& where) {
     const QString title = titleOfPage(page);
     UIElement* const element =
         m_elements.addView(page, QuickClass::of(page), ElementType::Page, where, title);
-    const QQuickItem* const swipeView = swipeViewOf(page);
+    QQuickItem* const swipeView = swipeViewOf(page);
     if (swipeView != nullptr && swipeView->property("interactive") != QVariant(false)) {
-        m_elements.addTab(page, element, where, title);
+        m_pageTabs.add(page, swipeView, element, where, title);
     }
     return element;
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "qtuicontrols/quick/quickelements.h"
+#include "qtuicontrols/quick/quickpagetabs.h"
 
 #include <QHash>
 #include <QPointer>
@@ -39,6 +40,9 @@ public:
     void lookAtWindow(QQuickWindow* window);
     /** Looks at what is new in an item that was looked into before. */
     void lookAtContainer(QQuickItem* container);
+    /** To be called when all that is new was looked at. */
+    void finish() { m_pageTabs.settle(); }
+    QuickPageTabs& pageTabs() { return m_pageTabs; }
 
 private:
     UIElement* viewOf(QQuickWindow* window);
@@ -61,6 +65,7 @@ private:
     QuickViews& m_views;
     QuickElements& m_elements;
     QuickContainers& m_containers;
+    QuickPageTabs m_pageTabs;
     AddWindow m_addWindow;
     /** Popups that were looked into. */
     QHash<const QObject*, QPointer<QObject>> m_popups;

@@ -89,12 +89,25 @@ QString nameOf(const QGraphicsItem* item) {
     const char* const mangled = typeid(*item).name();
     const std::unique_ptr<char, void (*)(void*)> name(
         abi::__cxa_demangle(mangled, nullptr, nullptr, nullptr), std::free);
-    return QString::fromLatin1(name == nullptr ? mangled : name.get());
+    return QString::fromUtf8(name == nullptr ? mangled : name.get());
 }
 
 bool isPress(QEvent::Type type) {
     return type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick ||
-           type == QEvent::TouchBegin;
+           type == QEvent::TouchBegin || type == QEvent::TabletPress;
+}
+
+/** Whether the widget has something to do with a press of that kind. What has not gets a press of
+ * the mouse next. */
+bool takesKind(const QWidget* widget, QEvent::Type type) {
+    switch (type) {
+    case QEvent::TouchBegin:
+        return widget->testAttribute(Qt::WA_AcceptTouchEvents);
+    case QEvent::TabletPress:
+        return handlesTablet(widget);
+    default:
+        return true;
+    }
 }
 
 } // namespace
@@ -118,14 +131,16 @@ void AreaUses::expect(QWidget* receiver, bool isOfControl, QEvent* event) {
 void AreaUses::press(QWidget* receiver, bool isOfControl, QEvent* event) {
     // The one that got it has passed it on.
     const bool isPassedOn = !m_pressed.isNull() && m_pressed->parentWidget() == receiver;
-    if (!isPassedOn) {
+    // A finger or pen whose press was ignored presses the mouse.
+    const bool isByFinger = m_pressedBy == QEvent::TouchBegin || m_pressedBy == QEvent::TabletPress;
+    const bool isAgain =
+        m_pressed == receiver && isByFinger && event->type() == QEvent::MouseButtonPress;
+    if (!isPassedOn && !isAgain) {
         settle();
     }
-    m_pressed = isOfControl ? nullptr : receiver;
+    m_pressed = isOfControl || !takesKind(receiver, event->type()) ? nullptr : receiver;
+    m_pressedBy = event->type();
     m_isScenePressed = false;
-    if (event->type() == QEvent::TouchBegin && !receiver->testAttribute(Qt::WA_AcceptTouchEvents)) {
-        m_pressed = nullptr; // it comes as a press of the mouse
-    }
     QWidget* const around = withViewport(receiver);
     if (qobject_cast<QGraphicsView*>(around) != nullptr) {
         m_graphicsView = around;
@@ -142,7 +157,8 @@ void AreaUses::settle() {
     const bool passesOn =
         !pressed->isWindow() && !pressed->testAttribute(Qt::WA_NoMousePropagation);
     QWidget* const widget = withViewport(pressed);
-    if (isArea(widget, passesOn) && pressed->isEnabled()) {
+    const bool isTaken = m_pressedBy == QEvent::TabletPress || isArea(widget, passesOn);
+    if (isTaken && pressed->isEnabled()) {
         take(widget);
     }
 }

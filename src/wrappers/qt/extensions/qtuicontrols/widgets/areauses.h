@@ -5,6 +5,7 @@
 
 #include "qtuicontrols/elementbook.h"
 
+#include <QEvent>
 #include <QHash>
 #include <QPointer>
 
@@ -49,6 +50,8 @@ private:
     UseCounter& m_counter;
     /** That has got the press last; whether it has kept it is not known yet. */
     QPointer<QWidget> m_pressed;
+    /** The kind of that press. */
+    QEvent::Type m_pressedBy = QEvent::None;
     /** The graphics view through which a scene got the press. */
     QPointer<QWidget> m_graphicsView;
     bool m_isScenePressed = false;

@@ -4,7 +4,6 @@
 #include "qtuicontrols/widgets/buttonuses.h"
 
 #include "qtuicontrols/widgets/buttonrelations.h"
-#include "qtuicontrols/widgets/lazyconnections.h"
 #include "qtuicontrols/widgets/usecounter.h"
 #include "qtuicontrols/widgets/widgetrole.h"
 
@@ -97,21 +96,21 @@ void ButtonUses::connectTo(QWidget* control) {
     static const int menuSlot = methodNumber(staticMetaObject, "menuShows()");
 
     if (qobject_cast<QGroupBox*>(control) != nullptr) {
-        connectOnce(control, groupSignal, this, groupSlot);
+        m_counter.connections().connect(control, groupSignal, this, groupSlot);
         return;
     }
     const auto* const button = qobject_cast<QAbstractButton*>(control);
     if (button == nullptr) {
         return;
     }
-    connectOnce(button, pressedSignal, this, pressedSlot);
-    connectOnce(button, releasedSignal, this, releasedSlot);
-    connectOnce(button, clickedSignal, this, clickedSlot);
+    m_counter.connections().connect(button, pressedSignal, this, pressedSlot);
+    m_counter.connections().connect(button, releasedSignal, this, releasedSlot);
+    m_counter.connections().connect(button, clickedSignal, this, clickedSlot);
     if (button->isCheckable()) {
-        connectOnce(button, toggledSignal, this, toggledSlot);
+        m_counter.connections().connect(button, toggledSignal, this, toggledSlot);
     }
     if (const QMenu* const menu = menuOf(button)) {
-        connectOnce(menu, menuSignal, this, menuSlot);
+        m_counter.connections().connect(menu, menuSignal, this, menuSlot);
     }
 }
 

@@ -3,7 +3,6 @@
 
 #include "qtuicontrols/widgets/choiceuses.h"
 
-#include "qtuicontrols/widgets/lazyconnections.h"
 #include "qtuicontrols/widgets/partelements.h"
 #include "qtuicontrols/widgets/usecounter.h"
 
@@ -56,12 +55,12 @@ void ChoiceUses::connectTo(QWidget* control) {
     static const int activatedSlot = methodNumber(staticMetaObject, "dateActivated()");
 
     if (qobject_cast<QComboBox*>(control) != nullptr) {
-        connectOnce(control, chosenSignal, this, boxSlot);
+        m_counter.connections().connect(control, chosenSignal, this, boxSlot);
     } else if (qobject_cast<QCalendarWidget*>(control) != nullptr) {
-        connectOnce(control, clickedSignal, this, dateSlot);
-        connectOnce(control, selectedSignal, this, dateSlot);
-        connectOnce(control, pageSignal, this, dateSlot);
-        connectOnce(control, activatedSignal, this, activatedSlot);
+        m_counter.connections().connect(control, clickedSignal, this, dateSlot);
+        m_counter.connections().connect(control, selectedSignal, this, dateSlot);
+        m_counter.connections().connect(control, pageSignal, this, dateSlot);
+        m_counter.connections().connect(control, activatedSignal, this, activatedSlot);
     }
 }
 
@@ -73,8 +72,8 @@ void ChoiceUses::expectTabs(QWidget* receiver) {
     static const int changedSlot = methodNumber(staticMetaObject, "tabChanged(int)");
 
     if (const QTabBar* const bar = tabBarOf(receiver)) {
-        connectOnce(bar, pressedSignal, this, pressedSlot);
-        connectOnce(bar, changedSignal, this, changedSlot);
+        m_counter.connections().connect(bar, pressedSignal, this, pressedSlot);
+        m_counter.connections().connect(bar, changedSignal, this, changedSlot);
     }
 }
 

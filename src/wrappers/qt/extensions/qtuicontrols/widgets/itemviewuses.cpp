@@ -3,7 +3,6 @@
 
 #include "qtuicontrols/widgets/itemviewuses.h"
 
-#include "qtuicontrols/widgets/lazyconnections.h"
 #include "qtuicontrols/widgets/partelements.h"
 #include "qtuicontrols/widgets/usecounter.h"
 
@@ -76,7 +75,7 @@ void ItemViewUses::expect(QAbstractItemView* view, QWidget* receiver, QEvent* ev
     static const int slot = methodNumber(staticMetaObject, "committed(QWidget*)");
     m_editor = editor;
     if (const QAbstractItemDelegate* const delegate = view->itemDelegate(view->currentIndex())) {
-        connectOnce(delegate, signal, this, slot);
+        m_counter.connections().connect(delegate, signal, this, slot);
     }
 }
 
@@ -98,14 +97,14 @@ void ItemViewUses::connectTo(QAbstractItemView* view) {
     static const int dataSlot =
         methodNumber(staticMetaObject, "dataChanged(QModelIndex,QModelIndex,QVector<int>)");
 
-    connectOnce(view, pressedSignal, this, pressedSlot);
-    connectOnce(view, activatedSignal, this, activatedSlot);
+    m_counter.connections().connect(view, pressedSignal, this, pressedSlot);
+    m_counter.connections().connect(view, activatedSignal, this, activatedSlot);
     if (const QItemSelectionModel* const selected = view->selectionModel()) {
-        connectOnce(selected, currentSignal, this, currentSlot);
-        connectOnce(selected, selectionSignal, this, selectionSlot);
+        m_counter.connections().connect(selected, currentSignal, this, currentSlot);
+        m_counter.connections().connect(selected, selectionSignal, this, selectionSlot);
     }
     if (const QAbstractItemModel* const model = view->model()) {
-        connectOnce(model, dataSignal, this, dataSlot);
+        m_counter.connections().connect(model, dataSignal, this, dataSlot);
     }
     connectToHeaders(view);
 }
@@ -120,11 +119,11 @@ void ItemViewUses::connectToHeaders(QAbstractItemView* view) {
     static const int headerSlot = methodNumber(staticMetaObject, "headerClicked()");
 
     if (qobject_cast<QTreeView*>(view) != nullptr) {
-        connectOnce(view, expandedSignal, this, expandedSlot);
-        connectOnce(view, collapsedSignal, this, expandedSlot);
+        m_counter.connections().connect(view, expandedSignal, this, expandedSlot);
+        m_counter.connections().connect(view, collapsedSignal, this, expandedSlot);
     }
     if (const QHeaderView* const header = columnHeaderOf(view)) {
-        connectOnce(header, sectionSignal, this, headerSlot);
+        m_counter.connections().connect(header, sectionSignal, this, headerSlot);
     }
 }
 

@@ -147,13 +147,13 @@ void LinkUses::expect(QWidget* receiver, QEvent* event) {
         return;
     }
     if (qobject_cast<QTextBrowser*>(text) != nullptr) {
-        connectOnce(text, browserSignal, this, browserSlot);
+        m_counter.connections().connect(text, browserSignal, this, browserSlot);
         return;
     }
     if (!mayHaveAnchors(static_cast<QLabel*>(text))) {
         return;
     }
-    connectOnce(text, labelSignal, this, labelSlot);
+    m_counter.connections().connect(text, labelSignal, this, labelSlot);
     if (static_cast<QLabel*>(text)->openExternalLinks()) {
         followHovering(text);
         expectOpening(text, event);

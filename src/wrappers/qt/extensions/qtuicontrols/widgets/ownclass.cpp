@@ -30,11 +30,15 @@ bool isOfQt(const void* address) {
     return isIt;
 }
 
-/** Where in a widget's table of virtual functions mousePressEvent() stands. */
-class PressSlot : public QWidget {
+/** Where in a widget's table of virtual functions a member stands. */
+class Slots : public QWidget {
 public:
-    static std::size_t index() {
-        void (QWidget::*const member)(QMouseEvent*) = &PressSlot::mousePressEvent;
+    static std::size_t ofPress() { return indexOf(&Slots::mousePressEvent); }
+    static std::size_t ofTablet() { return indexOf(&Slots::tabletEvent); }
+
+private:
+    template <class Event>
+    static std::size_t indexOf(void (QWidget::*member)(Event*)) {
         // The ABI's pointer to a virtual member holds its offset in the table; the lowest bit is a
         // mark on most processors.
         std::size_t parts[2];
@@ -44,6 +48,12 @@ public:
     }
 };
 
+bool isOverriddenAt(const QWidget* widget, std::size_t index) {
+    const void* const* table = nullptr;
+    std::memcpy(&table, static_cast<const void*>(widget), sizeof(table));
+    return !isOfQt(table[index]);
+}
+
 } // namespace
 
 bool isOwnClass(const QWidget* widget) {
@@ -52,10 +62,13 @@ bool isOwnClass(const QWidget* widget) {
 }
 
 bool handlesPress(const QWidget* widget) {
-    static const std::size_t index = PressSlot::index();
-    const void* const* table = nullptr;
-    std::memcpy(&table, static_cast<const void*>(widget), sizeof(table));
-    return !isOfQt(table[index]);
+    static const std::size_t index = Slots::ofPress();
+    return isOverriddenAt(widget, index);
+}
+
+bool handlesTablet(const QWidget* widget) {
+    static const std::size_t index = Slots::ofTablet();
+    return isOverriddenAt(widget, index);
 }
 
 } // namespace UIControls

@@ -18,5 +18,8 @@ bool isOwnClass(const QWidget* widget);
  * one that this extends. */
 bool handlesPress(const QWidget* widget);
 
+/** The same for what a pen does. */
+bool handlesTablet(const QWidget* widget);
+
 } // namespace UIControls
 } // namespace Vorsk

@@ -3,8 +3,8 @@
 
 #include "qtuicontrols/widgets/textuses.h"
 
-#include "qtuicontrols/widgets/lazyconnections.h"
 #include "qtuicontrols/widgets/usecounter.h"
+#include "qtuicontrols/widgets/widgetclass.h"
 
 #include <QAbstractSpinBox>
 #include <QComboBox>
@@ -66,11 +66,14 @@ void TextUses::connectTo(QWidget* control) {
     static const int keysSlot = methodNumber(staticMetaObject, "keysChanged()");
 
     if (qobject_cast<QTextEdit*>(control) != nullptr) {
-        connectOnce(control, richSignal, this, bodySlot);
+        m_counter.connections().connect(control, richSignal, this, bodySlot);
     } else if (qobject_cast<QPlainTextEdit*>(control) != nullptr) {
-        connectOnce(control, plainSignal, this, bodySlot);
+        m_counter.connections().connect(control, plainSignal, this, bodySlot);
     } else if (qobject_cast<QKeySequenceEdit*>(control) != nullptr) {
-        connectOnce(control, keysSignal, this, keysSlot);
+        m_counter.connections().connect(control, keysSignal, this, keysSlot);
+    } else if (classOf(control) == WidgetClass::OwnEditor) {
+        m_counter.connections().connect(
+            control, methodNumber(*control->metaObject(), "textChanged()"), this, bodySlot);
     } else if (QLineEdit* const line = lineOf(control)) {
         connectToLine(line);
     }
@@ -85,9 +88,9 @@ void TextUses::connectToLine(QWidget* line) {
     static const int changedSlot = methodNumber(staticMetaObject, "lineChanged()");
     static const int confirmedSlot = methodNumber(staticMetaObject, "lineConfirmed()");
 
-    connectOnce(line, editedSignal, this, editedSlot);
-    connectOnce(line, changedSignal, this, changedSlot);
-    connectOnce(line, confirmedSignal, this, confirmedSlot);
+    m_counter.connections().connect(line, editedSignal, this, editedSlot);
+    m_counter.connections().connect(line, changedSignal, this, changedSlot);
+    m_counter.connections().connect(line, confirmedSignal, this, confirmedSlot);
 }
 
 void TextUses::lineEdited() {

@@ -6,6 +6,7 @@
 #include "qtuicontrols/attribution.h"
 #include "qtuicontrols/elementbook.h"
 #include "qtuicontrols/widgets/inputgesture.h"
+#include "qtuicontrols/widgets/lazyconnections.h"
 #include "qtuicontrols/widgets/widgetowners.h"
 
 #include <QRect>
@@ -33,6 +34,9 @@ public:
     Attribution& attribution() { return m_attribution; }
     const WidgetOwners& owners() const { return m_owners; }
     InputGesture& gesture() { return m_gesture; }
+
+    /** Of the hubs to controls. */
+    LazyConnections& connections() { return m_connections; }
 
     /** The control that the object is a part of; null when it is of none or that has no element. */
     QWidget* controlOf(const QObject* object) const { return m_owners.controlOf(object); }
@@ -68,6 +72,7 @@ private:
     Attribution& m_attribution;
     WidgetOwners m_owners;
     InputGesture m_gesture;
+    LazyConnections m_connections;
     /** In the gesture of that serial number. */
     std::vector<Counted> m_counted;
     int m_serial = 0;

@@ -3,7 +3,6 @@
 
 #include "qtuicontrols/widgets/valueuses.h"
 
-#include "qtuicontrols/widgets/lazyconnections.h"
 #include "qtuicontrols/widgets/usecounter.h"
 
 #include <QAbstractSlider>
@@ -48,9 +47,9 @@ void ValueUses::connectTo(QWidget* control) {
     if (qobject_cast<QAbstractSpinBox*>(control) != nullptr) {
         connectToSpinBox(control);
     } else if (qobject_cast<QAbstractSlider*>(control) != nullptr) {
-        connectOnce(control, valueSignal, this, movedSlot);
+        m_counter.connections().connect(control, valueSignal, this, movedSlot);
         // The value of one without tracking follows at the release.
-        connectOnce(control, movedSignal, this, movedSlot);
+        m_counter.connections().connect(control, movedSignal, this, movedSlot);
     }
 }
 
@@ -61,18 +60,18 @@ void ValueUses::connectToSpinBox(QWidget* control) {
     static const int slot = methodNumber(staticMetaObject, "spun()");
 
     if (qobject_cast<QDateTimeEdit*>(control) != nullptr) {
-        connectOnce(control, dateSignal, this, slot);
+        m_counter.connections().connect(control, dateSignal, this, slot);
         return;
     }
     const QMetaProperty value = control->metaObject()->userProperty();
     if (value.hasNotifySignal()) {
-        connectOnce(control, value.notifySignalIndex(), this, slot);
+        m_counter.connections().connect(control, value.notifySignalIndex(), this, slot);
         return;
     }
     // One of the application's own, which says what it is worth in its text alone.
     if (const auto* const line =
             control->findChild<QLineEdit*>(QString(), Qt::FindDirectChildrenOnly)) {
-        connectOnce(line, textSignal, this, slot);
+        m_counter.connections().connect(line, textSignal, this, slot);
     }
 }
 

@@ -3,6 +3,7 @@
 
 #include "qtuicontrols/widgets/widgetclass.h"
 
+#include <QAbstractScrollArea>
 #include <QHash>
 #include <QWidget>
 
@@ -92,6 +93,17 @@ WidgetClass lookUp(const QMetaObject* meta) {
     return WidgetClass::Plain;
 }
 
+/** Whether the class scrolls a text, says when it has changed and takes one from the clipboard. */
+bool isEditor(const QMetaObject* meta) {
+    return meta->inherits(&QAbstractScrollArea::staticMetaObject) &&
+           meta->indexOfSignal("textChanged()") >= 0 && meta->indexOfSlot("paste()") >= 0;
+}
+
+WidgetClass classify(const QMetaObject* meta) {
+    const WidgetClass cls = lookUp(meta);
+    return cls == WidgetClass::Plain && isEditor(meta) ? WidgetClass::OwnEditor : cls;
+}
+
 /** What was found out about a meta-object, and by what it is told from another one at the same
  * address: a plugin's classes go with the plugin. */
 struct Known {
@@ -118,7 +130,7 @@ WidgetClass classOf(const QWidget* widget) {
         cache.clear();
     }
     const char* const name = meta->className();
-    const WidgetClass cls = lookUp(meta);
+    const WidgetClass cls = classify(meta);
     cache.insert(meta, {meta->superClass(), name, QByteArray(name), cls});
     return cls;
 }
@@ -131,6 +143,7 @@ bool isControlClass(WidgetClass cls) {
     case WidgetClass::ComboBox:
     case WidgetClass::LineEdit:
     case WidgetClass::TextEdit:
+    case WidgetClass::OwnEditor:
     case WidgetClass::KeySequence:
     case WidgetClass::SpinBox:
     case WidgetClass::Slider:
@@ -155,6 +168,7 @@ bool isEntered(WidgetClass cls) {
     case WidgetClass::CheckBox:
     case WidgetClass::ComboBox:
     case WidgetClass::LineEdit:
+    case WidgetClass::OwnEditor:
     case WidgetClass::KeySequence:
     case WidgetClass::SpinBox:
     case WidgetClass::Slider:

@@ -36,6 +36,7 @@ enum class WidgetClass : quint8 {
     LineEdit,
     TextEdit,    ///< a control where it is not read-only
     TextBrowser, ///< shows links
+    OwnEditor,   ///< a text editor that is not one of Qt's
     KeySequence,
     SpinBox,
     Slider,

@@ -50,6 +50,12 @@ QString textOf(const QWidget* caption) {
     return (label->buddy() != nullptr ? stripMnemonics(text) : text).trimmed();
 }
 
+/** A check box or radio button tells what it stands before; above something, it is a control beside
+ * another. */
+bool isSideBySide(const QBoxLayout& box) {
+    return box.direction() == QBoxLayout::LeftToRight || box.direction() == QBoxLayout::RightToLeft;
+}
+
 QString groupTitleAbove(const QWidget* widget) {
     for (const QWidget* above = widget->parentWidget(); above != nullptr && !above->isWindow();
          above = above->parentWidget()) {
@@ -101,7 +107,8 @@ void WidgetLabels::readLayout(QLayout* layout, const QWidget* label) {
         return;
     }
     // Others may be of the application's, or answer with a warning, as that of a main window.
-    if (qobject_cast<QBoxLayout*>(layout) == nullptr) {
+    const auto* const box = qobject_cast<const QBoxLayout*>(layout);
+    if (box == nullptr) {
         return;
     }
     for (int i = 0; i < layout->count(); ++i) {
@@ -113,7 +120,9 @@ void WidgetLabels::readLayout(QLayout* layout, const QWidget* label) {
             if (label != nullptr) {
                 m_neighbours.insert(widget, label);
             }
-            label = isCaption(widget) ? widget : nullptr;
+            const bool mayTell =
+                isSideBySide(*box) || qobject_cast<const QLabel*>(widget) != nullptr;
+            label = mayTell && isCaption(widget) ? widget : nullptr;
         }
     }
 }

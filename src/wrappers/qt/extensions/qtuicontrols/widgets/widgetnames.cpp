@@ -54,6 +54,8 @@ bool isReadOnly(const QWidget* widget) {
         return rich != nullptr ? rich->isReadOnly()
                                : static_cast<const QPlainTextEdit*>(widget)->isReadOnly();
     }
+    case WidgetClass::OwnEditor:
+        return widget->property("readOnly").toBool();
     default:
         return false;
     }

@@ -6,7 +6,7 @@
 #include "qtuicontrols/widgets/partelements.h"
 #include "qtuicontrols/widgets/widgetplaces.h"
 #include "qtuicontrols/widgets/widgetviews.h"
-#include "recordstream/pngreader.h"
+#include "tracking/grab.h"
 #include "uiabstraction/uielement.h"
 
 #include <QTimerEvent>
@@ -165,23 +165,9 @@ void WidgetPictures::take(UIElement* view) {
 
 /** Null where there is nothing to render, or too much. */
 QImage WidgetPictures::render(QWidget* widget) const {
-    const qreal ratio = widget->devicePixelRatioF();
-    const QSize size = (QSizeF(widget->size()) * ratio).toSize();
-    if (size.isEmpty() ||
-        qint64{size.width()} * size.height() > qint64{RecordStream::maximumImagePixels}) {
-        return {};
-    }
-    QImage picture(size, QImage::Format_ARGB32_Premultiplied);
-    if (picture.isNull()) {
-        return {};
-    }
-    picture.setDevicePixelRatio(ratio);
-    // Not every widget that says it is opaque paints all of itself.
-    picture.fill(Qt::transparent);
     const QPointer<QWidget> guard(widget);
-    widget->render(&picture, QPoint(), QRegion(),
-                   QWidget::DrawWindowBackground | QWidget::DrawChildren | QWidget::IgnoreMask);
-    if (guard.isNull()) {
+    QImage picture = UICoverage::grabWidget(widget, QRect(QPoint(0, 0), QSize(-1, -1)));
+    if (guard.isNull() || picture.isNull()) {
         return {};
     }
     m_blackOuts.apply(picture, widget);
@@ -194,8 +180,9 @@ void WidgetPictures::tellPlaces(QWidget* widget, UIElement* view) {
     const QList<UIElement*> controls = view->children();
     for (UIElement* control : controls) {
         const QObject* const object = m_book.objectOf(control);
-        const QRect place = object == nullptr ? QRect() : shownPlaceOf(object, top);
-        if (!place.isEmpty()) {
+        const QRect place = object == nullptr ? QRect() : placeInSight(object, top);
+        // What has gone out of sight is not where it was: the picture shows something else there.
+        if (!place.isEmpty() || !control->geometry().rect().isEmpty()) {
             m_book.setPlace(control, place);
         }
     }

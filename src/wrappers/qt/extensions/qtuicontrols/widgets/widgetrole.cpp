@@ -15,6 +15,7 @@
 #include <QTextEdit>
 #include <QToolBar>
 #include <QToolButton>
+#include <QVariant>
 #include <QWidgetAction>
 
 namespace Vorsk {
@@ -113,6 +114,9 @@ bool isControl(const QWidget* widget, WidgetClass cls, ElementType* type) {
     case WidgetClass::TextEdit:
         *type = ElementType::TextInput;
         return isEditable(widget);
+    case WidgetClass::OwnEditor:
+        *type = ElementType::TextInput;
+        return !widget->property("readOnly").toBool();
     case WidgetClass::KeySequence:
         *type = ElementType::TextInput;
         return true;

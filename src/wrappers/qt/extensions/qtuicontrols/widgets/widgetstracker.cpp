@@ -12,6 +12,7 @@
 #include "qtuicontrols/widgets/widgetsurvey.h"
 #include "qtuicontrols/widgets/widgetuses.h"
 #include "qtuicontrols/widgets/widgetviews.h"
+#include "tracking/grab.h"
 
 #include <QEvent>
 #include <QLayout>
@@ -73,7 +74,7 @@ void WidgetsTracker::handleEvent(QObject* object, QEvent* event) {
     case QEvent::InputMethod:
     case QEvent::Drop:
         m_pieces->survey.flush();
-        m_pieces->views.settle();
+        m_pieces->views.settle(object);
         if (m_pieces->pictures != nullptr) {
             const QPointer<QObject> guard(object);
             m_pieces->pictures->takeFirst();
@@ -117,8 +118,9 @@ void WidgetsTracker::handleWidget(QWidget* widget, const QEvent& event) {
         m_pieces->views.settle();
         m_pieces->states.updateTexts(widget);
         if (m_pieces->pictures != nullptr) {
-            m_pieces->pictures->notePainted(widget,
-                                            static_cast<const QPaintEvent&>(event).region());
+            const auto& paint = static_cast<const QPaintEvent&>(event);
+            m_pieces->pictures->notePainted(widget, paint.region());
+            UICoverage::notePaint(widget, paint);
         }
         break;
     case QEvent::PolishRequest:

@@ -214,6 +214,7 @@ void WidgetUses::connectTo(QWidget* control, ElementType type) {
 
 void WidgetUses::connectToAll() {
     m_connectsAll = true;
+    m_hubs->counter.connections().keepAll();
     m_commands.watchAll();
     const QWidgetList widgets = QApplication::allWidgets();
     for (QWidget* const widget : widgets) {

@@ -62,18 +62,22 @@ bool isPartMenu(QMenu* menu) {
     return sub != nullptr && sub->systemMenu() == menu;
 }
 
-/** Whether a person could see the widget now, as far as the application knows. */
-bool canBeSeen(const QWidget* widget) {
+/**
+ * Whether a person could see the widget now, as far as the application knows.
+ * @param operated the window that gets input at this moment, which is there before the window
+ * system has told of it; may be null
+ */
+bool canBeSeen(const QWidget* widget, const QWidget* operated = nullptr) {
     if (!widget->isVisible() || widget->size().isEmpty()) {
         return false;
     }
     const QWidget* const top = widget->window();
     if (const QGraphicsProxyWidget* const proxy = top->graphicsProxyWidget()) {
         const QWidget* const view = above(top);
-        return proxy->isVisible() && view != nullptr && canBeSeen(view);
+        return proxy->isVisible() && view != nullptr && canBeSeen(view, operated);
     }
     const QWindow* const window = top->windowHandle();
-    if (window == nullptr || !window->isExposed() || top->isMinimized() ||
+    if (window == nullptr || (top != operated && !window->isExposed()) || top->isMinimized() ||
         top->testAttribute(Qt::WA_DontShowOnScreen) || top->windowOpacity() <= 0) {
         return false;
     }
@@ -272,10 +276,13 @@ void WidgetViews::updateTitle(QWidget* widget) {
     m_book.setAttribute(view, Attribute::Page, title.isEmpty() ? QString() : title);
 }
 
-void WidgetViews::settle() {
+void WidgetViews::settle(const QObject* operated) {
     if (m_comingUp.empty()) {
         return;
     }
+    const QWidget* const operatedWindow = operated == nullptr || !operated->isWidgetType()
+                                              ? nullptr
+                                              : static_cast<const QWidget*>(operated)->window();
     forgetDead();
     // Who hears of it may have views made.
     std::vector<QPointer<QWidget>> waiting;
@@ -285,7 +292,7 @@ void WidgetViews::settle() {
         if (widget.isNull() || known == m_views.end() || known->isShowing || !widget->isVisible()) {
             continue;
         }
-        if (!canBeSeen(widget)) {
+        if (!canBeSeen(widget, operatedWindow)) {
             m_comingUp.push_back(widget);
             continue;
         }

@@ -56,8 +56,12 @@ public:
     void handleMove(QWidget* widget);
     /** A window title or the name of a page may have changed. */
     void updateTitle(QWidget* widget);
-    /** Something was painted, or input comes in: counts what has come up since. */
-    void settle();
+    /**
+     * Something was painted, or input comes in: counts what has come up since.
+     * @param operated what gets the input, which a person sees even if the window system has not
+     * told of it yet, as a menu that is operated by keys at once; null when something was painted
+     */
+    void settle(const QObject* operated = nullptr);
 
 private:
     struct View {

@@ -28,8 +28,11 @@ void tst_ClassName::isTheNameOfTheMetaObject() {
     QCOMPARE(className(&object), QStringLiteral("QObject"));
     QCOMPARE(className(&timer), QStringLiteral("QTimer"));
     QCOMPARE(className(this), QStringLiteral("tst_ClassName"));
-    const Named<QObject> foreign("Caf\xe9");
-    QCOMPARE(className(&foreign), QString::fromLatin1("Caf\xe9"));
+    const Named<QObject> foreign("\xc3\x9c"
+                                 "bersicht_QMLTYPE_0");
+    QCOMPARE(className(&foreign), QStringLiteral(u"\u00dcbersicht_QMLTYPE_0"));
+    const Named<QObject> broken("Caf\xe9");
+    QCOMPARE(className(&broken), QStringLiteral(u"Caf\ufffd"));
     const Named<QObject> nameless("");
     QCOMPARE(className(&nameless), QStringLiteral(""));
 }

@@ -122,6 +122,9 @@ void tst_QuickItemClass::tellsTheKindByTheName_data() {
     add("TextInput_QMLTYPE_1", Kind::TextInput);
     add("CheckBox_QMLTYPE_12", Kind::CheckBox);
     add("CheckBox_QMLTYPE_12_QQuickText", Kind::CheckBox, true);
+    add("\xc3\x9c"
+        "bersichtButton_QMLTYPE_0",
+        Kind::Button);
 }
 
 void tst_QuickItemClass::tellsTheKindByTheName() {
@@ -130,7 +133,7 @@ void tst_QuickItemClass::tellsTheKindByTheName() {
     QFETCH(bool, isText);
     NamedItem item(name);
     const QuickItemClass cls = QuickItemClass::of(&item);
-    QCOMPARE(cls.name(), QString::fromLatin1(name));
+    QCOMPARE(cls.name(), QString::fromUtf8(name));
     QCOMPARE(static_cast<int>(cls.kind()), kind);
     QCOMPARE(cls.isText(), isText);
 }

@@ -9,6 +9,7 @@
 #include "tracking/grab.h"
 #include "uiabstraction/uielement.h"
 
+#include <QQuickRenderControl>
 #include <QTest>
 
 #include <limits>
@@ -49,6 +50,7 @@ class tst_QuickPictures : public TestLib::TestCase {
 private Q_SLOTS:
     void grabWindowShowsTheWindow();
     void grabWindowOfAWindowBeyondReasonIsNull();
+    void grabWindowOfAnEmptyWindowIsNullAndSilent();
     void copyImageGivesWhatQtGives_data();
     void copyImageGivesWhatQtGives();
     void copyImageOfTheWholeSharesItsPixels();
@@ -82,6 +84,18 @@ void tst_QuickPictures::grabWindowOfAWindowBeyondReasonIsNull() {
     QQuickWindow window;
     window.resize(10000, 10000);
     QVERIFY(grabWindow(&window).isNull());
+}
+
+void tst_QuickPictures::grabWindowOfAnEmptyWindowIsNullAndSilent() {
+    QQuickRenderControl control; // as a QQuickWidget has one
+    QQuickWindow window(&control);
+    control.initialize(nullptr);
+    QVERIFY(window.size().isEmpty());
+    QVERIFY(grabWindow(&window).isNull());
+    window.resize(20, 0);
+    QVERIFY(grabWindow(&window).isNull());
+    window.resize(20, 10);
+    QVERIFY(!grabWindow(&window).isNull());
 }
 
 void tst_QuickPictures::copyImageGivesWhatQtGives_data() {

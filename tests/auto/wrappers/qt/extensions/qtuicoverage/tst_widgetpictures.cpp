@@ -8,7 +8,9 @@
 #include "testlib/widgetsprobe.h"
 #include "uiabstraction/uielement.h"
 
+#include <QAbstractItemView>
 #include <QAction>
+#include <QComboBox>
 #include <QDialog>
 #include <QMenu>
 #include <QMenuBar>
@@ -17,6 +19,8 @@
 
 #include <functional>
 #include <memory>
+
+#include <malloc.h>
 
 using namespace Vorsk::UICoverage;
 using TestLib::WidgetsProbe;
@@ -117,6 +121,30 @@ private Q_SLOTS:
         m_probe->tracker().setTakeScreenshotsOfElements(false);
         m_probe->show(&widget);
         QCOMPARE(m_probe->takeRecords(5), QStringList());
+    }
+
+    /** Its list says that it is opaque, and is not painted while the popup is shown. */
+    void popupOfAComboBoxShowsNoMemoryOfTheApplication() {
+        constexpr int filling = 0xA5;
+        QComboBox comboBox;
+        comboBox.addItems({text("one"), text("two"), text("three")});
+        comboBox.show();
+        m_probe->start();
+        mallopt(M_PERTURB, filling); // new memory holds the complement of each bit
+        comboBox.showPopup();
+        mallopt(M_PERTURB, 0);
+        const UIElement* const popup = m_probe->element(comboBox.view()->window());
+        QVERIFY(popup);
+        const QImage image = popup->image().convertToFormat(QImage::Format_RGB32);
+        QVERIFY(!image.isNull());
+        const QRgb memory = 0xFF000000U | 0x010101U * (~filling & 0xFF);
+        int found = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                found += image.pixel(x, y) == memory ? 1 : 0;
+            }
+        }
+        QCOMPARE(found, 0);
     }
 
     void failedGrabWarnsAndStoresThatThereIsNoPicture_data() {

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: the uicov authors
 // SPDX-License-Identifier: MIT
 
-#include "qtuicontrols/inputattribution.h"
+#include "qtuicontrols/core/inputattribution.h"
 #include "qtuicontrols/quick/quickmotions.h"
 #include "testlib/testcase.h"
 

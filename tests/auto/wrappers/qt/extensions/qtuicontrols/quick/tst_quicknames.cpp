@@ -56,6 +56,15 @@ void tst_QuickNames::aControlIsNamedByAllThatNamesIt_data() {
     add("text in a group",
         "GroupBox { title: 'Sound'; Row { Label { text: 'Volume' } Slider {} } }",
         "Slider label=Volume");
+    add("placeholder in a group",
+        "GroupBox { title: 'Proxy'; TextField { placeholderText: 'Host' } }",
+        "TextInput label=Proxy placeholder=Host");
+    add("title of a page", "Page { title: 'Sound'; Slider {} }", "Slider label=Sound");
+    add("placeholder on a page", "Page { title: 'Proxy'; TextField { placeholderText: 'Host' } }",
+        "TextInput placeholder=Host");
+    add("placeholder in a group on a page",
+        "Page { title: 'Net'; GroupBox { title: 'Proxy'; TextField { placeholderText: 'Host' } } }",
+        "TextInput label=Proxy placeholder=Host");
     add("text on a mouse area", "Rectangle { Text { text: 'Go' } MouseArea {} }", "Area label=Go");
     add("text below a mouse area", "MouseArea { Rectangle { Text { text: 'Go' } } }",
         "Area label=Go");

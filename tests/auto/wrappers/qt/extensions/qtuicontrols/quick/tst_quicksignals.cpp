@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "qtuicontrols/quick/quicksignals.h"
-#include "qtuicontrols/quick/quickuseslots.h"
+#include "qtuicontrols/quick/quickusehub.h"
 #include "testlib/quickscene.h"
 #include "testlib/testcase.h"
 
@@ -17,7 +17,7 @@ using namespace Vorsk::UIControls;
 
 namespace {
 
-/** Notes which slots are called; has those of QuickUseSlots. */
+/** Notes which slots are called; has those of QuickUseHub. */
 class Receiver : public QObject {
     Q_OBJECT
 
@@ -118,7 +118,8 @@ void tst_QuickSignals::eachClassTellsOfItsUses() {
     const QuickScene scene("Item {}", Imports::Quick);
     QuickScene made(qml, imports);
     Receiver receiver;
-    QuickSignals connections(&receiver);
+    QuickSignals connections(Receiver::staticMetaObject,
+                             [&receiver](const QObject*) { return &receiver; });
     connections.connect(made.root(), type);
     const QMetaObject* const cls = made.root()->metaObject();
     const int number = cls->indexOfSignal(signal.constData());
@@ -130,7 +131,7 @@ void tst_QuickSignals::eachClassTellsOfItsUses() {
 }
 
 void tst_QuickSignals::slotsOfTheReceiverExist() {
-    const QMetaObject& used = QuickUseSlots::staticMetaObject;
+    const QMetaObject& used = QuickUseHub::staticMetaObject;
     const QMetaObject& known = Receiver::staticMetaObject;
     for (int i = used.methodOffset(); i < used.methodCount(); ++i) {
         const QByteArray slot = used.method(i).methodSignature();
@@ -145,7 +146,8 @@ void tst_QuickSignals::slotsOfTheReceiverExist() {
 void tst_QuickSignals::connectingTwiceConnectsOnce() {
     QuickScene scene("Button {}", Imports::Latest2);
     Receiver receiver;
-    QuickSignals connections(&receiver);
+    QuickSignals connections(Receiver::staticMetaObject,
+                             [&receiver](const QObject*) { return &receiver; });
     connections.connect(scene.root(), ElementType::Button);
     connections.connect(scene.root(), ElementType::Button);
     QMetaObject::invokeMethod(scene.root(), "clicked");
@@ -155,7 +157,8 @@ void tst_QuickSignals::connectingTwiceConnectsOnce() {
 void tst_QuickSignals::textsWithLinksAreLeftAlone() {
     QuickScene scene("Text { text: '<a href=\"a\">b</a>' }", Imports::Latest2);
     Receiver receiver;
-    QuickSignals connections(&receiver);
+    QuickSignals connections(Receiver::staticMetaObject,
+                             [&receiver](const QObject*) { return &receiver; });
     connections.connect(scene.root(), ElementType::Link);
     QMetaObject::invokeMethod(scene.root(), "linkActivated", Q_ARG(QString, QStringLiteral("a")));
     QCOMPARE(receiver.calls, QStringList());
@@ -164,7 +167,8 @@ void tst_QuickSignals::textsWithLinksAreLeftAlone() {
 void tst_QuickSignals::clientsAreToldOfSetValues() {
     QuickScene scene("Slider {}", Imports::Latest2);
     Receiver receiver;
-    QuickSignals connections(&receiver);
+    QuickSignals connections(Receiver::staticMetaObject,
+                             [&receiver](const QObject*) { return &receiver; });
     connections.connectForClients(scene.root(), ElementType::Slider);
     scene.root()->setProperty("value", 0.5);
     QCOMPARE(receiver.calls, QStringList{QStringLiteral("moved")});

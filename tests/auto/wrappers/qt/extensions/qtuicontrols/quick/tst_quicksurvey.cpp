@@ -17,6 +17,7 @@ class tst_QuickSurvey : public TestLib::TestCase {
 private Q_SLOTS:
     void everyControlIsKnownByWhatItExtends_data();
     void everyControlIsKnownByWhatItExtends();
+    void namesOfClassesAreUtf8();
 };
 
 void tst_QuickSurvey::everyControlIsKnownByWhatItExtends_data() {
@@ -43,6 +44,14 @@ void tst_QuickSurvey::everyControlIsKnownByWhatItExtends_data() {
     add("switch", two, "Switch { text: 'OK' }", "Switch \"OK\"");
     add("switch delegate", two, "SwitchDelegate { text: 'OK' }", "Switch \"OK\"");
     add("tab button", two, "TabBar { TabButton { text: 'OK' } }", "Tab \"OK\"");
+    add("tab bar and the swipe view that it goes with", two,
+        "Column { TabBar { currentIndex: v.currentIndex; TabButton { text: 'A' } TabButton { text: "
+        "'B' } } SwipeView { id: v; Item {} Item {} } }",
+        "Tab \"A\"\nTab \"B\"\nPage\nPage");
+    add("tab bar with fewer tabs than the swipe view has pages", two,
+        "Column { TabBar { TabButton { text: 'A' } } SwipeView { Item { property string title: 'a' "
+        "} Item { property string title: 'b' } } }",
+        "Tab \"A\"\nPage \"a\"\nPage \"b\"\nTab \"a\"\nTab \"b\"");
     add("combo box", two, "ComboBox { model: 3 }", "ComboBox");
     add("combo box with entries", two, "ComboBox { model: ['a', 'b'] }",
         "ComboBox\nOption \"a\"\nOption \"b\"");
@@ -106,6 +115,9 @@ void tst_QuickSurvey::everyControlIsKnownByWhatItExtends_data() {
     add("slider of the first generation", one, "Slider {}", "Slider");
     add("table of the first generation", one,
         "TableView { TableViewColumn { role: 'a'; title: 'A' } }", "Table");
+    add("tree of the first generation", one,
+        "TreeView { TableViewColumn { role: 'a'; title: 'A' } }", "Tree");
+    add("calendar of the first generation", one, "Calendar {}", "Table");
     add("group box of the first generation", one, "GroupBox { title: 'G'; Button { text: 'OK' } }",
         "Button \"OK\"");
     add("checkable group box of the first generation", one,
@@ -122,6 +134,24 @@ void tst_QuickSurvey::everyControlIsKnownByWhatItExtends() {
     QVERIFY(scene.show());
     QTRY_VERIFY(probe.line(scene.window()).contains(QLatin1String("seen")));
     QCOMPARE(probe.below(scene.window()).join(QLatin1Char('\n')), expected);
+}
+
+void tst_QuickSurvey::namesOfClassesAreUtf8() {
+    const QString file = QStringLiteral(u"\u00dcbersicht");
+    SurveyProbe probe;
+    QuickScene scene("Item { width: 99; height: 99; ComboBox { id: c; objectName: 'c'; model: ['a']"
+                     "  } Repeater { model: 1; Button { property int own; objectName: 'b' } } }",
+                     QuickScene::Imports::Controls2, file);
+    QVERIFY(scene.show());
+    const UIElement* const button = probe.element(scene.item("b"));
+    QVERIFY(button);
+    QCOMPARE(probe.attribute(scene.item("b"), Attribute::Group).section(QLatin1Char('.'), 0, 0),
+             file);
+    QuickScene one("Button { property int own }", QuickScene::Imports::Controls2, file);
+    QVERIFY(one.show());
+    QVERIFY(probe.element(one.root()));
+    QVERIFY2(probe.element(one.root())->concreteType().startsWith(file + QLatin1String("_QML")),
+             qPrintable(probe.element(one.root())->concreteType()));
 }
 
 QTEST_MAIN(tst_QuickSurvey)

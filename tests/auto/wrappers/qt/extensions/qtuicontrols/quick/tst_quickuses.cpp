@@ -93,6 +93,27 @@ void tst_QuickUses::inputCountsForWhatItWentTo_data() {
         "drag x 0.9,0.5 0.1,0.5 => Tab b chosen\nuntil x currentIndex 1 => nothing\ndrag x 0.1,0.5 "
         "0.9,0.5 => Tab a chosen\nuntil x currentIndex 0 => nothing");
     QuickStage::addRow(
+        "page of a swipe view that goes with a tab bar",
+        "Column { TabBar { id: t; width: 200; currentIndex: x.currentIndex; TabButton { "
+        "objectName: 'a' } TabButton { objectName: 'b' } } SwipeView { id: x; objectName: 'x'; "
+        "width: 200; height: 100; spacing: 1; currentIndex: t.currentIndex; Item {} Item {} } }",
+        "drag x 0.9,0.5 0.1,0.5 => b chosen\nuntil x currentIndex 1 => nothing\nclick a => a "
+        "chosen\nuntil x currentIndex 0 => nothing\nclick b => b chosen");
+    QuickStage::addRow(
+        "page of a swipe view in a page with a tab bar",
+        "Page { width: 200; height: 200; header: ToolBar { TabBar { id: t; anchors.fill: parent; "
+        "currentIndex: x.currentIndex; TabButton { objectName: 'a' } TabButton { objectName: 'b' } "
+        "} } SwipeView { id: x; objectName: 'x'; anchors.fill: parent; spacing: 1; currentIndex: "
+        "t.currentIndex; Item {} Item {} } }",
+        "drag x 0.9,0.5 0.1,0.5 => b chosen\nuntil x currentIndex 1 => nothing");
+    QuickStage::addRow(
+        "page of a swipe view beside a tab bar that does not follow",
+        "Column { TabBar { width: 200; TabButton { objectName: 'a' } TabButton { objectName: 'b' } "
+        "} SwipeView { objectName: 'x'; width: 200; height: 100; spacing: 1; Item { property "
+        "string title: 'A' } Item { property string title: 'B' } } }",
+        "drag x 0.9,0.5 0.1,0.5 => Tab B chosen\nuntil x currentIndex 1 => nothing\n"
+        "click b => b chosen");
+    QuickStage::addRow(
         "list by key",
         "ListView { objectName: 'x'; width: 100; height: 100; model: 3; focus: true; "
         "delegate: Text { text: index } }",
@@ -134,6 +155,22 @@ void tst_QuickUses::inputCountsForWhatItWentTo_data() {
         "Item { width: 200; height: 50; DragHandler { objectName: 'x'; target: null } }",
         "click x => nothing\ndrag x 0.1,0.5 0.9,0.5 => x dragged\n"
         "touchDrag x 0.1,0.5 0.9,0.5 => x dragged");
+    QuickStage::addRow("pinch handler",
+                       "Item { width: 200; height: 200; PinchHandler { objectName: 'x'; target: "
+                       "null } }",
+                       "touch x => nothing\npinch x 0.5,0.5 0.9,0.5 => x dragged\n"
+                       "pinch x 0.5,0.5 0.5,0.9 => x dragged");
+    QuickStage::addRow("pinch area", "PinchArea { objectName: 'x'; width: 200; height: 200 }",
+                       "touch x => nothing\npinch x 0.5,0.5 0.9,0.5 => x dragged");
+    QuickStage::addRow("pinch handler that is disabled",
+                       "Item { width: 200; height: 200; PinchHandler { objectName: 'x'; target: "
+                       "null; enabled: false } }",
+                       "pinch x 0.5,0.5 0.9,0.5 => nothing");
+    QuickStage::addRow(
+        "tabs by key",
+        "TabBar { width: 200; TabButton { objectName: 'a'; focus: true } TabButton { "
+        "objectName: 'b' } }",
+        "focus a => nothing\nkey Right => b chosen\nkey Left => a chosen");
     QuickStage::addRow("point handler",
                        "Item { width: 50; height: 50; PointHandler { objectName: 'x' } }",
                        "click x => x pressed");

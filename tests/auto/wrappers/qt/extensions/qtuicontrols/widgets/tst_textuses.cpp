@@ -6,9 +6,11 @@
 #include "usesfixture.h"
 
 #include <QAbstractItemView>
+#include <QAbstractScrollArea>
 #include <QClipboard>
 #include <QComboBox>
 #include <QCompleter>
+#include <QKeyEvent>
 #include <QKeySequenceEdit>
 #include <QLineEdit>
 #include <QMenu>
@@ -22,6 +24,35 @@
 
 using namespace TestLib;
 
+namespace {
+
+/** As editors are that draw and lay out their text themselves. */
+class OwnEditor : public QAbstractScrollArea {
+    Q_OBJECT
+    Q_PROPERTY(bool readOnly MEMBER m_isReadOnly)
+
+public Q_SLOTS:
+    void paste() { append(); }
+    void append() { Q_EMIT textChanged(); }
+
+Q_SIGNALS:
+    void textChanged();
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->text().isEmpty()) {
+            QAbstractScrollArea::keyPressEvent(event);
+        } else {
+            append();
+        }
+    }
+
+private:
+    bool m_isReadOnly = false;
+};
+
+} // namespace
+
 class tst_TextUses : public TestLib::TestCase {
     Q_OBJECT
 
@@ -31,6 +62,8 @@ private Q_SLOTS:
     void theButtonThatClearsEdits();
     void aPasswordIsEdited();
     void theFocusConfirmsNothing();
+    void anEditorThatIsNotQts();
+    void anEditorThatIsReadOnlyIsNoControl();
     void theMiddleButtonPastes();
     void biggerLettersAreNoEdit();
     void whatTheApplicationPutsIntoTheMenuIsACommand();
@@ -97,6 +130,23 @@ void tst_TextUses::theFocusConfirmsNothing() {
     fixture.take();
     QCOMPARE(fixture.counted([&] { click(other); }), QStringList());
     QVERIFY(other->hasFocus());
+}
+
+void tst_TextUses::anEditorThatIsNotQts() {
+    UsesFixture fixture;
+    auto* const editor = fixture.add(new OwnEditor, "editor");
+    fixture.show();
+    QCOMPARE(fixture.counted([&] { click(editor->viewport(), QPoint(5, 5)); }), QStringList());
+    QCOMPARE(fixture.counted([&] { typeInto(editor, text("ab")); }), lines({"editor edited 2"}));
+    QCOMPARE(fixture.counted([&] { editor->append(); }), QStringList());
+}
+
+void tst_TextUses::anEditorThatIsReadOnlyIsNoControl() {
+    UsesFixture fixture;
+    auto* const editor = fixture.add(new OwnEditor, "editor");
+    editor->setProperty("readOnly", true);
+    fixture.show();
+    QCOMPARE(fixture.counted([&] { typeInto(editor, text("ab")); }), QStringList());
 }
 
 void tst_TextUses::theMiddleButtonPastes() {

@@ -31,6 +31,7 @@ private Q_SLOTS:
     void whatStandsLeftInAGridIsTheLabel();
     void whatStandsAboveInAGridIsTheLabel();
     void aCheckBoxAboveIsNone();
+    void aCheckBoxAboveInABoxIsNone();
     void aGroupBoxIsTheLastResort();
     void richTextIsRead();
     void anAmpersandIsKeptWhereItIsShown();
@@ -143,6 +144,16 @@ void tst_WidgetLabels::aCheckBoxAboveIsNone() {
     QLineEdit edit;
     grid.addWidget(&above, 0, 0);
     grid.addWidget(&edit, 1, 0);
+    QCOMPARE(labelOf(edit), QString());
+}
+
+void tst_WidgetLabels::aCheckBoxAboveInABoxIsNone() {
+    QWidget parent;
+    QVBoxLayout box(&parent);
+    QCheckBox above(text("Above"));
+    QLineEdit edit;
+    box.addWidget(&above);
+    box.addWidget(&edit);
     QCOMPARE(labelOf(edit), QString());
 }
 

@@ -19,6 +19,7 @@
 #include <QTest>
 #include <QToolBox>
 #include <QVBoxLayout>
+#include <QWindow>
 #include <QWizard>
 
 using namespace Vorsk::UIControls;
@@ -38,6 +39,7 @@ private Q_SLOTS:
     void aPageOfAHiddenPageIsNotSeen();
     void aDockBehindAnotherIsSeenWhenItIsRaised();
     void aMenuIsSeenWhenItIsOpened();
+    void aMenuThatIsOperatedBeforeItIsExposedIsSeen();
     void aSubMenuIsSeenWhenItIsOpened();
     void aPopupIsAView();
     void aToolTipIsNone();
@@ -194,6 +196,23 @@ void tst_WidgetViews::aMenuIsSeenWhenItIsOpened() {
     QTRY_COMPARE(probe.line(menu), text("Menu \"File\" {seen}"));
     menu->hide();
     QCOMPARE(probe.attribute(menu, Attribute::Showing), text("false"));
+}
+
+void tst_WidgetViews::aMenuThatIsOperatedBeforeItIsExposedIsSeen() {
+    ControlsProbe probe;
+    QMainWindow window;
+    QMenu* const menu = window.menuBar()->addMenu(text("File"));
+    menu->addAction(text("Open"));
+    showAndWait(window);
+    menu->popup(QPoint(10, 10));
+    QVERIFY(!menu->windowHandle()->isExposed());
+    QTest::keyClick(menu, Qt::Key_Down);
+    QTest::keyClick(menu, Qt::Key_Return);
+    QVERIFY(!menu->isVisible());
+    QCOMPARE(probe.line(menu, {text("showing")}), text("Menu \"File\" showing=false {seen}"));
+    QCOMPARE(probe.usage(probe.find(text("Command"), text("Open")), "triggered"), 1);
+    QCoreApplication::processEvents();
+    QCOMPARE(probe.line(menu), text("Menu \"File\" {seen}"));
 }
 
 void tst_WidgetViews::aSubMenuIsSeenWhenItIsOpened() {
