@@ -66,6 +66,7 @@ CLI::App* HtmlCommand::declare(CLI::App& commands) {
         ->envname("UICOV_PRECISION")
         ->check(Cli::wholeNumber(0, Coverage::ReportDefaults::mostDigits));
     m_options.declare(*app);
+    m_options.declareUniverse(*app);
     m_options.declareGates(*app);
     app->add_flag("-q,--quiet", m_isQuiet, "Print nothing but errors and warnings");
     m_options.declareFiles(*app);

@@ -12,6 +12,7 @@
 #include "console/terminal.h"
 #include "report/badge.h"
 #include "report/contexttable.h"
+#include "report/healthtable.h"
 #include "report/jsonreport.h"
 #include "report/junitreport.h"
 #include "report/markdownreport.h"
@@ -45,6 +46,35 @@ Examples:
 /** What the numbers of a row take beside the window's name. */
 constexpr int numberColumns = 46;
 constexpr int leastNameColumns = 24;
+
+/** What the numbers are out of. */
+QStringList notesOnWhatIsKnown(const CoverageResult& coverage) {
+    QStringList notes;
+    if (coverage.knownRuns() > 0) {
+        notes.append(QStringLiteral("Runs that are counted for what they know and not for what was "
+                                    "done in them (--universe): %1.")
+                         .arg(coverage.knownRuns()));
+    }
+    if (coverage.tree().countsUnavailable()) {
+        notes.append(QStringLiteral("Controls that were never enabled count as missed "
+                                    "(--count-unavailable)."));
+    }
+    if (coverage.outdated() > 0) {
+        notes.append(QStringLiteral("Views and controls that only older versions had: %1; -m marks "
+                                    "them, and they go with the last run that has them.")
+                         .arg(coverage.outdated()));
+    }
+    QStringList classes;
+    const QMap<QString, int>& unwatched = coverage.unwatched();
+    for (auto it = unwatched.cbegin(); it != unwatched.cend(); ++it) {
+        classes.append(QStringLiteral("%1 ").arg(it.value()) + it.key());
+    }
+    if (!classes.isEmpty()) {
+        notes.append(QStringLiteral("Not watched: ") + classes.join(QStringLiteral(", ")) +
+                     QStringLiteral("; record without --classic."));
+    }
+    return notes;
+}
 
 QString partialNote(const CoverageResult& coverage) {
     const int partial = coverage.partialRuns();
@@ -88,9 +118,14 @@ CLI::App* ReportCommand::declare(CLI::App& commands) {
     app->add_flag("--wide", m_isWide, "Never shorten the names of windows, on a terminal neither");
     app->add_flag("--show-contexts", m_showsContexts, "List what was used, and in which contexts");
     app->add_flag("--by-context", m_byContext, "Print what each context adds that no other does");
+    app->add_flag("--groups", m_listsGroups,
+                  "List what is made again and again with each of its members");
+    app->add_flag("--health", m_showsHealth,
+                  "Print how many keys hang on names, captions and ordinals");
     app->add_flag("--timeline", m_showsTimeline, "Print what was used and seen when, run by run");
     app->add_flag("--warnings", m_listsWarnings, "List what was warned about while recording");
     m_options.declare(*app);
+    m_options.declareUniverse(*app);
     m_options.declareGates(*app);
     app->add_option("-o,--output", m_output, "Write to FILE; - is standard output")
         ->type_name("FILE")
@@ -195,6 +230,9 @@ QString ReportCommand::text(const CoverageResult& coverage, const Gates& /*gates
         const Coverage::CoverageTree::Totals totals = coverage.tree().totals();
         return Base::percentNumber(totals.used, totals.elements, m_precision) + QLatin1Char('\n');
     }
+    if (m_showsHealth) {
+        return Report::healthTable(coverage.tree());
+    }
     if (m_byContext) {
         return Report::contextTable(coverage.tree());
     }
@@ -204,6 +242,7 @@ QString ReportCommand::text(const CoverageResult& coverage, const Gates& /*gates
     Report::TextReport report(coverage.tree());
     report.setListsMissed(m_listsMissed);
     report.setListsContexts(m_showsContexts);
+    report.setListsGroups(m_listsGroups);
     report.setPrecision(m_precision);
     report.setOrder(QString::fromStdString(m_sort));
     report.setSkipsCovered(m_skipsCovered);
@@ -257,6 +296,7 @@ QStringList ReportCommand::notes(const CoverageResult& coverage) const {
         notes.append(QStringLiteral("Only what happened in contexts like this is counted: ") +
                      Base::escaped(patterns.join(QStringLiteral(", "))));
     }
+    notes += notesOnWhatIsKnown(coverage);
     int ignored = 0;
     for (const CoverageResult::RuleUse& use : coverage.ruleUses()) {
         ignored += use.elements;

@@ -42,6 +42,8 @@ private:
     bool m_isWide = false;
     bool m_showsContexts = false;
     bool m_byContext = false;
+    bool m_listsGroups = false;
+    bool m_showsHealth = false;
     bool m_showsTimeline = false;
     bool m_listsWarnings = false;
     std::string m_html;

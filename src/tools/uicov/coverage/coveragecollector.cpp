@@ -32,6 +32,7 @@ void CoverageCollector::collect(const Runs::Run& run) {
         nodes.push_back(node);
         const RunElement& element = run.element(place.element);
         m_tree.describe(node, element, place.structureKey);
+        m_tree.noteVersion(node, versionOf(run));
         m_timeline.add(number, node, element, contexts);
         if (run.isOfControls()) {
             addControl(element, node, contexts);
@@ -47,6 +48,31 @@ void CoverageCollector::collect(const Runs::Run& run) {
     if (run.isOfControls()) {
         addGroups(run, places, nodes, contexts);
         addOpeners(run, places, nodes);
+        addNames(run, places, nodes);
+    }
+}
+
+void CoverageCollector::collectKnown(const Runs::Run& run) {
+    Runs::Run known = run;
+    for (RunElement& element : known.elements) {
+        element.hits.clear();
+        element.wasSeen = false;
+        element.attributes.remove(Runs::AttributeName::usedWays());
+    }
+    collect(known);
+}
+
+QString CoverageCollector::versionOf(const Runs::Run& run) {
+    return run.labels.value(QStringLiteral("version"));
+}
+
+void CoverageCollector::addNames(const Runs::Run& run, const Places& places,
+                                 const std::vector<NodeId>& nodes) {
+    const Runs::ControlNames names(run);
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        if (places[i].isOfGroup || names.hasStableName(places[i].element)) {
+            m_tree.noteStableName(nodes[i]);
+        }
     }
 }
 

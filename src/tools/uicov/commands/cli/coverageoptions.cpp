@@ -49,6 +49,17 @@ void CoverageOptions::declare(CLI::App& app) {
         ->envname("UICOV_STRICT");
 }
 
+void CoverageOptions::declareUniverse(CLI::App& app) {
+    app.add_option("--universe", m_universe,
+                   "Add what the runs in FILE know, but nothing of what was done in them")
+        ->type_name("FILE")
+        ->expected(1)
+        ->take_all()
+        ->allow_extra_args(false);
+    app.add_flag("--count-unavailable", m_countsUnavailable,
+                 "Count controls that were never enabled as missed");
+}
+
 void CoverageOptions::declareGates(CLI::App& app) {
     app.add_option("--fail-under", m_failUnder, "End with 2 when less than N percent are used")
         ->type_name("N")
@@ -170,9 +181,27 @@ QStringList CoverageOptions::pathsOf(const std::vector<std::string>& files, QStr
     return paths;
 }
 
+bool CoverageOptions::isOfWantedExtension(const Runs::Run& run) const {
+    return m_extension.empty() || run.isOfControls() == (m_extension == "controls");
+}
+
 bool CoverageOptions::isWanted(const Runs::Run& run) const {
-    return (m_extension.empty() || run.isOfControls() == (m_extension == "controls")) &&
-           m_runFilter.matches(run) && (!m_filter || m_filter(run));
+    return isOfWantedExtension(run) && m_runFilter.matches(run) && (!m_filter || m_filter(run));
+}
+
+/** A universe that cannot be read would make the answer better than it is. */
+bool CoverageOptions::readUniverse(const std::function<void(const Runs::Run&)>& take,
+                                   Console::Terminal& terminal) {
+    if (m_universe.empty()) {
+        return true;
+    }
+    QStringList paths;
+    for (const std::string& file : m_universe) {
+        paths.append(QFile::decodeName(file.c_str()));
+    }
+    Inputs universe;
+    return universe.add(paths, terminal) && universe.skippedFiles() == 0 &&
+           universe.forEach(take, terminal);
 }
 
 std::unique_ptr<CoverageResult> CoverageOptions::read(const std::vector<std::string>& files,
@@ -191,12 +220,16 @@ std::unique_ptr<CoverageResult> CoverageOptions::read(const std::vector<std::str
     m_inputs->setTakesPictures(m_visitor != nullptr);
     m_inputs->setGoing(going);
     m_inputs->setFilter([this](const Runs::Run& run) { return isWanted(run); });
+    coverage->setCountsUnavailable(m_countsUnavailable);
     bool isMixed = false;
     std::optional<bool> isOfControls;
-    const auto take = [&](const Runs::Run& run) {
+    const auto fits = [&](const Runs::Run& run) {
         isMixed = isMixed || isOfControls.value_or(run.isOfControls()) != run.isOfControls();
         isOfControls = run.isOfControls();
-        if (isMixed) {
+        return !isMixed;
+    };
+    const auto take = [&](const Runs::Run& run) {
+        if (!fits(run)) {
             return;
         }
         coverage->add(run);
@@ -206,7 +239,12 @@ std::unique_ptr<CoverageResult> CoverageOptions::read(const std::vector<std::str
     };
     const bool isRead = m_inputs->add(paths, terminal) && m_inputs->forEach(take, terminal);
     m_hasSkippedFiles = m_hasSkippedFiles || m_inputs->skippedFiles() > 0;
-    if (!isRead) {
+    const auto takeKnown = [&](const Runs::Run& run) {
+        if (isOfWantedExtension(run) && fits(run)) {
+            coverage->addKnown(run);
+        }
+    };
+    if (!isRead || !readUniverse(takeKnown, terminal)) {
         return nullptr; // it has been told why
     }
     if (isMixed) {

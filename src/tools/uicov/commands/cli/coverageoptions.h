@@ -35,6 +35,8 @@ public:
 
     /** Adds --config, --no-config, --contexts, --strict, and what chooses among the runs. */
     void declare(CLI::App& app);
+    /** Adds --universe and --count-unavailable. */
+    void declareUniverse(CLI::App& app);
     /** Adds --fail-under and the like. */
     void declareGates(CLI::App& app);
     /** Adds the files. */
@@ -86,6 +88,9 @@ public:
 
 private:
     bool mergeGates(Console::Terminal& terminal);
+    bool isOfWantedExtension(const Runs::Run& run) const;
+    bool readUniverse(const std::function<void(const Runs::Run&)>& take,
+                      Console::Terminal& terminal);
     /** What is to be read for those files; empty when there is nothing, which has been told.
      * @param going is given the recordings among it that are still being written */
     static QStringList pathsOf(const std::vector<std::string>& files, QStringList& going,
@@ -98,6 +103,8 @@ private:
     std::string m_extension;
     RunFilter m_runFilter;
     bool m_isStrict = false;
+    std::vector<std::string> m_universe;
+    bool m_countsUnavailable = false;
     double m_failUnder = -1;
     std::vector<std::string> m_failUnderWindows;
     std::vector<std::string> m_requiredWindows;

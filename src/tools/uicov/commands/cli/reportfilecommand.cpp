@@ -24,6 +24,7 @@ CLI::App* ReportFileCommand::declare(CLI::App& commands) {
         ->check(wholeNumber(0, Coverage::ReportDefaults::mostDigits));
     declareMore(*app);
     m_options.declare(*app);
+    m_options.declareUniverse(*app);
     m_options.declareGates(*app);
     m_options.declareFiles(*app);
     app->footer(declared.examples);

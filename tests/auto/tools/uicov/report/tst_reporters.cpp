@@ -3,10 +3,12 @@
 
 #include "coverage/comparison.h"
 #include "coverage/gatekeeper.h"
+#include "dump/runprinter.h"
 #include "report/badge.h"
 #include "report/contexttable.h"
 #include "report/diffreport.h"
 #include "report/explanation.h"
+#include "report/healthtable.h"
 #include "report/jsonreport.h"
 #include "report/junitreport.h"
 #include "report/markdownreport.h"
@@ -30,16 +32,16 @@ class TestReporters : public TestLib::TestCase {
 
     Configuration m_configuration;
     std::unique_ptr<CoverageResult> m_coverage;
+    Uicov::Runs::Run m_run;
 
     /** @param input "panel", "hostile" or "controls" */
     void read(const QString& input) {
         m_coverage = std::make_unique<CoverageResult>(m_configuration);
-        if (input == QLatin1String("hostile")) {
-            m_coverage->add(TestLib::hostileRun());
-        } else if (input == QLatin1String("controls")) {
-            m_coverage->add(timedControlsRun());
-        } else {
-            m_coverage->add(TestLib::panelRun(1));
+        m_run = input == QLatin1String("hostile")    ? TestLib::hostileRun()
+                : input == QLatin1String("controls") ? TestLib::controlsRun(1)
+                                                     : TestLib::panelRun(1);
+        m_coverage->add(m_run.isOfControls() ? timedControlsRun() : m_run);
+        if (input == QLatin1String("panel")) {
             TestLib::RunMaker other(2, QStringLiteral("tool"));
             other.addButton(other.addWindow(QStringLiteral("Tool")), QStringLiteral("Go"));
             m_coverage->add(other.run);
@@ -112,6 +114,18 @@ class TestReporters : public TestLib::TestCase {
             report.setNotes({QStringLiteral("A <note>.")});
             return report.toString().toUtf8();
         }
+        if (reporter == QLatin1String("groups.txt")) {
+            Uicov::Report::TextReport report(m_coverage->tree());
+            report.setListsGroups(true);
+            return report.toString().toUtf8();
+        }
+        if (reporter == QLatin1String("health.txt")) {
+            return Uicov::Report::healthTable(m_coverage->tree()).toUtf8();
+        }
+        if (reporter == QLatin1String("dump.txt")) {
+            return (Uicov::Dump::runLines(m_run).join(QLatin1Char('\n')) + QLatin1Char('\n'))
+                .toUtf8();
+        }
         if (reporter == QLatin1String("contexts.txt")) {
             return Uicov::Report::contextTable(m_coverage->tree()).toUtf8();
         }
@@ -163,12 +177,14 @@ class TestReporters : public TestLib::TestCase {
     }
 
     static QStringList reporters() {
-        return {QStringLiteral("text.txt"),        QStringLiteral("markdown.md"),
-                QStringLiteral("contexts.txt"),    QStringLiteral("report.json"),
-                QStringLiteral("junit.xml"),       QStringLiteral("badge.svg"),
-                QStringLiteral("explanation.txt"), QStringLiteral("diff.txt"),
-                QStringLiteral("diff.md"),         QStringLiteral("diff.json"),
-                QStringLiteral("timeline.txt"),    QStringLiteral("timeline.md")};
+        return {QStringLiteral("groups.txt"),  QStringLiteral("health.txt"),
+                QStringLiteral("dump.txt"),    QStringLiteral("text.txt"),
+                QStringLiteral("markdown.md"), QStringLiteral("contexts.txt"),
+                QStringLiteral("report.json"), QStringLiteral("junit.xml"),
+                QStringLiteral("badge.svg"),   QStringLiteral("explanation.txt"),
+                QStringLiteral("diff.txt"),    QStringLiteral("diff.md"),
+                QStringLiteral("diff.json"),   QStringLiteral("timeline.txt"),
+                QStringLiteral("timeline.md")};
     }
 
     static void addRows() {
