@@ -76,7 +76,7 @@ void tst_QuickViews::viewsAreKnownBeforeTheyWereOpened_data() {
     add("swipe view",
         "SwipeView { width: 100; height: 100; Page { title: 'A'; Button { text: 'a' } } Page { "
         "title: 'B' } }",
-        "Window {seen}\n  Page \"A\" {seen}\n    Button \"a\"\n  Tab \"A\"\n  Page \"B\"\n  Tab "
+        "Window {seen}\n  Page \"A\" {seen}\n    Button \"a\"\n  Page \"B\"\n  Tab \"A\"\n  Tab "
         "\"B\"\n");
     add("swipe view that cannot be swiped",
         "SwipeView { interactive: false; width: 100; height: 100; Pane {} Pane {} }",
