@@ -116,7 +116,7 @@ test("a group is one line, opened on demand, and outlined member by member", asy
     const {nodes} = await dataOf(page);
     const group = nodes.find((node) => node.members > 1 && node.usedMembers > 0);
     const placed = group.group.filter(([, , surface]) => surface !== undefined).length;
-    assert.ok(placed > 1);
+    assert.ok(placed > 0);
     const index = nodes.indexOf(group);
     assert.equal(await page.locator(`.outline[data-node="${index}"]`).count(), placed);
     assert.equal(await page.locator(`.outline.used[data-node="${index}"]`).count(), group.group.filter(([, used, surface]) => used && surface !== undefined).length);
