@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: the uicov authors
 // SPDX-License-Identifier: MIT
 
-// A page with 200 windows and 5,000 elements: what keeps it fluid, apart from time.
+// Pages with 200 windows and 5,000 elements, and with 10,000 controls: what keeps them fluid, apart from time.
 import assert from "node:assert/strict";
 import {statSync} from "node:fs";
 import {join} from "node:path";
@@ -11,12 +11,15 @@ import {launch, makeFolder, makePage, makeRecording, open, removeFolder} from ".
 let browser;
 let folder;
 let url;
+let urlOfControls;
 
 before(async () => {
     browser = await launch();
     folder = makeFolder();
     makeRecording("large", join(folder, "large.uirec"));
     url = makePage([join(folder, "large.uirec")], join(folder, "page.html"));
+    makeRecording("controls", join(folder, "controls.uirec"));
+    urlOfControls = makePage([join(folder, "controls.uirec")], join(folder, "controls.html"));
 });
 
 after(async () => {
@@ -50,5 +53,26 @@ test("filtering leaves the windows that have a match", async () => {
     const {page, close} = await open(browser, url);
     await page.fill("#filter", "w:\"Window 17*\" s:missed");
     assert.equal(await page.locator(".windows tbody tr:visible").count(), 11);
+    await close();
+});
+
+test("of many views only the first have small pictures, and these are drawn when they come into sight", async () => {
+    const {page, close} = await open(browser, urlOfControls);
+    assert.equal(await page.locator(".card").count(), 12);
+    assert.ok(await page.locator(".card .patch").count() <= 12 * 80, "patches are bounded");
+    await page.locator(".views > .action").click();
+    assert.equal(await page.locator(".card").count(), 100);
+    const drawn = await page.locator(".card .small:has(use)").count();
+    assert.ok(drawn < 100, `${drawn} of 100 while nobody has scrolled`);
+    await page.locator(".card").last().scrollIntoViewIfNeeded();
+    await page.locator(".card").last().locator("use").first().waitFor({state: "attached"});
+    await close();
+});
+
+test("a page of a large window shows its own controls alone", async () => {
+    const {page, close} = await open(browser, urlOfControls);
+    await page.locator(".card").first().click();
+    assert.equal(await page.locator(".picture .outline").count(), 100);
+    assert.ok(await page.locator(".row").count() < 60);
     await close();
 });

@@ -17,7 +17,7 @@
 /**
  * Makes the recordings that the tests of the page need and that no application would give them:
  * "colours", in which each element is a patch of the colour that it is called by; "hostile", whose
- * names are printed as JSON; and "large".
+ * names are printed as JSON; "large"; and "controls", as large, of the controls extension.
  */
 namespace {
 
@@ -266,13 +266,60 @@ void fillLarge(RecordingBuilder& recording) {
     recording.addEnd();
 }
 
+/** A view of the controls extension, which a person saw. */
+UIElement* addView(RecordingBuilder& recording, UIElement* parent, const char* type,
+                   const QString& title) {
+    UIElement* const view = recording.add(parent, QLatin1String(type), QStringLiteral("QWidget"),
+                                          title, {QStringLiteral("seen")});
+    view->setWindowNode(parent == nullptr);
+    view->setGeometry(ElementGeometry(QRect(0, 0, 800, 600), true));
+    view->setAttribute(QStringLiteral("showing"), QStringLiteral("true"));
+    use(view, "seen");
+    return view;
+}
+
+/** 10,000 controls on 100 pages, each with its picture. */
+void fillControls(RecordingBuilder& recording) {
+    recording.addProcess({{QStringLiteral("application"), QStringLiteral("controls")},
+                          {QStringLiteral("extension"), QStringLiteral("libqtuicontrols")}});
+    constexpr int windows = 10;
+    constexpr int pages = 10;
+    constexpr int controls = 100;
+    constexpr int columns = 10;
+    constexpr quint64 microseconds = 1000;
+    for (int w = 0; w < windows; ++w) {
+        UIElement* const window =
+            addView(recording, nullptr, "Window", QStringLiteral("Window %1").arg(w));
+        for (int p = 0; p < pages; ++p) {
+            UIElement* const page =
+                addView(recording, window, "Page", QStringLiteral("Page %1 of %2").arg(p).arg(w));
+            for (int i = 0; i < controls; ++i) {
+                UIElement* const control = recording.add(
+                    page, QStringLiteral("Button"), QStringLiteral("QPushButton"),
+                    QStringLiteral("Control %1 of %2").arg(i).arg(p), {QStringLiteral("clicked")});
+                control->setGeometry(ElementGeometry(
+                    QRect(10 + i % columns * 78, 10 + i / columns * 58, 70, 40), true));
+                recording.setTime(static_cast<quint64>(w * pages + p) * microseconds);
+                if ((i + p + w) % 3 == 0) {
+                    use(control, "clicked");
+                }
+            }
+            page->setImage(busyPicture(w * pages + p));
+        }
+        window->setImage(busyPicture(w * pages));
+    }
+    recording.addEnd();
+}
+
 } // namespace
 
 int main(int argc, char* argv[]) {
-    const std::map<std::string, void (*)(RecordingBuilder&)> kinds{
-        {"colours", fillColours}, {"hostile", fillHostile}, {"large", fillLarge}};
+    const std::map<std::string, void (*)(RecordingBuilder&)> kinds{{"colours", fillColours},
+                                                                   {"hostile", fillHostile},
+                                                                   {"large", fillLarge},
+                                                                   {"controls", fillControls}};
     if (argc != 3 || kinds.count(argv[1]) == 0) {
-        std::fputs("makerecording: colours|hostile|large FILE\n", stderr);
+        std::fputs("makerecording: colours|hostile|large|controls FILE\n", stderr);
         return 1;
     }
     RecordingBuilder recording;

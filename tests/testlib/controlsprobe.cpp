@@ -25,7 +25,7 @@ ControlsProbe* current = nullptr;
 ControlsProbe::ControlsProbe(const TrackerOptions& options)
     : m_options(options)
     , m_book(m_exporter)
-    , m_tracker(new WidgetsTracker({m_book, m_attribution, m_options})) {
+    , m_tracker(new WidgetsTracker({m_book, m_attribution, m_options, &m_scenes})) {
     current = this;
     QCoreApplication::instance()->installEventFilter(this);
 }

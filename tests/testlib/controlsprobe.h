@@ -6,6 +6,7 @@
 #include "qtuicontrols/controlstracker.h"
 #include "qtuicontrols/core/bookofelements.h"
 #include "qtuicontrols/core/inputattribution.h"
+#include "qtuicontrols/embeddedscenes.h"
 #include "testlib/fakehook.h"
 #include "tracking/streamuielementexporter.h"
 
@@ -32,6 +33,8 @@ public:
     ~ControlsProbe() override;
 
     Vorsk::UIControls::BookOfElements& book() { return m_book; }
+    /** What a half with scenes in widgets says so in. */
+    Vorsk::UIControls::SceneRegistry& registry() { return m_scenes; }
     Vorsk::UIControls::ControlsTracker& tracker() { return *m_tracker; }
     UIElement* element(const QObject* object) { return m_book.elementOf(object); }
 
@@ -61,6 +64,7 @@ private:
     FakeHook m_hook;
     Vorsk::UICoverage::StreamUIElementExporter m_exporter;
     Vorsk::UIControls::TrackerOptions m_options;
+    Vorsk::UIControls::SceneRegistry m_scenes;
     Vorsk::UIControls::BookOfElements m_book;
     Vorsk::UIControls::InputAttribution m_attribution;
     std::unique_ptr<Vorsk::UIControls::ControlsTracker> m_tracker;

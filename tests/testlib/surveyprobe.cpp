@@ -17,7 +17,7 @@ SurveyProbe::SurveyProbe(const TrackerOptions& options)
     : m_book(m_exporter)
     , m_options(options)
     , m_survey(std::make_unique<QuickSurvey>(
-          TrackerServices{m_book, m_attribution, m_options},
+          TrackerServices{m_book, m_attribution, m_options, &m_scenes},
           [this](QObject* object, ElementType, UIElement*) { m_watched.append(object); })) {
     QCoreApplication::instance()->installEventFilter(this);
 }

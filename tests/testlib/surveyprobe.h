@@ -6,6 +6,7 @@
 #include "qtuicontrols/attribution.h"
 #include "qtuicontrols/controlstracker.h"
 #include "qtuicontrols/core/bookofelements.h"
+#include "qtuicontrols/embeddedscenes.h"
 #include "qtuicontrols/quick/quicksurvey.h"
 #include "testlib/fakehook.h"
 #include "tracking/streamuielementexporter.h"
@@ -38,6 +39,8 @@ public:
 
     Vorsk::UIControls::QuickSurvey& survey() { return *m_survey; }
     Vorsk::UIControls::BookOfElements& book() { return m_book; }
+    /** What the half for widgets asks when it takes pictures. */
+    Vorsk::UIControls::EmbeddedScenes* scenes() const { return m_scenes.scenes; }
     Vorsk::UIAbstraction::UIElement* element(const QObject* object) {
         return m_book.elementOf(object);
     }
@@ -62,6 +65,7 @@ private:
     Vorsk::UIControls::BookOfElements m_book;
     NoAttribution m_attribution;
     Vorsk::UIControls::TrackerOptions m_options;
+    Vorsk::UIControls::SceneRegistry m_scenes;
     QObjectList m_watched;
     std::unique_ptr<Vorsk::UIControls::QuickSurvey> m_survey;
 };

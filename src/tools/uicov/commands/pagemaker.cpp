@@ -134,8 +134,9 @@ void PageMaker::tell(const PageModel& model, const QString& page,
         return;
     }
     terminal.note(page + QStringLiteral(" shows ") +
-                  counted(model.totals.elements, "element", "elements") + QStringLiteral(" in ") +
-                  counted(model.windows.size(), "window", "windows"));
+                  (model.isOfControls ? counted(model.totals.elements, "control", "controls")
+                                      : counted(model.totals.elements, "element", "elements")) +
+                  QStringLiteral(" in ") + counted(model.windows.size(), "window", "windows"));
     terminal.note(QStringLiteral("next: xdg-open ") + Store::shellQuoted(page));
 }
 

@@ -308,12 +308,12 @@ PictureId PageModelBuilder::pictureIdOf(const QByteArray& png) {
     if (known != m_pictures.cend()) {
         return *known;
     }
-    const QImage image = QImage::fromData(png, "PNG");
-    if (image.isNull()) {
+    const QSize size = pictureSize(png);
+    if (size.isEmpty()) {
         return PictureId::None; // nothing to show, and no reason to fail
     }
     const auto id = static_cast<PictureId>(m_model->pictures.size());
-    m_model->pictures.append({png, image.size(), false});
+    m_model->pictures.append({png, size, false});
     m_pictures.insert(hash, id);
     return id;
 }

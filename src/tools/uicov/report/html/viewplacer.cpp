@@ -20,6 +20,8 @@ namespace {
 constexpr int mostOlderPictures = 6;
 /** From this likeness on, of 1 for the same, a picture shows a page. */
 constexpr double leastLikeness = 0.6;
+/** From here on no other page can be more like it. */
+constexpr double theSame = 0.99;
 /** Of a narrower part nobody can tell. */
 constexpr int leastWidth = 32;
 /** Pages are compared at this width; text and edges are still told apart. */
@@ -166,10 +168,11 @@ QRect ViewPlacer::placesOn(SurfaceId home) const {
     return bounds;
 }
 
-/** Of pages in the same place, the one that the picture is most like. */
+/** Of pages in the same place, the one that the picture is most like; the first that is the same.
+ */
 void ViewPlacer::findShownPages(SurfaceId around) {
     PageModel::Surface& outer = m_model.surface(around);
-    if (outer.picture == PictureId::None) {
+    if (outer.picture == PictureId::None || outer.isOlder) {
         return;
     }
     struct Candidate {
@@ -177,28 +180,39 @@ void ViewPlacer::findShownPages(SurfaceId around) {
         double likeness;
     };
     std::vector<Candidate> candidates;
+    const auto isTaken = [&](const QRect& place) {
+        return std::any_of(outer.shows.cbegin(), outer.shows.cend(), [&](SurfaceId shown) {
+            return m_model.surface(shown).bounds.intersects(place);
+        });
+    };
     for (const SurfaceId id : qAsConst(m_model.windows[m_window].surfaces)) {
         const PageModel::Surface& page = m_model.surface(id);
-        const bool isPage = page.above != SurfaceId::None && !outer.isOlder &&
-                            page.above == around && page.picture != PictureId::None &&
-                            m_model.nodes.at(page.node).step.kind == QLatin1String("Page");
-        if (isPage && outer.bounds.contains(page.bounds) && page.bounds.width() >= leastWidth) {
-            candidates.push_back({id, likeness(outer, page)});
+        if (!isPageOn(outer, around, page) || isTaken(page.bounds)) {
+            continue;
+        }
+        const double found = likeness(outer, page);
+        if (found >= theSame) {
+            outer.shows.append(id);
+        } else {
+            candidates.push_back({id, found});
         }
     }
     std::stable_sort(
         candidates.begin(), candidates.end(),
         [](const Candidate& a, const Candidate& b) { return a.likeness > b.likeness; });
     for (const Candidate& candidate : candidates) {
-        const QRect bounds = m_model.surface(candidate.page).bounds;
-        const bool isFree =
-            std::none_of(outer.shows.cbegin(), outer.shows.cend(), [&](SurfaceId shown) {
-                return m_model.surface(shown).bounds.intersects(bounds);
-            });
-        if (candidate.likeness >= leastLikeness && isFree) {
+        if (candidate.likeness >= leastLikeness &&
+            !isTaken(m_model.surface(candidate.page).bounds)) {
             outer.shows.append(candidate.page);
         }
     }
+}
+
+bool ViewPlacer::isPageOn(const PageModel::Surface& outer, SurfaceId around,
+                          const PageModel::Surface& page) const {
+    return page.above == around && page.picture != PictureId::None &&
+           m_model.nodes.at(page.node).step.kind == QLatin1String("Page") &&
+           outer.bounds.contains(page.bounds) && page.bounds.width() >= leastWidth;
 }
 
 double ViewPlacer::likeness(const PageModel::Surface& around, const PageModel::Surface& page) {

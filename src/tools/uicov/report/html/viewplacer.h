@@ -42,6 +42,8 @@ private:
     SurfaceId surfaceOf(SurfaceId home, const QByteArray& picture) const;
     QRect placesOn(SurfaceId home) const;
     void findShownPages(SurfaceId around);
+    bool isPageOn(const PageModel::Surface& outer, SurfaceId around,
+                  const PageModel::Surface& page) const;
     double likeness(const PageModel::Surface& around, const PageModel::Surface& page);
     const QImage& imageOf(PageModel::PictureId picture);
 

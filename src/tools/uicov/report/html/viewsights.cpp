@@ -24,12 +24,6 @@ namespace {
 /** More members of a group nobody reads one by one. */
 constexpr int mostMembers = 300;
 
-QSize sizeOf(const QByteArray& png) {
-    QBuffer buffer;
-    buffer.setData(png);
-    return QImageReader(&buffer, "png").size();
-}
-
 /** Whether the picture is one of that rectangle, be it of a screen with several pixels a point. */
 bool shows(const QSize& picture, const QRect& place) {
     if (place.isEmpty()) {
@@ -61,8 +55,14 @@ bool isPictured(const QVector<ViewSights::Sight>& sights) {
 
 } // namespace
 
+QSize pictureSize(const QByteArray& png) {
+    QBuffer buffer;
+    buffer.setData(png);
+    return QImageReader(&buffer, "png").size();
+}
+
 QRect picturedBounds(const QByteArray& png, const QRect& place) {
-    const QSize size = png.isEmpty() ? QSize() : sizeOf(png);
+    const QSize size = png.isEmpty() ? QSize() : pictureSize(png);
     return size.isEmpty() || shows(size, place) ? place : QRect(place.topLeft(), size);
 }
 
@@ -165,8 +165,8 @@ void ViewSights::addPicture(const Runs::Run& run, const QByteArray& hash, const 
     const QByteArray newest = run.pictures.value(view.picture);
     if (view.picture != hash && !newest.isEmpty() && !place.isEmpty()) {
         const QRect shown = picturedBounds(newest, place);
-        const double scale = double(sizeOf(newest).width()) / qMax(1, shown.width());
-        bounds = QRect(place.topLeft(), (QSizeF(sizeOf(png)) / scale).toSize());
+        const double scale = double(pictureSize(newest).width()) / qMax(1, shown.width());
+        bounds = QRect(place.topLeft(), (QSizeF(pictureSize(png)) / scale).toSize());
     }
     m_pictures.insert(hash, {png, bounds});
 }

@@ -22,6 +22,9 @@ struct RunElement;
 
 namespace Uicov::Report::Html {
 
+/** Without decoding all of it; empty for what is no PNG. */
+QSize pictureSize(const QByteArray& png);
+
 /** Of a picture and the place of what it shows: the rectangle that the picture covers, in the
  * coordinates of the place, be it of a screen with several pixels a point. */
 QRect picturedBounds(const QByteArray& png, const QRect& place);

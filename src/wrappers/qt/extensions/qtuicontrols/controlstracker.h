@@ -14,6 +14,7 @@ namespace Vorsk {
 namespace UIControls {
 
 class Attribution;
+struct SceneRegistry;
 class ElementBook;
 
 /** What a person has set for the run. A value. */
@@ -30,6 +31,8 @@ struct TrackerServices {
     ElementBook& book;
     Attribution& attribution;
     const TrackerOptions& options;
+    /** Null where nobody asks for pictures of scenes in widgets. */
+    SceneRegistry* registry = nullptr;
 };
 
 /**

@@ -17,7 +17,9 @@ Page.list = (() => {
         return text < other ? -1 : text > other ? 1 : a.index - b.index;
     };
     const orders = {
-        state: (a, b) => rank[Page.model.stateOf(a)] - rank[Page.model.stateOf(b)] || byPlace(a, b),
+        // What nobody could have used at the end comes behind what was there to be used.
+        state: (a, b) => rank[Page.model.stateOf(a)] - rank[Page.model.stateOf(b)] ||
+            Number(Boolean(a.disabled)) - Number(Boolean(b.disabled)) || byPlace(a, b),
         place: byPlace,
         name: byText((node) => Page.model.name(node).toLowerCase()),
         type: byText((node) => node.kind)

@@ -125,7 +125,7 @@ Page.model = (() => {
         }
         const names = viewsAround(node).map((view) => data.nodes[view.node]).filter((view) => view.kind === node.kind)
             .map(name).reverse();
-        return `${names[0] === node.kind ? "" : `${node.kind} `}${names.join(" › ")}`;
+        return `${names[0].startsWith(node.kind) ? "" : `${node.kind} `}${names.join(" › ")}`;
     }
 
     /** What brings the view up, as a sentence's end; null where nobody knows. */

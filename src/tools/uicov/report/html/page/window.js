@@ -204,7 +204,7 @@ Page.window = (() => {
             : isDrawn ? state.surface
                 : selected ? selected.surface ?? selected.home ?? mainSurface(state)
                     : state.surface >= 0 ? state.surface : mainSurface(state);
-        const isNew = state.surface >= 0 && state.surface !== target;
+        const isNew = state.surface !== target && (state.surface >= 0 || target !== mainSurface(state));
         showSurface(state, target);
         state.order.value = view.sort;
         for (const link of state.element.querySelectorAll("[data-window]")) {

@@ -64,7 +64,7 @@ void QtUiControlsExtension::initialize(WrapperContext* context) {
     m_exporter = std::make_unique<UICoverage::StreamUIElementExporter>();
     m_book = std::make_unique<BookOfElements>(*m_exporter);
     m_attribution = std::make_unique<InputAttribution>();
-    const TrackerServices services{*m_book, *m_attribution, m_trackerOptions};
+    const TrackerServices services{*m_book, *m_attribution, m_trackerOptions, &m_scenes};
     if (tracksWidgets) {
         m_widgets = std::make_unique<WidgetsTracker>(services);
     }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "qtuicontrols/controlstracker.h"
+#include "qtuicontrols/embeddedscenes.h"
 
 #include <vorsk/extension.h>
 
@@ -60,6 +61,7 @@ private:
     void readOptions();
 
     UIControls::TrackerOptions m_trackerOptions;
+    UIControls::SceneRegistry m_scenes;
     std::unique_ptr<UICoverage::StreamUIElementExporter> m_exporter;
     std::unique_ptr<UIControls::BookOfElements> m_book;
     std::unique_ptr<UIControls::InputAttribution> m_attribution;

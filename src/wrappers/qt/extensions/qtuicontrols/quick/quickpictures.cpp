@@ -3,10 +3,12 @@
 
 #include "qtuicontrols/quick/quickpictures.h"
 
+#include "qtuicontrols/controlstracker.h"
 #include "qtuicontrols/quick/quickclass.h"
 #include "qtuicontrols/quick/quickpages.h"
 #include "qtuicontrols/quick/quickplaces.h"
 #include "qtuicontrols/quick/quickviews.h"
+#include "qtuicontrols/quick/quickwidgets.h"
 
 #include <QPainter>
 #include <QQuickItem>
@@ -64,6 +66,18 @@ bool hasSettled(const QuickView& view) {
            (swipeViewOf(view.item) == nullptr || isAtTheStartOf(*list, *view.item));
 }
 
+/** Whether the item is of a scene that the widget, or one in it, shows. */
+bool isInWidget(const QQuickItem* item, const QObject* widget) {
+    if (item == nullptr || item->window() == nullptr) {
+        return false;
+    }
+    const QObject* shown = QuickWidgets::widgetOf(item->window());
+    while (shown != nullptr && shown != widget) {
+        shown = shown->parent();
+    }
+    return shown != nullptr;
+}
+
 /** In pixels of an image of the window. */
 QRect inImage(const QRect& place, const QImage& image) {
     const qreal ratio = image.devicePixelRatio();
@@ -75,11 +89,50 @@ QRect inImage(const QRect& place, const QImage& image) {
 
 } // namespace
 
-QuickPictures::QuickPictures(ElementBook& book, QuickViews& views)
-    : m_book(book)
-    , m_views(views) {}
+QuickPictures::QuickPictures(const TrackerServices& services, QuickViews& views)
+    : m_book(services.book)
+    , m_registry(services.registry)
+    , m_views(views) {
+    if (m_registry != nullptr) {
+        m_registry->scenes = this;
+    }
+}
 
-QuickPictures::~QuickPictures() = default;
+QuickPictures::~QuickPictures() {
+    if (m_registry != nullptr && m_registry->scenes == this) {
+        m_registry->scenes = nullptr;
+    }
+}
+
+QVector<QRect> QuickPictures::pictured(const QObject* widget) {
+    QVector<QRect> hidden;
+    for (QuickControl& known : m_views.inWidgets()) {
+        UIElement* const element = m_book.elementOf(known.object);
+        if (element != nullptr && isInWidget(itemOf(known.object), widget)) {
+            setPlace(known, element);
+        }
+    }
+    addHidden(m_views.inWidgets(), widget, hidden);
+    for (const QuickView& view : m_views.all()) {
+        addHidden(view.controls, widget, hidden);
+    }
+    return hidden;
+}
+
+void QuickPictures::addHidden(const std::vector<QuickControl>& controls, const QObject* widget,
+                              QVector<QRect>& places) const {
+    for (const QuickControl& known : controls) {
+        const UIElement* const element = m_book.elementOf(known.object);
+        if (element != nullptr && isHidden(element) && isInWidget(itemOf(known.object), widget)) {
+            places.append(placeOf(known.object));
+        }
+    }
+}
+
+bool QuickPictures::isHidden(const UIElement* element) const {
+    return m_redacted.contains(element) ||
+           !m_book.attribute(element, Attribute::Sensitive).isNull();
+}
 
 bool QuickPictures::wantsPicture(const QuickView& view, const QQuickWindow* window) const {
     if (!view.hasChanged || !view.isShowing || view.item.isNull() ||
@@ -213,8 +266,7 @@ void QuickPictures::blackOut(QQuickWindow* window, QImage& image) {
         for (const QuickControl& known : view.controls) {
             const QObject* const control = known.object;
             const UIElement* const element = m_book.elementOf(control);
-            if (element != nullptr && (m_redacted.contains(element) ||
-                                       !m_book.attribute(element, Attribute::Sensitive).isNull())) {
+            if (element != nullptr && isHidden(element)) {
                 parts.append(inImage(placeOf(control), image));
             }
         }
@@ -234,19 +286,21 @@ void QuickPictures::blackOut(QQuickWindow* window, QImage& image) {
 
 void QuickPictures::setPlaces(QuickView& view) {
     for (QuickControl& known : view.controls) {
-        const QObject* const control = known.object;
-        UIElement* const element = m_book.elementOf(control);
-        if (element == nullptr || m_book.viewOf(element) != view.element) {
-            continue;
+        UIElement* const element = m_book.elementOf(known.object);
+        if (element != nullptr && m_book.viewOf(element) == view.element) {
+            setPlace(known, element);
         }
-        const QQuickItem* const item = itemOf(control);
-        const QRect place =
-            item != nullptr && QuickViews::isVisible(*item) ? placeInSight(*item) : QRect();
-        // What has gone out of sight is not where it was: the picture shows something else there.
-        if (!place.isEmpty() || known.isPlaced) {
-            known.isPlaced = !place.isEmpty();
-            m_book.setPlace(element, place);
-        }
+    }
+}
+
+void QuickPictures::setPlace(QuickControl& control, UIElement* element) {
+    const QQuickItem* const item = itemOf(control.object);
+    const QRect place =
+        item != nullptr && QuickViews::isVisible(*item) ? placeInSight(*item) : QRect();
+    // What has gone out of sight is not where it was: the picture shows something else there.
+    if (!place.isEmpty() || control.isPlaced) {
+        control.isPlaced = !place.isEmpty();
+        m_book.setPlace(element, place);
     }
 }
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "qtuicontrols/elementbook.h"
+#include "qtuicontrols/embeddedscenes.h"
 
 #include <QElapsedTimer>
 #include <QHash>
@@ -21,24 +22,27 @@ namespace Vorsk {
 namespace UIControls {
 
 class QuickViews;
+struct QuickControl;
 struct QuickView;
+struct TrackerServices;
 
 /**
  * Pictures of views: one of the window for all views of it that have changed, when they have
  * settled after a frame. What is to be hidden is blacked out before the book gets any. Grabs from
  * the event loop and never while a frame is being made. GUI thread only.
  */
-class QuickPictures : public QObject {
+class QuickPictures : public QObject, public EmbeddedScenes {
     Q_OBJECT
 
 public:
-    QuickPictures(ElementBook& book, QuickViews& views);
+    QuickPictures(const TrackerServices& services, QuickViews& views);
     ~QuickPictures() override;
 
     /** What the element stands for is blacked out. */
     void redact(const UIElement* element) { m_redacted.insert(element); }
     /** A frame of the window was shown. */
     void frameShown(QQuickWindow* window);
+    QVector<QRect> pictured(const QObject* widget) override;
     /** Whether a frame is one that a grab makes. */
     bool isGrabbing() const { return m_isGrabbing; }
 
@@ -56,9 +60,14 @@ private:
     void take(QQuickWindow* window, QImage image);
     void blackOut(QQuickWindow* window, QImage& image);
     void setPlaces(QuickView& view);
+    void setPlace(QuickControl& control, UIElement* element);
+    bool isHidden(const UIElement* element) const;
+    void addHidden(const std::vector<QuickControl>& controls, const QObject* widget,
+                   QVector<QRect>& places) const;
     bool wantsPicture(const QuickView& view, const QQuickWindow* window) const;
 
     ElementBook& m_book;
+    SceneRegistry* m_registry;
     QuickViews& m_views;
     QSet<const UIElement*> m_redacted;
     QHash<QQuickWindow*, Pending> m_pending;

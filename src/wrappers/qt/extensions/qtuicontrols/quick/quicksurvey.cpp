@@ -23,7 +23,7 @@ QuickSurvey::QuickSurvey(const TrackerServices& services, QuickElements::Watch w
     , m_hubs(*this)
     , m_views(services.book)
     , m_states(services.book, m_views, m_hubs)
-    , m_pictures(services.book, m_views)
+    , m_pictures(services, m_views)
     , m_parts(services.book)
     , m_elements(services, {m_views, m_states, m_pictures, m_parts}, std::move(watch))
     , m_containers(m_hubs)

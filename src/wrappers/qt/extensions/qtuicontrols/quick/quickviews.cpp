@@ -46,15 +46,17 @@ void QuickViews::add(QObject* object, UIElement* element) {
 
 void QuickViews::addControl(const QuickControl& control, UIElement* element) {
     QuickView* const view = find(m_book.viewOf(element));
-    if (view == nullptr) {
-        return;
-    }
-    std::vector<QuickControl>& controls = view->controls;
+    append(control, view == nullptr ? m_inWidgets : view->controls, m_book);
+}
+
+/** Drops those that have died, now and then. */
+void QuickViews::append(const QuickControl& control, std::vector<QuickControl>& controls,
+                        ElementBook& book) {
     constexpr std::size_t few = 64;
     if (controls.size() >= few && controls.size() == controls.capacity()) {
         controls.erase(std::remove_if(controls.begin(), controls.end(),
-                                      [this](const QuickControl& known) {
-                                          return m_book.elementOf(known.object) == nullptr;
+                                      [&book](const QuickControl& known) {
+                                          return book.elementOf(known.object) == nullptr;
                                       }),
                        controls.end());
         controls.reserve(controls.size() * 2);

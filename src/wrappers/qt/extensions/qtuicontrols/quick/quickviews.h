@@ -53,6 +53,8 @@ public:
     /** By the window, popup or page; null when it is no view. */
     QuickView* findByObject(const QObject* object);
     std::vector<QuickView>& all() { return m_views; }
+    /** What can be operated in scenes that belong to the view of a widget. */
+    std::vector<QuickControl>& inWidgets() { return m_inWidgets; }
 
     /** Counts those that came up and tells which can be seen. @return those that came up */
     std::vector<UIElement*> update();
@@ -64,7 +66,11 @@ private:
     bool canBeSeen(const QuickView& view) const;
 
     ElementBook& m_book;
+    static void append(const QuickControl& control, std::vector<QuickControl>& controls,
+                       ElementBook& book);
+
     std::vector<QuickView> m_views;
+    std::vector<QuickControl> m_inWidgets;
 };
 
 } // namespace UIControls

@@ -3,12 +3,16 @@
 
 #include "qtuicontrols/widgets/widgetpictures.h"
 
+#include "qtuicontrols/controlstracker.h"
+#include "qtuicontrols/embeddedscenes.h"
 #include "qtuicontrols/widgets/partelements.h"
 #include "qtuicontrols/widgets/widgetplaces.h"
 #include "qtuicontrols/widgets/widgetviews.h"
 #include "tracking/grab.h"
 #include "uiabstraction/uielement.h"
 
+#include <QAction>
+#include <QPainter>
 #include <QTimerEvent>
 
 #include <algorithm>
@@ -47,18 +51,23 @@ QImage smallOf(const QImage& picture) {
     return picture.scaled(smallSide, smallSide).convertToFormat(QImage::Format_Grayscale8);
 }
 
+bool isOfWidgets(const QObject* object) {
+    return object->isWidgetType() || qobject_cast<const QAction*>(object) != nullptr;
+}
+
 qint64 areaOf(const QRect& rect) {
     return qint64{rect.width()} * rect.height();
 }
 
 } // namespace
 
-WidgetPictures::WidgetPictures(ElementBook& book, WidgetViews& views, PartElements& parts,
-                               const QStringList& redacted)
-    : m_book(book)
+WidgetPictures::WidgetPictures(const TrackerServices& services, WidgetViews& views,
+                               PartElements& parts)
+    : m_book(services.book)
     , m_views(views)
     , m_parts(parts)
-    , m_blackOuts(redacted) {
+    , m_blackOuts(services.options.redacted)
+    , m_scenes(services.registry) {
     m_clock.start();
 }
 
@@ -171,7 +180,23 @@ QImage WidgetPictures::render(QWidget* widget) const {
         return {};
     }
     m_blackOuts.apply(picture, widget);
+    blackOutScenes(picture, widget);
     return picture;
+}
+
+void WidgetPictures::blackOutScenes(QImage& picture, QWidget* widget) const {
+    if (m_scenes == nullptr || m_scenes->scenes == nullptr) {
+        return;
+    }
+    const QVector<QRect> hidden = m_scenes->scenes->pictured(widget);
+    if (hidden.isEmpty()) {
+        return;
+    }
+    const QPoint origin = widget->mapTo(widget->window(), QPoint(0, 0));
+    QPainter painter(&picture);
+    for (const QRect& place : hidden) {
+        painter.fillRect(place.translated(-origin), Qt::black);
+    }
 }
 
 void WidgetPictures::tellPlaces(QWidget* widget, UIElement* view) {
@@ -180,6 +205,10 @@ void WidgetPictures::tellPlaces(QWidget* widget, UIElement* view) {
     const QList<UIElement*> controls = view->children();
     for (UIElement* control : controls) {
         const QObject* const object = m_book.objectOf(control);
+        // Of what is in a scene the other half has told it.
+        if (object != nullptr && !isOfWidgets(object)) {
+            continue;
+        }
         const QRect place = object == nullptr ? QRect() : placeInSight(object, top);
         // What has gone out of sight is not where it was: the picture shows something else there.
         if (!place.isEmpty() || !control->geometry().rect().isEmpty()) {

@@ -16,6 +16,8 @@ namespace Vorsk {
 namespace UIControls {
 
 class PartElements;
+struct SceneRegistry;
+struct TrackerServices;
 class WidgetViews;
 
 /**
@@ -29,8 +31,7 @@ class WidgetPictures : public QObject {
 
 public:
     /** The pieces outlive this object. */
-    WidgetPictures(ElementBook& book, WidgetViews& views, PartElements& parts,
-                   const QStringList& redacted);
+    WidgetPictures(const TrackerServices& services, WidgetViews& views, PartElements& parts);
 
     /** The view has come up and is being painted. */
     void noteSeen(QWidget* widget, UIElement* view);
@@ -58,12 +59,14 @@ private:
     void schedule();
     void take(UIElement* view);
     QImage render(QWidget* widget) const;
+    void blackOutScenes(QImage& picture, QWidget* widget) const;
     void tellPlaces(QWidget* widget, UIElement* view);
 
     ElementBook& m_book;
     WidgetViews& m_views;
     PartElements& m_parts;
     BlackOuts m_blackOuts;
+    const SceneRegistry* m_scenes;
     QHash<UIElement*, Shot> m_shots;
     QElapsedTimer m_clock;
     QBasicTimer m_timer;

@@ -35,8 +35,7 @@ struct WidgetsTracker::Pieces {
         , survey({book, views, parts, uses, commands})
         , states({book, views, parts, uses}) {
         if (services.options.takesPictures) {
-            pictures =
-                std::make_unique<WidgetPictures>(book, views, parts, services.options.redacted);
+            pictures = std::make_unique<WidgetPictures>(services, views, parts);
             views.setSeenListener(
                 [this](QWidget* widget, UIElement* view) { pictures->noteSeen(widget, view); });
         }

@@ -63,6 +63,7 @@ private Q_SLOTS:
     void controlsOfASceneBelongToTheViewOfItsWidget();
     void aSceneWithoutAViewAroundItIsOne();
     void placesAreThoseInTheWindow();
+    void aPictureOfTheWidgetHasItsPlacesAndHidesWhatIsHidden();
     void aPopupOnAHiddenWidgetIsNotSeen();
     void aWidgetThatDiesTakesItsSceneWithIt();
 };
@@ -106,6 +107,31 @@ void tst_QuickWidgets::placesAreThoseInTheWindow() {
     QVERIFY(QTest::qWaitForWindowExposed(&top));
     QTRY_VERIFY(probe.element(scene.object("area")) != nullptr);
     QCOMPARE(placeOf(scene.object("area")), QRect(10, 50, 20, 5));
+}
+
+void tst_QuickWidgets::aPictureOfTheWidgetHasItsPlacesAndHidesWhatIsHidden() {
+    SurveyProbe probe;
+    QVERIFY(probe.scenes() != nullptr);
+    QWidget top;
+    QVBoxLayout layout(&top);
+    layout.setContentsMargins(0, 0, 0, 0);
+    layout.setSpacing(0);
+    QLabel above;
+    above.setFixedHeight(20);
+    Scene scene("Item { width: 90; height: 70; "
+                "TextInput { objectName: 'open'; x: 10; y: 10; width: 20; height: 5 } "
+                "TextInput { objectName: 'secret'; x: 10; y: 30; width: 20; height: 5; "
+                "echoMode: TextInput.Password } }");
+    layout.addWidget(&above);
+    layout.addWidget(&scene);
+    probe.book().add(&top, window(), nullptr);
+    top.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&top));
+    QTRY_VERIFY(probe.element(scene.object("secret")) != nullptr);
+    QCOMPARE(probe.scenes()->pictured(&top), QVector<QRect>{QRect(10, 50, 20, 5)});
+    QCOMPARE(probe.element(scene.object("open"))->geometry().rect(), QRect(10, 30, 20, 5));
+    QCOMPARE(probe.scenes()->pictured(&scene), QVector<QRect>{QRect(10, 50, 20, 5)});
+    QVERIFY(probe.scenes()->pictured(&above).isEmpty());
 }
 
 void tst_QuickWidgets::aPopupOnAHiddenWidgetIsNotSeen() {

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: the uicov authors
 // SPDX-License-Identifier: MIT
 
+#include "qtuicontrols/embeddedscenes.h"
 #include "testlib/controlsprobe.h"
 #include "testlib/testcase.h"
 #include "uiabstraction/uielement.h"
@@ -38,6 +39,7 @@ private Q_SLOTS:
     void namedWidgetsAreBlack();
     void namedClassesAreBlackInPagesAndWindows();
     void whatIsNotPaintedIsBlack();
+    void whatAnEmbeddedSceneHidesIsBlack();
     void aMenusPictureIsTaken();
     void inputTakesWhatIsDueFirst();
     void aViewThatDiesWhileItIsPaintedIsLeftAlone();
@@ -305,6 +307,33 @@ void tst_ViewPictures::whatIsNotPaintedIsBlack() {
     QImage black(window.size(), QImage::Format_RGB32);
     black.fill(Qt::black);
     QCOMPARE(probe.element(&window)->image().convertToFormat(black.format()), black);
+}
+
+void tst_ViewPictures::whatAnEmbeddedSceneHidesIsBlack() {
+    struct Scenes : public EmbeddedScenes {
+        QVector<QRect> pictured(const QObject* widget) override {
+            Q_UNUSED(widget)
+            return {QRect(20, 120, 10, 10)};
+        }
+    } scenes;
+    ControlsProbe probe(pictures());
+    probe.registry().scenes = &scenes;
+    QTabWidget window;
+    window.setDocumentMode(true);
+    auto* const page = new Patch;
+    window.addTab(page, text("One"));
+    window.resize(200, 200);
+    showAndWait(window);
+    QTRY_VERIFY(!probe.element(&window)->image().isNull());
+    QCOMPARE(probe.element(&window)->image().pixelColor(25, 125), QColor(Qt::black));
+    // A page's picture has another origin, the place is that in the window.
+    const UIElement* const element = probe.find(text("Page"), text("One"));
+    QTRY_VERIFY(!element->image().isNull());
+    const QPoint origin = page->mapTo(&window, QPoint(0, 0));
+    const QImage picture = element->image();
+    QVERIFY(origin.y() > 0 && origin.y() < 120);
+    QCOMPARE(picture.pixelColor(QPoint(25, 129) - origin), QColor(Qt::black));
+    QCOMPARE(picture.pixelColor(QPoint(25, 132) - origin), QColor(Qt::red));
 }
 
 void tst_ViewPictures::aMenusPictureIsTaken() {
