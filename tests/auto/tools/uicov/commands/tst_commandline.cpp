@@ -142,7 +142,8 @@ private Q_SLOTS:
             << words("report --format markdwn") << "not markdwn; the nearest is markdown";
         QTest::newRow("help of no verb")
             << words("help reprt") << "no verb reprt; the nearest is report";
-        QTest::newRow("help of two verbs") << words("help report html") << "help: html is one argument too many";
+        QTest::newRow("help of two verbs")
+            << words("help report html") << "help: html is one argument too many";
     }
 
     void wrongUseIsOneLineAndExitCode1() {
