@@ -4,6 +4,7 @@
 #include "vorskhook/recordingfile.h"
 
 #include "vorskhook/signalguard.h"
+#include "vorskhook/systemcallfilter.h"
 
 #include <QFile>
 
@@ -47,15 +48,19 @@ QString candidate(const QString& path, int ordinal) {
     return stem + suffix;
 }
 
+bool isFileSizeLimited() {
+    rlimit limit{};
+    return getrlimit(RLIMIT_FSIZE, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY;
+}
+
 /**
  * While it lives, what exceeds the file size limit fails instead of ending the application. A look
- * costs less than blocking the signal, and where there is no limit, as is usual, is all.
+ * at the limit costs less than blocking the signal, and where there is none, as is usual, is all.
  */
 class FileSizeGuard {
 public:
-    FileSizeGuard() {
-        rlimit limit{};
-        if (getrlimit(RLIMIT_FSIZE, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY) {
+    explicit FileSizeGuard(bool isLimited) {
+        if (isLimited) {
             m_guard.emplace(SIGXFSZ);
         }
     }
@@ -86,6 +91,8 @@ bool RecordingFile::create(const QString& path) {
         }
     }
     m_owner.claim();
+    m_needsLeast = areSystemCallsFiltered();
+    m_hadSizeLimit = isFileSizeLimited();
     struct stat status {};
     ::fstat(m_descriptor, &status);
     m_device = status.st_dev;
@@ -120,12 +127,15 @@ bool RecordingFile::append(const QByteArray& bytes) {
 /** Takes off the file's end what the last write left there, and no more: others append marks. What
  * a cut that fails leaves behind is a torn last frame, which readers expect. */
 bool RecordingFile::cutBack(off_t length) {
+    if (m_needsLeast) {
+        return false;
+    }
     const off_t end = ::lseek(m_descriptor, 0, SEEK_END);
     return end >= length && ::ftruncate(m_descriptor, end - length) == 0;
 }
 
 bool RecordingFile::allocate(qint64 size) {
-    const FileSizeGuard guard;
+    const FileSizeGuard guard(hasSizeLimit());
     int result = 0;
     do {
         result = ::fallocate(m_descriptor, 0, 0, static_cast<off_t>(size));
@@ -148,7 +158,7 @@ void RecordingFile::fillWithZeros(qint64 from, qint64 to) {
     constexpr std::size_t partSize = std::size_t{16} * 1024;
     constexpr std::size_t partsAtOnce = 16;
     static char zeros[partSize];
-    const FileSizeGuard guard;
+    const FileSizeGuard guard(hasSizeLimit());
     while (from < to) {
         std::array<iovec, partsAtOnce> parts{};
         auto left = static_cast<std::size_t>(to - from);
@@ -186,6 +196,10 @@ bool RecordingFile::isOpen() const {
     return m_descriptor >= 0 && m_owner.isThis();
 }
 
+bool RecordingFile::hasSizeLimit() const {
+    return m_needsLeast ? m_hadSizeLimit : isFileSizeLimited();
+}
+
 bool RecordingFile::isStillOurs() const {
     struct stat status {};
     return ::fstat(m_descriptor, &status) == 0 && status.st_dev == m_device &&
@@ -194,7 +208,7 @@ bool RecordingFile::isStillOurs() const {
 
 /** Zero, or the error number that stopped it. */
 int RecordingFile::writeAll(const char* data, size_t length, size_t& done) {
-    const FileSizeGuard guard;
+    const FileSizeGuard guard(hasSizeLimit());
     const WriteFunction function = m_write != nullptr ? m_write : ::write;
     while (length > 0) {
         const ssize_t written = function(m_descriptor, data, length);

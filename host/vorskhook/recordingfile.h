@@ -74,10 +74,14 @@ public:
 
     /** For tests: what is called in place of write(2). */
     void setWriteFunction(WriteFunction function) { m_write = function; }
+    /** Whether the file is kept with nothing but write(2) and fstat(2), as it is where the system
+     * calls are filtered. */
+    bool needsLeast() const { return m_needsLeast; }
 
 private:
     int writeAll(const char* data, size_t length, size_t& done);
     bool cutBack(off_t length);
+    bool hasSizeLimit() const;
 
     int m_descriptor = -1;
     OwningProcess m_owner;
@@ -87,6 +91,9 @@ private:
     QString m_path;
     QString m_error;
     WriteFunction m_write = nullptr;
+    bool m_needsLeast = false;
+    /** As it was when the file was made. */
+    bool m_hadSizeLimit = false;
 };
 
 } // namespace VorskHost

@@ -49,7 +49,7 @@ bool RecordingWriter::open(const QString& path, const RecordingFormat::ProcessIn
                                                   m_start.time_since_epoch())
                                                   .count())));
     QByteArray start = RecordingFormat::processFrame(0, complete);
-    if (!m_isShared || !m_mapping.open(m_file, m_limit.maximum())) {
+    if (!m_isShared || m_file.needsLeast() || !m_mapping.open(m_file, m_limit.maximum())) {
         start.prepend(RecordingFormat::fileHeader());
     }
     if (!write(start)) {

@@ -45,7 +45,8 @@ public:
 
     /**
      * Whether to append through memory that is shared with the file, where its file system allows
-     * it, as is usual; else with one write(2) each. To be called before open().
+     * it and no filter of system calls is on, as is usual; else with one write(2) each. To be
+     * called before open().
      */
     void setShared(bool isShared) { m_isShared = isShared; }
 

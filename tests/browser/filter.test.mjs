@@ -42,6 +42,21 @@ function matches(text) {
         .map((element) => element.label ?? element.kind).join(" ");
 }
 
+const ofControls = load({
+    controls: true,
+    contexts: [""],
+    runs: [{started: "2024-05-01T08:00:00Z", labels: {branch: "main"}}, {started: "2024-05-02T08:00:00Z", labels: {}}],
+    windows: [{application: "a", node: 0, last: 4}],
+    surfaces: [{window: 0, node: 0, above: -1, own: [3, 2, 1, 0, 1]}, {window: 0, node: 3, above: 0, own: [1, 0, 1, 0, 0]}],
+    nodes: [
+        {above: -1, kind: "Window", label: "Panel", step: "Window \"Panel\"", home: 0, view: true, events: []},
+        node({kind: "Command", label: "Save", state: "used", home: 0, ways: ["menu", "shortcut"], usedWays: ["shortcut"], uses: [0, 5, 9, 1, -1, -1]}),
+        node({label: "Row", groupName: "List/Row", members: 3, usedMembers: 1, group: [], state: "used", home: 0, uses: [1, 7, 7]}),
+        {above: 0, kind: "Page", label: "Advanced", step: "Page \"Advanced\"", home: 1, view: true, events: []},
+        node({above: 3, label: "Deep", state: "shown", home: 1})
+    ]
+});
+
 const all = "Reset Apply Night a+b (c) TextInput About";
 const cases = {
     "": all,
@@ -87,6 +102,58 @@ for (const [text, expected] of Object.entries(cases)) {
         assert.equal(matches(text), expected);
     });
 }
+
+const casesOfControls = {
+    "way:shortcut": "Save",
+    "way:menu": "",
+    "never:menu": "Save",
+    "g:row": "Row",
+    "g:*": "Row",
+    "r:1": "Save",
+    "r:2": "Save Row",
+    "r:3": "",
+    "r:2024-05-01*": "Save",
+    "l:branch=main": "Save",
+    "l:branch": "Save",
+    "!l:branch=main": "Row Deep",
+    "v:Advanced": "Deep",
+    "v:\"Window*\"": "Save Row",
+    "s:used r:2 !way:shortcut": "Row"
+};
+
+for (const [text, expected] of Object.entries(casesOfControls)) {
+    test(`filter of controls "${text}"`, () => {
+        const {terms, problems} = ofControls.filter.parse(text);
+        assert.equal(problems.length, 0);
+        assert.equal(ofControls.model.data.elements.filter(ofControls.filter.matcher(terms))
+            .map((element) => element.label).join(" "), expected);
+    });
+}
+
+test("a choice writes its term, and takes it away", () => {
+    const {withTerm} = ofControls.filter;
+    assert.equal(withTerm("", "r", "2"), "r:2");
+    assert.equal(withTerm("s:used r:1", "r", "2"), "s:used r:2");
+    assert.equal(withTerm("r:1 ok", "r", ""), "ok");
+    assert.equal(withTerm("", "v", "My page"), "v:\"My page\"");
+    assert.equal(withTerm("v:\"My page\" x", "v", "Other"), "x v:Other");
+});
+
+test("shares are rounded so that only none is 0 and only all is 100", () => {
+    const {cover} = ofControls.model;
+    ofControls.model.data.precision = 0;
+    assert.deepEqual([[0, 0], [0, 9], [1, 900], [899, 900], [900, 900], [1, 3]].map(([used, all]) => cover(used, all)),
+                     ["-", "0%", "1%", "99%", "100%", "33%"]);
+});
+
+test("a view that nobody saw says what opens it", () => {
+    const {data, openedBy, viewName} = ofControls.model;
+    assert.equal(openedBy(data.surfaces[1]), null);
+    data.surfaces[1].opener = 1;
+    assert.equal(openedBy(data.surfaces[1]), "by Command \"Save\" in Window \"Panel\"");
+    assert.equal(viewName(data.surfaces[1]), "Page Advanced");
+    assert.equal(viewName(data.surfaces[0]), "Window");
+});
 
 test("what cannot be understood is told, and the rest is used", () => {
     const {terms, problems} = page.filter.parse("x:foo reset");

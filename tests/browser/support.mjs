@@ -41,6 +41,18 @@ export function recordDemo(panel, file) {
     uicov("run", "--screenshots", "-o", `${file}.uicov`, "--recording", file, "--", join(build, "demos", `${panel}-session`), "-silent");
 }
 
+/**
+ * With the extension that knows views and controls, whatever the tests record with otherwise. The session waits a little
+ * with each event, as a person does: a page that is left while it still slides in has no picture.
+ */
+export function recordControls(panel, file, ...options) {
+    const {UICOV_CLASSIC, VORSK_RECORDING_EXTENSION, ...env} = process.env;
+    assert.ok(UICOV_CLASSIC && VORSK_RECORDING_EXTENSION, "the tests' environment has changed");
+    execFileSync(program, ["run", "--screenshots", ...options, "-o", `${file}.uicov`, "--recording", file, "--",
+                           join(build, "demos", `${panel}-session`), "-silent", "-eventdelay", "100"],
+                 {encoding: "utf8", stdio: ["ignore", "pipe", "pipe"], env});
+}
+
 export function makePage(recordings, file, ...options) {
     uicov("html", "-q", "-o", file, ...options, ...recordings);
     return pathToFileURL(file).href;

@@ -28,13 +28,9 @@ ElementStore::ElementStore(QObject* parent)
 ElementStore::~ElementStore() = default;
 
 void ElementStore::addElement(UIElement* element) {
-    listElement(element);
-    Q_EMIT elementAdded(element);
-}
-
-void ElementStore::listElement(UIElement* element) {
     notePosition(element, m_entries.size());
     m_entries.push_back(element);
+    Q_EMIT elementAdded(element);
 }
 
 QList<UIElement*> ElementStore::rootElements() const {

@@ -51,8 +51,6 @@ Q_SIGNALS:
     void elementAdded(const Vorsk::UIAbstraction::UIElement* element);
 
 protected:
-    /** Lists the element without announcing it. */
-    void listElement(UIElement* element);
     /** Takes the element's first entry out of the list, without a search and without a signal. */
     void removeFirstEntry(UIElement* element);
 

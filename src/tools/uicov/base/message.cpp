@@ -57,6 +57,7 @@ constexpr std::array<Entry, messageCount> entries{{
     {Message::CriterionUnused, "criterion-unused"},
     {Message::GateNotMet, "gate-not-met"},
     {Message::NoSuchElement, "no-such-element"},
+    {Message::NoBase, "no-base"},
     {Message::PageTooLarge, "page-too-large"},
 }};
 

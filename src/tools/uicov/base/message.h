@@ -52,6 +52,7 @@ enum class Message {
     CriterionUnused,
     GateNotMet,
     NoSuchElement,
+    NoBase,
     PageTooLarge
 };
 

@@ -71,6 +71,7 @@ CLI::App* CombineCommand::declare(CLI::App& commands) {
         ->type_name("FILE")
         ->envname("UICOV_FILE");
     app->add_flag("-a,--append", m_appends, "Keep the runs that are in it already");
+    m_runFilter.declare(*app);
     app->add_flag("--no-pictures", m_leavesPicturesOut, "Leave pictures out");
     app->add_flag("--strict", m_isStrict, "End with 3 when a file is damaged or left out");
     app->add_flag("-q,--quiet", m_isQuiet, "Print nothing but errors and warnings");
@@ -144,11 +145,21 @@ int CombineCommand::combine(const QStringList& paths, const QString& output,
     }
     Store::Combiner combiner(writer.file());
     combiner.setTakesPictures(!m_leavesPicturesOut);
+    if (!m_runFilter.isEmpty()) {
+        combiner.setFilter([this](const Runs::Run& run) { return m_runFilter.matches(run); });
+    }
     if (!addAll(paths, combiner, terminal) || Base::DeferredEnd::isRequested()) {
         return Failed; // a signal that waits ends the process when the lock is released
     }
     if (m_usedFiles == 0) {
         return Failed; // each file has been told of; nothing is written
+    }
+    if (!m_runFilter.isEmpty() && combiner.newRuns() + combiner.knownRuns() == 0) {
+        terminal.error({Message::NoSuchRun,
+                        QStringLiteral("no run is like ") + m_runFilter.toString() +
+                            QStringLiteral("; nothing is written, see uicov dump for the runs "
+                                           "that there are")});
+        return Failed;
     }
     const int runs = writer.file().runs().size();
     if (const auto problem = writer.commit()) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "commands/cli/command.h"
+#include "commands/cli/runfilter.h"
 
 #include <QString>
 #include <QStringList>
@@ -28,6 +29,7 @@ private:
     int combine(const QStringList& paths, const QString& output, Console::Terminal& terminal);
     bool addAll(const QStringList& paths, Store::Combiner& combiner, Console::Terminal& terminal);
 
+    Cli::RunFilter m_runFilter;
     std::vector<std::string> m_files;
     std::string m_output;
     bool m_appends = false;

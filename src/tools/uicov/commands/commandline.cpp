@@ -8,15 +8,18 @@
 #include "commands/cli/helpformatter.h"
 #include "commands/combinecommand.h"
 #include "commands/completioncommand.h"
+#include "commands/configcommand.h"
 #include "commands/diffcommand.h"
 #include "commands/doctorcommand.h"
 #include "commands/dumpcommand.h"
 #include "commands/erasecommand.h"
 #include "commands/explaincommand.h"
+#include "commands/helpcommand.h"
 #include "commands/htmlcommand.h"
 #include "commands/jsoncommand.h"
 #include "commands/junitcommand.h"
 #include "commands/markcommand.h"
+#include "commands/parseproblem.h"
 #include "commands/reportcommand.h"
 #include "commands/runcommand.h"
 #include "console/terminal.h"
@@ -42,11 +45,6 @@ constexpr char examples[] = R"(Examples:
 Exit codes: 0 done; 1 wrong use, or input or output failed; 2 a limit that was asked for is not
 kept; 3 the data is partial or damaged and --strict was given. "uicov run" ends with the
 application's status. Colour is for terminals only; NO_COLOR is obeyed.)";
-
-/** A line for people out of what the parser says, which may have several. */
-QString oneLine(const std::string& text) {
-    return QString::fromStdString(text).simplified();
-}
 
 Console::Terminal::Colour colourOf(const std::string& name) {
     if (name == "always") {
@@ -77,6 +75,8 @@ CommandLine::CommandLine(Console::Terminal& terminal)
     m_commands.push_back(std::make_unique<DiffCommand>());
     m_commands.push_back(std::make_unique<ExplainCommand>());
     beginGroup("This command");
+    m_commands.push_back(std::make_unique<ConfigCommand>());
+    m_commands.push_back(std::make_unique<HelpCommand>());
     m_commands.push_back(std::make_unique<CompletionCommand>());
 }
 
@@ -128,8 +128,7 @@ int CommandLine::run(const std::vector<std::string>& arguments) {
     }
     const QString verb = QString::fromLocal8Bit(arguments.front().c_str());
     if (!verb.startsWith(QLatin1Char('-')) && !verbNames().contains(verb)) {
-        m_terminal.error({Message::WrongUse, QStringLiteral("there is no verb ") + verb +
-                                                 QStringLiteral(", only ") + choice});
+        m_terminal.error(unknownVerb(verb, *app));
         return Failed;
     }
     // What stands behind the first "--" is not ours to read, whatever it looks like.
@@ -141,8 +140,7 @@ int CommandLine::run(const std::vector<std::string>& arguments) {
     } catch (const CLI::Success& success) {
         return app->exit(success);
     } catch (const CLI::ParseError& error) {
-        m_terminal.error(
-            {Message::WrongUse, oneLine(error.what()) + QStringLiteral("; see uicov --help")});
+        m_terminal.error(parseProblem(error, *app));
         return Failed;
     }
     Console::Terminal::setColour(colourOf(m_colour));

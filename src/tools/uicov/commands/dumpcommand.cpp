@@ -14,7 +14,7 @@
 #include "dump/recordtext.h"
 #include "dump/runprinter.h"
 #include "recording/recordingreader.h"
-#include "run/run.h"
+#include "run/runloader.h"
 #include "store/datafile.h"
 #include "store/datafilepath.h"
 
@@ -74,6 +74,7 @@ CLI::App* DumpCommand::declare(CLI::App& commands) {
         ->type_name("NAME")
         ->check(CLI::IsMember({"text", "json"}).description(""))
         ->capture_default_str();
+    m_runFilter.declare(*app);
     app->add_flag("--strict", m_isStrict,
                   "End with 3 when a recording or run is partial or damaged");
     app->add_option("FILE", m_files, "Recordings and data files (default: UICOV_FILE, else .uicov)")
@@ -144,12 +145,20 @@ int DumpCommand::dump(const QString& path, Cli::OutputFile& output,
                                                     : dumpRecording(path, output, terminal);
 }
 
+bool DumpCommand::isWanted(const QString& recording) const {
+    Runs::RunLoader loader(recording);
+    return !loader.load() && m_runFilter.matches(loader.run());
+}
+
 int DumpCommand::dumpRecording(const QString& path, Cli::OutputFile& output,
                                Console::Terminal& terminal) const {
     Recording::RecordingReader reader(path);
     if (const auto problem = reader.open()) {
         terminal.error(*problem);
         return Failed;
+    }
+    if (!m_runFilter.isEmpty() && !isWanted(path)) {
+        return Done;
     }
     if (isForTools()) {
         output.write(lineOf({{QStringLiteral("recording"), path}}));
@@ -190,6 +199,15 @@ int DumpCommand::dumpDataFile(const QString& path, Cli::OutputFile& output,
                                uuids.size());
     for (const QString& uuid : uuids) {
         Runs::Run run;
+        if (const auto problem = file.readAttributes(uuid, run)) {
+            terminal.error(*problem);
+            return Failed;
+        }
+        progress.advance();
+        if (!m_runFilter.matches(run)) {
+            continue;
+        }
+        run = Runs::Run();
         if (const auto problem = file.read(uuid, Store::DataFile::Pictures::Leave, run)) {
             terminal.error(*problem);
             return Failed;
@@ -202,7 +220,6 @@ int DumpCommand::dumpDataFile(const QString& path, Cli::OutputFile& output,
         } else {
             output.write(Dump::runLines(run).join(QLatin1Char('\n')) + QLatin1Char('\n'));
         }
-        progress.advance();
     }
     return m_isStrict && hasPartial ? PartialData : Done;
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "commands/cli/command.h"
+#include "commands/cli/runfilter.h"
 
 #include <QString>
 
@@ -24,6 +25,8 @@ public:
 private:
     void sayNext(const QStringList& paths, Console::Terminal& terminal) const;
     int dump(const QString& path, Cli::OutputFile& output, Console::Terminal& terminal) const;
+    /** Whether --run and --label ask for the recording. */
+    bool isWanted(const QString& recording) const;
     int dumpRecording(const QString& path, Cli::OutputFile& output,
                       Console::Terminal& terminal) const;
     int dumpDataFile(const QString& path, Cli::OutputFile& output,
@@ -33,6 +36,7 @@ private:
     std::vector<std::string> m_files;
     std::string m_output = "-";
     std::string m_format = "text";
+    Cli::RunFilter m_runFilter;
     bool m_isStrict = false;
     bool m_isOneOfSeveral = false;
 };

@@ -5,6 +5,7 @@
 
 #include "commands/cli/exitcode.h"
 #include "commands/cli/helpformatter.h"
+#include "commands/cli/runfilter.h"
 #include "console/terminal.h"
 #include "store/datafilepath.h"
 #include "store/datafilewriter.h"
@@ -38,12 +39,10 @@ Examples:
 /** Whether the run was asked for; several conditions of one kind are alternatives. */
 bool isMeant(const Run& run, const QStringList& uuids, const QStringList& labels) {
     const auto isCalled = [&run](const QString& start) {
-        return run.uuid.startsWith(start, Qt::CaseInsensitive);
+        return Cli::RunFilter::isCalled(run, start);
     };
     const auto hasLabel = [&run](const QString& label) {
-        const auto found = run.labels.constFind(label.section(QLatin1Char('='), 0, 0));
-        return found != run.labels.cend() &&
-               (!label.contains(QLatin1Char('=')) || *found == label.section(QLatin1Char('='), 1));
+        return Cli::RunFilter::hasLabel(run, label);
     };
     return std::any_of(uuids.cbegin(), uuids.cend(), isCalled) ||
            std::any_of(labels.cbegin(), labels.cend(), hasLabel);

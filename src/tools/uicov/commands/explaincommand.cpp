@@ -21,9 +21,9 @@ using Cli::setUsage;
 namespace {
 
 constexpr char examples[] =
-    R"(KEY is a key as uicov json writes it or a name as uicov report prints it, the beginning of one, a
-pattern, or a part of one, as the caption of a button. What has no key, since it is mere structure or a
-part of another element, is found by its text, class or type.
+    R"(KEY is a key as uicov json writes it or a name as uicov report prints it, the beginning of
+one, a pattern, or a part of one, as the caption of a button. What has no key, since it is mere
+structure or a part of another element, is found by its text, class or type.
 
 Examples:
   uicov explain Licence
@@ -40,6 +40,7 @@ CLI::App* ExplainCommand::declare(CLI::App& commands) {
         ->type_name("FILE")
         ->capture_default_str();
     m_options.declare(*app);
+    m_options.declareUniverse(*app);
     app->add_option("KEY", m_key, "The element, or a part of its key")->type_name("");
     m_options.declareFiles(*app);
     app->footer(examples);

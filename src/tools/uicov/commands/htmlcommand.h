@@ -5,9 +5,7 @@
 
 #include "commands/cli/command.h"
 #include "commands/cli/coverageoptions.h"
-#include "report/html/appearances.h"
-#include "report/html/pagemodel.h"
-#include "report/html/runhistory.h"
+#include "commands/pagemaker.h"
 
 #include <QString>
 
@@ -22,26 +20,20 @@ public:
     int run(Console::Terminal& terminal) override;
 
 private:
-    void fit(Report::Html::PageModel& model, Console::Terminal& terminal) const;
     /** False when something could not be written, which has been told. */
     bool write(Report::Html::PageModel& model, Console::Terminal& terminal) const;
-    bool writeFile(const Report::Html::PageModel& model, const QString& path,
-                   Console::Terminal& terminal) const;
     bool writeFolder(const Report::Html::PageModel& model, const QString& folder,
                      Console::Terminal& terminal) const;
-    void tell(const Report::Html::PageModel& model, const QString& page,
-              Console::Terminal& terminal) const;
 
     Cli::CoverageOptions m_options;
     std::string m_output;
     std::string m_folder;
     std::string m_title;
-    double m_maximumMegabytes = 20;
+    double m_maximumMegabytes = PageMaker::usualMegabytes;
     int m_precision = -1;
     bool m_isQuiet = false;
 
-    Report::Html::Appearances m_appearances;
-    Report::Html::RunHistory m_history;
+    PageMaker m_pages;
 };
 
 } // namespace Uicov::Commands

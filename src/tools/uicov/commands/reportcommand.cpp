@@ -8,13 +8,16 @@
 #include "commands/cli/exitcode.h"
 #include "commands/cli/helpformatter.h"
 #include "commands/cli/outputs.h"
+#include "commands/cli/values.h"
 #include "console/terminal.h"
 #include "report/badge.h"
 #include "report/contexttable.h"
+#include "report/healthtable.h"
 #include "report/jsonreport.h"
 #include "report/junitreport.h"
 #include "report/markdownreport.h"
 #include "report/textreport.h"
+#include "report/timelinereport.h"
 #include "store/datafilepath.h"
 
 #include <QFile>
@@ -35,6 +38,7 @@ in uicov.toml; see docs/configuration.md.
 
 Examples:
   uicov report -m
+  uicov report --timeline nightly.uicov
   uicov report --sort cover --skip-covered monday.uicov tuesday.uirec
   uicov report --fail-under 80 --require-window "Settings*"
   uicov report --format markdown -o report.md --junit report.xml --badge gui.svg)";
@@ -42,6 +46,35 @@ Examples:
 /** What the numbers of a row take beside the window's name. */
 constexpr int numberColumns = 46;
 constexpr int leastNameColumns = 24;
+
+/** What the numbers are out of. */
+QStringList notesOnWhatIsKnown(const CoverageResult& coverage) {
+    QStringList notes;
+    if (coverage.knownRuns() > 0) {
+        notes.append(QStringLiteral("Runs that are counted for what they know and not for what was "
+                                    "done in them (--universe): %1.")
+                         .arg(coverage.knownRuns()));
+    }
+    if (coverage.tree().countsUnavailable()) {
+        notes.append(QStringLiteral("Controls that were never enabled count as missed "
+                                    "(--count-unavailable)."));
+    }
+    if (coverage.outdated() > 0) {
+        notes.append(QStringLiteral("Views and controls that only older versions had: %1; -m marks "
+                                    "them, and they go with the last run that has them.")
+                         .arg(coverage.outdated()));
+    }
+    QStringList classes;
+    const QMap<QString, int>& unwatched = coverage.unwatched();
+    for (auto it = unwatched.cbegin(); it != unwatched.cend(); ++it) {
+        classes.append(QStringLiteral("%1 ").arg(it.value()) + it.key());
+    }
+    if (!classes.isEmpty()) {
+        notes.append(QStringLiteral("Not watched: ") + classes.join(QStringLiteral(", ")) +
+                     QStringLiteral("; record without --classic."));
+    }
+    return notes;
+}
 
 QString partialNote(const CoverageResult& coverage) {
     const int partial = coverage.partialRuns();
@@ -77,7 +110,7 @@ CLI::App* ReportCommand::declare(CLI::App& commands) {
     app->add_option("--precision", m_precision, "Digits behind the point of percentages")
         ->type_name("N")
         ->envname("UICOV_PRECISION")
-        ->check(CLI::Range(0, Coverage::ReportDefaults::mostDigits).description(""));
+        ->check(Cli::wholeNumber(0, Coverage::ReportDefaults::mostDigits));
     app->add_option("--format", m_format, "text, markdown, or total: only the number")
         ->type_name("NAME")
         ->check(CLI::IsMember({"text", "markdown", "total"}).description(""))
@@ -85,12 +118,20 @@ CLI::App* ReportCommand::declare(CLI::App& commands) {
     app->add_flag("--wide", m_isWide, "Never shorten the names of windows, on a terminal neither");
     app->add_flag("--show-contexts", m_showsContexts, "List what was used, and in which contexts");
     app->add_flag("--by-context", m_byContext, "Print what each context adds that no other does");
+    app->add_flag("--groups", m_listsGroups,
+                  "List what is made again and again with each of its members");
+    app->add_flag("--health", m_showsHealth,
+                  "Print how many keys hang on names, captions and ordinals");
+    app->add_flag("--timeline", m_showsTimeline, "Print what was used and seen when, run by run");
     app->add_flag("--warnings", m_listsWarnings, "List what was warned about while recording");
     m_options.declare(*app);
+    m_options.declareUniverse(*app);
     m_options.declareGates(*app);
     app->add_option("-o,--output", m_output, "Write to FILE; - is standard output")
         ->type_name("FILE")
         ->capture_default_str();
+    app->add_option("--html", m_html, "Write the page of uicov html to FILE as well")
+        ->type_name("FILE");
     app->add_option("--json", m_json, "Write uicov json to FILE as well")->type_name("FILE");
     app->add_option("--junit", m_junit, "Write uicov junit to FILE as well")->type_name("FILE");
     app->add_option("--badge", m_badge, "Write uicov badge to FILE as well")->type_name("FILE");
@@ -126,6 +167,9 @@ int ReportCommand::run(Console::Terminal& terminal) {
         return Failed;
     }
     takeDefaults();
+    if (!m_html.empty()) {
+        m_pages.watch(m_options);
+    }
     const auto coverage = m_options.read(m_options.files(), terminal);
     if (!coverage) {
         return Failed;
@@ -150,12 +194,21 @@ void ReportCommand::sayNext(const CoverageResult& coverage, Console::Terminal& t
 }
 
 bool ReportCommand::writeAll(const CoverageResult& coverage, const Gates& gates,
-                             Console::Terminal& terminal) const {
+                             Console::Terminal& terminal) {
+    const QString page = QFile::decodeName(m_html.c_str());
+    if (!m_html.empty() && !PageMaker::mayWrite(page, terminal)) {
+        return false;
+    }
     Outputs outputs(terminal);
     const bool isMarkdown = m_format == "markdown";
     outputs.add(m_output, [&](bool isStandardOutput) {
         return (isMarkdown ? markdown(coverage, gates) : text(coverage, gates, isStandardOutput))
             .toUtf8();
+    });
+    outputs.add(m_html, [&](bool) {
+        Report::Html::PageModel model =
+            m_pages.model(coverage, gates, m_precision, m_options.inputs().skippedFiles());
+        return m_pages.toBytes(model, terminal);
     });
     outputs.add(m_json, [&](bool) { return Report::JsonReport(coverage, gates).toBytes(); });
     outputs.add(m_junit, [&](bool) {
@@ -177,12 +230,19 @@ QString ReportCommand::text(const CoverageResult& coverage, const Gates& /*gates
         const Coverage::CoverageTree::Totals totals = coverage.tree().totals();
         return Base::percentNumber(totals.used, totals.elements, m_precision) + QLatin1Char('\n');
     }
+    if (m_showsHealth) {
+        return Report::healthTable(coverage.tree());
+    }
     if (m_byContext) {
         return Report::contextTable(coverage.tree());
+    }
+    if (m_showsTimeline) {
+        return Report::TimelineReport(coverage).toText();
     }
     Report::TextReport report(coverage.tree());
     report.setListsMissed(m_listsMissed);
     report.setListsContexts(m_showsContexts);
+    report.setListsGroups(m_listsGroups);
     report.setPrecision(m_precision);
     report.setOrder(QString::fromStdString(m_sort));
     report.setSkipsCovered(m_skipsCovered);
@@ -197,6 +257,9 @@ QString ReportCommand::text(const CoverageResult& coverage, const Gates& /*gates
 QString ReportCommand::markdown(const CoverageResult& coverage, const Gates& gates) const {
     if (m_byContext) {
         return Report::contextTableMarkdown(coverage.tree());
+    }
+    if (m_showsTimeline) {
+        return Report::TimelineReport(coverage).toMarkdown();
     }
     Report::MarkdownReport report(coverage);
     report.setListsContexts(m_showsContexts);
@@ -221,6 +284,10 @@ QStringList ReportCommand::notes(const CoverageResult& coverage) const {
         notes.append(QStringLiteral("Files that could not be read: %1; nothing of them is counted.")
                          .arg(m_options.inputs().skippedFiles()));
     }
+    if (!m_options.runFilterText().isEmpty()) {
+        notes.append(QStringLiteral("Only runs like this are counted: ") +
+                     Base::escaped(m_options.runFilterText()));
+    }
     QStringList patterns;
     for (const Coverage::Pattern& pattern : coverage.contextPatterns()) {
         patterns.append(pattern.glob());
@@ -229,6 +296,7 @@ QStringList ReportCommand::notes(const CoverageResult& coverage) const {
         notes.append(QStringLiteral("Only what happened in contexts like this is counted: ") +
                      Base::escaped(patterns.join(QStringLiteral(", "))));
     }
+    notes += notesOnWhatIsKnown(coverage);
     int ignored = 0;
     for (const CoverageResult::RuleUse& use : coverage.ruleUses()) {
         ignored += use.elements;

@@ -5,6 +5,7 @@
 
 #include "commands/cli/command.h"
 #include "commands/cli/coverageoptions.h"
+#include "commands/pagemaker.h"
 
 #include <QString>
 #include <QStringList>
@@ -29,7 +30,7 @@ private:
     QString markdown(const Coverage::CoverageResult& coverage, const Gates& gates) const;
     QStringList notes(const Coverage::CoverageResult& coverage) const;
     bool writeAll(const Coverage::CoverageResult& coverage, const Gates& gates,
-                  Console::Terminal& terminal) const;
+                  Console::Terminal& terminal);
 
     Cli::CoverageOptions m_options;
     std::string m_output = "-";
@@ -41,7 +42,12 @@ private:
     bool m_isWide = false;
     bool m_showsContexts = false;
     bool m_byContext = false;
+    bool m_listsGroups = false;
+    bool m_showsHealth = false;
+    bool m_showsTimeline = false;
     bool m_listsWarnings = false;
+    std::string m_html;
+    PageMaker m_pages;
     std::string m_json;
     std::string m_junit;
     std::string m_badge;

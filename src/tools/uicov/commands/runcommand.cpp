@@ -15,6 +15,7 @@
 #include "launch/childprocess.h"
 #include "launch/installation.h"
 #include "launch/recordingsetup.h"
+#include "launch/revision.h"
 #include "launch/runfolder.h"
 #include "recording/recordingoutput.h"
 #include "store/datafilepath.h"
@@ -22,6 +23,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QUuid>
 
 #include <cerrno>
@@ -236,8 +238,8 @@ int RunCommand::record(Launch::Application& application, Console::Terminal& term
     if (const auto problem = setup.write(installation, output.absolutePath())) {
         return fail(*problem);
     }
-    if (const auto problem = folder.announce(
-            {folder.path(), session, output.absolutePath(), setup.configurationFile()})) {
+    if (const auto problem = folder.announce({folder.path(), session, output.absolutePath(),
+                                              setup.configurationFile(), m_appends})) {
         return fail(*problem);
     }
     if (const auto problem = output.makeRoom()) {
@@ -270,6 +272,14 @@ void RunCommand::configure(RecordingSetup& setup) const {
     QStringList labels;
     for (const std::string& label : m_labels) {
         labels.append(QString::fromStdString(label));
+    }
+    const QStringList ofRevision = Launch::Revision::ofWorkingFolder().toLabels();
+    for (int i = ofRevision.size() - 1; i >= 0; --i) {
+        const QString start = ofRevision.at(i).section(QLatin1Char('='), 0, 0) + QLatin1Char('=');
+        if (labels.filter(QRegularExpression(QLatin1Char('^') + QRegularExpression::escape(start)))
+                .isEmpty()) {
+            labels.prepend(ofRevision.at(i));
+        }
     }
     setup.setLabels(labels);
 }

@@ -3,6 +3,7 @@
 
 #include "coverage/configurationfile.h"
 
+#include "base/displaytext.h"
 #include "base/spelling.h"
 #include "coverage/criteria.h"
 #include "run/controlnames.h"
@@ -167,8 +168,10 @@ void readLabelRule(Reader& reader, const toml::node& node, Configuration& config
         rule.pattern =
             QRegularExpression(reader.text(value), QRegularExpression::UseUnicodePropertiesOption);
         if (!rule.pattern.isValid()) {
-            reader.fail(value.source(), QStringLiteral("this is no regular expression: ") +
-                                            rule.pattern.errorString());
+            reader.fail(value.source(),
+                        QStringLiteral("this is no regular expression: character %1 and what is "
+                                       "before it cannot stand like this")
+                            .arg(rule.pattern.patternErrorOffset() + 1));
         }
     };
     reader.readTable(node, QStringLiteral("labels"),
@@ -284,6 +287,18 @@ void readReport(Reader& reader, const toml::node& node, ReportDefaults& report) 
           [&](const auto& value) { report.listsMissed = reader.flag(value); }}});
 }
 
+/** What is said of a line that the parser refuses: the line, and what it may be. */
+QString notToml(const QByteArray& bytes, int line) {
+    constexpr int mostColumns = 60;
+    const QList<QByteArray> lines = bytes.split('\n');
+    const QString text = QString::fromUtf8(lines.value(line - 1)).trimmed();
+    return QStringLiteral("this is no TOML%1; a line is [SECTION] or KEY = VALUE, each key once, "
+                          "with texts in quotation marks")
+        .arg(text.isEmpty()
+                 ? QString()
+                 : QStringLiteral(": ") + Base::elided(Base::escaped(text), mostColumns));
+}
+
 } // namespace
 
 QString defaultConfigurationFile() {
@@ -304,7 +319,7 @@ std::optional<Problem> readConfiguration(const QString& path, Configuration& con
         table = toml::parse(
             std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
     } catch (const toml::parse_error& error) {
-        reader.fail(error.source(), textOf(error.description()).simplified());
+        reader.fail(error.source(), notToml(bytes, static_cast<int>(error.source().begin.line)));
         return reader.problem();
     }
     configuration.path = path;

@@ -21,6 +21,7 @@ void CoverageCollector::collect(const Runs::Run& run) {
     for (const QString& name : run.contexts) {
         contexts.append(isWanted(name) ? m_tree.context(name) : ContextId::None);
     }
+    const auto number = static_cast<RunId>(m_runs++);
     std::vector<NodeId> nodes;
     const std::vector<KeyWalk::Place> places = KeyWalk(run, m_nameRules).places();
     for (const KeyWalk::Place& place : places) {
@@ -31,6 +32,8 @@ void CoverageCollector::collect(const Runs::Run& run) {
         nodes.push_back(node);
         const RunElement& element = run.element(place.element);
         m_tree.describe(node, element, place.structureKey);
+        m_tree.noteVersion(node, versionOf(run));
+        m_timeline.add(number, node, element, contexts);
         if (run.isOfControls()) {
             addControl(element, node, contexts);
             continue;
@@ -45,6 +48,31 @@ void CoverageCollector::collect(const Runs::Run& run) {
     if (run.isOfControls()) {
         addGroups(run, places, nodes, contexts);
         addOpeners(run, places, nodes);
+        addNames(run, places, nodes);
+    }
+}
+
+void CoverageCollector::collectKnown(const Runs::Run& run) {
+    Runs::Run known = run;
+    for (RunElement& element : known.elements) {
+        element.hits.clear();
+        element.wasSeen = false;
+        element.attributes.remove(Runs::AttributeName::usedWays());
+    }
+    collect(known);
+}
+
+QString CoverageCollector::versionOf(const Runs::Run& run) {
+    return run.labels.value(QStringLiteral("version"));
+}
+
+void CoverageCollector::addNames(const Runs::Run& run, const Places& places,
+                                 const std::vector<NodeId>& nodes) {
+    const Runs::ControlNames names(run);
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        if (places[i].isOfGroup || names.hasStableName(places[i].element)) {
+            m_tree.noteStableName(nodes[i]);
+        }
     }
 }
 

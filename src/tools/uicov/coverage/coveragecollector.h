@@ -5,6 +5,7 @@
 
 #include "coverage/coveragetree.h"
 #include "coverage/pattern.h"
+#include "coverage/timeline.h"
 #include "run/keywalk.h"
 
 #include <QVector>
@@ -31,6 +32,15 @@ public:
     void setContexts(const QVector<Pattern>& patterns) { m_contexts = patterns; }
 
     void collect(const Runs::Run& run);
+    /** Adds what the run knows, and nothing of what happened in it. */
+    void collectKnown(const Runs::Run& run);
+
+    /** What the application's version is called: the run's label "version"; empty for none. */
+    static QString versionOf(const Runs::Run& run);
+    /** After the last collect(), once. */
+    void finish() { m_timeline.finish(); }
+    /** When what happened in the runs, which are numbered as they were collected. */
+    const Timeline& timeline() const { return m_timeline; }
 
     /** Whether what happens in the context counts. */
     bool isWanted(const QString& context) const;
@@ -42,9 +52,12 @@ private:
                     const QVector<ContextId>& contexts);
     void addGroups(const Runs::Run& run, const Places& places, const std::vector<NodeId>& nodes,
                    const QVector<ContextId>& contexts);
+    void addNames(const Runs::Run& run, const Places& places, const std::vector<NodeId>& nodes);
     void addOpeners(const Runs::Run& run, const Places& places, const std::vector<NodeId>& nodes);
 
     CoverageTree& m_tree;
+    Timeline m_timeline;
+    int m_runs = 0;
     Runs::NameRules m_nameRules;
     QVector<Pattern> m_contexts;
 };

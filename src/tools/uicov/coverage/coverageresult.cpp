@@ -5,6 +5,7 @@
 
 #include "base/spelling.h"
 #include "coverage/elementsearch.h"
+#include "coverage/unwatchedcontrols.h"
 
 #include <algorithm>
 #include <numeric>
@@ -38,13 +39,61 @@ Runs::NameRules CoverageResult::nameRules() const {
 
 void CoverageResult::add(const Runs::Run& run) {
     m_collector.collect(run);
+    noteVersion(run);
+    const QMap<QString, int> unwatched = unwatchedControls(run);
+    for (auto it = unwatched.cbegin(); it != unwatched.cend(); ++it) {
+        m_unwatched[it.key()] = qMax(m_unwatched.value(it.key()), it.value());
+    }
     Runs::Run attributes = run;
     attributes.elements.clear();
     attributes.pictures.clear();
     m_runs.push_back(std::move(attributes));
 }
 
+void CoverageResult::addKnown(const Runs::Run& run) {
+    m_collector.collectKnown(run);
+    noteVersion(run);
+    ++m_knownRuns;
+}
+
+void CoverageResult::noteVersion(const Runs::Run& run) {
+    QString& started = m_versions[run.application][CoverageCollector::versionOf(run)];
+    started = qMax(started, run.started);
+}
+
+void CoverageResult::findOutdated() {
+    const QList<WindowId> windows = m_tree.windows();
+    for (const WindowId window : windows) {
+        const QMap<QString, QString> versions = m_versions.value(m_tree.node(window).application);
+        const auto isOlder = [&](const QString& a, const QString& b) {
+            return qMakePair(versions.value(a), a) < qMakePair(versions.value(b), b);
+        };
+        const auto newest = [&](const QStringList& of) {
+            return *std::max_element(of.cbegin(), of.cend(), isOlder);
+        };
+        // A run that does not tell its version may be of any.
+        if (versions.size() < 2) {
+            continue;
+        }
+        const QString current = newest(versions.keys());
+        for (const NodeId node : m_tree.nodesOf(window)) {
+            const QStringList& known = m_tree.node(node).versions;
+            if (!m_tree.isInNumbers(node) || known.contains(current) || known.contains(QString())) {
+                continue;
+            }
+            m_tree.setLastVersion(node, newest(known));
+            m_outdated += m_tree.node(node).ignoredBy == RuleId::None ? 1 : 0;
+        }
+    }
+}
+
 void CoverageResult::finish() {
+    m_collector.finish();
+    applyRules();
+    findOutdated();
+}
+
+void CoverageResult::applyRules() {
     m_ruleUses.fill(RuleUse(), m_configuration.ignoreRules.size());
     if (m_configuration.ignoreRules.isEmpty()) {
         return;

@@ -50,13 +50,27 @@ public:
     CoverageResult& operator=(const CoverageResult&) = delete;
 
     void add(const Runs::Run& run);
-    /** Applies the ignore rules to all that was added. */
+    /** Adds what the run knows, and nothing of what happened in it; it is none of runs(). */
+    void addKnown(const Runs::Run& run);
+    /** Counts controls that were never enabled as missed. */
+    void setCountsUnavailable(bool counts) { m_tree.setCountsUnavailable(counts); }
+    /** Applies the ignore rules to all that was added, and finds what only older versions had. */
     void finish();
 
     const CoverageTree& tree() const { return m_tree; }
     const Configuration& configuration() const { return m_configuration; }
     /** How the configuration wants elements to be called; valid as long as the configuration. */
     Runs::NameRules nameRules() const;
+    /** How many runs were added for what they know alone. */
+    int knownRuns() const { return m_knownRuns; }
+    /** Nodes in the numbers that only older versions of their application had. */
+    int outdated() const { return m_outdated; }
+    /** Of Qt's own controls, those that the classic extension does not watch: how many of each
+     * class were shown, at most in one run. */
+    const QMap<QString, int>& unwatched() const { return m_unwatched; }
+    /** When what happened; after finish(). */
+    const Timeline& timeline() const { return m_collector.timeline(); }
+    const Runs::Run& run(RunId run) const { return m_runs[static_cast<std::size_t>(run)]; }
     /** In the order in which they were added; without elements and pictures. */
     const std::vector<Runs::Run>& runs() const { return m_runs; }
     int partialRuns() const;
@@ -82,12 +96,20 @@ public:
 private:
     RuleId ruleFor(NodeId node) const;
     void resolvePrefixes();
+    void noteVersion(const Runs::Run& run);
+    void findOutdated();
+    void applyRules();
 
     const Configuration& m_configuration;
     QVector<Pattern> m_contextPatterns;
     CoverageTree m_tree;
     CoverageCollector m_collector;
     std::vector<Runs::Run> m_runs;
+    int m_knownRuns = 0;
+    QMap<QString, int> m_unwatched;
+    /** By application: when the newest run of each version was started. */
+    QMap<QString, QMap<QString, QString>> m_versions;
+    int m_outdated = 0;
     QVector<RuleUse> m_ruleUses;
     /** By number of the ignore rule: the one element whose key or name begins as the rule says. */
     QVector<NodeId> m_namedByRule;

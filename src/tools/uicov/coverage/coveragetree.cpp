@@ -161,6 +161,21 @@ void CoverageTree::noteMembers(NodeId node, int members, int usedMembers,
     group.usedMembers = qMax(group.usedMembers, usedMembers);
 }
 
+void CoverageTree::noteVersion(NodeId node, const QString& version) {
+    QStringList& versions = mutableNode(node).versions;
+    if (!versions.contains(version)) {
+        versions.append(version);
+    }
+}
+
+void CoverageTree::setLastVersion(NodeId node, const QString& version) {
+    mutableNode(node).lastVersion = version;
+}
+
+void CoverageTree::noteStableName(NodeId node) {
+    mutableNode(node).hasStableName = true;
+}
+
 void CoverageTree::noteOpener(NodeId view, NodeId control) {
     const QString key = keyOf(control).toString();
     Node& opened = mutableNode(view);

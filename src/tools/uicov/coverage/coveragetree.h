@@ -59,6 +59,12 @@ public:
         QString openedBy;
         /** That control; None where it is not known. */
         NodeId opener = NodeId::None;
+        /** Its step of the key is a name that the program's authors gave it. */
+        bool hasStableName = false;
+        /** The versions of the application whose runs have it, "" for runs that tell none. */
+        QStringList versions;
+        /** The newest of them where no run of the newest version has it; null for all else. */
+        QString lastVersion;
         /** A menu that was announced, and whether it was ever opened. */
         bool isMenu = false;
         bool isOpenedMenu = false;
@@ -118,6 +124,12 @@ public:
     /** What a run has of a group: how many members, how many of them were used, and what is
      * written on them. A group of which all members are called the same is called so as well. */
     void noteMembers(NodeId node, int members, int usedMembers, const QMap<QString, bool>& names);
+    /** A run of that version has the node. */
+    void noteVersion(NodeId node, const QString& version);
+    /** No run of the newest version has the node; the last that has it is of this one. */
+    void setLastVersion(NodeId node, const QString& version);
+    /** The key of the node hangs on a name of the program's authors. */
+    void noteStableName(NodeId node);
     /** The view is brought up by the control. */
     void noteOpener(NodeId view, NodeId control);
     /** Whether the tree is of runs of the controls extension. */

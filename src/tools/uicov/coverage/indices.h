@@ -18,6 +18,9 @@ enum class ContextId : int { None = -1 };
 /** An ignore rule of a Configuration. */
 enum class RuleId : int { None = -1 };
 
+/** A run of a CoverageResult, in the order in which they were added. */
+enum class RunId : int { None = -1 };
+
 /** A node that is a window: it can stand wherever a node is wanted, but no other node for it. */
 class WindowId {
 public:

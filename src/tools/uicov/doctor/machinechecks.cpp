@@ -130,9 +130,22 @@ Finding checkSandbox() {
     return {Result::Ok, check, QStringLiteral("uicov runs in none"), QString()};
 }
 
+Finding checkSystemCallFilter() {
+    const QString check = QStringLiteral("system-call-filter");
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly) || !status.readAll().contains("\nSeccomp:\t2\n")) {
+        return {Result::Ok, check, QStringLiteral("there is none"), QString()};
+    }
+    return {Result::Warning, check,
+            QStringLiteral("a filter of system calls (seccomp) is on, as in most containers; "
+                           "recordings are written with nothing but write"),
+            QStringLiteral("if the application ends with SIGSYS, let the filter allow what Qt "
+                           "calls")};
+}
+
 Findings checkMachine(const QString& output) {
     return {checkOutputFolder(output), checkTemporaryFolder(), checkFreeSpace(output),
-            checkFileSizeLimit(), checkSandbox()};
+            checkFileSizeLimit(),      checkSandbox(),         checkSystemCallFilter()};
 }
 
 } // namespace Uicov::Doctor

@@ -19,5 +19,7 @@ Finding checkFreeSpace(const QString& output);
 Finding checkFileSizeLimit();
 /** Whether uicov itself runs in a box that shuts out what the application is to load. */
 Finding checkSandbox();
+/** Whether a filter of system calls (seccomp) is on, which the application would inherit. */
+Finding checkSystemCallFilter();
 
 } // namespace Uicov::Doctor

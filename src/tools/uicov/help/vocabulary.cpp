@@ -25,11 +25,9 @@ QStringList choicesOf(CLI::Option& option) {
         } catch (const CLI::OptionNotFound&) {
             return {};
         }
-        const QString answer = text((*validator)(std::string("\x01")));
-        const int begin = answer.indexOf(QLatin1String(" not in {"));
-        if (begin >= 0 && answer.endsWith(QLatin1Char('}'))) {
-            const int first = answer.indexOf(QLatin1Char('{')) + 1;
-            return answer.mid(first, answer.size() - first - 1).split(QLatin1Char(','));
+        const QStringList choices = choicesIn(text((*validator)(std::string("\x01"))));
+        if (!choices.isEmpty()) {
+            return choices;
         }
     }
 }
@@ -121,6 +119,16 @@ Verb verbOf(CLI::App& app) {
 }
 
 } // namespace
+
+QStringList choicesIn(const QString& refusal) {
+    const QString begin = QStringLiteral(" not in {");
+    const int first = refusal.indexOf(begin);
+    if (first < 0 || !refusal.endsWith(QLatin1Char('}'))) {
+        return {};
+    }
+    const int start = first + begin.size();
+    return refusal.mid(start, refusal.size() - start - 1).split(QLatin1Char(','));
+}
 
 Vocabulary::Vocabulary(CLI::App& app)
     : m_program(verbOf(app)) {

@@ -67,4 +67,8 @@ private:
     QVector<Verb> m_verbs;
 };
 
+/** What an option can be set to, out of what the parser says to a value that it refuses; empty
+ * where it is no choice among words. */
+QStringList choicesIn(const QString& refusal);
+
 } // namespace Uicov::Help

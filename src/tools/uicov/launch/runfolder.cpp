@@ -100,7 +100,8 @@ std::optional<Problem> RunFolder::create(const QString& dataFile, const QString&
 std::optional<Problem> RunFolder::announce(Info info) {
     const QJsonObject object{{QStringLiteral("session"), info.session},
                              {QStringLiteral("recording"), info.recording},
-                             {QStringLiteral("options"), info.optionsFile}};
+                             {QStringLiteral("options"), info.optionsFile},
+                             {QStringLiteral("appends"), info.appends}};
     QSaveFile file(infoFile(m_path));
     if (!file.open(QIODevice::WriteOnly) || file.write(QJsonDocument(object).toJson()) < 0 ||
         !file.commit()) {
@@ -117,7 +118,8 @@ std::optional<RunFolder::Info> RunFolder::running(const QString& folder) {
     const QJsonObject object = QJsonDocument::fromJson(file.readAll()).object();
     Info info{folder, object.value(QStringLiteral("session")).toString(),
               object.value(QStringLiteral("recording")).toString(),
-              object.value(QStringLiteral("options")).toString()};
+              object.value(QStringLiteral("options")).toString(),
+              object.value(QStringLiteral("appends")).toBool()};
     if (info.session.isEmpty() || info.recording.isEmpty()) {
         return std::nullopt;
     }

@@ -28,6 +28,8 @@ public:
         QString recording;
         /** What processes of the run that are still to start read. */
         QString optionsFile;
+        /** The data file's own runs stay in it when the run has ended. */
+        bool appends = false;
     };
 
     RunFolder() = default;

@@ -7,6 +7,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 namespace Uicov::Report {
 
@@ -19,6 +20,10 @@ public:
     explicit DiffReport(const Coverage::Comparison& comparison);
 
     void setPrecision(int digits) { m_precision = digits; }
+    /** What the base is, in words; empty says nothing of it. */
+    void setBase(const QString& base) { m_base = base; }
+    /** Where the page of the present runs is, for the Markdown form; empty for nowhere. */
+    void setLink(const QString& link) { m_link = link; }
 
     QString toText() const;
     QString toMarkdown() const;
@@ -29,16 +34,34 @@ private:
         const char* mark;
         const char* title;
         const char* name;
+        const char* summary;
         const QVector<Coverage::Comparison::Change>& changes;
     };
 
+    /** What went with one view, or what has no such view. */
+    struct Group {
+        QString application;
+        QString view;
+        QVector<Coverage::Comparison::Change> changes;
+    };
+
     QVector<Section> sections() const;
-    QString totals() const;
+    static QVector<Group> grouped(const QVector<Coverage::Comparison::Change>& changes);
+    QStringList totals() const;
+    QString notRun() const;
+    QString unknown() const;
     bool hasSeveralApplications() const;
     QString named(const QString& application, const QString& key) const;
+    QString line(const Section& section, const Coverage::Comparison::Change& change) const;
+    QString sectionText(const Section& section) const;
+    QString sectionMarkdown(const Section& section) const;
+    QString renamedMarkdown() const;
+    QStringList summary() const;
 
     const Coverage::Comparison& m_comparison;
     bool m_namesApplications = false;
+    QString m_base;
+    QString m_link;
     int m_precision = 0;
 };
 

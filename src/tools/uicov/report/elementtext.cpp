@@ -100,6 +100,13 @@ QString waysText(const CoverageTree::Node& element) {
                : QStringLiteral("  (ways: ") + waysOf(element) + QLatin1Char(')');
 }
 
+QString versionText(const CoverageTree::Node& element) {
+    return element.lastVersion.isEmpty()
+               ? QString()
+               : QStringLiteral("  (last in version ") + Base::escaped(element.lastVersion) +
+                     QLatin1Char(')');
+}
+
 QString unseenWord() {
     return QStringLiteral("unseen");
 }
@@ -122,7 +129,8 @@ QString neverOpenedText(const CoverageTree& tree, Coverage::NodeId view) {
                                           : QStringLiteral(" (%1 controls)").arg(controls);
     return stepsBelowWindow(tree, view) + count + QStringLiteral(": never opened") +
            (opener == Coverage::NodeId::None ? QString()
-                                             : QStringLiteral("; by ") + openerText(tree, opener));
+                                             : QStringLiteral("; by ") + openerText(tree, opener)) +
+           versionText(tree.node(view));
 }
 
 bool isBelowUnseenView(const CoverageTree& tree, Coverage::NodeId node) {

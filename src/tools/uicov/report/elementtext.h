@@ -30,6 +30,10 @@ QString waysOf(const Coverage::CoverageTree::Node& element);
 /** The same in brackets behind two spaces, to stand behind a name. */
 QString waysText(const Coverage::CoverageTree::Node& element);
 
+/** Which version was the last that had the element, in brackets behind two spaces; empty where the
+ * newest one has it. */
+QString versionText(const Coverage::CoverageTree::Node& element);
+
 /** The word for a view that was never seen. */
 QString unseenWord();
 /** Whether it is a view that was never seen, and that no rule leaves out. */

@@ -5,6 +5,7 @@
 
 #include "base/jsontext.h"
 #include "report/elementtext.h"
+#include "report/timelinereport.h"
 #include "report/totalsjson.h"
 
 #include <QJsonDocument>
@@ -29,6 +30,15 @@ QJsonObject objectOf(const QMap<QString, QString>& texts) {
         object.insert(it.key(), it.value());
     }
     return object;
+}
+
+/** Each name of a group's members, and whether one of that name was used. */
+QJsonObject memberNames(const CoverageTree::Node& element) {
+    QJsonObject names;
+    for (auto it = element.memberNames.cbegin(); it != element.memberNames.cend(); ++it) {
+        names.insert(it.key(), it.value());
+    }
+    return names;
 }
 
 QStringList sortedContexts(const CoverageTree& tree) {
@@ -61,9 +71,12 @@ QJsonObject JsonReport::toObject() const {
             {QStringLiteral("pictures_left_out"), m_coverage.picturesLeftOut()},
             {QStringLiteral("totals"), totalsJson(tree.totals())},
             {QStringLiteral("unopened_menus"), tree.unopenedMenus()},
+            {QStringLiteral("known_runs"), m_coverage.knownRuns()},
+            {QStringLiteral("not_watched"), notWatched()},
             {QStringLiteral("runs"), runs()},
             {QStringLiteral("contexts"), QJsonArray::fromStringList(sortedContexts(tree))},
             {QStringLiteral("windows"), windows()},
+            {QStringLiteral("timeline"), TimelineReport(m_coverage).toJson()},
             {QStringLiteral("only_contexts"), onlyContexts()},
             {QStringLiteral("ignore_rules"), ignoreRules()},
             {QStringLiteral("label_rules"), labelRules()},
@@ -96,6 +109,15 @@ QJsonArray JsonReport::runs() const {
                         {QStringLiteral("messages_lost"), run.messagesLost}});
     }
     return array;
+}
+
+QJsonObject JsonReport::notWatched() const {
+    QJsonObject object;
+    const QMap<QString, int>& classes = m_coverage.unwatched();
+    for (auto it = classes.cbegin(); it != classes.cend(); ++it) {
+        object.insert(it.key(), it.value());
+    }
+    return object;
 }
 
 QJsonArray JsonReport::windows() const {
@@ -140,6 +162,7 @@ QJsonObject JsonReport::view(Coverage::NodeId node) const {
             {QStringLiteral("class"), view.className},
             {QStringLiteral("text"), textOrNull(view.text)},
             {QStringLiteral("seen"), view.wasSeen},
+            {QStringLiteral("last_version"), textOrNull(view.lastVersion)},
             {QStringLiteral("opened_by"),
              view.openedBy.isEmpty() ? QJsonValue() : QJsonValue(view.openedBy)}};
 }
@@ -159,6 +182,8 @@ QJsonObject JsonReport::element(Coverage::NodeId node) const {
             {QStringLiteral("name"), tree.keyOf(node).toString()},
             {QStringLiteral("members"), element.members},
             {QStringLiteral("used_members"), element.usedMembers},
+            {QStringLiteral("member_names"), memberNames(element)},
+            {QStringLiteral("last_version"), textOrNull(element.lastVersion)},
             {QStringLiteral("ways"), QJsonArray::fromStringList(element.ways)},
             {QStringLiteral("used_ways"), QJsonArray::fromStringList(element.usedWays)},
             {QStringLiteral("events"), events(element.events)}};

@@ -30,6 +30,7 @@ public:
 
 private:
     QJsonArray runs() const;
+    QJsonObject notWatched() const;
     QJsonArray windows() const;
     QJsonObject window(Coverage::WindowId window) const;
     QJsonObject view(Coverage::NodeId node) const;

@@ -44,7 +44,8 @@ QString MarkdownReport::line(Coverage::NodeId node, const QString& rest) const {
     const CoverageTree& tree = m_coverage.tree();
     const CoverageTree::Node& element = tree.node(node);
     return QStringLiteral("- %1: ").arg(wordOf(tree, node)) +
-           markdownMarkup(stepsBelowWindow(tree, node) + membersText(element) + waysText(element)) +
+           markdownMarkup(stepsBelowWindow(tree, node) + membersText(element) + waysText(element) +
+                          versionText(element)) +
            rest + QLatin1Char('\n');
 }
 

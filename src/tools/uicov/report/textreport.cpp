@@ -4,6 +4,7 @@
 #include "report/textreport.h"
 
 #include "base/displaytext.h"
+#include "base/naturalorder.h"
 #include "base/percentage.h"
 #include "report/elementorder.h"
 #include "report/elementtext.h"
@@ -11,6 +12,7 @@
 #include "report/texttable.h"
 #include "report/windoworder.h"
 
+#include <algorithm>
 #include <iterator>
 
 namespace Uicov::Report {
@@ -77,8 +79,8 @@ QStringList TextReport::missedControls(Coverage::WindowId window) const {
                          neverOpenedText(m_tree, node));
         } else if (lacksEvents(m_tree, node)) {
             const CoverageTree::Node& control = m_tree.node(node);
-            lines.append(
-                line(wordOf(m_tree, node), node, membersText(control) + waysText(control)));
+            lines.append(line(wordOf(m_tree, node), node,
+                              membersText(control) + waysText(control) + versionText(control)));
         }
     }
     return lines;
@@ -93,6 +95,31 @@ QStringList TextReport::contextLines(Coverage::WindowId window) const {
                               membersText(element) + waysText(element) + QStringLiteral("  [") +
                                   contextsOf(m_tree, node).join(QStringLiteral(", ")) +
                                   QLatin1Char(']')));
+        }
+    }
+    return lines;
+}
+
+QStringList TextReport::groupLines(Coverage::WindowId window) const {
+    QStringList lines;
+    for (const Coverage::NodeId node : elementsInOrder(m_tree, window)) {
+        const CoverageTree::Node& group = m_tree.node(node);
+        if (!m_tree.counts(node) || group.members < 2) {
+            continue;
+        }
+        lines.append(line(QStringLiteral("group"), node, membersText(group)));
+        QStringList names = group.memberNames.keys();
+        std::sort(names.begin(), names.end(), [](const QString& a, const QString& b) {
+            return Base::compareNaturally(a, b) < 0;
+        });
+        for (const QString& name : qAsConst(names)) {
+            const State state = group.memberNames.value(name) ? State::Used : State::Missed;
+            lines.append(QStringLiteral("      ") +
+                         (state == State::Used ? wordFor(state) : QStringLiteral("not used"))
+                             .leftJustified(wordColumns) +
+                         (name.isEmpty()
+                              ? QStringLiteral("(without a name)")
+                              : QLatin1Char('"') + Base::escaped(name) + QLatin1Char('"')));
         }
     }
     return lines;
@@ -152,7 +179,8 @@ void TextReport::addWindows(TextTable& table, const QString& application,
         const QString name = m_nameColumns > 0 ? Base::elided(step, m_nameColumns) : step;
         table.addRow(row(indentation + name, totals));
         const QStringList lines = (m_listsMissed ? missedLines(window) : QStringList()) +
-                                  (m_listsContexts ? contextLines(window) : QStringList());
+                                  (m_listsContexts ? contextLines(window) : QStringList()) +
+                                  (m_listsGroups ? groupLines(window) : QStringList());
         for (const QString& line : lines) {
             table.addLine(indentation + line);
         }

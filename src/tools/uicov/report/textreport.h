@@ -25,6 +25,8 @@ public:
     void setListsMissed(bool lists) { m_listsMissed = lists; }
     /** Lists below each window what was used, and in which contexts. */
     void setListsContexts(bool lists) { m_listsContexts = lists; }
+    /** Lists below each window its groups, each with its members. */
+    void setListsGroups(bool lists) { m_listsGroups = lists; }
     /** Digits behind the point of percentages. */
     void setPrecision(int digits) { m_precision = digits; }
     /** One of Config::ReportDefaults::sorts(). */
@@ -44,6 +46,7 @@ private:
     QString line(const QString& word, Coverage::NodeId node, const QString& rest = QString()) const;
     QStringList missedLines(Coverage::WindowId window) const;
     QStringList contextLines(Coverage::WindowId window) const;
+    QStringList groupLines(Coverage::WindowId window) const;
     QStringList row(const QString& name, const Coverage::CoverageTree::Totals& totals) const;
     bool isSkipped(const Coverage::CoverageTree::Totals& totals) const;
     QStringList missedControls(Coverage::WindowId window) const;
@@ -54,6 +57,7 @@ private:
     const Coverage::CoverageTree& m_tree;
     bool m_listsMissed = false;
     bool m_listsContexts = false;
+    bool m_listsGroups = false;
     int m_precision = 0;
     QString m_order;
     bool m_skipsCovered = false;

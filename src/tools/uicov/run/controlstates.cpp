@@ -4,12 +4,9 @@
 #include "run/controlstates.h"
 
 #include "run/elementkinds.h"
+#include "run/viewcontents.h"
 #include "uiabstraction/elementwalk.h"
 #include "uiabstraction/uielement.h"
-
-#include <QSet>
-
-#include <vector>
 
 namespace Uicov::Runs {
 
@@ -18,23 +15,8 @@ using Vorsk::UIAbstraction::UIElement;
 
 namespace {
 
-bool isView(const UIElement& element) {
-    return isViewType(element.standardType().name());
-}
-
 bool isShowing(const UIElement& view) {
     return view.attribute(AttributeName::showing()) == QLatin1String("true");
-}
-
-/** The nearest view above; null when there is none. Elements may stand below themselves. */
-const UIElement* viewAbove(const UIElement& element) {
-    QSet<const UIElement*> passed;
-    const UIElement* above = element.parent();
-    while (above != nullptr && !isView(*above) && !passed.contains(above)) {
-        passed.insert(above);
-        above = above->parent();
-    }
-    return above != nullptr && isView(*above) ? above : nullptr;
 }
 
 } // namespace
@@ -55,19 +37,10 @@ void ControlStates::changed(const UIElement& element) {
     if (!isShowing(element)) {
         return;
     }
-    // Down to the views in it, each of which tells by itself whether it shows.
-    QSet<const UIElement*> passed{&element};
-    std::vector<const UIElement*> open{&element};
-    while (!open.empty()) {
-        const QList<UIElement*> children = open.back()->children();
-        open.pop_back();
-        for (const UIElement* child : children) {
-            if (!isView(*child) && !passed.contains(child)) {
-                passed.insert(child);
-                note(*child, true);
-                open.push_back(child);
-            }
-        }
+    // Views in it tell by themselves whether they show.
+    const QVector<const UIElement*> controls = controlsOf(element);
+    for (const UIElement* control : controls) {
+        note(*control, true);
     }
 }
 

@@ -8,6 +8,7 @@
 #include "recording/framedecoder.h"
 #include "recording/recorddecoder.h"
 #include "run/storedtext.h"
+#include "run/viewcontents.h"
 #include "uiabstraction/elementwalk.h"
 
 #include <QBuffer>
@@ -161,6 +162,8 @@ void RunBuilder::takeRecord(Record& record) {
     const QString id = kind == RecordKind::ElementAdded ? record.element->id()
                        : kind == RecordKind::ChildAdded ? record.text
                                                         : record.elementId;
+    const QByteArray png = m_takesPictures ? record.picture : QByteArray();
+    const bool isPicture = kind == RecordKind::ImageChanged && !record.picture.isEmpty();
     m_replay.apply(record);
     const UIElement* const changed = m_replay.elementById(id);
     if (changed == nullptr) {
@@ -170,6 +173,8 @@ void RunBuilder::takeRecord(Record& record) {
         m_states.announced(*changed);
     } else if (kind == RecordKind::AttributeChanged) {
         m_states.changed(*changed);
+    } else if (isPicture && isView(*changed)) {
+        m_pictured.taken(*changed, png);
     }
 }
 
@@ -283,6 +288,32 @@ void RunBuilder::fillElements(Run& run) const {
             }
         }
         run.elements.push_back(std::move(element));
+    }
+    if (isOfControls) {
+        fillSights(run);
+    }
+}
+
+/** Controls have no pictures of their own: theirs is the one of their view that shows them. */
+void RunBuilder::fillSights(Run& run) const {
+    const std::vector<UIElement*>& elements = m_replay.elements();
+    QHash<const QByteArray*, QByteArray> hashes;
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+        const auto sight = m_pictured.sightOf(elements[i]);
+        if (!sight) {
+            continue;
+        }
+        run.elements[i].place = sight->place;
+        const QByteArray& png = *sight->picture;
+        if (png.isEmpty()) {
+            continue;
+        }
+        QByteArray& hash = hashes[&png];
+        if (hash.isEmpty()) {
+            hash = Sha256::of(png);
+            run.pictures.insert(hash, png);
+        }
+        run.elements[i].picture = hash;
     }
 }
 

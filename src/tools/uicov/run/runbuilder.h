@@ -7,6 +7,7 @@
 #include "recording/hookmessage.h"
 #include "recording/replay.h"
 #include "run/controlstates.h"
+#include "run/picturedplaces.h"
 #include "run/run.h"
 
 #include <QHash>
@@ -76,11 +77,13 @@ private:
     void count(EventCount& event, int count) const;
     void enterContext(const QString& dynamicName);
     void fillElements(Run& run) const;
+    void fillSights(Run& run) const;
     static void fillCounts(const Seen& seen, RunElement& element);
 
     bool m_takesPictures = false;
     Recording::Replay m_replay;
     ControlStates m_states;
+    PicturedPlaces m_pictured;
     /** Of the frame that is being taken: milliseconds since the recording began. */
     qint64 m_time = 0;
     Recording::ProcessInfo m_process;

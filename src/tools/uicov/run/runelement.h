@@ -49,9 +49,11 @@ struct RunElement {
     /** In the order of event and context; may name events that were never announced. */
     QVector<Hit> hits;
     /** Pixels: in the window's coordinates for widgets, in the scene's for Qt Quick items, in the
-     * menu's own for menu items. Nothing where the place was never told. */
+     * menu's own for menu items. Nothing where the place was never told. Of a control of the
+     * controls extension: as on its picture, where it is on one. */
     std::optional<QRect> place;
-    /** SHA-256 of the last picture's PNG; empty when there is none. */
+    /** SHA-256 of the last picture's PNG; empty when there is none. Of a control of the controls
+     * extension: the last picture of its view that shows it. */
     QByteArray picture;
     /** By name, as at the end of the run. */
     QMap<QString, QString> attributes;

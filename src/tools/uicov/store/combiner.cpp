@@ -42,7 +42,10 @@ std::optional<Problem> Combiner::addRecording(const QString& path) {
         return problem;
     }
     m_warnings = loader.problems();
-    addRun(loader.run(), QByteArray());
+    const Run run = loader.run();
+    if (!m_filter || m_filter(run)) {
+        addRun(run, QByteArray());
+    }
     return m_failure;
 }
 
@@ -62,6 +65,16 @@ std::optional<Problem> Combiner::addDataFile(const QString& path) {
     for (const QString& uuid : uuids) {
         Run run;
         QByteArray digest;
+        if (m_filter) {
+            problem = source.readAttributes(uuid, run);
+            if (problem) {
+                break;
+            }
+            if (!m_filter(run)) {
+                continue;
+            }
+            run = Run();
+        }
         problem = source.read(
             uuid, m_takesPictures ? DataFile::Pictures::Load : DataFile::Pictures::Leave, run,
             &digest);

@@ -9,6 +9,7 @@
 #include <QString>
 #include <QVector>
 
+#include <functional>
 #include <optional>
 
 namespace Uicov::Store {
@@ -23,7 +24,12 @@ public:
     /** @param target outlives this */
     explicit Combiner(DataFile& target);
 
+    /** Which runs are taken, by all but their elements and pictures. */
+    using Filter = std::function<bool(const Runs::Run&)>;
+
     void setTakesPictures(bool takes) { m_takesPictures = takes; }
+    /** None takes all runs. */
+    void setFilter(const Filter& filter) { m_filter = filter; }
 
     /**
      * Adds all runs of a recording or data file, or none of them. Stops between two runs when the
@@ -50,6 +56,7 @@ private:
 
     DataFile& m_target;
     bool m_takesPictures = true;
+    Filter m_filter;
     QVector<Base::Problem> m_warnings;
     std::optional<Base::Problem> m_failure;
     int m_newRuns = 0;

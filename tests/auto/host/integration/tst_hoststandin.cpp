@@ -3,6 +3,7 @@
 
 #include "host/support/recordingparser.h"
 #include "testlib/emulation.h"
+#include "testlib/killingfilter.h"
 #include "testlib/testcase.h"
 
 #include <QDir>
@@ -18,6 +19,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 /*
@@ -71,6 +73,7 @@ private Q_SLOTS:
     void recordingCannotBeMade();
     void aPipeThatNobodyReadsIsNoPlaceForTheRecording();
     void nobodyReadsTheWarning();
+    void aFilterThatKillsForWhatIsNotNeeded();
     void wrapperIsMissing();
     void wrapperThatEverybodyCanReplace();
 
@@ -417,6 +420,30 @@ void tst_HostStandIn::nobodyReadsTheWarning() {
     QCOMPARE(process.exitStatus(), QProcess::NormalExit);
     QCOMPARE(process.exitCode(), 3);
     QCOMPARE(process.readAllStandardOutput(), QByteArray("clicks 1 deliveries yes\n"));
+}
+
+void tst_HostStandIn::aFilterThatKillsForWhatIsNotNeeded() {
+    if (TestLib::isEmulated()) {
+        QSKIP("the emulator would be filtered");
+    }
+    class Filtered : public QProcess {
+    protected:
+        void setupChildProcess() override {
+            if (!TestLib::killOn({__NR_fallocate, __NR_ftruncate, __NR_flock, __NR_pwritev})) {
+                ::_exit(99);
+            }
+        }
+    };
+    Filtered process;
+    process.setProcessEnvironment(m_environment);
+    process.start(QStringLiteral(PROBE), {QStringLiteral("return")});
+    QVERIFY(process.waitForFinished(60000));
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process.readAllStandardError(), QByteArray());
+    QCOMPARE(process.exitCode(), 3);
+    const RecordingParser parsed = recording();
+    QCOMPARE(parsed.error, QString());
+    QCOMPARE(parsed.messagesAccordingToEnd(), qint64(5));
 }
 
 void tst_HostStandIn::wrapperIsMissing() {

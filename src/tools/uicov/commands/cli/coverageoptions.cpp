@@ -4,6 +4,8 @@
 #include "commands/cli/coverageoptions.h"
 
 #include "commands/cli/exitcode.h"
+#include "commands/cli/goingruns.h"
+#include "commands/cli/values.h"
 #include "console/terminal.h"
 #include "coverage/configurationfile.h"
 #include "store/datafilepath.h"
@@ -21,6 +23,12 @@ using Coverage::CoverageResult;
 using Coverage::GateResult;
 using Coverage::Pattern;
 
+namespace {
+
+constexpr double mostPercent = 100;
+
+} // namespace
+
 void CoverageOptions::declare(CLI::App& app) {
     app.add_option("--config", m_configFile, "Rules and gates (default: uicov.toml, if it is here)")
         ->type_name("FILE")
@@ -36,15 +44,27 @@ void CoverageOptions::declare(CLI::App& app) {
                    "Read only runs of this extension: controls or classic")
         ->type_name("NAME")
         ->check(CLI::IsMember({"controls", "classic"}).description(""));
+    m_runFilter.declare(app);
     app.add_flag("--strict", m_isStrict, "End with 3 when a run is partial")
         ->envname("UICOV_STRICT");
+}
+
+void CoverageOptions::declareUniverse(CLI::App& app) {
+    app.add_option("--universe", m_universe,
+                   "Add what the runs in FILE know, but nothing of what was done in them")
+        ->type_name("FILE")
+        ->expected(1)
+        ->take_all()
+        ->allow_extra_args(false);
+    app.add_flag("--count-unavailable", m_countsUnavailable,
+                 "Count controls that were never enabled as missed");
 }
 
 void CoverageOptions::declareGates(CLI::App& app) {
     app.add_option("--fail-under", m_failUnder, "End with 2 when less than N percent are used")
         ->type_name("N")
         ->envname("UICOV_FAIL_UNDER")
-        ->check(CLI::Range(0.0, 100.0).description(""));
+        ->check(number(0, mostPercent));
     app.add_option("--fail-under-window", m_failUnderWindows, "The same for windows like this")
         ->type_name("PATTERN=N")
         ->expected(1)
@@ -101,7 +121,7 @@ bool CoverageOptions::mergeGates(Console::Terminal& terminal) {
         const int separator = text.lastIndexOf(QLatin1Char('='));
         bool isNumber = false;
         const double percent = text.mid(separator + 1).toDouble(&isNumber);
-        if (separator < 1 || !isNumber || percent < 0 || percent > 100) {
+        if (separator < 1 || !isNumber || percent < 0 || percent > mostPercent) {
             terminal.error({Message::WrongUse,
                             QStringLiteral("--fail-under-window takes PATTERN=N with N from 0 to "
                                            "100, not ") +
@@ -124,33 +144,70 @@ bool CoverageOptions::mergeGates(Console::Terminal& terminal) {
     return true;
 }
 
-QStringList CoverageOptions::pathsOf(const std::vector<std::string>& files,
-                                     Console::Terminal& terminal) const {
-    QStringList paths;
+QStringList CoverageOptions::pathsOf(const std::vector<std::string>& files, QStringList& going,
+                                     Console::Terminal& terminal) {
+    QStringList named;
     for (const std::string& file : files) {
-        paths.append(QFile::decodeName(file.c_str()));
+        named.append(QFile::decodeName(file.c_str()));
     }
-    if (paths.isEmpty()) {
-        const QString path = Store::currentDataFile();
-        if (QFile::exists(path)) {
+    if (named.isEmpty()) {
+        named.append(Store::currentDataFile());
+    }
+    QStringList paths;
+    for (const QString& path : qAsConst(named)) {
+        const GoingRuns runs = GoingRuns::into(path);
+        if (!runs.areThere || (runs.append && QFile::exists(path))) {
             paths.append(path);
-        } else {
-            terminal.error({Message::InputMissing,
-                            QStringLiteral("there is no data file ") + path +
-                                QStringLiteral(" here; make one with uicov run -- APP, or name "
-                                               "data files or recordings")});
         }
+        if (!runs.recordings.isEmpty()) {
+            terminal.note(path + QStringLiteral(": a run into it is still going; what it has "
+                                                "recorded so far is counted"));
+            paths += runs.recordings;
+            going += runs.recordings;
+        } else if (runs.areThere && !paths.contains(path)) {
+            terminal.error({Message::InputEmpty,
+                            path + QStringLiteral(": the run into it is still going and has "
+                                                  "recorded nothing yet; try again later")});
+            return {};
+        }
+    }
+    if (files.empty() && going.isEmpty() && !QFile::exists(named.first())) {
+        terminal.error({Message::InputMissing,
+                        QStringLiteral("there is no data file ") + named.first() +
+                            QStringLiteral(" here; make one with uicov run -- APP, or name data "
+                                           "files or recordings")});
+        return {};
     }
     return paths;
 }
 
-bool CoverageOptions::isWanted(const Runs::Run& run) const {
+bool CoverageOptions::isOfWantedExtension(const Runs::Run& run) const {
     return m_extension.empty() || run.isOfControls() == (m_extension == "controls");
+}
+
+bool CoverageOptions::isWanted(const Runs::Run& run) const {
+    return isOfWantedExtension(run) && m_runFilter.matches(run) && (!m_filter || m_filter(run));
+}
+
+/** A universe that cannot be read would make the answer better than it is. */
+bool CoverageOptions::readUniverse(const std::function<void(const Runs::Run&)>& take,
+                                   Console::Terminal& terminal) {
+    if (m_universe.empty()) {
+        return true;
+    }
+    QStringList paths;
+    for (const std::string& file : m_universe) {
+        paths.append(QFile::decodeName(file.c_str()));
+    }
+    Inputs universe;
+    return universe.add(paths, terminal) && universe.skippedFiles() == 0 &&
+           universe.forEach(take, terminal);
 }
 
 std::unique_ptr<CoverageResult> CoverageOptions::read(const std::vector<std::string>& files,
                                                       Console::Terminal& terminal) {
-    const QStringList paths = pathsOf(files, terminal);
+    QStringList going;
+    const QStringList paths = pathsOf(files, going, terminal);
     if (paths.isEmpty()) {
         return nullptr;
     }
@@ -161,15 +218,18 @@ std::unique_ptr<CoverageResult> CoverageOptions::read(const std::vector<std::str
     auto coverage = std::make_unique<CoverageResult>(m_configuration, contexts);
     m_inputs = std::make_unique<Inputs>();
     m_inputs->setTakesPictures(m_visitor != nullptr);
+    m_inputs->setGoing(going);
+    m_inputs->setFilter([this](const Runs::Run& run) { return isWanted(run); });
+    coverage->setCountsUnavailable(m_countsUnavailable);
     bool isMixed = false;
     std::optional<bool> isOfControls;
-    const auto take = [&](const Runs::Run& run) {
-        if (!isWanted(run)) {
-            return;
-        }
+    const auto fits = [&](const Runs::Run& run) {
         isMixed = isMixed || isOfControls.value_or(run.isOfControls()) != run.isOfControls();
         isOfControls = run.isOfControls();
-        if (isMixed) {
+        return !isMixed;
+    };
+    const auto take = [&](const Runs::Run& run) {
+        if (!fits(run)) {
             return;
         }
         coverage->add(run);
@@ -179,7 +239,12 @@ std::unique_ptr<CoverageResult> CoverageOptions::read(const std::vector<std::str
     };
     const bool isRead = m_inputs->add(paths, terminal) && m_inputs->forEach(take, terminal);
     m_hasSkippedFiles = m_hasSkippedFiles || m_inputs->skippedFiles() > 0;
-    if (!isRead) {
+    const auto takeKnown = [&](const Runs::Run& run) {
+        if (isOfWantedExtension(run) && fits(run)) {
+            coverage->addKnown(run);
+        }
+    };
+    if (!isRead || !readUniverse(takeKnown, terminal)) {
         return nullptr; // it has been told why
     }
     if (isMixed) {
@@ -188,6 +253,12 @@ std::unique_ptr<CoverageResult> CoverageOptions::read(const std::vector<std::str
              QStringLiteral("some of the runs were made by the controls extension and others by "
                             "the classic one, which know different things; choose with "
                             "--extension controls or --extension classic")});
+        return nullptr;
+    }
+    if (coverage->runs().empty() && !m_runFilter.isEmpty()) {
+        terminal.error(
+            {Message::NoSuchRun, QStringLiteral("no run is like ") + m_runFilter.toString() +
+                                     QStringLiteral("; see uicov dump for those that there are")});
         return nullptr;
     }
     coverage->finish();

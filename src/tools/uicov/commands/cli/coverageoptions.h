@@ -4,6 +4,7 @@
 #pragma once
 
 #include "commands/cli/inputs.h"
+#include "commands/cli/runfilter.h"
 #include "coverage/configuration.h"
 #include "coverage/coverageresult.h"
 #include "coverage/gatekeeper.h"
@@ -32,8 +33,10 @@ public:
     /** Called with each run, its pictures too, when it was added to the coverage. */
     using Visitor = std::function<void(const Runs::Run&, const Coverage::CoverageResult&)>;
 
-    /** Adds --config, --no-config, --contexts and --strict. */
+    /** Adds --config, --no-config, --contexts, --strict, and what chooses among the runs. */
     void declare(CLI::App& app);
+    /** Adds --universe and --count-unavailable. */
+    void declareUniverse(CLI::App& app);
     /** Adds --fail-under and the like. */
     void declareGates(CLI::App& app);
     /** Adds the files. */
@@ -58,6 +61,12 @@ public:
      */
     std::unique_ptr<Coverage::CoverageResult> read(const std::vector<std::string>& files,
                                                    Console::Terminal& terminal);
+    /** Only such runs are read; none for all. To be called before read(). */
+    void setRunFilter(const std::function<bool(const Runs::Run&)>& filter) { m_filter = filter; }
+    /** Whether the options ask for the run: --extension, --label and --run. */
+    bool isWanted(const Runs::Run& run) const;
+    /** What --label and --run ask for; empty for nothing. */
+    QString runFilterText() const { return m_runFilter.toString(); }
     /** The files that were read last, for whoever needs to look at the runs once more. */
     const Inputs& inputs() const { return *m_inputs; }
 
@@ -79,21 +88,30 @@ public:
 
 private:
     bool mergeGates(Console::Terminal& terminal);
-    bool isWanted(const Runs::Run& run) const;
-    QStringList pathsOf(const std::vector<std::string>& files, Console::Terminal& terminal) const;
+    bool isOfWantedExtension(const Runs::Run& run) const;
+    bool readUniverse(const std::function<void(const Runs::Run&)>& take,
+                      Console::Terminal& terminal);
+    /** What is to be read for those files; empty when there is nothing, which has been told.
+     * @param going is given the recordings among it that are still being written */
+    static QStringList pathsOf(const std::vector<std::string>& files, QStringList& going,
+                               Console::Terminal& terminal);
 
     std::vector<std::string> m_files;
     std::string m_configFile;
     bool m_ignoresConfig = false;
     std::vector<std::string> m_contexts;
     std::string m_extension;
+    RunFilter m_runFilter;
     bool m_isStrict = false;
+    std::vector<std::string> m_universe;
+    bool m_countsUnavailable = false;
     double m_failUnder = -1;
     std::vector<std::string> m_failUnderWindows;
     std::vector<std::string> m_requiredWindows;
 
     Coverage::Configuration m_configuration;
     Visitor m_visitor;
+    std::function<bool(const Runs::Run&)> m_filter;
     std::unique_ptr<Inputs> m_inputs;
     bool m_hasSkippedFiles = false;
 };

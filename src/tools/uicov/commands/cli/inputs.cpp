@@ -48,12 +48,10 @@ bool Inputs::addOnly(const QString& path, Console::Terminal& terminal) {
         m_file = std::make_unique<DataFile>();
         problem = m_file->open(path, Sql::Access::Read);
     } else {
-        RunLoader loader(path);
-        loader.setTakesPictures(m_takesPictures);
-        problem = loader.load();
+        Run run;
+        problem = load(path, run, terminal);
         if (!problem) {
-            warn(loader.problems(), terminal);
-            m_run = loader.run();
+            m_run = run;
         }
     }
     if (problem) {
@@ -81,11 +79,13 @@ bool Inputs::addSeveral(const QStringList& paths, Console::Terminal& terminal) {
     }
     Combiner combiner(*m_file);
     combiner.setTakesPictures(m_takesPictures);
+    combiner.setFilter(m_filter);
     Console::Progress progress(terminal, QStringLiteral("reading"), QStringLiteral("files"),
                                paths.size());
     for (const QString& path : paths) {
         progress.advance();
-        if (const auto problem = combiner.add(path)) {
+        const auto problem = m_going.contains(path) ? addGoing(path, terminal) : combiner.add(path);
+        if (problem) {
             if (combiner.failure()) {
                 terminal.error(inTemporaryFolder(*problem));
                 return false;
@@ -95,13 +95,37 @@ bool Inputs::addSeveral(const QStringList& paths, Console::Terminal& terminal) {
             continue;
         }
         m_hasReadAny = true;
-        warn(combiner.warnings(), terminal);
+        if (!m_going.contains(path)) {
+            warn(combiner.warnings(), terminal);
+        }
     }
     if (auto problem = m_file->commit()) {
         terminal.error(inTemporaryFolder(*problem));
         return false;
     }
     return true;
+}
+
+std::optional<Problem> Inputs::load(const QString& recording, Run& run,
+                                    Console::Terminal& terminal) const {
+    RunLoader loader(recording);
+    loader.setTakesPictures(m_takesPictures);
+    if (auto problem = loader.load()) {
+        return problem;
+    }
+    run = loader.run();
+    if (!m_going.contains(recording)) {
+        warn(loader.problems(), terminal);
+    } else if (!loader.ending().isComplete()) {
+        run.partialReason = QStringLiteral("is still going");
+    }
+    return std::nullopt;
+}
+
+std::optional<Problem> Inputs::addGoing(const QString& recording, Console::Terminal& terminal) {
+    Run run;
+    auto problem = load(recording, run, terminal);
+    return problem || (m_filter && !m_filter(run)) ? problem : m_file->add(run);
 }
 
 void Inputs::warn(const QVector<Problem>& problems, Console::Terminal& terminal) {
@@ -113,7 +137,9 @@ void Inputs::warn(const QVector<Problem>& problems, Console::Terminal& terminal)
 bool Inputs::forEach(const std::function<void(const Run&)>& visitor,
                      Console::Terminal& terminal) const {
     if (m_run) {
-        visitor(*m_run);
+        if (!m_filter || m_filter(*m_run)) {
+            visitor(*m_run);
+        }
         return true;
     }
     if (!m_file) {
@@ -126,7 +152,13 @@ bool Inputs::forEach(const std::function<void(const Run&)>& visitor,
     for (const QString& uuid : uuids) {
         progress.advance();
         Run run;
-        if (const auto problem = m_file->read(uuid, pictures, run)) {
+        auto problem = m_filter ? m_file->readAttributes(uuid, run) : std::nullopt;
+        if (!problem && m_filter && !m_filter(run)) {
+            continue;
+        }
+        run = Run();
+        problem = problem ? problem : m_file->read(uuid, pictures, run);
+        if (problem) {
             terminal.error(*problem);
             return false;
         }

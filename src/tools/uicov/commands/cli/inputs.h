@@ -36,6 +36,13 @@ public:
     /** To be called before add(): fills Run::pictures, which takes time and memory. */
     void setTakesPictures(bool takes) { m_takesPictures = takes; }
 
+    /** To be called before add(): recordings of applications that still run, which for that are
+     * no damage. */
+    void setGoing(const QStringList& recordings) { m_going = recordings; }
+
+    /** To be called before add(): which runs there are, by all but their elements and pictures. */
+    void setFilter(const std::function<bool(const Runs::Run&)>& filter) { m_filter = filter; }
+
     /**
      * Takes in all that can be read of the files. One that cannot be used is reported as an error,
      * named and skipped; one with something wrong in it is reported as a warning.
@@ -56,9 +63,15 @@ private:
     bool addOnly(const QString& path, Console::Terminal& terminal);
     std::optional<Base::Problem> createPlace();
     bool addSeveral(const QStringList& paths, Console::Terminal& terminal);
+    /** What stands in the recording; a problem is told unless it comes from still being written. */
+    std::optional<Base::Problem> load(const QString& recording, Runs::Run& run,
+                                      Console::Terminal& terminal) const;
+    std::optional<Base::Problem> addGoing(const QString& recording, Console::Terminal& terminal);
     static void warn(const QVector<Base::Problem>& problems, Console::Terminal& terminal);
 
     bool m_takesPictures = false;
+    std::function<bool(const Runs::Run&)> m_filter;
+    QStringList m_going;
     bool m_hasReadAny = false;
     int m_skippedFiles = 0;
     // Either the one run that there is, or a data file with all of them.

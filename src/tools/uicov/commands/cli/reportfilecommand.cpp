@@ -6,6 +6,7 @@
 #include "commands/cli/exitcode.h"
 #include "commands/cli/helpformatter.h"
 #include "commands/cli/outputs.h"
+#include "commands/cli/values.h"
 #include "console/terminal.h"
 
 namespace Uicov::Commands::Cli {
@@ -20,9 +21,10 @@ CLI::App* ReportFileCommand::declare(CLI::App& commands) {
     app->add_option("--precision", m_precision, "Digits behind the point of percentages")
         ->type_name("N")
         ->envname("UICOV_PRECISION")
-        ->check(CLI::Range(0, Coverage::ReportDefaults::mostDigits).description(""));
+        ->check(wholeNumber(0, Coverage::ReportDefaults::mostDigits));
     declareMore(*app);
     m_options.declare(*app);
+    m_options.declareUniverse(*app);
     m_options.declareGates(*app);
     m_options.declareFiles(*app);
     app->footer(declared.examples);

@@ -3,11 +3,10 @@
 
 #include "report/html/appearances.h"
 
+#include "run/elementkinds.h"
 #include "run/keywalk.h"
 #include "run/run.h"
 
-#include <QBuffer>
-#include <QImageReader>
 #include <QMap>
 #include <QSet>
 
@@ -22,31 +21,6 @@ using Runs::RunElement;
 using Places = std::vector<KeyWalk::Place>;
 
 namespace {
-
-QSize sizeOf(const QByteArray& png) {
-    QBuffer buffer;
-    buffer.setData(png);
-    return QImageReader(&buffer, "png").size();
-}
-
-/** Whether the picture is one of that rectangle, be it of a screen with several pixels a point. */
-bool shows(const QSize& picture, const QRect& place) {
-    if (place.isEmpty()) {
-        return false;
-    }
-    const double across = double(picture.width()) / place.width();
-    const double down = double(picture.height()) / place.height();
-    return across >= 1 && qAbs(across - down) < 0.02;
-}
-
-QRect boundsOf(const RunElement& element, const QByteArray& png) {
-    const QRect place = element.place.value_or(QRect());
-    const QSize size = png.isEmpty() ? QSize() : sizeOf(png);
-    if (size.isEmpty() || shows(size, place)) {
-        return place;
-    }
-    return {place.topLeft(), size};
-}
 
 /** In the coordinates of its surface. */
 std::optional<QRect> placeOf(const RunElement& element, const RunElement* above) {
@@ -80,6 +54,34 @@ void Appearances::add(const Runs::Run& run, const CoverageTree& tree) {
     const Places places = KeyWalk(run, m_nameRules).places();
     const std::vector<NodeId> nodes = nodesOf(run, places, tree);
     addOwners(run, places, nodes);
+    m_times.add(run, places, nodes);
+    if (run.isOfControls()) {
+        addControls(run, places, nodes);
+        m_sights.add(run, places, nodes);
+    } else {
+        addSurfaces(run, places, nodes);
+    }
+}
+
+void Appearances::addControls(const Runs::Run& run, const Places& places,
+                              const std::vector<NodeId>& nodes) {
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        const RunElement& element = run.element(places[i].element);
+        Element& known = m_elements[nodes[i]];
+        known.className = Runs::ElementKey::normalisedClass(element.className);
+        known.text = element.text;
+        known.hasPlace = known.hasPlace || element.place.has_value();
+        known.isDisabled =
+            element.attributes.value(Runs::AttributeName::enabled()) == QLatin1String("false");
+        const Runs::ElementKey::Step& step = places[i].step;
+        known.group = !places[i].isOfGroup     ? QString()
+                      : step.caption.isEmpty() ? step.label
+                                               : step.caption;
+    }
+}
+
+void Appearances::addSurfaces(const Runs::Run& run, const Places& places,
+                              const std::vector<NodeId>& nodes) {
     // By the index of the place: the same window can be there several times in a run.
     QMap<int, Surface> surfaces;
     std::vector<int> surfaceOfPlace(places.size());
@@ -91,7 +93,8 @@ void Appearances::add(const Runs::Run& run, const CoverageTree& tree) {
         const bool isSurface = place.above < 0 || KeyWalk::isMenu(element);
         surfaceOfPlace[i] = isSurface ? static_cast<int>(i) : surfaceOfPlace[above];
         if (isSurface) {
-            surfaces.insert(static_cast<int>(i), {png, boundsOf(element, png), {}});
+            surfaces.insert(static_cast<int>(i),
+                            {png, picturedBounds(png, element.place.value_or(QRect())), {}});
         }
         const RunElement* const parent =
             place.above < 0 ? nullptr : &run.element(places[above].element);
@@ -167,7 +170,8 @@ const Appearances::Surface* Appearances::surface(NodeId node) const {
 
 NodeId Appearances::surfaceOf(const CoverageTree& tree, NodeId node) {
     NodeId surface = node;
-    while (tree.node(surface).parent != NodeId::None && !tree.node(surface).isMenu) {
+    while (tree.node(surface).parent != NodeId::None && !tree.node(surface).isMenu &&
+           tree.node(surface).role != CoverageTree::Node::Role::View) {
         surface = tree.node(surface).parent;
     }
     return surface;

@@ -25,7 +25,8 @@ constexpr char mark[] = R"(<meta name="generator" content="uicov html">)";
 
 /** In the order in which they need one another. */
 constexpr const char* scripts[] = {"namespace.js", "model.js",   "text.js",      "filter.js",
-                                   "address.js",   "picture.js", "list.js",      "panel.js",
+                                   "address.js",   "picture.js", "stage.js",     "list.js",
+                                   "panel.js",     "cards.js",   "timeline.js",  "facets.js",
                                    "overview.js",  "window.js",  "shortcuts.js", "main.js"};
 
 QByteArray source(const char* name) {

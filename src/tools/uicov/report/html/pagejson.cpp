@@ -17,6 +17,9 @@ using Coverage::GateResult;
 
 namespace {
 
+/** Of more runs the page would be mostly times. */
+constexpr int timedRuns = 8;
+
 QString text(const QString& text) {
     return cappedText(text);
 }
@@ -78,9 +81,55 @@ QJsonArray eventsArray(const Events& events) {
     return array;
 }
 
+/** As [run, first, last] one after the other; times of the newest runs only, to bound the page. */
+QJsonArray usesArray(const QVector<UseTimes::Use>& uses, int firstTimedRun) {
+    QJsonArray array;
+    for (const UseTimes::Use& use : uses) {
+        const bool isTimed = use.run >= firstTimedRun;
+        array.append(use.run);
+        array.append(isTimed ? use.first : -1);
+        array.append(isTimed ? use.last : -1);
+    }
+    return array;
+}
+
+QJsonArray groupArray(const QVector<PageModel::Member>& members) {
+    QJsonArray array;
+    for (const PageModel::Member& member : members) {
+        QJsonArray object{text(member.name), member.isUsed ? 1 : 0};
+        if (member.place) {
+            object.append(static_cast<int>(member.surface));
+            object.append(rectangle(*member.place));
+        }
+        array.append(object);
+    }
+    return array;
+}
+
+/** What only controls have; what is as it mostly is, is left out. */
+void addControl(const PageModel::Node& node, QJsonObject& object) {
+    if (node.isDisabled) {
+        object.insert(QStringLiteral("disabled"), true);
+    }
+    if (!node.ways.isEmpty()) {
+        object.insert(QStringLiteral("ways"), strings(node.ways));
+        object.insert(QStringLiteral("usedWays"), strings(node.usedWays));
+    }
+    if (!node.groupName.isEmpty()) {
+        object.insert(QStringLiteral("groupName"), text(node.groupName));
+    }
+    if (node.members > 0) {
+        object.insert(QStringLiteral("members"), node.members);
+        object.insert(QStringLiteral("usedMembers"), node.usedMembers);
+        object.insert(QStringLiteral("group"), groupArray(node.group));
+    }
+}
+
 void addListed(const PageModel::Node& node, QJsonObject& object) {
     if (node.isCountable) {
         object.insert(QStringLiteral("state"), wordFor(node.state));
+    } else if (node.isUnavailable()) {
+        object.insert(QStringLiteral("unavailable"), true);
     } else {
         object.insert(QStringLiteral("rule"), static_cast<int>(node.ignoredBy));
         object.insert(QStringLiteral("otherwise"), wordFor(node.state));
@@ -96,12 +145,13 @@ void addListed(const PageModel::Node& node, QJsonObject& object) {
     } else {
         object.insert(QStringLiteral("apart"), apartName(node.apart));
     }
+    addControl(node, object);
     if (node.picture != PageModel::PictureId::None) {
         object.insert(QStringLiteral("picture"), static_cast<int>(node.picture));
     }
 }
 
-QJsonObject nodeObject(const PageModel::Node& node) {
+QJsonObject nodeObject(const PageModel::Node& node, int firstTimedRun) {
     QJsonObject object{{QStringLiteral("above"), node.above},
                        {QStringLiteral("kind"), text(node.step.kind)},
                        {QStringLiteral("step"), node.step.toKey()}};
@@ -117,6 +167,15 @@ QJsonObject nodeObject(const PageModel::Node& node) {
     }
     if (node.isUnopenedMenu) {
         object.insert(QStringLiteral("unopened"), true);
+    }
+    if (node.home != PageModel::SurfaceId::None) {
+        object.insert(QStringLiteral("home"), static_cast<int>(node.home));
+    }
+    if (node.isView) {
+        object.insert(QStringLiteral("view"), true);
+    }
+    if (!node.uses.isEmpty()) {
+        object.insert(QStringLiteral("uses"), usesArray(node.uses, firstTimedRun));
     }
     if (node.opens != PageModel::SurfaceId::None) {
         object.insert(QStringLiteral("opens"), static_cast<int>(node.opens));
@@ -160,11 +219,30 @@ QJsonObject windowObject(const PageModel::Window& window, int precision) {
 }
 
 QJsonObject surfaceObject(const PageModel::Surface& surface) {
-    return {{QStringLiteral("window"), surface.window},
-            {QStringLiteral("node"), surface.node},
-            {QStringLiteral("opener"), surface.opener},
-            {QStringLiteral("bounds"), rectangle(surface.bounds)},
-            {QStringLiteral("picture"), static_cast<int>(surface.picture)}};
+    const CoverageTree::Totals& totals = surface.totals;
+    QJsonObject object{
+        {QStringLiteral("window"), surface.window},
+        {QStringLiteral("node"), surface.node},
+        {QStringLiteral("opener"), surface.opener},
+        {QStringLiteral("bounds"), rectangle(surface.bounds)},
+        {QStringLiteral("picture"), static_cast<int>(surface.picture)},
+        {QStringLiteral("above"), static_cast<int>(surface.above)},
+        {QStringLiteral("own"), QJsonArray{totals.elements, totals.used, totals.shown,
+                                           totals.missed, totals.unavailable}}};
+    if (!surface.isSeen) {
+        object.insert(QStringLiteral("unseen"), true);
+    }
+    if (surface.isOlder) {
+        object.insert(QStringLiteral("older"), true);
+    }
+    if (!surface.shows.isEmpty()) {
+        QJsonArray shows;
+        for (const PageModel::SurfaceId shown : surface.shows) {
+            shows.append(static_cast<int>(shown));
+        }
+        object.insert(QStringLiteral("shows"), shows);
+    }
+    return object;
 }
 
 QJsonObject pictureObject(const PageModel::Picture& picture) {
@@ -211,8 +289,11 @@ QJsonObject pageJson(const PageModel& model) {
     const auto window = [&](const PageModel::Window& row) {
         return windowObject(row, model.precision);
     };
+    const int firstTimedRun = model.runs.size() - timedRuns;
+    const auto node = [&](const PageModel::Node& row) { return nodeObject(row, firstTimedRun); };
     return {{QStringLiteral("title"), text(model.title)},
             {QStringLiteral("controls"), model.isOfControls},
+            {QStringLiteral("precision"), model.precision},
             {QStringLiteral("totals"), totalsObject(model.totals, model.precision)},
             {QStringLiteral("warnings"), strings(model.warnings)},
             {QStringLiteral("notes"), strings(model.notes)},
@@ -223,7 +304,7 @@ QJsonObject pageJson(const PageModel& model) {
             {QStringLiteral("runs"), array(model.runs, run)},
             {QStringLiteral("windows"), array(model.windows, window)},
             {QStringLiteral("surfaces"), array(model.surfaces, surfaceObject)},
-            {QStringLiteral("nodes"), array(model.nodes, nodeObject)},
+            {QStringLiteral("nodes"), array(model.nodes, node)},
             {QStringLiteral("pictures"), array(model.pictures, pictureObject)}};
 }
 

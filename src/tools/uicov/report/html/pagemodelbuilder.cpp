@@ -3,9 +3,11 @@
 
 #include "report/html/pagemodelbuilder.h"
 
+#include "base/percentage.h"
 #include "base/sha256.h"
 #include "report/html/appearances.h"
 #include "report/html/picturefit.h"
+#include "report/html/viewplacer.h"
 
 #include <algorithm>
 
@@ -31,6 +33,17 @@ bool missesMore(const CountedWindow& a, const CountedWindow& b) {
     }
     return a.totals.missed != b.totals.missed ? a.totals.missed > b.totals.missed
                                               : a.totals.shown > b.totals.shown;
+}
+
+/** The worst first: the one with the least share of used controls, then with the most unused. */
+bool isWorse(const CountedWindow& a, const CountedWindow& b) {
+    if ((a.totals.elements == 0) != (b.totals.elements == 0)) {
+        return b.totals.elements == 0;
+    }
+    const double first = Base::exactPercent(a.totals.used, a.totals.elements);
+    const double second = Base::exactPercent(b.totals.used, b.totals.elements);
+    return first != second ? first < second
+                           : a.totals.elements - a.totals.used > b.totals.elements - b.totals.used;
 }
 
 QRect boundsOf(const Appearances::Surface& surface) {
@@ -63,7 +76,7 @@ void PageModelBuilder::build(PageModel& model) {
             windows.push_back({window, totals});
         }
     }
-    std::stable_sort(windows.begin(), windows.end(), missesMore);
+    std::stable_sort(windows.begin(), windows.end(), model.isOfControls ? isWorse : missesMore);
     for (const CountedWindow& window : windows) {
         addWindow(window.node, window.totals);
     }
@@ -74,6 +87,9 @@ void PageModelBuilder::build(PageModel& model) {
     for (int i = 0; i < model.windows.size(); ++i) {
         const NodeId owner = m_appearances.owner(windows[static_cast<std::size_t>(i)].node);
         model.windows[i].over = indices.value(owner, -1);
+    }
+    if (model.isOfControls) {
+        linkOpeners();
     }
 }
 
@@ -96,8 +112,15 @@ void PageModelBuilder::addWindow(WindowId treeNode, const CoverageTree::Totals& 
     }
     PageModel::Window& added = m_model->windows.last();
     added.lastNode = m_model->nodes.size() - 1;
-    linkMenus(added);
-    placeNodes(added);
+    if (m_tree.isOfControls()) {
+        ViewPlacer(*m_model, m_appearances.sights(), m_treeNodes, [this](const QByteArray& png) {
+            return pictureIdOf(png);
+        }).place(index);
+    } else {
+        linkMenus(added);
+        placeNodes(added);
+    }
+    addTotals(m_model->windows.at(index));
 }
 
 void PageModelBuilder::addNode(NodeId treeNode, int window) {
@@ -112,16 +135,26 @@ void PageModelBuilder::addNode(NodeId treeNode, int window) {
     node.isCountable = m_tree.counts(treeNode);
     node.ignoredBy = source.isCountable ? source.ignoredBy : Coverage::RuleId::None;
     node.state = m_tree.stateOf(treeNode);
-    const bool isUnseenView = source.role == CoverageTree::Node::Role::View && !source.wasSeen;
+    node.isView = source.role == CoverageTree::Node::Role::View;
+    const bool isUnseenView = node.isView && !source.wasSeen;
     node.isUnopenedMenu = (source.isMenu && !source.isOpenedMenu) || isUnseenView;
     node.isCountable = node.isCountable && node.state != Coverage::State::Unavailable;
+    node.isDisabled = appearance.isDisabled;
+    node.ways = source.ways;
+    node.usedWays = source.usedWays;
+    node.groupName = appearance.group;
+    node.members = source.members;
+    node.usedMembers = source.usedMembers;
+    node.uses = m_appearances.times().uses(treeNode);
     node.className = appearance.className;
     node.text = appearance.text;
     node.events = source.events;
     m_model->nodes.append(node);
-    if (source.parent == NodeId::None || (source.isMenu && source.isOpenedMenu)) {
+    if (source.parent == NodeId::None || (source.isMenu && source.isOpenedMenu) || node.isView) {
         addSurface(treeNode, window);
     }
+    m_model->nodes.last().home =
+        m_surfaces.value(Appearances::surfaceOf(m_tree, treeNode), SurfaceId::None);
 }
 
 void PageModelBuilder::addSurface(NodeId treeNode, int window) {
@@ -132,6 +165,11 @@ void PageModelBuilder::addSurface(NodeId treeNode, int window) {
         surface.bounds = boundsOf(*seen);
         surface.picture = seen->png.isEmpty() ? PictureId::None : pictureIdOf(seen->png);
     }
+    const NodeId above = m_tree.node(treeNode).parent;
+    surface.above = above == NodeId::None
+                        ? SurfaceId::None
+                        : m_surfaces.value(Appearances::surfaceOf(m_tree, above), SurfaceId::None);
+    surface.isSeen = !m_model->nodes.at(surface.node).isUnopenedMenu;
     const auto id = static_cast<SurfaceId>(m_model->surfaces.size());
     m_surfaces.insert(treeNode, id);
     m_model->windows[window].surfaces.append(id);
@@ -147,6 +185,56 @@ void PageModelBuilder::linkMenus(const PageModel::Window& window) {
         if (opener >= 0 && m_model->nodes.at(opener).above >= 0) {
             surface.opener = opener;
             m_model->nodes[opener].opens = id;
+        }
+    }
+}
+
+/** Views are told by the key of what brings them up, which may be in another window. */
+void PageModelBuilder::linkOpeners() {
+    QHash<QString, int> openers;
+    for (const PageModel::Surface& surface : qAsConst(m_model->surfaces)) {
+        const QString key = m_tree.node(m_treeNodes.at(surface.node)).openedBy;
+        if (!key.isEmpty()) {
+            openers.insert(key, -1);
+        }
+    }
+    if (openers.isEmpty()) {
+        return;
+    }
+    QStringList keys;
+    for (int i = 0; i < m_model->nodes.size(); ++i) {
+        const PageModel::Node& node = m_model->nodes.at(i);
+        const QString above =
+            node.above < 0 ? QString() : keys.at(node.above) + Runs::ElementKey::separator();
+        keys.append(above + node.step.toString());
+        const auto opener = openers.find(keys.last());
+        if (opener != openers.end()) {
+            *opener = i;
+        }
+    }
+    for (int i = 0; i < m_model->surfaces.size(); ++i) {
+        PageModel::Surface& surface = m_model->surfaces[i];
+        surface.opener = openers.value(m_tree.node(m_treeNodes.at(surface.node)).openedBy, -1);
+        if (surface.opener >= 0 && !surface.isOlder) {
+            m_model->nodes[surface.opener].opens = static_cast<SurfaceId>(i);
+        }
+    }
+}
+
+void PageModelBuilder::addTotals(const PageModel::Window& window) {
+    for (int i = window.node; i <= window.lastNode; ++i) {
+        const PageModel::Node& node = m_model->nodes.at(i);
+        if (node.home == SurfaceId::None || node.isView) {
+            continue;
+        }
+        CoverageTree::Totals& totals = m_model->surface(node.home).totals;
+        if (node.isUnavailable()) {
+            ++totals.unavailable;
+        } else if (node.isCountable) {
+            ++totals.elements;
+            ++(node.state == Coverage::State::Used    ? totals.used
+               : node.state == Coverage::State::Shown ? totals.shown
+                                                      : totals.missed);
         }
     }
 }

@@ -30,6 +30,8 @@ private:
     void addNode(Coverage::NodeId treeNode, int window);
     void addSurface(Coverage::NodeId treeNode, int window);
     void linkMenus(const PageModel::Window& window);
+    void linkOpeners();
+    void addTotals(const PageModel::Window& window);
     void placeNodes(const PageModel::Window& window);
     void place(PageModel::Node& node, Coverage::NodeId treeNode);
     void compareOwnPicture(PageModel::Node& node, const QByteArray& png);

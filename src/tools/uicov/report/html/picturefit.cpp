@@ -23,6 +23,7 @@ PictureFit::PictureFit(const QImage& surface, const QImage& own, const QRect& pl
     const QImage shown = surface.copy(place).convertToFormat(QImage::Format_RGB32);
     const QImage drawn = own.convertToFormat(QImage::Format_RGB32);
     m_isSame = shown == drawn;
+    m_likeness = m_isSame ? 1 : 0;
     if (!m_isSame) {
         correlate(shown, drawn);
     }
@@ -54,7 +55,8 @@ void PictureFit::correlate(const QImage& shown, const QImage& own) {
         return;
     }
     const double both = std::sqrt(qMax(varianceA, 0.0) * varianceB);
-    m_isOther = both <= 0 || covariance / both < unrelated;
+    m_likeness = both <= 0 ? 0 : covariance / both;
+    m_isOther = m_likeness < unrelated;
 }
 
 } // namespace Uicov::Report::Html

@@ -25,12 +25,15 @@ public:
      * without anything drawn in them.
      */
     bool isOther() const { return m_isOther; }
+    /** 1 for the same, about 0 for what has nothing in common, and 0 where nobody can tell. */
+    double likeness() const { return m_likeness; }
 
 private:
     void correlate(const QImage& shown, const QImage& own);
 
     bool m_isSame = false;
     bool m_isOther = false;
+    double m_likeness = 0;
 };
 
 } // namespace Uicov::Report::Html

@@ -5,6 +5,7 @@
 
 #include "base/percentage.h"
 #include "report/html/htmltext.h"
+#include "report/html/staticfigure.h"
 
 #include <QMap>
 
@@ -21,13 +22,14 @@ namespace {
 
 /** Deeper paths lose their middle: nobody reads them, and they would make the page huge. */
 constexpr int maximumSteps = 12;
-constexpr int badgeSize = 14;
 
-QString stateCell(const PageModel::Node& node) {
-    const QString name = node.isCountable ? wordFor(node.state) : QStringLiteral("ignored");
+QString stateCell(const PageModel::Node& node, bool isOfControls) {
+    const bool hasState = node.isCountable || node.isUnavailable();
+    const QString name = hasState ? wordFor(node.state) : QStringLiteral("ignored");
+    const QString word = hasState && isOfControls ? wordForControl(node.state) : name;
     return QStringLiteral("<td class=\"state %1\"><svg class=\"glyph\" aria-hidden=\"true\"><use "
-                          "href=\"#glyph-%1\"/></svg> %1</td>")
-        .arg(name);
+                          "href=\"#glyph-%1\"/></svg> %2</td>")
+        .arg(name, word);
 }
 
 QString cell(const QString& html) {
@@ -96,13 +98,15 @@ QString why(PageModel::Apart apart) {
 }
 
 int rank(const PageModel::Node& node) {
-    constexpr int leftOut = 3;
-    constexpr int unopened = 4;
-    return node.ignoredBy != Coverage::RuleId::None ? leftOut
-           : !node.isCountable                      ? unopened
-           : node.state == State::Missed            ? 0
-           : node.state == State::Shown             ? 1
-                                                    : 2;
+    constexpr int unavailable = 3;
+    constexpr int leftOut = 4;
+    constexpr int unopened = 5;
+    return node.isUnavailable()                       ? unavailable
+           : node.ignoredBy != Coverage::RuleId::None ? leftOut
+           : !node.isCountable                        ? unopened
+           : node.state == State::Missed              ? 0
+           : node.state == State::Shown               ? 1
+                                                      : 2;
 }
 
 QString paragraphs(const QStringList& texts, const QString& cssClass) {
@@ -153,14 +157,18 @@ QString StaticPage::sumOfElements() const {
 QString StaticPage::sumOfControls() const {
     const CoverageTree::Totals& all = m_model.totals;
     return QStringLiteral("<p class=\"sum\"><strong>%1</strong> of %2 controls were used: %3 used, "
-                          "%4 only seen, %5 missed. %6 of %7 views were seen.</p>\n")
+                          "%4 only seen, %5 missed. %6 of %7 views were seen.%8</p>\n")
                .arg(Base::percentText(all.used, all.elements, m_model.precision))
                .arg(all.elements)
                .arg(all.used)
                .arg(all.shown)
                .arg(all.missed)
                .arg(all.seenViews)
-               .arg(all.views) +
+               .arg(all.views)
+               .arg(all.unavailable > 0 ? QStringLiteral(" %1 were never enabled and are not "
+                                                         "counted.")
+                                              .arg(all.unavailable)
+                                        : QString()) +
            QStringLiteral(
                "<p>Used: a person operated it. Seen: its view was seen, but it was not used. "
                "Missed: its view was never seen.</p>\n");
@@ -246,6 +254,7 @@ QString StaticPage::windows() const {
 
 QString StaticPage::window(int index) const {
     const PageModel::Window& window = m_model.windows.at(index);
+    const CoverageTree::Totals& totals = window.totals;
     QString html =
         QStringLiteral("<section id=\"window-%1\"><h2>").arg(index) +
         htmlContent(m_model.nodes.at(window.node).step.toString()) +
@@ -253,71 +262,26 @@ QString StaticPage::window(int index) const {
              ? QString()
              : QStringLiteral(" <small>of ") + htmlContent(window.application) +
                    QStringLiteral("</small>")) +
+        QStringLiteral("</h2>\n<p>") +
         (m_model.isOfControls
-             ? QStringLiteral("</h2>\n<p>%1 of %2 controls used, %3 only seen, %4 missed</p>\n")
-             : QStringLiteral("</h2>\n<p>%1 of %2 elements used, %3 only shown, %4 missed</p>\n"))
-            .arg(window.totals.used)
-            .arg(window.totals.elements)
-            .arg(window.totals.shown)
-            .arg(window.totals.missed);
+             ? QStringLiteral(
+                   "%1 of %2 controls used, %3 only seen, %4 missed; %5 of %6 views seen")
+                   .arg(totals.used)
+                   .arg(totals.elements)
+                   .arg(totals.shown)
+                   .arg(totals.missed)
+                   .arg(totals.seenViews)
+                   .arg(totals.views)
+             : QStringLiteral("%1 of %2 elements used, %3 only shown, %4 missed")
+                   .arg(totals.used)
+                   .arg(totals.elements)
+                   .arg(totals.shown)
+                   .arg(totals.missed)) +
+        QStringLiteral("</p>\n");
     for (const PageModel::SurfaceId surface : window.surfaces) {
-        html += figure(surface);
+        html += StaticFigure(m_model, m_links).toString(surface);
     }
     return html + elements(window) + QStringLiteral("</section>\n");
-}
-
-QString StaticPage::figure(PageModel::SurfaceId id) const {
-    const PageModel::Surface& surface = m_model.surface(id);
-    if (surface.bounds.isEmpty()) {
-        return {};
-    }
-    const QRect bounds = surface.bounds;
-    const QString caption = surface.opener < 0 ? QStringLiteral("The window")
-                                               : QStringLiteral("The menu of ") +
-                                                     name(m_model.nodes.at(surface.opener));
-    QString html =
-        QStringLiteral("<figure><figcaption>") + caption +
-        (surface.picture == PageModel::PictureId::None
-             ? QStringLiteral(" (no picture was recorded)")
-             : QString()) +
-        QStringLiteral("</figcaption><svg class=\"picture\" role=\"img\" aria-label=\"Picture with "
-                       "the elements outlined; the table lists them\" width=\"%3\" height=\"%4\" "
-                       "viewBox=\"%1 %2 %3 %4\">")
-            .arg(bounds.x())
-            .arg(bounds.y())
-            .arg(bounds.width())
-            .arg(bounds.height());
-    if (surface.picture != PageModel::PictureId::None) {
-        html += m_links.drawing(m_model, surface.picture, bounds);
-    }
-    const PageModel::Window& window = m_model.windows.at(surface.window);
-    for (int i = window.node; i <= window.lastNode; ++i) {
-        const PageModel::Node& node = m_model.nodes.at(i);
-        if (node.surface == id && i != surface.node) {
-            html += outline(node);
-        }
-    }
-    return html + QStringLiteral("</svg></figure>\n");
-}
-
-QString StaticPage::outline(const PageModel::Node& node) const {
-    const QRect place = node.place.value_or(QRect());
-    const QString state = node.isCountable ? wordFor(node.state) : QStringLiteral("ignored");
-    const QString box = QStringLiteral("x=\"%1\" y=\"%2\" width=\"%3\" height=\"%4\"")
-                            .arg(place.x())
-                            .arg(place.y())
-                            .arg(place.width())
-                            .arg(place.height());
-    const QString badge = QStringLiteral("<use href=\"#badge-%1\" x=\"%2\" y=\"%3\" "
-                                         "width=\"%4\" height=\"%4\"/>")
-                              .arg(state)
-                              .arg(place.x() + place.width() - badgeSize)
-                              .arg(place.y())
-                              .arg(badgeSize);
-    const bool isHatched = node.isCountable && node.state == State::Missed;
-    return QStringLiteral("<g class=\"outline %1\"><rect %2 fill=\"%3\"/><rect class=\"halo\" "
-                          "%2/><rect class=\"line\" %2/>%4</g>")
-        .arg(state, box, isHatched ? QStringLiteral("url(#hatch)") : QStringLiteral("none"), badge);
 }
 
 /** Why the element is in none of the numbers. */
@@ -361,13 +325,35 @@ QString StaticPage::elements(const PageModel::Window& window) const {
 
 QString StaticPage::elementRow(const PageModel::Node& node) const {
     if (!node.isListed()) {
-        return QStringLiteral("<tr><td>unopened</td>") + cell(name(node)) +
-               QStringLiteral("<td></td><td></td><td>opened; what is in it is unknown</td></tr>\n");
+        return QStringLiteral("<tr><td>unopened</td>") + cell(name(node) + openerText(node)) +
+               QStringLiteral("<td></td><td></td><td>") +
+               (node.isView ? QStringLiteral("opened")
+                            : QStringLiteral("opened; what is in it is unknown")) +
+               QStringLiteral("</td></tr>\n");
     }
-    return QStringLiteral("<tr>") + stateCell(node) +
-           cell(name(node) + ruleText(node) + why(node.apart)) + cell(htmlContent(node.className)) +
+    const QString size =
+        node.members > 0
+            ? QStringLiteral(" ×%1, %2 of them used").arg(node.members).arg(node.usedMembers)
+            : QString();
+    // Of controls it is told once, by the picture of their view.
+    const QString reason = m_model.isOfControls ? QString() : why(node.apart);
+    return QStringLiteral("<tr>") + stateCell(node, m_model.isOfControls) +
+           cell(name(node) + size + ruleText(node) + reason) + cell(htmlContent(node.className)) +
            cell(eventsText(node.events, true)) + cell(eventsText(node.events, false)) +
            QStringLiteral("</tr>\n");
+}
+
+/** What brings up a view that nobody ever opened. */
+QString StaticPage::openerText(const PageModel::Node& node) const {
+    const int opener = node.isView ? m_model.surface(node.home).opener : -1;
+    return opener < 0 ? QString()
+                      : QStringLiteral("<span class=\"why\">by ") +
+                            htmlContent(m_model.nodes.at(opener).step.toString()) +
+                            QStringLiteral(" in ") +
+                            htmlContent(m_model.nodes
+                                            .at(m_model.surface(m_model.nodes.at(opener).home).node)
+                                            .step.toString()) +
+                            QStringLiteral("</span>");
 }
 
 QString StaticPage::name(const PageModel::Node& node) const {

@@ -31,11 +31,10 @@ private:
     QString runs() const;
     QString windows() const;
     QString window(int index) const;
-    QString figure(PageModel::SurfaceId id) const;
-    QString outline(const PageModel::Node& node) const;
     QString elements(const PageModel::Window& window) const;
     QString elementRow(const PageModel::Node& node) const;
     QString ruleText(const PageModel::Node& node) const;
+    QString openerText(const PageModel::Node& node) const;
     QString name(const PageModel::Node& node) const;
     QVector<const PageModel::Node*> sortedNodes(const PageModel::Window& window) const;
 

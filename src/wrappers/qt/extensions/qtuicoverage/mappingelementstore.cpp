@@ -15,17 +15,6 @@ MappingElementStore::MappingElementStore() = default;
 MappingElementStore::~MappingElementStore() = default;
 
 void MappingElementStore::addMapping(QObject* object, UIElement* element) {
-    map(object, element);
-    // Receivers of the announcement can look the object up already.
-    addElement(element);
-}
-
-void MappingElementStore::addMappingQuietly(QObject* object, UIElement* element) {
-    map(object, element);
-    listElement(element);
-}
-
-void MappingElementStore::map(QObject* object, UIElement* element) {
     elementForObject(object); // forgets a dead object at this address
     Mapping& mapping = m_mapping[object];
     if (mapping.element != nullptr) {
@@ -40,6 +29,8 @@ void MappingElementStore::map(QObject* object, UIElement* element) {
     // Made anew on every call, also for an object that is mapped already.
     static const int slot = methodNumber(staticMetaObject, "objectDestroyed(QObject*)");
     connectDestroyed(object, this, slot);
+    // Receivers of the announcement can look the object up already.
+    addElement(element);
 }
 
 UIElement* MappingElementStore::elementForObject(QObject* object) {

@@ -39,12 +39,6 @@ public:
      */
     void addMapping(QObject* object, UIAbstraction::UIElement* element);
 
-    /**
-     * The same without the announcement, for the elements of a tree that is announced as a whole:
-     * see UICoverageTracker::announceTree().
-     */
-    void addMappingQuietly(QObject* object, UIAbstraction::UIElement* element);
-
     /** The object's element; null when it has none or is dead. The object is not touched. */
     UIAbstraction::UIElement* elementForObject(QObject* object);
 
@@ -69,7 +63,6 @@ private:
         QPointer<QObject> guard;
     };
 
-    void map(QObject* object, UIAbstraction::UIElement* element);
     void forget(QObject* object);
     QList<QObject*> objectsOf(const UIAbstraction::UIElement* element) const;
     void forgetObject(const UIAbstraction::UIElement* element, QObject* object);

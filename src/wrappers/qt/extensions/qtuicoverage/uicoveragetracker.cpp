@@ -35,12 +35,6 @@ QList<UIElement*> UICoverageTracker::rootElements() const {
     return m_elementStore.rootElements();
 }
 
-void UICoverageTracker::announceTree(const UIElement* root) {
-    if (m_exporter != nullptr) {
-        m_exporter->announceTree(root);
-    }
-}
-
 void UICoverageTracker::setTakeScreenshotsOfElements(bool takeScreenshots) {
     m_takeScreenshotsOfElements = takeScreenshots;
 }

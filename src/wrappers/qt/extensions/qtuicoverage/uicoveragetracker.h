@@ -34,12 +34,6 @@ public:
     bool takeScreenshotsOfElements() const { return m_takeScreenshotsOfElements; }
     void setTakeScreenshotsOfElements(bool takeScreenshots);
 
-    /**
-     * Announces a tree of elements that were added quietly as one: see the exporter's operation of
-     * that name, which does it. Nothing happens without an exporter.
-     */
-    void announceTree(const UIAbstraction::UIElement* root);
-
     AbstractUIElementExporter* exporter() const { return m_exporter; }
     MappingElementStore& elementStore() { return m_elementStore; }
 

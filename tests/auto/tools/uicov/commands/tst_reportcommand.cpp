@@ -252,6 +252,29 @@ private Q_SLOTS:
         }
         QCOMPARE(report({QStringLiteral("whole.uirec")}), 0);
     }
+
+    void thePageIsOneOfTheOutputs() {
+        QCOMPARE(
+            report({QStringLiteral("--html"), QStringLiteral("page.html"), QStringLiteral("--json"),
+                    QStringLiteral("page.json"), QStringLiteral("whole.uirec")}),
+            0);
+        QCOMPARE(m_runner.run({QStringLiteral("html"), QStringLiteral("-o"),
+                               QStringLiteral("alone.html"), QStringLiteral("whole.uirec")}),
+                 0);
+        QVERIFY(contents("page.html").size() > 1000);
+        QVERIFY(contents("page.html") == contents("alone.html"));
+        QVERIFY(contents("page.json").contains("uicov-report"));
+        QVERIFY(writeFile("other.html", "<p>mine</p>"));
+        QCOMPARE(report({QStringLiteral("--html"), QStringLiteral("other.html"),
+                         QStringLiteral("whole.uirec")}),
+                 1);
+        QVERIFY(m_runner.errors().contains(QStringLiteral("[output-foreign]")));
+        QCOMPARE(contents("other.html"), QByteArray("<p>mine</p>"));
+        QCOMPARE(report({QStringLiteral("--html"), QStringLiteral("same"), QStringLiteral("--json"),
+                         QStringLiteral("same"), QStringLiteral("whole.uirec")}),
+                 1);
+        QVERIFY(m_runner.errors().contains(QStringLiteral("two outputs cannot go to one place")));
+    }
 };
 
 QTEST_GUILESS_MAIN(TestReportCommand)

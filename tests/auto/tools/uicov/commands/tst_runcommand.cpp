@@ -11,6 +11,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QProcess>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
@@ -242,12 +243,89 @@ private Q_SLOTS:
                  0);
         QSettings settings(path("saved.ini"), QSettings::IniFormat);
         QCOMPARE(settings.value(QStringLiteral("host/context")).toString(), QStringLiteral("a, b"));
-        QCOMPARE(settings.value(QStringLiteral("host/labels")).toStringList(),
+        // In a CI service the commit comes first.
+        QCOMPARE(settings.value(QStringLiteral("host/labels"))
+                     .toStringList()
+                     .mid(settings.value(QStringLiteral("host/labels")).toStringList().size() - 2),
                  QStringList({QStringLiteral("a=1,2"), QStringLiteral("b=ü=\"x\" @")}));
         QCOMPARE(
             run(QStringList{QStringLiteral("--label"), QStringLiteral("noValue")} + application()),
             1);
         QVERIFY(m_runner->errors().contains(QStringLiteral("NAME=VALUE, not noValue")));
+    }
+
+    void whatIsThereSoFarCanBeReportedWhileTheRunGoes() {
+        QVERIFY(writeScript(path("app"), QStringLiteral("#!/bin/sh\n\"%1\"\ntouch ready\n"
+                                                        "while [ ! -e go ]; do sleep 0.05; done\n")
+                                             .arg(m_application)));
+        QProcess process;
+        process.setWorkingDirectory(m_folder->path());
+        process.start(QStringLiteral(UICOV_PROGRAM),
+                      {QStringLiteral("run"), QStringLiteral("-o"), QStringLiteral("x.uicov"),
+                       QStringLiteral("--"), QStringLiteral("./app")});
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(path("ready")), 20000);
+        QVERIFY(!QFile::exists(path("x.uicov")));
+        QCOMPARE(m_runner->run({QStringLiteral("report"), QStringLiteral("x.uicov")}), 0);
+        QVERIFY2(m_runner->errors().contains(
+                     QStringLiteral("x.uicov: a run into it is still going; what it has recorded "
+                                    "so far is counted")),
+                 qPrintable(m_runner->errors()));
+        const QString soFar = m_runner->output();
+        QVERIFY(soFar.contains(QStringLiteral("TOTAL")));
+        QFile go(path("go"));
+        QVERIFY(go.open(QIODevice::WriteOnly));
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(m_runner->run({QStringLiteral("report"), QStringLiteral("x.uicov")}), 0);
+        QCOMPARE(m_runner->output(), soFar);
+        QVERIFY(!m_runner->errors().contains(QStringLiteral("still going")));
+    }
+
+    void aRunThatAppendsIsReportedWithWhatIsThereAlready() {
+        QCOMPARE(run(application()), 0);
+        QVERIFY(writeScript(path("app"),
+                            QStringLiteral("#!/bin/sh\n[ -z \"$1\" ] && \"%1\"\ntouch ready\n"
+                                           "while [ ! -e go ]; do sleep 0.05; done\n")
+                                .arg(m_application)));
+        const auto runsSoFar = [this](const QStringList& options, const QStringList& arguments) {
+            QFile::remove(path("ready"));
+            QFile::remove(path("go"));
+            QProcess process;
+            process.setWorkingDirectory(m_folder->path());
+            process.start(QStringLiteral(UICOV_PROGRAM),
+                          QStringList{QStringLiteral("run")} + options +
+                              QStringList{QStringLiteral("--"), QStringLiteral("./app")} +
+                              arguments);
+            [this] { QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(path("ready")), 20000); }();
+            const int code = m_runner->run({QStringLiteral("json")});
+            const int runs = m_runner->output().count(QStringLiteral("\"uuid\""));
+            QFile go(path("go"));
+            go.open(QIODevice::WriteOnly);
+            process.waitForFinished();
+            return code == 0 ? runs : -1;
+        };
+        QCOMPARE(runsSoFar({QStringLiteral("--append")}, {}), 2);
+        QCOMPARE(runsSoFar({}, {}), 1);
+        QCOMPARE(runsSoFar({}, {QStringLiteral("records-nothing")}), -1);
+        QVERIFY2(m_runner->errors().contains(QStringLiteral("has recorded nothing yet")),
+                 qPrintable(m_runner->errors()));
+    }
+
+    void theCommitIsALabelOfTheRunUnlessTheUserNamesAnother() {
+        // The folder is in no checkout, so that the service's variable decides.
+        const QString commit = QStringLiteral("0123456789abcdef0123456789abcdef01234567");
+        m_runner->setVariable(QStringLiteral("GITHUB_SHA"), commit);
+        const auto labelsOf = [this](const QStringList& options) {
+            const QString saved = path("saved.ini");
+            QFile::remove(saved);
+            run(options + application() + QStringList{QStringLiteral("save"), saved});
+            return QSettings(saved, QSettings::IniFormat)
+                .value(QStringLiteral("host/labels"))
+                .toStringList();
+        };
+        QCOMPARE(labelsOf({QStringLiteral("--label"), QStringLiteral("a=1")}),
+                 (QStringList{QStringLiteral("vcs.commit=") + commit, QStringLiteral("a=1")}));
+        QCOMPARE(labelsOf({QStringLiteral("--label"), QStringLiteral("vcs.commit=other")}),
+                 QStringList{QStringLiteral("vcs.commit=other")});
     }
 
     void aRecordingIsNoDataFile() {

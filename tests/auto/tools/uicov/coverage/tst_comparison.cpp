@@ -7,6 +7,10 @@
 
 #include <QTest>
 
+#include <algorithm>
+#include <memory>
+#include <vector>
+
 using TestLib::RunMaker;
 using Uicov::Coverage::Comparison;
 using Uicov::Coverage::CoverageResult;
@@ -102,11 +106,150 @@ private Q_SLOTS:
         QVERIFY(!comparison.isEmpty());
     }
 
+    void whatWasUsedInAWindowThatIsNotOpenedNowIsLostWithIt() {
+        RunMaker base;
+        const int dialog = base.addWindow(QStringLiteral("Settings"), "QDialog", "Dialog");
+        base.hit(base.addButton(dialog, QStringLiteral("Apply")), "clicked");
+        base.add(dialog, "Button", "QPushButton", QStringLiteral("Reset"), "clicked");
+        base.addWindow(QStringLiteral("W"));
+        RunMaker current(2);
+        current.addWindow(QStringLiteral("W"));
+        const Comparison comparison = compare(base.run, current.run);
+        const QString view = QStringLiteral("Dialog \"Settings\"");
+        QCOMPARE(keys(comparison.lost()),
+                 (QStringList{view, view + QStringLiteral(" > Button \"Apply\"")}));
+        QCOMPARE(comparison.lost().at(1).with, view);
+        QCOMPARE(comparison.unknown(), 1);
+        QVERIFY(comparison.removed().isEmpty());
+        QCOMPARE(comparison.count(QStringLiteral("lost")), 2);
+    }
+
+    void aControlIsLostWithThePageAndTheWindowThatWereSeen() {
+        Run unseen = TestLib::controlsRun(2);
+        for (auto& element : unseen.elements) {
+            element.hits.clear();
+        }
+        const Comparison all = compare(TestLib::controlsRun(), unseen);
+        QCOMPARE(all.lost().size(), 3);
+        for (const auto& change : all.lost()) {
+            QCOMPARE(change.with, QStringLiteral("Window \"Panel\""));
+        }
+        QCOMPARE(keys(all.lostViews()),
+                 (QStringList{QStringLiteral("Window \"Panel\""),
+                              QStringLiteral("Window \"Panel\" > Page \"General\"")}));
+        QCOMPARE(all.count(QStringLiteral("lost")), 5);
+        QVERIFY(all.removed().isEmpty());
+        const Comparison back = compare(unseen, TestLib::controlsRun());
+        QCOMPARE(back.gained().size(), 3);
+        QCOMPARE(back.gainedViews().size(), 2);
+        QVERIFY(back.isOfControls());
+    }
+
+    void whatIsKnownFromItsUseOnlyIsLostAndNotRemoved_data() {
+        QTest::addColumn<QString>("type");
+        QTest::addColumn<QString>("ways");
+        QTest::addColumn<bool>("isRemoved");
+        QTest::newRow("area") << "Area"
+                              << "" << false;
+        QTest::newRow("shortcut") << "Command"
+                                  << "shortcut" << false;
+        QTest::newRow("in a menu, too") << "Command"
+                                        << "menu shortcut" << true;
+        QTest::newRow("button") << "Button"
+                                << "" << true;
+    }
+
+    void whatIsKnownFromItsUseOnlyIsLostAndNotRemoved() {
+        QFETCH(QString, type);
+        QFETCH(QString, ways);
+        QFETCH(bool, isRemoved);
+        RunMaker base;
+        base.run = TestLib::controlsRun();
+        const int control = base.add(0, qPrintable(type), "Own", QStringLiteral("it"), "pressed");
+        base.element(control).attributes.insert(QStringLiteral("ways"), ways);
+        base.element(control).wasSeen = true;
+        base.hit(control, "pressed");
+        const Comparison comparison = compare(base.run, TestLib::controlsRun(2));
+        QCOMPARE(comparison.removed().size(), isRemoved ? 1 : 0);
+        QCOMPARE(comparison.lost().size(), isRemoved ? 0 : 1);
+    }
+
+    void whatIsMissingInAPageThatWasNotOpenedIsNotRemoved() {
+        Run base = TestLib::controlsRun();
+        Run current = TestLib::controlsRun(2);
+        const auto heater =
+            std::find_if(current.elements.begin(), current.elements.end(), [](const auto& element) {
+                return element.text == QLatin1String("Heater");
+            });
+        heater->text = QStringLiteral("Oven");
+        const Comparison comparison = compare(base, current);
+        QVERIFY(comparison.removed().isEmpty());
+        QCOMPARE(comparison.unknown(), 1);
+        QCOMPARE(keys(comparison.newMissed()),
+                 QStringList{QStringLiteral("Window \"Panel\" > Page \"Advanced\" > CheckBox "
+                                            "\"Oven\"")});
+    }
+
+    void whatSomeOfTheLastRunsUsedIsFlappingAndNotLost_data() {
+        // The newest first: u used, n not used, - not there.
+        QTest::addColumn<QString>("history");
+        QTest::addColumn<bool>("isFlapping");
+        QTest::newRow("in all") << "uuu" << false;
+        QTest::newRow("not in one") << "unu" << true;
+        QTest::newRow("not there in one") << "u-u" << true;
+        QTest::newRow("new in the base") << "u--" << false;
+        QTest::newRow("there before, and used last") << "unn" << true;
+        QTest::newRow("the base alone") << "u" << false;
+    }
+
+    void whatSomeOfTheLastRunsUsedIsFlappingAndNotLost() {
+        QFETCH(QString, history);
+        QFETCH(bool, isFlapping);
+        const auto coverageOf = [this](QChar what, int number) {
+            RunMaker maker(number);
+            const int window = maker.addWindow(QStringLiteral("W"));
+            if (what != QLatin1Char('-')) {
+                const int button = maker.addButton(window, QStringLiteral("Go"));
+                if (what == QLatin1Char('u')) {
+                    maker.hit(button, "clicked");
+                }
+            }
+            auto coverage = std::make_unique<CoverageResult>(m_configuration);
+            coverage->add(maker.run);
+            coverage->finish();
+            return coverage;
+        };
+        std::vector<std::unique_ptr<CoverageResult>> earlier;
+        Comparison::Earlier pointers;
+        for (int i = 1; i < history.size(); ++i) {
+            earlier.push_back(coverageOf(history.at(i), i));
+            pointers.push_back(earlier.back().get());
+        }
+        const auto base = coverageOf(history.at(0), 8);
+        const auto now = coverageOf(QLatin1Char('n'), 9);
+        const Comparison comparison(*base, *now, pointers);
+        QCOMPARE(comparison.flapping().size(), isFlapping ? 1 : 0);
+        QCOMPARE(comparison.count(QStringLiteral("lost")), isFlapping ? 0 : 1);
+    }
+
+    void contextsThatDidNotRunAreNamed() {
+        RunMaker other(2);
+        other.addWindow(QStringLiteral("Panel"));
+        const Comparison comparison = compare(TestLib::panelRun(), other.run);
+        QVERIFY(!comparison.notRun().isEmpty());
+        for (const QString& name : comparison.notRun()) {
+            QVERIFY2(name.startsWith(QStringLiteral("context ")), qPrintable(name));
+        }
+    }
+
     void applicationsAreNeverMixed() {
         Run other = TestLib::panelRun();
         other.application = QStringLiteral("other");
         const Comparison comparison = compare(TestLib::panelRun(), other);
-        QCOMPARE(comparison.removed().size(), 9);
+        QCOMPARE(comparison.lost().size(), 7);
+        QCOMPARE(comparison.unknown(), 2);
+        QVERIFY(comparison.removed().isEmpty());
+        QCOMPARE(comparison.notRun(), QStringList{QStringLiteral("application panel")});
         QCOMPARE(comparison.newUsed().size() + comparison.newMissed().size(), 9);
         QVERIFY(comparison.renamed().isEmpty());
     }

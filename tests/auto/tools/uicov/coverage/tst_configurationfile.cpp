@@ -121,6 +121,11 @@ private Q_SLOTS:
         row("no table of rules", "ignore = 3\n", ":1:", "has to be a list");
         row("no rule", "ignore = [3]\n", ":1:", "has to be a table");
         row("no pattern", "[[labels]]\nreplace = \"x\"\n", ":1:", "needs a pattern");
+        row("no TOML", "[gates]\nfail under 80\n",
+            ":2:", "this is no TOML: fail under 80; a line is [SECTION] or KEY = VALUE");
+        row("text without its end", "[report]\nsort = \"cover\n",
+            ":2:", "this is no TOML: sort = \"cover; a line is");
+        row("key twice", "[gates]\nfail-under = 1\nfail-under = 2\n", ":3:", "each key once");
         row("bad expression", "[[labels]]\npattern = \"(\"\n", ":2:", "no regular expression");
         row("no events", "[criteria]\nCheckBox = []\n", ":2:", "name the events");
         row("criteria", "criteria = 3\n", ":1:", "has to be a table");

@@ -247,6 +247,102 @@ private Q_SLOTS:
         QCOMPARE(unused.at(1).event, QStringLiteral("way=tray"));
     }
 
+    void aRunOfTheUniverseIsCountedForWhatItKnows() {
+        // One that has done nothing, and has a button less.
+        Uicov::Runs::Run idle = TestLib::controlsRun(2);
+        idle.elements.resize(4);
+        idle.elements[0].children = {1, 2, 3};
+        for (auto& element : idle.elements) {
+            element.hits.clear();
+            element.wasSeen = false;
+        }
+        CoverageResult alone(m_configuration);
+        alone.add(idle);
+        alone.finish();
+        QCOMPARE(alone.tree().totals().elements, 2);
+        CoverageResult coverage(m_configuration);
+        coverage.add(idle);
+        coverage.addKnown(TestLib::controlsRun(1));
+        coverage.finish();
+        const auto totals = coverage.tree().totals();
+        QCOMPARE(totals.elements, 9);
+        QCOMPARE(totals.views, 3);
+        QCOMPARE(totals.used + totals.shown + totals.seenViews, 0);
+        QCOMPARE(coverage.runs().size(), std::size_t{1});
+        QCOMPARE(coverage.knownRuns(), 1);
+        const auto nodes = coverage.tree().nodesOf(coverage.tree().windows().first());
+        for (const auto node : nodes) {
+            QVERIFY(coverage.tree().node(node).usedWays.isEmpty());
+        }
+    }
+
+    void whatOnlyAnOlderVersionHadIsFound_data() {
+        QTest::addColumn<QString>("old");
+        QTest::addColumn<QString>("current");
+        QTest::addColumn<int>("outdated");
+        QTest::newRow("of an older version") << "1.9"
+                                             << "1.10" << 9;
+        QTest::newRow("of the same version") << "1.10"
+                                             << "1.10" << 0;
+        QTest::newRow("of no version") << ""
+                                       << "1.10" << 0;
+        QTest::newRow("no run tells") << ""
+                                      << "" << 0;
+    }
+
+    void whatOnlyAnOlderVersionHadIsFound() {
+        QFETCH(QString, old);
+        QFETCH(QString, current);
+        QFETCH(int, outdated);
+        const QString label = QStringLiteral("version");
+        Uicov::Runs::Run first = TestLib::controlsRun(1);
+        first.started = QStringLiteral("2026-01-01T00:00:00Z");
+        Uicov::Runs::Run second = TestLib::controlsRun(2);
+        second.started = QStringLiteral("2026-01-02T00:00:00Z");
+        second.elements.resize(4); // the window and three buttons
+        second.elements[0].children = {1, 2, 3};
+        if (!old.isEmpty()) {
+            first.labels.insert(label, old);
+        }
+        if (!current.isEmpty()) {
+            second.labels.insert(label, current);
+        }
+        CoverageResult coverage(m_configuration);
+        coverage.add(second);
+        coverage.add(first);
+        coverage.finish();
+        const auto& tree = coverage.tree();
+        int marked = 0;
+        const auto nodes = tree.nodesOf(tree.windows().first());
+        for (const auto node : nodes) {
+            const QString version = tree.node(node).lastVersion;
+            QVERIFY(version.isEmpty() || version == old);
+            marked += version.isEmpty() ? 0 : 1;
+        }
+        QCOMPARE(marked, outdated);
+        QCOMPARE(coverage.outdated(), outdated);
+    }
+
+    void controlsThatTheClassicExtensionDoesNotWatchAreTold() {
+        TestLib::RunMaker maker;
+        const int window = maker.addWindow(QStringLiteral("Panel"));
+        for (const char* name : {"QToolButton", "QSpinBox", "QToolButton", "QFrame"}) {
+            maker.element(maker.add(window, "", name, QString(), "shown")).isTransparentNode = true;
+        }
+        CoverageResult coverage(m_configuration);
+        coverage.add(maker.run);
+        maker.run.uuid = QStringLiteral("other");
+        coverage.add(maker.run);
+        coverage.finish();
+        const QMap<QString, int> expected{{QStringLiteral("QSpinBox"), 1},
+                                          {QStringLiteral("QToolButton"), 2}};
+        QCOMPARE(coverage.unwatched(), expected);
+        maker.run.extension = QStringLiteral("libqtuicontrols");
+        CoverageResult controls(m_configuration);
+        controls.add(maker.run);
+        QVERIFY(controls.unwatched().isEmpty());
+    }
+
     void runsAndWarningsAreKept() {
         CoverageResult coverage(m_configuration);
         coverage.add(TestLib::panelRun(1));

@@ -3,6 +3,7 @@
 
 #include "doctor/machinechecks.h"
 #include "testlib/childprocess.h"
+#include "testlib/killingfilter.h"
 #include "testlib/testcase.h"
 
 #include <QDir>
@@ -126,7 +127,17 @@ private Q_SLOTS:
             QVERIFY(!names.contains(finding.check));
             names.append(finding.check);
         }
-        QCOMPARE(names.size(), 5);
+        QCOMPARE(names.size(), 6);
+    }
+
+    void aFilterOfSystemCallsIsSeen() {
+        if (Uicov::Doctor::checkSystemCallFilter().result != Result::Ok) {
+            QSKIP("one is on already");
+        }
+        QVERIFY(holdsInChildProcess([] {
+            return TestLib::killOn({}) &&
+                   Uicov::Doctor::checkSystemCallFilter().result == Result::Warning;
+        }));
     }
 };
 

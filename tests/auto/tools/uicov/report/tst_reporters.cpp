@@ -3,14 +3,17 @@
 
 #include "coverage/comparison.h"
 #include "coverage/gatekeeper.h"
+#include "dump/runprinter.h"
 #include "report/badge.h"
 #include "report/contexttable.h"
 #include "report/diffreport.h"
 #include "report/explanation.h"
+#include "report/healthtable.h"
 #include "report/jsonreport.h"
 #include "report/junitreport.h"
 #include "report/markdownreport.h"
 #include "report/textreport.h"
+#include "report/timelinereport.h"
 #include "testlib/golden.h"
 #include "testlib/runmaker.h"
 #include "testlib/testcase.h"
@@ -29,21 +32,65 @@ class TestReporters : public TestLib::TestCase {
 
     Configuration m_configuration;
     std::unique_ptr<CoverageResult> m_coverage;
+    Uicov::Runs::Run m_run;
 
     /** @param input "panel", "hostile" or "controls" */
     void read(const QString& input) {
         m_coverage = std::make_unique<CoverageResult>(m_configuration);
-        if (input == QLatin1String("hostile")) {
-            m_coverage->add(TestLib::hostileRun());
-        } else if (input == QLatin1String("controls")) {
-            m_coverage->add(TestLib::controlsRun(1));
-        } else {
-            m_coverage->add(TestLib::panelRun(1));
+        m_run = input == QLatin1String("hostile")    ? TestLib::hostileRun()
+                : input == QLatin1String("controls") ? TestLib::controlsRun(1)
+                                                     : TestLib::panelRun(1);
+        m_coverage->add(m_run.isOfControls() ? timedControlsRun() : m_run);
+        if (input == QLatin1String("panel")) {
             TestLib::RunMaker other(2, QStringLiteral("tool"));
             other.addButton(other.addWindow(QStringLiteral("Tool")), QStringLiteral("Go"));
             m_coverage->add(other.run);
         }
         m_coverage->finish();
+    }
+
+    /** controlsRun() with a time for each use. */
+    static Uicov::Runs::Run timedControlsRun() {
+        constexpr int step = 250; // milliseconds
+        Uicov::Runs::Run run = TestLib::controlsRun(1);
+        qint64 time = 0;
+        for (auto& element : run.elements) {
+            for (auto& hit : element.hits) {
+                hit.first = time += step;
+                hit.last = hit.first + hit.count - 1;
+            }
+        }
+        return run;
+    }
+
+    /** What controlsRun() has, and besides: a dialog, a control that is removed, uses that are lost
+     * or flapping, and a caption that is changed. */
+    static Uicov::Runs::Run controlsBefore() {
+        TestLib::RunMaker maker(3);
+        maker.run = TestLib::controlsRun(3);
+        const auto find = [&maker](const char* text) {
+            int number = 0;
+            while (maker.element(number).text != QLatin1String(text)) {
+                ++number;
+            }
+            return number;
+        };
+        const auto add = [&maker](int view, const char* text) {
+            const int control =
+                maker.add(view, "Button", "QPushButton", QLatin1String(text), "clicked");
+            maker.element(control).wasSeen = true;
+            return control;
+        };
+        maker.hit(find("Pump"), "checked", 1, QStringLiteral("test_stop"));
+        maker.element(find("Save")).text = QStringLiteral("Save it");
+        add(find("Panel"), "Old");
+        const int dialog = maker.add(-1, "Dialog", "QDialog", QStringLiteral("Settings"), "seen");
+        maker.element(dialog).isWindowNode = true;
+        maker.hit(dialog, "seen");
+        maker.hit(add(dialog, "Apply"), "clicked");
+        maker.hit(add(dialog, "Reset"), "clicked");
+        add(dialog, "Help");
+        return maker.run;
     }
 
     QVector<Uicov::Coverage::GateResult> gates() const {
@@ -67,8 +114,26 @@ class TestReporters : public TestLib::TestCase {
             report.setNotes({QStringLiteral("A <note>.")});
             return report.toString().toUtf8();
         }
+        if (reporter == QLatin1String("groups.txt")) {
+            Uicov::Report::TextReport report(m_coverage->tree());
+            report.setListsGroups(true);
+            return report.toString().toUtf8();
+        }
+        if (reporter == QLatin1String("health.txt")) {
+            return Uicov::Report::healthTable(m_coverage->tree()).toUtf8();
+        }
+        if (reporter == QLatin1String("dump.txt")) {
+            return (Uicov::Dump::runLines(m_run).join(QLatin1Char('\n')) + QLatin1Char('\n'))
+                .toUtf8();
+        }
         if (reporter == QLatin1String("contexts.txt")) {
             return Uicov::Report::contextTable(m_coverage->tree()).toUtf8();
+        }
+        if (reporter == QLatin1String("timeline.txt")) {
+            return Uicov::Report::TimelineReport(*m_coverage).toText().toUtf8();
+        }
+        if (reporter == QLatin1String("timeline.md")) {
+            return Uicov::Report::TimelineReport(*m_coverage).toMarkdown().toUtf8();
         }
         if (reporter == QLatin1String("report.json")) {
             return Uicov::Report::JsonReport(*m_coverage, gates()).toBytes();
@@ -91,12 +156,19 @@ class TestReporters : public TestLib::TestCase {
             }
             return explanation.toString().toUtf8();
         }
+        const bool isOfControls = m_coverage->tree().isOfControls();
         CoverageResult base(m_configuration);
-        base.add(m_coverage->tree().isOfControls() ? TestLib::controlsRun(3)
-                                                   : TestLib::panelRun(3));
+        base.add(isOfControls ? controlsBefore() : TestLib::panelRun(3));
         base.finish();
-        const Uicov::Coverage::Comparison comparison(base, *m_coverage);
-        const Uicov::Report::DiffReport report(comparison);
+        CoverageResult earlier(m_configuration);
+        earlier.add(isOfControls ? TestLib::controlsRun(4) : TestLib::panelRun(4));
+        earlier.finish();
+        const Uicov::Coverage::Comparison comparison(base, *m_coverage, {&earlier});
+        Uicov::Report::DiffReport report(comparison);
+        if (isOfControls) {
+            report.setBase(QStringLiteral("1a2b3c4d5e, 3 commits and 2 days older"));
+            report.setLink(QStringLiteral("https://example.org/gui coverage.html?<1>"));
+        }
         if (reporter == QLatin1String("diff.txt")) {
             return report.toText().toUtf8();
         }
@@ -105,11 +177,14 @@ class TestReporters : public TestLib::TestCase {
     }
 
     static QStringList reporters() {
-        return {QStringLiteral("text.txt"),        QStringLiteral("markdown.md"),
-                QStringLiteral("contexts.txt"),    QStringLiteral("report.json"),
-                QStringLiteral("junit.xml"),       QStringLiteral("badge.svg"),
-                QStringLiteral("explanation.txt"), QStringLiteral("diff.txt"),
-                QStringLiteral("diff.md"),         QStringLiteral("diff.json")};
+        return {QStringLiteral("groups.txt"),  QStringLiteral("health.txt"),
+                QStringLiteral("dump.txt"),    QStringLiteral("text.txt"),
+                QStringLiteral("markdown.md"), QStringLiteral("contexts.txt"),
+                QStringLiteral("report.json"), QStringLiteral("junit.xml"),
+                QStringLiteral("badge.svg"),   QStringLiteral("explanation.txt"),
+                QStringLiteral("diff.txt"),    QStringLiteral("diff.md"),
+                QStringLiteral("diff.json"),   QStringLiteral("timeline.txt"),
+                QStringLiteral("timeline.md")};
     }
 
     static void addRows() {
@@ -189,7 +264,11 @@ private Q_SLOTS:
             }
             QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
         } else if (reporter.endsWith(QLatin1String(".md"))) {
-            QVERIFY(!text.contains(QLatin1Char('<')));
+            QString rest = text;
+            for (const char* ours : {"<details><summary>Each change</summary>", "</details>"}) {
+                rest.remove(QLatin1String(ours));
+            }
+            QVERIFY(!rest.contains(QLatin1Char('<')));
         }
     }
 };

@@ -223,6 +223,36 @@ private Q_SLOTS:
                  QColor(Qt::blue));
     }
 
+    void aControlHasThePictureOfItsViewThatShowsIt() {
+        m_recording->addProcess({{QStringLiteral("extension"), QStringLiteral("libqtuicontrols")}});
+        UIElement* const window =
+            m_recording->add(nullptr, QStringLiteral("Window"), QStringLiteral("QWidget"));
+        UIElement* const button = addButton(window, {});
+        UIElement* const other = addButton(window, {});
+        QImage image(100, 50, QImage::Format_RGB32);
+        window->setGeometry(ElementGeometry(QRect(0, 0, 100, 50), true));
+        button->setGeometry(ElementGeometry(QRect(1, 2, 30, 40), true));
+        other->setGeometry(ElementGeometry(QRect(50, 2, 30, 40), true));
+        image.fill(Qt::red);
+        window->setImage(image);
+        button->setGeometry(ElementGeometry(QRect(), true)); // scrolled out of sight
+        image.fill(Qt::green);
+        window->setImage(image);
+        const Run read = run(true);
+        QCOMPARE(read.pictures.size(), 2);
+        const auto colourOf = [&](int element) {
+            return QImage::fromData(read.pictures.value(read.element(element).picture))
+                .pixelColor(0, 0);
+        };
+        QCOMPARE(colourOf(0), QColor(Qt::green));
+        QCOMPARE(colourOf(1), QColor(Qt::red));
+        QCOMPARE(colourOf(2), QColor(Qt::green));
+        QCOMPARE(read.element(1).place, std::make_optional(QRect(1, 2, 30, 40)));
+        // The places are the same where nobody asks for pictures.
+        QCOMPARE(run().element(1).place, std::make_optional(QRect(1, 2, 30, 40)));
+        QVERIFY(run().pictures.isEmpty());
+    }
+
     void whatIsMissingMakesTheRunPartial() {
         addButton(nullptr, {});
         m_recording->addRecord(99, QByteArray());

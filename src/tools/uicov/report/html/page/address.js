@@ -37,6 +37,10 @@ Page.address = (() => {
         if (view.element >= 0) {
             values.set("e", Page.model.key(Page.model.data.nodes[view.element]));
         }
+        const surface = Page.model.data.surfaces[view.surface];
+        if (surface && surface.node !== Page.model.data.windows[surface.window].node && view.element < 0) {
+            values.set("v", Page.model.key(Page.model.data.nodes[surface.node]));
+        }
         if (view.sort !== empty.sort) {
             values.set("sort", view.sort);
         }
@@ -51,6 +55,10 @@ Page.address = (() => {
         const window = Page.model.data.windows[view.window];
         if (window && values.get("e")) {
             view.element = nodeOf(window, values.get("e"));
+        }
+        if (window && values.get("v")) {
+            const node = nodeOf(window, values.get("v"));
+            view.surface = Page.model.data.surfaces.findIndex((surface) => surface.node === node);
         }
         if (Object.hasOwn(Page.list.orders, values.get("sort") ?? "")) {
             view.sort = values.get("sort");

@@ -2,9 +2,10 @@
 
 /** The filter's little language: words that must occur, FIELD:VALUE, and "!" for the opposite. */
 Page.filter = (() => {
-    const fields = {s: "state", t: "type or class", w: "window", e: "event that happened",
-                    never: "event that never happened", c: "context", k: "key"};
-    const known = [...Page.model.states, "ignored"];
+    const fields = {s: "state", t: "type or class", w: "window", v: "view", e: "event that happened",
+                    never: "event or way that never happened", c: "context", r: "run", l: "label of a run", way: "way", g: "group",
+                    k: "key"};
+    const known = [...Page.model.states, "ignored", "unavailable"];
     const token = /!?(?<open>[a-z]+):(?=\s|$)|(?<not>!?)(?:(?<field>[a-z]+):)?(?:"(?<quoted>[^"]*)"?|(?<word>\S+))/gi;
 
     /** {terms, problems}; a term is {field, values, isNegated}. */
@@ -21,7 +22,7 @@ Page.filter = (() => {
             } else if (name === "s") {
                 addStates(raw, Boolean(groups.not), terms, problems);
             } else if (raw) {
-                terms.push({field: name || "text", values: [pattern(raw, name)], isNegated: Boolean(groups.not)});
+                terms.push({field: name || "text", values: [pattern(raw, name)], raw, isNegated: Boolean(groups.not)});
             }
         }
         return {terms, problems};
@@ -53,6 +54,27 @@ Page.filter = (() => {
             matches(name) && (happened ? count > 0 : count === 0 && counts));
     }
 
+    function neverReached(node, matches) {
+        return (node.ways ?? []).some((way) => matches(way) && !node.usedWays.includes(way));
+    }
+
+    /** Runs have no names: it is their number, as the table of runs has it, or when they started. */
+    function runMatches(node, matches, raw) {
+        return Page.model.usesOf(node).some(({run}) => raw === String(run + 1) ||
+            (!/^\d+$/.test(raw) && matches(Page.model.data.runs[run]?.started ?? "")));
+    }
+
+    function labelMatches(node, matches) {
+        return Page.model.usesOf(node).some(({run}) =>
+            Object.entries(Page.model.data.runs[run]?.labels ?? {}).some(([name, value]) => matches(`${name}=${value}`)));
+    }
+
+    function viewMatches(node, matches) {
+        const {nodes, surfaces} = Page.model.data;
+        const view = nodes[surfaces[node.home]?.node];
+        return Boolean(view) && (matches(Page.model.name(view)) || matches(Page.model.stepName(view)));
+    }
+
     function contextMatches(node, matches) {
         const contexts = Page.model.data.contexts;
         return (node.events ?? []).some(([, , , hits]) =>
@@ -67,8 +89,13 @@ Page.filter = (() => {
             return matches(window.label ?? "") || matches(Page.model.stepName(window));
         },
         e: (node, matches) => eventMatches(node, matches, true),
-        never: (node, matches) => eventMatches(node, matches, false),
+        never: (node, matches) => eventMatches(node, matches, false) || neverReached(node, matches),
         c: contextMatches,
+        r: runMatches,
+        l: labelMatches,
+        v: viewMatches,
+        way: (node, matches) => (node.usedWays ?? []).some(matches),
+        g: (node, matches) => Boolean(node.members) && matches(node.groupName ?? Page.model.name(node)),
         k: (node, matches) => matches(Page.model.key(node)),
         text: (node, matches) => matches(Page.model.name(node)) || matches(node.text ?? "") ||
             matches(node.kind) || matches(node.class ?? "")
@@ -76,8 +103,8 @@ Page.filter = (() => {
 
     /** What the terms let through, as a function of a node. */
     function matcher(terms) {
-        return (node) => terms.every(({field, values, isNegated}) =>
-            values.some((value) => tests[field](node, value)) !== isNegated);
+        return (node) => terms.every(({field, values, raw, isNegated}) =>
+            values.some((value) => tests[field](node, value, raw)) !== isNegated);
     }
 
     /** The states that the text lets through. */
@@ -94,5 +121,12 @@ Page.filter = (() => {
         return isAll ? rest : `s:${wanted.join(",")}${rest ? ` ${rest}` : ""}`;
     }
 
-    return {fields, parse, matcher, states, withStates};
+    /** The same text with that one term of the field, or without any. */
+    function withTerm(text, field, value) {
+        const rest = text.replace(new RegExp(`(^|\\s)!?${field}:("[^"]*"?|\\S*)`, "gi"), " ").replace(/\s+/g, " ").trim();
+        const quoted = /[\s"]/.test(value) ? `"${value.replace(/"/g, "?")}"` : value;
+        return value ? `${rest ? `${rest} ` : ""}${field}:${quoted}` : rest;
+    }
+
+    return {fields, parse, matcher, states, withStates, withTerm};
 })();

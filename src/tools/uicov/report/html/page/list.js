@@ -5,7 +5,7 @@ Page.list = (() => {
     const {el, glyph, shown} = Page.text;
     const rowHeight = 50;
     const spare = 6;
-    const rank = {missed: 0, shown: 1, used: 2, ignored: 3, unopened: 4};
+    const rank = {missed: 0, shown: 1, used: 2, unavailable: 3, ignored: 4, unopened: 5};
 
     const byPlace = (a, b) => {
         const [x, y] = a.place ?? [Infinity, Infinity];
@@ -24,11 +24,16 @@ Page.list = (() => {
     };
     const orderNames = {state: "missed first", place: "by place", name: "by name", type: "by type"};
 
+    const wayNames = {menu: "menu", toolBar: "tool bar", shortcut: "shortcut", contextMenu: "context menu"};
+
     function happened(node) {
         const events = node.events ?? [];
         const covered = events.filter(([name, count]) => count > 0 && name !== "shown").map(([name]) => name);
-        const never = events.filter(([, count, counts]) => count === 0 && counts).map(([name]) => name);
-        return [covered.length ? `${covered.join(", ")}` : "", never.length ? `never ${never.join(", ")}` : ""]
+        const never = [...events.filter(([, count, counts]) => count === 0 && counts).map(([name]) => name),
+                       ...(node.state === "used" ? node.ways ?? [] : []).filter((way) => !node.usedWays.includes(way)).map((way) => `by ${wayNames[way] ?? way}`)];
+        return [node.members ? `${node.usedMembers} of ${node.members} used` : "",
+                node.usedWays?.length ? `by ${node.usedWays.map((way) => wayNames[way] ?? way).join(", ")}` : covered.join(", "),
+                never.length ? `never ${never.join(", ")}` : "", node.disabled ? "disabled at the end" : ""]
             .filter(Boolean).join(" · ");
     }
 
@@ -38,22 +43,31 @@ Page.list = (() => {
         return `left out: ${rule.why || rule.rule}`;
     }
 
+    /** Of a view that nobody opened: how many there are in it, and what opens it. */
+    function unopened(node) {
+        const surface = node.view ? Page.model.data.surfaces[node.home] : null;
+        const by = surface && Page.model.openedBy(surface);
+        return by ? `never opened; ${by}` : "never opened";
+    }
+
     /** What tells more than the name: what it is, or, where that is the name, what is written in it. */
     function beside(node, name) {
         const text = node.label || !node.text ? "" : `“${node.text}”`;
-        const words = name.startsWith(node.kind) ? text : node.kind;
+        const size = node.view ? Page.model.data.surfaces[node.home].totals.elements : 0;
+        const words = node.members ? `${node.kind} ×${node.members}` : size ? `${node.kind}, ${size} ${size === 1 ? Page.model.terms.thing : Page.model.terms.things}`
+            : name.startsWith(node.kind) ? text : node.kind;
         return words ? el("span", {class: "kind"}, shown(words)) : null;
     }
 
     function row(list, item, index) {
         const {node} = item;
         const where = [...(list.showsWindows ? [Page.model.fullWindowName(Page.model.data.windows[node.window])] : []),
-                       ...Page.model.path(node)];
+                       ...Page.model.path(node, !list.showsWindows)];
         const state = Page.model.stateOf(node);
-        const detail = node.unopened ? "never opened"
-            : node.isIgnored ? why(node) : happened(node) || "seen";
+        const detail = node.unopened ? unopened(node)
+            : node.unavailable ? "never enabled" : node.isIgnored ? why(node) : happened(node) || "seen";
         const name = Page.model.name(node);
-        const element = el("div", {class: `row ${state}`, role: "option", id: `${list.id}-${node.index}`,
+        const element = el("div", {class: `row ${state}${node.disabled ? " disabled" : ""}${node.apart && Page.model.data.controls ? " off" : ""}`, role: "option", id: `${list.id}-${node.index}`,
             "aria-selected": String(list.selected === node), "aria-setsize": list.count, "aria-posinset": item.position,
             "data-node": node.index},
             node.unopened ? el("span", {class: "glyph unopened", "aria-hidden": "true"}, "▸") : glyph(state),
@@ -191,9 +205,16 @@ Page.list = (() => {
             show: (groups) => show(list, groups),
             select: (node) => { list.selected = node; mark(list); if (node) { reveal(list, node); } },
             hover: (node) => { list.hovered = node; mark(list); },
+            /** Scrolls to the group that begins with the first node of which that is true. */
+            showGroup: (isWanted) => {
+                const index = list.items.findIndex((item) => item.node && isWanted(item.node));
+                if (index >= 0) {
+                    list.element.scrollTop = Math.max(0, index - 1) * rowHeight;
+                }
+            },
             move: (step) => move(list, step)
         });
     }
 
-    return {create, orders, orderNames, happened};
+    return {create, orders, orderNames, happened, wayNames};
 })();

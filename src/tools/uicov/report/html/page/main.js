@@ -11,7 +11,10 @@ Page.main = (() => {
     let status = null;
     let live = null;
     let themeButton = null;
+    let neverUsed = null;
+    let facets = null;
     const toggles = {};
+    const unused = ["missed", "shown"];
 
     function say(text) {
         live.textContent = "";
@@ -55,7 +58,7 @@ Page.main = (() => {
         }
         const counted = all.filter((node) => node.counts).length;
         const ignored = all.filter((node) => node.isIgnored).length;
-        current.update(view, view.window < 0 ? all.filter((node) => !node.unopened) : new Set(all));
+        current.update(view, view.window < 0 ? all.filter((node) => node.counts || node.isIgnored) : new Set(all));
         if (input.value !== view.filter) {
             input.value = view.filter;
         }
@@ -73,6 +76,18 @@ Page.main = (() => {
             toggles[state].setAttribute("aria-pressed", String(states.includes(state)));
             toggles[state].querySelector(".many").textContent = number(totals[state]);
         }
+        neverUsed.setAttribute("aria-pressed", String(isOnlyUnused()));
+        neverUsed.querySelector(".many").textContent = number(totals.elements - totals.used);
+        facets?.update(view.filter);
+    }
+
+    function isOnlyUnused() {
+        return Page.filter.states(view.filter).join() === unused.join();
+    }
+
+    /** What nobody ever used, in one click; the next one shows all again. */
+    function turnNeverUsed() {
+        go({filter: Page.filter.withStates(view.filter, isOnlyUnused() ? [] : unused)});
     }
 
     function toggleState(state) {
@@ -178,9 +193,13 @@ Page.main = (() => {
             toggles[state] = el("button", {type: "button", class: `toggle ${state}`, onclick: () => toggleState(state)},
                 glyph(state), el("span", {class: "word"}, state === "shown" ? Page.model.terms.shown : state), el("span", {class: "many"}));
         }
+        neverUsed = el("button", {type: "button", class: "never-used", onclick: turnNeverUsed},
+            el("span", {class: "word"}, "Never used"), el("span", {class: "many"}));
+        neverUsed.title = `Only ${Page.model.terms.things} that nobody ever used (u)`;
+        facets = Page.facets.create({filter: () => view.filter, change: (text) => go({filter: text})});
         return el("header", {class: "bar-top"},
             el("a", {class: "home", href: "#", title: "Overview"}, "uicov"),
-            el("div", {class: "find", role: "search"}, el("label", {for: "filter", class: "offscreen"}, "Filter"), input, status),
+            el("div", {class: "find", role: "search"}, el("label", {for: "filter", class: "offscreen"}, "Filter"), input, status), facets?.element, neverUsed,
             el("div", {class: "toggles", role: "group", "aria-label": "States to show"}, Object.values(toggles)),
             themeButton,
             el("button", {type: "button", class: "icon", title: "Keys and filter (?)", "aria-label": "Help", onclick: Page.shortcuts.help}, "?"),
@@ -219,7 +238,7 @@ Page.main = (() => {
         addEventListener("afterprint", afterPrint);
     }
 
-    return {start, go, say, linkTo, gap, neighbour, back, openSelected, copyKey, turnTheme, toggleState,
+    return {start, go, say, turnNeverUsed, linkTo, gap, neighbour, back, openSelected, copyKey, turnTheme, toggleState,
             focusFilter: () => { input.focus(); input.select(); }, current: () => current, get view() { return view; }};
 })();
 

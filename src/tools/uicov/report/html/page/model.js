@@ -27,7 +27,7 @@ Page.model = (() => {
             node.index = index;
             node.counts = node.state !== undefined;
             node.isIgnored = node.rule !== undefined;
-            node.isListed = node.counts || node.isIgnored || Boolean(node.unopened);
+            node.isListed = node.counts || node.isIgnored || Boolean(node.unopened) || Boolean(node.unavailable);
         });
         data.windows.forEach((window, index) => {
             window.index = index;
@@ -39,10 +39,25 @@ Page.model = (() => {
         for (const window of data.windows) {
             data.windows[window.over]?.opened.push(window);
         }
-        data.surfaces.forEach((surface, index) => { surface.index = index; });
+        data.surfaces.forEach((surface, index) => {
+            surface.index = index;
+            const [elements, used, shown, missed, unavailable] = surface.own ?? [0, 0, 0, 0, 0];
+            surface.totals = {elements, used, shown, missed, unavailable, cover: cover(used, elements)};
+        });
         data.elements = data.nodes.filter((node) => node.counts);
         data.applications = [...new Set(data.windows.map((window) => window.application))];
         return data;
+    }
+
+    /** In percent: 0 only for none and 100 only for all; with as many digits as the page has elsewhere. */
+    function cover(used, elements) {
+        if (!elements) {
+            return "-";
+        }
+        const exact = 100 * used / elements;
+        const step = 10 ** -data.precision;
+        const rounded = exact > 0 && exact < 100 ? Math.min(100 - step, Math.max(step, exact)) : exact;
+        return `${rounded.toFixed(data.precision)}%`;
     }
 
     /** The steps that lead to the node, its window first. */
@@ -64,8 +79,11 @@ Page.model = (() => {
                 node.ordinal && `#${node.ordinal}`].filter(Boolean).join(" ");
     }
 
-    /** What people call the element: its label, else what it is. */
+    /** What people call the element: its label, else what it is; a group by what it is made of. */
     function name(node) {
+        if (node.members && node.groupName) {
+            return node.groupName;
+        }
         if (!node.label) {
             return node.above < 0 || !node.ordinal ? node.of ?? node.kind : `${node.kind} ${node.ordinal}`;
         }
@@ -73,8 +91,8 @@ Page.model = (() => {
     }
 
     /** What stands between the window and the element; deep paths lose their middle. */
-    function path(node) {
-        const names = steps(node).slice(1, -1).filter((step) => step.kind !== "Menu").map(name);
+    function path(node, isBelowItsView) {
+        const names = steps(node).slice(1, -1).filter((step) => data.controls ? !(step.view && isBelowItsView) : step.kind !== "Menu").map(name);
         return names.length > 8 ? [...names.slice(0, 4), "…", ...names.slice(-3)] : names;
     }
 
@@ -84,6 +102,59 @@ Page.model = (() => {
             ? (surface.node === data.windows[surface.window].node ? [] : ["Menu"])
             : steps(data.nodes[surface.opener]).slice(1)
                 .filter((step) => step.kind !== "Menu" && step.kind !== "MenuBar").map(name);
+    }
+
+    /** The views around the node, the nearest first, without the window; it comes first when it is one itself. */
+    function viewsAround(node) {
+        const found = [];
+        for (let surface = data.surfaces[node.home]; surface && surface.above >= 0; surface = data.surfaces[surface.above]) {
+            found.push(surface);
+        }
+        return found;
+    }
+
+    /** What people call the view of the surface, with the views of the same kind around it. */
+    function viewName(surface) {
+        const node = data.nodes[surface.node];
+        if (!data.controls) {
+            const path = menuPath(surface);
+            return path.length ? `Menu ${path.join(" › ")}` : "Window";
+        }
+        if (surface.above < 0) {
+            return node.kind;
+        }
+        const names = viewsAround(node).map((view) => data.nodes[view.node]).filter((view) => view.kind === node.kind)
+            .map(name).reverse();
+        return `${names[0] === node.kind ? "" : `${node.kind} `}${names.join(" › ")}`;
+    }
+
+    /** What brings the view up, as a sentence's end; null where nobody knows. */
+    function openedBy(surface) {
+        const opener = data.nodes[surface.opener];
+        if (!opener) {
+            return null;
+        }
+        const around = data.surfaces[opener.home];
+        return `by ${stepName(opener)}${around ? ` in ${stepName(data.nodes[around.node])}` : ""}`;
+    }
+
+    /** Those that the picture of the surface shows, with those of pages that it shows. */
+    function nodesOn(surface) {
+        const shown = new Set([surface.index]);
+        for (const index of shown) {
+            (data.surfaces[index].shows ?? []).forEach((inner) => shown.add(inner));
+        }
+        return data.nodes.slice(data.windows[surface.window].node, data.windows[surface.window].last + 1)
+            .filter((node) => node.isListed && shown.has(node.surface));
+    }
+
+    /** [{run, first, last}]: when it was used, in milliseconds since the beginning of the run; below 0 where nobody knows. */
+    function usesOf(node) {
+        const uses = [];
+        for (let i = 0; i < (node.uses ?? []).length; i += 3) {
+            uses.push({run: node.uses[i], first: node.uses[i + 1], last: node.uses[i + 2]});
+        }
+        return uses;
     }
 
     function elementsOf(window) {
@@ -107,9 +178,9 @@ Page.model = (() => {
 
     /** What people call the state: those of elements that count, and of the others. */
     function stateOf(node) {
-        return node.state ?? (node.isIgnored ? "ignored" : "unopened");
+        return node.state ?? (node.isIgnored ? "ignored" : node.unavailable ? "unavailable" : "unopened");
     }
 
-    return {states, load, steps, key, stepName, name, path, menuPath, elementsOf, windowName, fullWindowName, stateOf,
+    return {states, load, cover, viewsAround, viewName, openedBy, nodesOn, usesOf, steps, key, stepName, name, path, menuPath, elementsOf, windowName, fullWindowName, stateOf,
             get data() { return data; }, get terms() { return data.controls ? controlTerms : classicTerms; }};
 })();

@@ -8,6 +8,7 @@ Page.overview = (() => {
         ["Application", "application", (window) => window.application.toLowerCase()],
         [terms.Things, "number spare", (window) => -window.totals.elements],
         ["", "share", (window) => share(window)],
+        ["Views seen", "number spare", ({totals}) => totals.views ? totals.seenViews / totals.views : Infinity],
         ["Missed", "number", (window) => -window.totals.missed],
         [terms.Shown, "number", (window) => -window.totals.shown],
         ["Used", "number spare", (window) => -window.totals.used],
@@ -26,11 +27,14 @@ Page.overview = (() => {
 
     function sum() {
         const {totals, windows, runs} = Page.model.data;
+        const isOfControls = Page.model.data.controls;
         return el("section", {class: "sum", "aria-label": "Totals"},
-            el("p", {class: "cover"}, el("strong", {}, totals.cover), " used"),
+            el("p", {class: "cover"}, el("strong", {}, totals.cover), isOfControls ? " of controls used" : " used"),
+            isOfControls ? el("p", {class: "cover"}, el("strong", {}, Page.model.cover(totals.seenViews, totals.views)), " of views seen") : null,
             el("div", {class: "shares"}, bar(totals),
                 el("ul", {}, figure("used", totals.used, "used"), figure("shown", totals.shown, Page.model.terms.onlyShown),
-                   figure("missed", totals.missed, "missed"))),
+                   figure("missed", totals.missed, "missed"),
+                   totals.unavailable ? figure("unavailable", totals.unavailable, "never enabled, not counted") : null)),
             el("dl", {class: "facts"},
                 el("div", {}, el("dt", {}, Page.model.terms.Things), el("dd", {}, number(totals.elements))),
                 Page.model.data.controls
@@ -46,6 +50,7 @@ Page.overview = (() => {
         const row = el("tr", {}, el("th", {scope: "row"}, link, el("span", {class: "below"}, shown(window.application))),
             Page.model.data.applications.length > 1 ? el("td", {class: "application"}, shown(window.application)) : null,
             el("td", {class: "number spare"}, number(totals.elements)), el("td", {class: "share"}, bar(totals)),
+            Page.model.data.controls ? el("td", {class: "number spare"}, `${number(totals.seenViews)} of ${number(totals.views)}`) : null,
             ...["missed", "shown", "used"].map((state) =>
                 el("td", {class: `number ${totals[state] ? state : "none"}${state === "used" ? " spare" : ""}`}, number(totals[state]))),
             el("td", {class: "number"}, totals.cover));
@@ -55,7 +60,8 @@ Page.overview = (() => {
     function windowsTable() {
         const rows = Page.model.data.windows.map(windowRow);
         const body = el("tbody", {}, rows.map(({row}) => row));
-        const shownColumns = columnsFor(Page.model.terms).filter(([name]) => name !== "Application" || Page.model.data.applications.length > 1);
+        const shownColumns = columnsFor(Page.model.terms).filter(([name]) =>
+            (name !== "Application" || Page.model.data.applications.length > 1) && (name !== "Views seen" || Page.model.data.controls));
         const head = el("tr", {}, shownColumns.map(([name, kind, value]) => el("th", {scope: "col", class: kind},
             name ? el("button", {type: "button", onclick: (event) => sortBy(event.currentTarget, value, rows, body)}, name)
                  : el("span", {class: "offscreen"}, "Shares"))));
@@ -177,14 +183,16 @@ Page.overview = (() => {
                 go(Page.model.data.nodes[row.dataset.node]);
             }
         });
+        const cards = Page.cards.create();
         const title = el("h2", {id: "matches-title"});
         const matches = el("section", {class: "matches", hidden: true, "aria-labelledby": "matches-title"}, title, list.element);
         const windowsTitle = el("h2", {}, "Windows");
         const element = el("main", {class: "overview"},
             el("h1", {}, shown(Page.model.data.title)),
             Page.model.data.warnings.map((text) => el("p", {class: "warning", role: "note"}, shown(text))),
-            sum(), gates(), matches,
-            el("section", {}, windowsTitle, el("div", {class: "wide", tabindex: 0, role: "region", "aria-label": "Table of windows"}, table)), rules(), runsSection(), notes());
+            sum(), gates(), matches, cards.elements,
+            el("section", {}, windowsTitle, el("div", {class: "wide", tabindex: 0, role: "region", "aria-label": "Table of windows"}, table)),
+            Page.timeline.section(go), rules(), runsSection(), notes());
 
         function update(view, matched) {
             const isFiltered = view.filter.trim() !== "";
@@ -193,6 +201,7 @@ Page.overview = (() => {
                 row.hidden = isFiltered && !perWindow.has(window.index);
                 link.setAttribute("href", Page.main.linkTo({window: window.index}));
             }
+            cards.update(isFiltered ? matched : null);
             matches.hidden = !isFiltered;
             const ignored = matched.filter((node) => node.isIgnored).length;
             title.textContent = `Matches: ${count(matched.length - ignored, Page.model.terms.thing, Page.model.terms.things)}${ignored ? `, ${number(ignored)} left out by rules` : ""}`;

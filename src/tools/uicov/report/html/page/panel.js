@@ -10,6 +10,17 @@ Page.panel = (() => {
         outside: "Not outlined: it lay outside of the picture.",
         hidden: "Not outlined: the picture shows something else at its place, such as another page of a tab widget."
     };
+    /** Controls are outlined on any picture of their view that shows them. */
+    function whyApart(node) {
+        const surface = Page.model.data.surfaces[node.home];
+        if (!Page.model.data.controls || !surface) {
+            return reasons[node.apart];
+        }
+        return surface.unseen ? "Not outlined: its view was never opened."
+            : surface.picture < 0 ? "Not outlined: there is no picture of its view."
+                : "Not outlined: it was hidden or out of sight whenever its view was pictured.";
+    }
+
     const words = () => ({used: Page.model.terms.used, shown: Page.model.terms.seen, missed: Page.model.terms.missed});
     const contextsShown = 6;
 
@@ -89,16 +100,62 @@ Page.panel = (() => {
         const {surfaces} = Page.model.data;
         return el("div", {class: "actions"},
             node.opens !== undefined
-                ? button(`Show its menu (${on.countOn(surfaces[node.opens])})`, () => on.open(node), "Enter") : null,
+                ? button(`Show ${Page.model.data.controls ? Page.model.viewName(surfaces[node.opens]) : "its menu"} (${on.countOn(surfaces[node.opens])})`, () => on.open(node), "Enter") : null,
             button("Copy key", () => copy(Page.model.key(node)), "c"),
             node.isIgnored ? null : button("Copy ignore rule", () => copy(ignoreRule(node))),
             button("Copy link", () => copy(location.href)));
     }
 
+    /** A view that nobody brought up, of whose contents something is known all the same. */
+    function unseenView(node) {
+        const surface = Page.model.data.surfaces[node.home];
+        const opener = Page.model.data.nodes[surface.opener];
+        const {elements} = surface.totals;
+        return [el("h2", {id: "panel-title"}, shown(Page.model.viewName(surface))),
+                el("p", {}, `Never opened${elements ? `: ${Page.text.count(elements, "control", "controls")} in it` : ""}.`),
+                el("dl", {}, fact("Opened by", opener
+                    ? el("a", {href: Page.main.linkTo({window: opener.window, element: opener.index})},
+                         shown(Page.model.openedBy(surface).slice(3))) : "not known"),
+                   fact("Key", el("code", {}, shown(Page.model.key(node)))))];
+    }
+
     function unopened(node) {
+        if (node.view) {
+            return unseenView(node);
+        }
         return [el("h2", {id: "panel-title"}, "Menu"),
                 el("p", {}, "This menu was never opened: what is in it is unknown, and not counted."),
                 el("dl", {}, fact("Key", el("code", {}, shown(Page.model.key(node)))))];
+    }
+
+    /** The members of a group, as the newest run has them. */
+    function members(node) {
+        if (!node.members) {
+            return null;
+        }
+        const rest = node.members - node.group.length;
+        return el("details", {class: "members"}, el("summary", {}, `${node.members} of them, ${node.usedMembers} used`),
+            el("ul", {}, node.group.map(([name, isUsed]) => el("li", {class: isUsed ? "used" : "none"},
+                glyph(isUsed ? "used" : node.state === "missed" ? "missed" : "shown"), " ", name ? shown(name) : node.kind)),
+               rest > 0 ? el("li", {class: "none"}, `and ${rest} more`) : null));
+    }
+
+    function ways(node) {
+        return node.ways ? el("ul", {class: "ways"}, node.ways.map((way) => el("li", {class: node.usedWays.includes(way) ? "" : "missed"},
+            `${Page.list.wayNames[way] ?? way}: ${node.usedWays.includes(way) ? "used" : "never"}`))) : null;
+    }
+
+    /** First and last use, where the recording tells. */
+    function times(node) {
+        const {runs} = Page.model.data;
+        const uses = Page.model.usesOf(node);
+        if (!uses.length) {
+            return null;
+        }
+        const last = uses.at(-1);
+        const clock = Page.timeline.clock;
+        const when = last.first < 0 ? "" : last.first === last.last ? ` at ${clock(last.first)}` : ` from ${clock(last.first)} to ${clock(last.last)}`;
+        return runs.length > 1 ? `${uses.length} of ${runs.length} runs, last in run ${last.run + 1}${when}` : when.trim() || null;
     }
 
     function counted(node, on) {
@@ -107,12 +164,15 @@ Page.panel = (() => {
         return [
             el("h2", {id: "panel-title"}, shown(Page.model.name(node))),
             node.isIgnored ? leftOut(node)
+                : node.unavailable ? el("p", {class: "verdict unavailable"}, glyph("unavailable"), "Never enabled in any run, and so in none of the numbers.")
                 : el("p", {class: `verdict ${node.state}`}, glyph(node.state), verdict(node)),
-            node.apart ? el("p", {class: "apart"}, reasons[node.apart]) : null,
+            node.apart ? el("p", {class: "apart"}, whyApart(node)) : null,
             picture ? el("div", {class: "portrait"}, picture) : null,
-            actions(node, on),
+            node.disabled && !node.unavailable ? el("p", {class: "apart"}, "Disabled at the end of the last run.") : null,
+            actions(node, on), members(node),
             el("table", {class: "events"}, el("caption", {}, "Events"), el("tbody", {}, node.events.map((event) => eventRow(event, askedOf(node))))),
             el("dl", {},
+                fact("Ways", ways(node)), fact("Used in", times(node)),
                 fact("Type", shown(node.kind)), fact("Class", shown(node.class)),
                 fact("Text", node.text && node.text !== node.label ? shown(node.text) : null),
                 fact("Place", place),

@@ -4,6 +4,16 @@
 Page.picture = (() => {
     const {svg, plain} = Page.text;
     const badge = 15;
+    /** On a small picture more says nothing. */
+    const patches = 80;
+    const sight = new IntersectionObserver((entries) => {
+        for (const {isIntersecting, target} of entries) {
+            if (isIntersecting) {
+                sight.unobserve(target);
+                target.fill();
+            }
+        }
+    }, {rootMargin: "600px"});
 
     /** The picture of that number over the rectangle [x, y, width, height]. */
     function drawing(index, [x, y, width, height]) {
@@ -32,22 +42,35 @@ Page.picture = (() => {
             ? frame(node.place, attributes, drawing(surface.picture, surface.bounds)) : null;
     }
 
-    function outline(node, isWhole) {
-        const [x, y, width, height] = node.place;
-        const box = {x, y, width, height};
-        const state = Page.model.stateOf(node);
+    /** Whether other things lie on it: a menu bar, a tool bar, a group. Operating those does not operate it. */
+    function isContainer(node) {
         const first = Page.model.data.nodes[node.index + 1];
-        const isContainer = first?.above === node.index && first.surface === node.surface;
-        return svg("g", {class: `outline ${state}${isWhole ? " whole" : ""}`, "data-node": node.index},
-                   svg("title", {}, plain(`${Page.model.stepName(node)}: ${state}`)),
+        return !Page.model.data.controls && first?.above === node.index && first.surface === node.surface;
+    }
+
+    /** Each thing to outline: a control, or each member of a group that is on the surface. */
+    function marksOf(node, surfaces) {
+        const members = (node.group ?? []).filter(([, , surface]) => surfaces.has(surface));
+        return members.length ? members.map(([label, isUsed, , place]) => ({node, place, label, state: isUsed ? "used" : node.state === "used" ? "shown" : Page.model.stateOf(node)}))
+            : [{node, place: node.place, label: Page.model.stepName(node), state: Page.model.stateOf(node)}];
+    }
+
+    function outline({node, place, label, state}, isWhole) {
+        const [x, y, width, height] = place;
+        const box = {x, y, width, height};
+        const classes = [state, isWhole && "whole", node.disabled && "disabled"].filter(Boolean).join(" ");
+        return svg("g", {class: `outline ${classes}`, "data-node": node.index},
+                   svg("title", {}, plain(`${label || Page.model.stepName(node)}: ${state}${node.disabled ? ", disabled" : ""}`)),
                    svg("rect", {class: "area", ...box,
-                                fill: state === "missed" && !isContainer ? "url(#hatch)" : "transparent"}),
+                                fill: state === "missed" && !isContainer(node) && !node.disabled ? "url(#hatch)" : "transparent"}),
                    svg("rect", {class: "ring", ...box}), svg("rect", {class: "halo", ...box}), svg("rect", {class: "line", ...box}));
     }
 
     /** The sign of the state; above all outlines, so that no neighbour covers it. */
-    function sign(node) {
-        return svg("use", {class: "badge", "data-node": node.index, href: `#badge-${Page.model.stateOf(node)}`, width: badge, height: badge});
+    function sign({node, place, state}) {
+        const use = svg("use", {class: `badge${node.disabled ? " disabled" : ""}`, "data-node": node.index, href: `#badge-${state}`, width: badge, height: badge});
+        use.place = place;
+        return use;
     }
 
     /** What a surface without a picture looks like: names where the elements lay. */
@@ -66,7 +89,7 @@ Page.picture = (() => {
             return;
         }
         for (const use of picture.querySelectorAll(".badge")) {
-            const [x, y, width, height] = Page.model.data.nodes[use.dataset.node].place;
+            const [x, y, width, height] = use.place;
             const [left, top, all] = surface.bounds;
             const isSmall = Math.min(width, height) * scale < 2 * badge;
             const factor = (isSmall ? 0.75 : 1) / scale;
@@ -82,14 +105,16 @@ Page.picture = (() => {
      * @param on functions: enter, leave, select, open, each with a node
      */
     function ofSurface(surface, nodes, on) {
-        const parts = nodes.map((node) => outline(node, node.index === surface.node));
+        const surfaces = new Set(nodes.map((node) => node.surface));
+        const marks = nodes.flatMap((node) => marksOf(node, surfaces));
+        const parts = marks.map((mark) => outline(mark, mark.node.index === surface.node));
         const isSketch = surface.picture < 0;
         const picture = frame(surface.bounds, {
             class: `picture${isSketch ? " sketch" : ""}`, role: "img",
             "aria-label": `${isSketch ? "Places" : "Picture"} of ${plain(Page.model.stepName(Page.model.data.nodes[surface.node]))} with ${Page.text.count(nodes.length, "outlined element", "outlined elements")}; the list has the same elements`
         }, isSketch ? nodes.filter((node) => node.index !== surface.node).map(label)
                     : drawing(surface.picture, surface.bounds), parts,
-        svg("g", {class: "badges"}, nodes.filter((node) => node.index !== surface.node).map(sign)));
+        svg("g", {class: "badges"}, marks.filter(({node}) => node.index !== surface.node && !isContainer(node)).map(sign)));
         const nodeAt = (event) => {
             const group = event.target.closest(".outline");
             return group ? Page.model.data.nodes[group.dataset.node] : null;
@@ -102,5 +127,29 @@ Page.picture = (() => {
         return picture;
     }
 
-    return {drawing, ofElement, ofSurface};
+    /**
+     * The surface as a small picture, with what was missed and used as patches of colour. Never larger than it was;
+     * what it shows is drawn when it comes into sight.
+     */
+    function small(surface, width, height) {
+        const [left, top, across, down] = surface.bounds;
+        const scale = Math.min(1, width / Math.max(1, across), height / Math.max(1, down));
+        const box = [left - (width / scale - across) / 2, top, width / scale, height / scale];
+        const picture = svg("svg", {class: "small", viewBox: box.join(" "), width, height, "aria-hidden": "true"});
+        if (across > 0 && down > 0) {
+            picture.fill = () => {
+                const nodes = Page.model.nodesOn(surface).filter((node) => node.index !== surface.node && !isContainer(node));
+                const surfaces = new Set(nodes.map((node) => node.surface));
+                picture.append(...[
+                    svg("rect", {class: surface.picture < 0 ? "sheet" : "white", x: left, y: top, width: across, height: down}),
+                    ...(surface.picture < 0 ? [] : [drawing(surface.picture, surface.bounds)]),
+                    ...nodes.slice(0, patches).flatMap((node) => marksOf(node, surfaces)).map(({place: [x, y, w, h], state}) =>
+                        svg("rect", {class: `patch ${state}`, x, y, width: w, height: h}))]);
+            };
+            sight.observe(picture);
+        }
+        return picture;
+    }
+
+    return {drawing, ofElement, ofSurface, small};
 })();

@@ -10,6 +10,8 @@ Page.shortcuts = (() => {
         [["Enter"], "open the menu of the selected element"],
         [["Esc"], "leave the filter; back from a menu; deselect"],
         [["1", "2", "3"], "missed, shown, used: show or hide"],
+        [["u"], "only what nobody ever used"],
+        [["+", "-", "0"], "picture larger, smaller, as it fits"],
         [["[", "]"], "previous, next window"],
         [["o"], "overview"],
         [["c"], "copy the key of the selected element"],
@@ -18,12 +20,17 @@ Page.shortcuts = (() => {
     ];
     const examples = [
         ["reset", "reset in the label, text, type or class"],
-        ["s:missed", "missed; s:missed,shown for both; s:ignored: left out by a rule"],
+        ["s:missed", "missed; s:missed,shown for both; s:ignored: left out by a rule; s:unavailable: never enabled"],
         ["t:button", "a type or class"],
         ["w:\"Settings*\"", "in a window; * and ? stand for anything, then for the whole text"],
         ["e:clicked", "an event that happened"],
         ["never:checked", "an event that can happen and never did"],
+        ["v:Advanced", "in a view"],
         ["c:test_login", "touched in a context"],
+        ["r:3", "used in the third run, or by the time of its start"],
+        ["l:branch=main", "used in runs with a label"],
+        ["way:shortcut", "a command reached that way; never:menu for one that was not"],
+        ["g:delegate", "a group"],
         ["k:\"*MenuBar > *\"", "a part of the key"],
         ["!t:menuitem", "not"]
     ];
@@ -67,6 +74,10 @@ Page.shortcuts = (() => {
         1: () => Page.main.toggleState("missed"),
         2: () => Page.main.toggleState("shown"),
         3: () => Page.main.toggleState("used"),
+        u: () => Page.main.turnNeverUsed(),
+        "+": () => Page.main.current().stage?.step(1),
+        "-": () => Page.main.current().stage?.step(-1),
+        0: () => Page.main.current().stage?.fitAll(),
         c: () => Page.main.copyKey(),
         Enter: () => Page.main.openSelected(),
         Escape: () => Page.main.back()

@@ -172,8 +172,10 @@ bool QuickJudge::isHandlerOperated(QObject* handler) const {
         return isLaterStepOf(handler, verdict) ||
                (item->window() != nullptr && isLaterStepOf(item->window(), verdict));
     }
-    return verdict.cause == Attribution::Cause::Input &&
-           windowOf(verdict.receiver) == item->window();
+    // A slot that ran before may have taken the item out of its window, or have given it up.
+    const QQuickWindow* const window = windowOf(verdict.receiver);
+    return verdict.cause == Attribution::Cause::Input && window != nullptr &&
+           (item->window() == window || item->window() == nullptr);
 }
 
 bool QuickJudge::isTriggeredBy(QObject* command, QObject* receiver) const {

@@ -4,6 +4,7 @@
 #include "qtuicontrols/quick/quickpictures.h"
 
 #include "qtuicontrols/quick/quickclass.h"
+#include "qtuicontrols/quick/quickpages.h"
 #include "qtuicontrols/quick/quickplaces.h"
 #include "qtuicontrols/quick/quickviews.h"
 
@@ -13,6 +14,7 @@
 #include <QQuickWindow>
 #include <QTimer>
 
+#include <algorithm>
 #include <utility>
 
 namespace Vorsk {
@@ -31,6 +33,15 @@ bool isOfUse(const QQuickWindow& window) {
            window.width() * ratio * window.height() * ratio <= mostPixels;
 }
 
+/** Whether the list is scrolled to exactly that item. */
+bool isAtTheStartOf(const QQuickItem& list, const QQuickItem& item) {
+    const auto isAt = [&list](const char* scrolled, qreal position) {
+        const QVariant value = list.property(scrolled);
+        return !value.isValid() || qAbs(value.toReal() - position) < 1;
+    };
+    return isAt("contentX", item.x()) && isAt("contentY", item.y());
+}
+
 /** Whether nothing moves it into its place any more. */
 bool hasSettled(const QuickView& view) {
     if (QuickClass::of(view.object).role() == QuickRole::Popup) {
@@ -45,8 +56,12 @@ bool hasSettled(const QuickView& view) {
         return !parent->property("busy").toBool();
     }
     const QQuickItem* const list = parent->parentItem();
-    return list == nullptr || QuickClass::of(list).role() != QuickRole::ItemView ||
-           !list->property("moving").toBool();
+    if (list == nullptr || QuickClass::of(list).role() != QuickRole::ItemView) {
+        return true;
+    }
+    // While the program or a tab brings a page in, the list slides without being "moving".
+    return !list->property("moving").toBool() &&
+           (swipeViewOf(view.item) == nullptr || isAtTheStartOf(*list, *view.item));
 }
 
 /** In pixels of an image of the window. */
@@ -67,8 +82,17 @@ QuickPictures::QuickPictures(ElementBook& book, QuickViews& views)
 QuickPictures::~QuickPictures() = default;
 
 bool QuickPictures::wantsPicture(const QuickView& view, const QQuickWindow* window) const {
-    return view.hasChanged && view.isShowing && !view.item.isNull() &&
-           view.item->window() == window && hasSettled(view);
+    if (!view.hasChanged || !view.isShowing || view.item.isNull() ||
+        view.item->window() != window || !hasSettled(view)) {
+        return false;
+    }
+    // A window shows what slides or fades in it.
+    const std::vector<QuickView>& views = m_views.all();
+    return view.object != window ||
+           std::all_of(views.cbegin(), views.cend(), [&](const QuickView& inner) {
+               return !inner.isShowing || inner.object.isNull() || inner.item.isNull() ||
+                      inner.item->window() != window || hasSettled(inner);
+           });
 }
 
 void QuickPictures::frameShown(QQuickWindow* window) {
@@ -78,8 +102,11 @@ void QuickPictures::frameShown(QQuickWindow* window) {
         return;
     }
     bool isWanted = false;
+    bool isFirst = false;
     for (const QuickView& view : m_views.all()) {
-        isWanted = isWanted || wantsPicture(view, window);
+        const bool isWantedOfThis = wantsPicture(view, window);
+        isWanted = isWanted || isWantedOfThis;
+        isFirst = isFirst || (isWantedOfThis && !view.hasPicture);
     }
     if (!isWanted) {
         return;
@@ -93,8 +120,9 @@ void QuickPictures::frameShown(QQuickWindow* window) {
         return;
     }
     pending.isScheduled = true;
-    const qint64 since =
-        pending.sinceLast.isValid() ? pending.sinceLast.elapsed() : leastMilliseconds;
+    // A view may be left again soon: what has no picture yet does not wait.
+    const bool isAtOnce = isFirst || !pending.sinceLast.isValid();
+    const qint64 since = isAtOnce ? leastMilliseconds : pending.sinceLast.elapsed();
     QTimer::singleShot(static_cast<int>(qMax<qint64>(0, leastMilliseconds - since)), this,
                        [this, guard = QPointer<QQuickWindow>(window)] {
                            if (!guard.isNull()) {
@@ -164,6 +192,7 @@ void QuickPictures::take(QQuickWindow* window, QImage image) {
             continue;
         }
         view.hasChanged = false;
+        view.hasPicture = true;
         const QRect place = placeOf(view.object) & QRect(QPoint(0, 0), window->size());
         const QRect part = inImage(place, image);
         if (part.isEmpty()) {
@@ -203,16 +232,20 @@ void QuickPictures::blackOut(QQuickWindow* window, QImage& image) {
     image.setDevicePixelRatio(ratio);
 }
 
-void QuickPictures::setPlaces(const QuickView& view) {
-    for (const QuickControl& known : view.controls) {
+void QuickPictures::setPlaces(QuickView& view) {
+    for (QuickControl& known : view.controls) {
         const QObject* const control = known.object;
         UIElement* const element = m_book.elementOf(control);
         if (element == nullptr || m_book.viewOf(element) != view.element) {
             continue;
         }
         const QQuickItem* const item = itemOf(control);
-        if (item != nullptr && QuickViews::isVisible(*item)) {
-            m_book.setPlace(element, placeOf(control));
+        const QRect place =
+            item != nullptr && QuickViews::isVisible(*item) ? placeInSight(*item) : QRect();
+        // What has gone out of sight is not where it was: the picture shows something else there.
+        if (!place.isEmpty() || known.isPlaced) {
+            known.isPlaced = !place.isEmpty();
+            m_book.setPlace(element, place);
         }
     }
 }

@@ -55,7 +55,7 @@ private:
     void grabLater(QQuickWindow* window);
     void take(QQuickWindow* window, QImage image);
     void blackOut(QQuickWindow* window, QImage& image);
-    void setPlaces(const QuickView& view);
+    void setPlaces(QuickView& view);
     bool wantsPicture(const QuickView& view, const QQuickWindow* window) const;
 
     ElementBook& m_book;

@@ -66,6 +66,22 @@ QRect placeOf(const QObject* object) {
         .translated(QuickWidgets::offsetOf(item->window()));
 }
 
+QRect placeInSight(const QQuickItem& item) {
+    if (item.window() == nullptr) {
+        return {};
+    }
+    QRectF part = item.mapRectToScene(QRectF(0, 0, item.width(), item.height()));
+    for (const QQuickItem* above = item.parentItem(); above != nullptr;
+         above = above->parentItem()) {
+        if (above->clip()) {
+            part &= above->mapRectToScene(QRectF(0, 0, above->width(), above->height()));
+        }
+    }
+    part &= QRectF(QPointF(), item.window()->size());
+    return part.isEmpty() ? QRect()
+                          : toPixels(part).translated(QuickWidgets::offsetOf(item.window()));
+}
+
 QRect toPixels(const QRectF& rectangle) {
     const int left = saturated(rectangle.left());
     const int top = saturated(rectangle.top());

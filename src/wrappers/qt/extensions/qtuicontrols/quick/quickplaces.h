@@ -23,6 +23,10 @@ QQuickItem* itemOf(const QObject* object);
  * lies in no window. */
 QRect placeOf(const QObject* object);
 
+/** The same without what items that clip, as a list does, and the window's edge cut off; empty when
+ * that is all. */
+QRect placeInSight(const QQuickItem& item);
+
 /** Saturates: items may have sizes that are infinite, or no numbers. */
 QRect toPixels(const QRectF& rectangle);
 

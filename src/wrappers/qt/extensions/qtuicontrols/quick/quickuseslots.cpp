@@ -296,7 +296,10 @@ void QuickUseSlots::onTapped(QObject* sender) {
 }
 
 void QuickUseSlots::onActiveChanged(QObject* handler) {
-    if (!handler->property("active").toBool() || !m_judge.isHandlerOperated(handler)) {
+    // One whose item was given up when it became active is inactive by now.
+    const QQuickItem* const item = itemOf(handler);
+    const bool isGone = item != nullptr && item->window() == nullptr;
+    if ((!handler->property("active").toBool() && !isGone) || !m_judge.isHandlerOperated(handler)) {
         return;
     }
     if (extendsClass(handler, "QQuickTapHandler") || extendsClass(handler, "QQuickHoverHandler")) {

@@ -20,6 +20,8 @@ struct QuickControl {
     QObject* object;
     /** Stands for the element of another object, which is the one that is followed. */
     bool isShared;
+    /** Its place is told, of the last picture of its view. */
+    bool isPlaced = false;
 };
 
 /** A view and what is needed to tell whether a person can see it. */
@@ -33,6 +35,7 @@ struct QuickView {
     std::vector<QuickControl> controls;
     /** The pixels differ from those of its picture, as far as is known. */
     bool hasChanged = true;
+    bool hasPicture = false;
 };
 
 /** All views of Qt Quick windows, and when each comes up. GUI thread only. */

@@ -180,8 +180,9 @@ void WidgetPictures::tellPlaces(QWidget* widget, UIElement* view) {
     const QList<UIElement*> controls = view->children();
     for (UIElement* control : controls) {
         const QObject* const object = m_book.objectOf(control);
-        const QRect place = object == nullptr ? QRect() : shownPlaceOf(object, top);
-        if (!place.isEmpty()) {
+        const QRect place = object == nullptr ? QRect() : placeInSight(object, top);
+        // What has gone out of sight is not where it was: the picture shows something else there.
+        if (!place.isEmpty() || !control->geometry().rect().isEmpty()) {
             m_book.setPlace(control, place);
         }
     }

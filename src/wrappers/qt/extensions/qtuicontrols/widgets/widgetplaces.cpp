@@ -63,5 +63,18 @@ QRect shownPlaceOf(const QObject* control, const QWidget* window) {
     return {};
 }
 
+QRect placeInSight(const QObject* control, const QWidget* window) {
+    const QRect place = shownPlaceOf(control, window);
+    if (place.isEmpty() || !control->isWidgetType()) {
+        return place & window->rect();
+    }
+    const auto* widget = static_cast<const QWidget*>(control);
+    QRect part = widget->rect();
+    for (; widget != window && !part.isEmpty(); widget = widget->parentWidget()) {
+        part = part.translated(widget->pos()) & widget->parentWidget()->rect();
+    }
+    return part;
+}
+
 } // namespace UIControls
 } // namespace Vorsk

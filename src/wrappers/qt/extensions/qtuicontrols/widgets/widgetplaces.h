@@ -23,5 +23,9 @@ QRect placeOf(const QWidget* widget, const QRect& part);
 /** Where the window shows the control now, a widget or an action; null when it does not. */
 QRect shownPlaceOf(const QObject* control, const QWidget* window);
 
+/** The same without what the widgets around it cut off, as a scroll area does; null when that is
+ * all. */
+QRect placeInSight(const QObject* control, const QWidget* window);
+
 } // namespace UIControls
 } // namespace Vorsk

@@ -43,6 +43,23 @@ class TestInputs : public TestLib::TestCase {
         return lines;
     }
 
+    /** The one run, read while its recording is said to be going. */
+    Run readGoing(const QStringList& paths) {
+        Inputs inputs;
+        inputs.setGoing({path("killed.uirec")});
+        Run run;
+        if (inputs.add(paths, m_terminal)) {
+            inputs.forEach(
+                [&run](const Run& each) {
+                    if (each.uuid == TestLib::uuid(99)) {
+                        run = each;
+                    }
+                },
+                m_terminal);
+        }
+        return run;
+    }
+
 private Q_SLOTS:
     void initTestCase() {
         RecordingBuilder recording;
@@ -111,6 +128,31 @@ private Q_SLOTS:
         QVERIFY(!several.add({path("none"), path("neither")}, m_terminal));
         QCOMPARE(several.skippedFiles(), 2);
         QCOMPARE(capture.take().count('\n'), 3);
+    }
+
+    void aRecordingThatIsStillWrittenIsNoDamage() {
+        StderrCapture errors;
+        for (const QStringList& paths : {QStringList{path("killed.uirec")},
+                                         QStringList{path("b.uicov"), path("killed.uirec")}}) {
+            const Run run = readGoing(paths);
+            QVERIFY(!run.isComplete);
+            QCOMPARE(run.partialReason, QStringLiteral("is still going"));
+            QVERIFY(!run.elements.empty());
+        }
+        QCOMPARE(errors.take(), QByteArray());
+    }
+
+    void onlyWhatTheFilterTakesIsThere() {
+        for (const QStringList& paths :
+             {QStringList{path("killed.uirec")}, QStringList{path("b.uicov")},
+              QStringList{path("b.uicov"), path("killed.uirec")}}) {
+            Inputs inputs;
+            inputs.setFilter([](const Run& run) { return run.uuid == TestLib::uuid(99); });
+            QVERIFY(inputs.add(paths, m_terminal));
+            int runs = 0;
+            QVERIFY(inputs.forEach([&runs](const Run&) { ++runs; }, m_terminal));
+            QCOMPARE(runs, paths.contains(path("killed.uirec")) ? 1 : 0);
+        }
     }
 };
 

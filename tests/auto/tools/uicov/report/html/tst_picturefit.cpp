@@ -46,6 +46,15 @@ private Q_SLOTS:
         QVERIFY(!fit.isOther());
     }
 
+    void likenessIsLargeForTheSameThingAndSmallForAnother() {
+        const QImage own = button(Qt::white, Qt::black);
+        QCOMPARE(PictureFit(windowWith(own), own, place).likeness(), 1.0);
+        const QImage pressed = button(QColor(180, 190, 200), QColor(60, 60, 60));
+        QVERIFY(PictureFit(windowWith(pressed), own, place).likeness() > 0.6);
+        QVERIFY(PictureFit(windowWith(QImage()), own, place).likeness() < 0.25);
+        QCOMPARE(PictureFit(windowWith(own), QImage(), place).likeness(), 0.0);
+    }
+
     void anotherStateOfTheSameThing() {
         const QImage before = button(QColor(240, 240, 240), Qt::black);
         const QImage pressed = button(QColor(180, 190, 200), QColor(60, 60, 60));

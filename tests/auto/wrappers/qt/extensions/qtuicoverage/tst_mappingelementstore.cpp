@@ -125,22 +125,6 @@ private Q_SLOTS:
         QCOMPARE(slot.parameterNames(), QList<QByteArray>{"object"});
     }
 
-    void aQuietMappingIsOneThatNobodyIsToldOf() {
-        const std::unique_ptr<UIElement> element(newElement("a"));
-        MappingElementStore store;
-        QSignalSpy added(&store, &MappingElementStore::elementAdded);
-        {
-            QObject object;
-            store.addMappingQuietly(&object, element.get());
-            QCOMPARE(store.elementForObject(&object), element.get());
-            QCOMPARE(store.objectForElement(element.get()), &object);
-            QCOMPARE(store.elements(), QList<UIElement*>{element.get()});
-        }
-        QVERIFY(store.elements().isEmpty());
-        QCOMPARE(store.objectForElement(element.get()), nullptr);
-        QVERIFY(added.isEmpty());
-    }
-
     void mappingIsThereWhenTheElementIsAnnounced() {
         const std::unique_ptr<UIElement> element(newElement("a"));
         QObject object;

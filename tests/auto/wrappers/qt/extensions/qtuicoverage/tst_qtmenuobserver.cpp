@@ -40,6 +40,18 @@ private Q_SLOTS:
                  QStringList{QStringLiteral("kind 10 windowNodeChanged #1 true")});
     }
 
+    /** Once for the press, once for the action that it triggers. */
+    void aMouseClickOnAnItemCountsTwo() {
+        QAction* const action = addAction("One");
+        observe();
+        m_probe->start();
+        auto* const menu = qobject_cast<QMenu*>(m_widget.get());
+        menu->popup(QPoint());
+        QVERIFY(QTest::qWaitForWindowExposed(menu));
+        QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
+        QCOMPARE(clicks(0), 2);
+    }
+
     void pressOnASeparatorIsReported() {
         addAction("One");
         QAction* const separator = addSeparator();

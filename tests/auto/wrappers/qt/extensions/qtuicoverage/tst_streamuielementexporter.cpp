@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "recordstream/elementstream.h"
+#include "recordstream/payloadreader.h"
 #include "testlib/fakehook.h"
 #include "testlib/recordprinter.h"
 #include "testlib/testcase.h"
@@ -14,6 +15,7 @@
 
 using TestLib::FakeHook;
 using TestLib::RecordPrinter;
+using Vorsk::RecordStream::PayloadReader;
 using Vorsk::RecordStream::readElement;
 using Vorsk::RecordStream::streamVersion;
 using Vorsk::UIAbstraction::ElementGeometry;
@@ -74,6 +76,8 @@ private Q_SLOTS:
     void hookIsAskedForItsNumbersAtEachSend();
     void elementRecordBeginsWithIdTwice();
     void elementRecordHoldsSubtreeAsItIs();
+    void aTreeIsAnnouncedByOneRecordAndFollowed();
+    void aTreeAnnouncedAgainIsFollowedOnce();
     void storeWithTwoRootsGivesTwoElementRecords();
     void emptyStoreGivesNothing();
     void equalValuesAreSentAgain();
@@ -166,6 +170,49 @@ void tst_StreamUIElementExporter::elementRecordHoldsSubtreeAsItIs() {
     QVERIFY(read);
     QVERIFY(stream.atEnd());
     QVERIFY(*read == *root);
+}
+
+void tst_StreamUIElementExporter::aTreeIsAnnouncedByOneRecordAndFollowed() {
+    FakeHook hook;
+    StreamUIElementExporter exporter;
+    const auto root = newElement("root");
+    UIElement* const child = newElement("child").release();
+    UIElement* const grandchild = newElement("grandchild").release();
+    root->addChild(child);
+    child->addChild(grandchild);
+    root->addChild(grandchild); // listed twice, told of once
+    exporter.announceTree(root.get());
+    QCOMPARE(hook.messages.size(), 1);
+    QCOMPARE(kindOf(hook.messages.at(0)), 1);
+    PayloadReader payload(payloadOf(hook.messages.at(0)));
+    QString id;
+    payload >> id;
+    QCOMPARE(id, root->id());
+    const auto read = readElement(payload);
+    QVERIFY(read != nullptr);
+    QCOMPARE(read->children().size(), 2);
+    QCOMPARE(read->children().at(0)->id(), child->id());
+    QCOMPARE(read->children().at(0)->children().at(0)->id(), grandchild->id());
+
+    int messages = 1;
+    for (UIElement* element : {root.get(), child, grandchild}) {
+        element->setText(QStringLiteral("text"));
+        QCOMPARE(hook.messages.size(), ++messages);
+        QCOMPARE(kindOf(hook.messages.last()), 7);
+    }
+}
+
+void tst_StreamUIElementExporter::aTreeAnnouncedAgainIsFollowedOnce() {
+    FakeHook hook;
+    StreamUIElementExporter exporter;
+    const auto root = newElement("root");
+    UIElement* const child = newElement("child").release();
+    exporter.announceTree(child);
+    root->addChild(child);
+    exporter.announceTree(root.get());
+    QCOMPARE(hook.messages.size(), 2);
+    child->setText(QStringLiteral("text"));
+    QCOMPARE(hook.messages.size(), 3);
 }
 
 void tst_StreamUIElementExporter::storeWithTwoRootsGivesTwoElementRecords() {

@@ -1,8 +1,6 @@
 // SPDX-FileCopyrightText: the uicov authors
 // SPDX-License-Identifier: MIT
 
-#include "recordstream/elementstream.h"
-#include "recordstream/payloadreader.h"
 #include "testlib/fakehook.h"
 #include "testlib/testcase.h"
 #include "tracking/streamuielementexporter.h"
@@ -86,68 +84,6 @@ private Q_SLOTS:
         element->setText(QStringLiteral("text"));
         QCOMPARE(hook.messages.size(), 2);
         QCOMPARE(hook.messages.at(1).args.at(2).toInt(), 7);
-    }
-
-    void aTreeIsAnnouncedByOneRecordAndFollowed() {
-        TestLib::FakeHook hook;
-        StreamUIElementExporter exporter;
-        UICoverageTracker tracker(&exporter);
-        const auto root = makeElement();
-        UIElement* const child = makeElement().release();
-        UIElement* const grandchild = makeElement().release();
-        root->addChild(child);
-        child->addChild(grandchild);
-        root->addChild(grandchild); // listed twice, told of once
-        QObject rootObject;
-        QObject childObject;
-        tracker.elementStore().addMappingQuietly(&rootObject, root.get());
-        tracker.elementStore().addMappingQuietly(&childObject, child);
-        QVERIFY(hook.messages.isEmpty());
-        QCOMPARE(tracker.element(&childObject), child);
-        QCOMPARE(tracker.rootElements(), QList<UIElement*>{root.get()});
-
-        tracker.announceTree(root.get());
-        QCOMPARE(hook.messages.size(), 1);
-        QCOMPARE(hook.messages.at(0).args.at(2).toInt(), 1);
-        Vorsk::RecordStream::PayloadReader payload(hook.messages.at(0).args.at(3).toByteArray());
-        QString id;
-        payload >> id;
-        QCOMPARE(id, root->id());
-        const auto read = Vorsk::RecordStream::readElement(payload);
-        QVERIFY(read != nullptr);
-        QCOMPARE(read->children().size(), 2);
-        QCOMPARE(read->children().at(0)->id(), child->id());
-        QCOMPARE(read->children().at(0)->children().at(0)->id(), grandchild->id());
-
-        int messages = 1;
-        for (UIElement* element : {root.get(), child, grandchild}) {
-            element->setText(QStringLiteral("text"));
-            QCOMPARE(hook.messages.size(), ++messages);
-            QCOMPARE(hook.messages.last().args.at(2).toInt(), 7);
-        }
-    }
-
-    void aTreeAnnouncedAgainIsFollowedOnce() {
-        TestLib::FakeHook hook;
-        StreamUIElementExporter exporter;
-        UICoverageTracker tracker(&exporter);
-        const auto root = makeElement();
-        UIElement* const child = makeElement().release();
-        tracker.announceTree(child);
-        root->addChild(child);
-        tracker.announceTree(root.get());
-        QCOMPARE(hook.messages.size(), 2);
-        child->setText(QStringLiteral("text"));
-        QCOMPARE(hook.messages.size(), 3);
-    }
-
-    void aTreeWithoutAnExporterIsAnnouncedToNobody() {
-        TestLib::FakeHook hook;
-        UICoverageTracker tracker(nullptr);
-        const auto root = makeElement();
-        tracker.announceTree(root.get());
-        root->setText(QStringLiteral("text"));
-        QVERIFY(hook.messages.isEmpty());
     }
 
     void destructionDeletesAndAnnouncesNothing() {

@@ -47,7 +47,10 @@ private Q_SLOTS:
     void thereAreNoneUnlessTheyAreAskedFor();
     void aPopupHasItsPartOfTheWindow();
     void aPageHasAPictureOfItsOwnWhenItIsShown();
+    void aPageThatSlidesInIsPicturedWhenItIsThere();
     void whatAPictureShowsHasItsPlace();
+    void rowsThatAPictureShowsHaveTheirPlaces();
+    void whatAPictureCutsOffHasNoPlace();
     void whatHidesItsInputIsBlack();
     void whatIsRedactedIsBlack_data();
     void whatIsRedactedIsBlack();
@@ -112,6 +115,53 @@ void tst_QuickViewPictures::whatAPictureShowsHasItsPlace() {
     QTRY_VERIFY(!pictureOf(probe, scene.window()).isNull());
     QCOMPARE(probe.element(scene.item("a"))->geometry().rect(), QRect(10, 20, 30, 40));
     QVERIFY(!probe.element(scene.item("b"))->geometry().isValid());
+}
+
+void tst_QuickViewPictures::aPageThatSlidesInIsPicturedWhenItIsThere() {
+    SurveyProbe probe(pictures());
+    QuickScene scene("SwipeView { objectName: 'view'; anchors.fill: parent; "
+                     "Rectangle { objectName: 'a'; color: 'red' } Rectangle { objectName: 'b'; "
+                     "color: 'blue' } }",
+                     controls2);
+    QVERIFY(scene.show());
+    QTRY_VERIFY(!pictureOf(probe, scene.item("a")).isNull());
+    const QSize size = pictureOf(probe, scene.item("a")).size();
+    scene.item("view")->setProperty("currentIndex", 1);
+    QTRY_VERIFY(!pictureOf(probe, scene.item("b")).isNull());
+    QCOMPARE(pictureOf(probe, scene.item("b")).size(), size);
+    QCOMPARE(probe.element(scene.item("b"))->geometry().rect().topLeft(), QPoint(0, 0));
+    const QImage picture = pictureOf(probe, scene.item("b"));
+    QCOMPARE(picture.pixel(0, 0) | 0xff000000U, qRgb(0, 0, 255));
+}
+
+void tst_QuickViewPictures::rowsThatAPictureShowsHaveTheirPlaces() {
+    SurveyProbe probe(pictures());
+    QuickScene scene("SwipeView { objectName: 'view'; anchors.fill: parent; Item {} "
+                     "Column { objectName: 'page'; ListView { width: 100; height: 90; "
+                     "model: ['a', 'b', 'c']; delegate: ItemDelegate { objectName: modelData; "
+                     "width: 100; height: 30; text: modelData } } } }",
+                     controls2);
+    QVERIFY(scene.show());
+    scene.item("view")->setProperty("currentIndex", 1);
+    QTRY_VERIFY(!pictureOf(probe, scene.item("page")).isNull());
+    int y = 0;
+    for (const char* const row : {"a", "b", "c"}) {
+        QCOMPARE(probe.element(scene.item(row))->geometry().rect(), QRect(0, y, 100, 30));
+        y += 30;
+    }
+}
+
+void tst_QuickViewPictures::whatAPictureCutsOffHasNoPlace() {
+    SurveyProbe probe(pictures());
+    QuickScene scene("Item { Flickable { x: 10; y: 10; width: 100; height: 50; clip: true; "
+                     "MouseArea { objectName: 'in'; width: 30; height: 40 } "
+                     "MouseArea { objectName: 'cut'; x: 40; y: 30; width: 30; height: 40 } "
+                     "MouseArea { objectName: 'out'; y: 60; width: 30; height: 40 } } }");
+    QVERIFY(scene.show());
+    QTRY_VERIFY(!pictureOf(probe, scene.window()).isNull());
+    QCOMPARE(probe.element(scene.item("in"))->geometry().rect(), QRect(10, 10, 30, 40));
+    QCOMPARE(probe.element(scene.item("cut"))->geometry().rect(), QRect(50, 40, 30, 20));
+    QVERIFY(probe.element(scene.item("out"))->geometry().rect().isEmpty());
 }
 
 void tst_QuickViewPictures::whatHidesItsInputIsBlack() {

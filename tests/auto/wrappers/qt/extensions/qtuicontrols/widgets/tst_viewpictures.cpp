@@ -12,6 +12,8 @@
 #include <QMenuBar>
 #include <QPainter>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTabWidget>
 #include <QTest>
 #include <QToolBar>
@@ -27,6 +29,7 @@ private Q_SLOTS:
     void withoutPicturesNoneAreTaken();
     void controlsHaveTheirPlacesInAPicture();
     void hiddenControlsHaveNoPlace();
+    void whatIsScrolledOutOfSightHasNoPlaceAnyMore();
     void commandsAndTabsHaveTheirPlaces();
     void eachPageHasItsOwn();
     void aPictureIsTakenAnewWhenMuchHasChanged();
@@ -138,6 +141,33 @@ void tst_ViewPictures::controlsHaveTheirPlacesInAPicture() {
     window.resize(200, 200);
     showAndWait(window);
     QTRY_COMPARE(probe.element(&button)->geometry().rect(), QRect(11, 22, 30, 20));
+}
+
+void tst_ViewPictures::whatIsScrolledOutOfSightHasNoPlaceAnyMore() {
+    ControlsProbe probe(pictures());
+    QScrollArea window;
+    window.setFrameShape(QFrame::NoFrame);
+    window.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    auto* const content = new Patch;
+    content->resize(100, 400);
+    QPushButton first(content);
+    QPushButton cut(content);
+    QPushButton last(content);
+    first.setGeometry(0, 0, 50, 20);
+    cut.setGeometry(0, 90, 50, 20);
+    last.setGeometry(0, 350, 50, 20);
+    window.setWidget(content);
+    window.resize(100, 100);
+    showAndWait(window);
+    QTRY_COMPARE(probe.element(&first)->geometry().rect(), QRect(0, 0, 50, 20));
+    QCOMPARE(probe.element(&cut)->geometry().rect(), QRect(0, 90, 50, 10));
+    QVERIFY(probe.element(&last)->geometry().rect().isEmpty());
+    window.verticalScrollBar()->setValue(300);
+    content->colour = Qt::blue;
+    window.viewport()->update();
+    content->update();
+    QTRY_COMPARE(probe.element(&last)->geometry().rect(), QRect(0, 50, 50, 20));
+    QVERIFY(probe.element(&first)->geometry().rect().isEmpty());
 }
 
 void tst_ViewPictures::hiddenControlsHaveNoPlace() {
