@@ -110,9 +110,12 @@ void WidgetUses::findLinks(QWidget* widget, UIElement* view) {
 void WidgetUses::handleEvent(QObject* object, QEvent* event) {
     const QEvent::Type type = event->type();
     if (!isInput(type)) {
-        if (type == QEvent::MetaCall && !m_connectsAll &&
+        if (type == QEvent::MetaCall &&
             m_hubs->counter.attribution().verdict().cause == Attribution::Cause::Accessibility) {
-            connectToAll();
+            m_hubs->counter.gesture().begin(); // each call of a client is one
+            if (!m_connectsAll) {
+                connectToAll();
+            }
         }
         return;
     }

@@ -198,7 +198,10 @@ void tst_ValueUses::aClientSetsAValue() {
     QCOMPARE(slider->value(), 3);
     QEXPECT_FAIL("", "the slot was connected first, so that what it sets signals first", Continue);
     QCOMPARE(counted, lines({"spin changed"}));
-    QCOMPARE(fixture.countedByClient([&] { slider->setValue(9); }), lines({"slider moved"}));
+    for (const int value : {9, 12}) {
+        QCOMPARE(fixture.countedByClient([&] { slider->setValue(value); }),
+                 lines({"slider moved"}));
+    }
 }
 
 int main(int argc, char** argv) {
