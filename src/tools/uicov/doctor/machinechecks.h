@@ -19,5 +19,7 @@ Finding checkFreeSpace(const QString& output);
 Finding checkFileSizeLimit();
 /** Whether uicov itself runs in a box that shuts out what the application is to load. */
 Finding checkSandbox();
+/** Whether runs with that data file are left that could not be finished. */
+Finding checkEarlierRuns(const QString& output);
 
 } // namespace Uicov::Doctor
