@@ -101,7 +101,8 @@ void PartFile::removeLeftovers(const QString& path) {
 }
 
 QString PartFile::reasonOfFailedWrite(const QString& path) {
-    constexpr off_t muchMore = 1024 * 1024; // SQLite does not write a file from its start to its end
+    constexpr off_t muchMore =
+        1024 * 1024; // SQLite does not write a file from its start to its end
     const Descriptor file(path, O_WRONLY);
     struct stat status {};
     const bool isOpen = file.number >= 0 && ::fstat(file.number, &status) == 0;
