@@ -82,6 +82,8 @@ CLI::App* HtmlCommand::declare(CLI::App& commands) {
         ->check(CLI::Range(0, Coverage::ReportDefaults::mostDigits).description(""));
     m_options.declare(*app);
     m_options.declareGates(*app);
+    app->add_flag("--public", m_isPublic,
+                  "Let others read the page who may not read the files it is made from");
     app->add_flag("-q,--quiet", m_isQuiet, "Print nothing but errors and warnings");
     m_options.declareFiles(*app);
     app->footer(examples);
@@ -183,6 +185,18 @@ bool HtmlCommand::write(PageModel& model, Console::Terminal& terminal) const {
     return true;
 }
 
+std::optional<QFileDevice::Permissions> HtmlCommand::readersOf(const PageModel& model) const {
+    if (m_isPublic || model.pictures.isEmpty()) {
+        return std::nullopt;
+    }
+    QFileDevice::Permissions readers = QFile::ReadGroup | QFile::ReadOther;
+    for (const std::string& file : m_options.files()) {
+        readers &= QFile::permissions(QFile::decodeName(file.c_str()));
+    }
+    return m_options.files().empty() ? readers & QFile::permissions(Store::currentDataFile())
+                                     : readers;
+}
+
 bool HtmlCommand::writeFile(const PageModel& model, const QString& path,
                             Console::Terminal& terminal) const {
     QFile present(path);
@@ -194,7 +208,17 @@ bool HtmlCommand::writeFile(const PageModel& model, const QString& path,
                                               "overwritten; choose another name with -o")});
         return false;
     }
+    if (!model.pictures.isEmpty() && QFileInfo(path).isSymLink()) {
+        terminal.error({Message::OutputForeign,
+                        path + QStringLiteral(": is a symbolic link, and a page with pictures is "
+                                              "not written to where one leads; name the file "
+                                              "itself with -o")});
+        return false;
+    }
     Cli::OutputFile output(path);
+    if (const auto readers = readersOf(model)) {
+        output.setReaders(*readers);
+    }
     auto problem = output.open();
     if (!problem) {
         output.writeBytes(Report::Html::HtmlPage(model).singleFile());
@@ -210,7 +234,11 @@ bool HtmlCommand::writeFile(const PageModel& model, const QString& path,
 
 bool HtmlCommand::writeFolder(const PageModel& model, const QString& folder,
                               Console::Terminal& terminal) const {
-    if (const auto problem = Report::Html::SplitPage(model, folder).write()) {
+    Report::Html::SplitPage page(model, folder);
+    if (const auto readers = readersOf(model)) {
+        page.setReaders(*readers);
+    }
+    if (const auto problem = page.write()) {
         terminal.error(*problem);
         return false;
     }

@@ -9,7 +9,10 @@
 #include "report/html/pagemodel.h"
 #include "report/html/runhistory.h"
 
+#include <QFileDevice>
 #include <QString>
+
+#include <optional>
 
 namespace Uicov::Commands {
 
@@ -22,6 +25,8 @@ public:
     int run(Console::Terminal& terminal) override;
 
 private:
+    /** Who besides the owner may read what shows pictures; nothing where that is not limited. */
+    std::optional<QFileDevice::Permissions> readersOf(const Report::Html::PageModel& model) const;
     void fit(Report::Html::PageModel& model, Console::Terminal& terminal) const;
     /** False when something could not be written, which has been told. */
     bool write(Report::Html::PageModel& model, Console::Terminal& terminal) const;
@@ -38,6 +43,7 @@ private:
     std::string m_title;
     double m_maximumMegabytes = 20;
     int m_precision = -1;
+    bool m_isPublic = false;
     bool m_isQuiet = false;
 
     Report::Html::Appearances m_appearances;
