@@ -3,6 +3,7 @@
 
 #include "vorskhook/recordingfile.h"
 
+#include "recordingformat/processname.h"
 #include "vorskhook/signalguard.h"
 #include "vorskhook/systemcallfilter.h"
 
@@ -36,16 +37,7 @@ int createExclusively(const QString& path) {
 
 /** The path number n to try: the one asked for, then names with the process in them. */
 QString candidate(const QString& path, int ordinal) {
-    if (ordinal == 0) {
-        return path;
-    }
-    const QString suffix = QStringLiteral(".uirec");
-    QString stem = path.endsWith(suffix) ? path.chopped(suffix.size()) : path;
-    stem += QLatin1Char('-') + QString::number(::getpid());
-    if (ordinal > 1) {
-        stem += QLatin1Char('-') + QString::number(ordinal);
-    }
-    return stem + suffix;
+    return ordinal == 0 ? path : RecordingFormat::pathForProcess(path, ::getpid(), ordinal);
 }
 
 bool isFileSizeLimited() {

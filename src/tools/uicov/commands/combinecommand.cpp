@@ -8,6 +8,7 @@
 #include "commands/cli/helpformatter.h"
 #include "console/progress.h"
 #include "console/terminal.h"
+#include "launch/unfinishedruns.h"
 #include "recording/recordingreader.h"
 #include "store/combiner.h"
 #include "store/datafilepath.h"
@@ -172,6 +173,7 @@ int CombineCommand::combine(const QStringList& paths, const QString& output,
                           .arg(combiner.newRuns())
                           .arg(combiner.knownRuns())
                           .arg(counted(m_usedFiles, "file", "files")));
+        tellOfUnfinished(output, terminal);
         terminal.note(
             (QStringLiteral("next: uicov report -m ") + Store::dataFileArgument(output)).trimmed());
     }
@@ -179,6 +181,24 @@ int CombineCommand::combine(const QStringList& paths, const QString& output,
         return PartialData;
     }
     return m_skippedFiles > 0 ? Failed : Done;
+}
+
+void CombineCommand::tellOfUnfinished(const QString& output, Console::Terminal& terminal) const {
+    QStringList given;
+    for (const std::string& file : m_files) {
+        given.append(QFileInfo(QFile::decodeName(file.c_str())).absoluteFilePath());
+    }
+    const QStringList left = Launch::unfinishedRuns(output);
+    for (const QString& folder : left) {
+        const bool isGiven =
+            m_skippedFiles == 0 && given.contains(QFileInfo(folder).absoluteFilePath());
+        terminal.note(
+            isGiven ? folder + QStringLiteral(" is not needed any more; next: rm -r ") +
+                          Store::shellQuoted(folder)
+                    : QStringLiteral("an earlier run could not be finished; add what it recorded "
+                                     "with: ") +
+                          Launch::adviceForUnfinished(output, folder));
+    }
 }
 
 bool CombineCommand::addAll(const QStringList& paths, Store::Combiner& combiner,

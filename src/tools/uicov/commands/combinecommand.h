@@ -25,6 +25,8 @@ public:
     int run(Console::Terminal& terminal) override;
 
 private:
+    /** Names what is beside the data file of runs that could not be finished. */
+    void tellOfUnfinished(const QString& output, Console::Terminal& terminal) const;
     QStringList inputs(const QString& output, Console::Terminal& terminal);
     int combine(const QStringList& paths, const QString& output, Console::Terminal& terminal);
     bool addAll(const QStringList& paths, Store::Combiner& combiner, Console::Terminal& terminal);

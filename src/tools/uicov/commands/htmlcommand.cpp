@@ -68,6 +68,8 @@ CLI::App* HtmlCommand::declare(CLI::App& commands) {
     m_options.declare(*app);
     m_options.declareUniverse(*app);
     m_options.declareGates(*app);
+    app->add_flag("--public", m_isPublic,
+                  "Let others read the page who may not read the files it is made from");
     app->add_flag("-q,--quiet", m_isQuiet, "Print nothing but errors and warnings");
     m_options.declareFiles(*app);
     app->footer(examples);
@@ -90,6 +92,7 @@ int HtmlCommand::run(Console::Terminal& terminal) {
     m_pages.setTitle(QString::fromStdString(m_title));
     m_pages.setMaximumMegabytes(m_maximumMegabytes);
     m_pages.setQuiet(m_isQuiet);
+    m_pages.setPublic(m_isPublic);
     m_pages.watch(m_options);
     const auto coverage = m_options.read(m_options.files(), terminal);
     if (!coverage) {
@@ -127,7 +130,11 @@ bool HtmlCommand::write(PageModel& model, Console::Terminal& terminal) const {
 
 bool HtmlCommand::writeFolder(const PageModel& model, const QString& folder,
                               Console::Terminal& terminal) const {
-    if (const auto problem = Report::Html::SplitPage(model, folder).write()) {
+    Report::Html::SplitPage page(model, folder);
+    if (const auto readers = m_pages.readersOf(model)) {
+        page.setReaders(*readers);
+    }
+    if (const auto problem = page.write()) {
         terminal.error(*problem);
         return false;
     }

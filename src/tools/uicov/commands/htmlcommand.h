@@ -31,6 +31,7 @@ private:
     std::string m_title;
     double m_maximumMegabytes = PageMaker::usualMegabytes;
     int m_precision = -1;
+    bool m_isPublic = false;
     bool m_isQuiet = false;
 
     PageMaker m_pages;

@@ -36,6 +36,7 @@ QString counted(int count, const char* one, const char* several) {
 } // namespace
 
 void PageMaker::watch(Cli::CoverageOptions& options) {
+    m_options = &options;
     options.setVisitor([this](const Runs::Run& run, const CoverageResult& coverage) {
         m_appearances.setNameRules(coverage.nameRules());
         m_appearances.setContexts(
@@ -109,12 +110,42 @@ QByteArray PageMaker::toBytes(PageModel& model, Console::Terminal& terminal) con
     return Report::Html::HtmlPage(model).singleFile();
 }
 
+std::optional<QFileDevice::Permissions> PageMaker::readersOf(const PageModel& model) const {
+    return model.pictures.isEmpty() ? std::nullopt : readers();
+}
+
+std::optional<QFileDevice::Permissions> PageMaker::readers() const {
+    if (m_isPublic || m_options == nullptr) {
+        return std::nullopt;
+    }
+    QFileDevice::Permissions readers = QFile::ReadGroup | QFile::ReadOther;
+    for (const std::string& file : m_options->files()) {
+        readers &= QFile::permissions(QFile::decodeName(file.c_str()));
+    }
+    return m_options->files().empty() ? readers & QFile::permissions(Store::currentDataFile())
+                                      : readers;
+}
+
+bool PageMaker::isNoLink(const QString& path, Console::Terminal& terminal) {
+    if (!QFileInfo(path).isSymLink()) {
+        return true;
+    }
+    terminal.error({Message::OutputForeign,
+                    path + QStringLiteral(": is a symbolic link, and a page with pictures is not "
+                                          "written to where one leads; name the file itself")});
+    return false;
+}
+
 bool PageMaker::writeFile(PageModel& model, const QString& path,
                           Console::Terminal& terminal) const {
-    if (!mayWrite(path, terminal)) {
+    if (!mayWrite(path, terminal) ||
+        (!model.pictures.isEmpty() && !isNoLink(path, terminal))) {
         return false;
     }
     Cli::OutputFile output(path);
+    if (const auto readers = readersOf(model)) {
+        output.setReaders(*readers);
+    }
     auto problem = output.open();
     if (!problem) {
         output.writeBytes(toBytes(model, terminal));

@@ -9,8 +9,11 @@
 #include "report/html/runhistory.h"
 
 #include <QByteArray>
+#include <QFileDevice>
 #include <QString>
 #include <QVector>
+
+#include <optional>
 
 namespace Uicov::Console {
 class Terminal;
@@ -38,6 +41,8 @@ public:
     /** How large a page in one file may be; 0 for as large as it gets. */
     void setMaximumMegabytes(double megabytes) { m_maximumMegabytes = megabytes; }
     void setQuiet(bool isQuiet) { m_isQuiet = isQuiet; }
+    /** Whether others may read pages who may not read the files that they are made from. */
+    void setPublic(bool isPublic) { m_isPublic = isPublic; }
 
     /** To be called before the options read: lets them show each run to this, which lives longer.
      */
@@ -48,9 +53,16 @@ public:
                                   const QVector<Coverage::GateResult>& gates, int digits,
                                   int skippedFiles);
 
+    /** Who besides the owner may read what shows pictures; nothing where that is not limited. */
+    std::optional<QFileDevice::Permissions> readersOf(const Report::Html::PageModel& model) const;
+    /** The same where it is not known yet whether there are pictures. */
+    std::optional<QFileDevice::Permissions> readers() const;
+
     /** Whether a page may be written there: not in the place of a file that is none, which is told.
      */
     static bool mayWrite(const QString& path, Console::Terminal& terminal);
+    /** False for a symbolic link, which is told: where it leads others may have chosen. */
+    static bool isNoLink(const QString& path, Console::Terminal& terminal);
     /** The page as one file, with pictures as small as they have to be. */
     QByteArray toBytes(Report::Html::PageModel& model, Console::Terminal& terminal) const;
     /** Writes that into a file; "-" is standard output. False when that failed, which has been
@@ -68,6 +80,9 @@ private:
     QString m_title;
     double m_maximumMegabytes = usualMegabytes;
     bool m_isQuiet = false;
+    bool m_isPublic = false;
+    /** Of the verb; null until watch(). */
+    const Cli::CoverageOptions* m_options = nullptr;
     Report::Html::Appearances m_appearances;
     Report::Html::RunHistory m_history;
 };

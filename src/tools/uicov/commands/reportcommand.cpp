@@ -196,7 +196,8 @@ void ReportCommand::sayNext(const CoverageResult& coverage, Console::Terminal& t
 bool ReportCommand::writeAll(const CoverageResult& coverage, const Gates& gates,
                              Console::Terminal& terminal) {
     const QString page = QFile::decodeName(m_html.c_str());
-    if (!m_html.empty() && !PageMaker::mayWrite(page, terminal)) {
+    if (!m_html.empty() &&
+        (!PageMaker::mayWrite(page, terminal) || !PageMaker::isNoLink(page, terminal))) {
         return false;
     }
     Outputs outputs(terminal);
@@ -209,7 +210,7 @@ bool ReportCommand::writeAll(const CoverageResult& coverage, const Gates& gates,
         Report::Html::PageModel model =
             m_pages.model(coverage, gates, m_precision, m_options.inputs().skippedFiles());
         return m_pages.toBytes(model, terminal);
-    });
+    }, m_pages.readers());
     outputs.add(m_json, [&](bool) { return Report::JsonReport(coverage, gates).toBytes(); });
     outputs.add(m_junit, [&](bool) {
         Report::JUnitReport report(coverage, gates);

@@ -17,6 +17,7 @@
 #include "launch/recordingsetup.h"
 #include "launch/revision.h"
 #include "launch/runfolder.h"
+#include "launch/unfinishedruns.h"
 #include "recording/recordingoutput.h"
 #include "store/datafilepath.h"
 #include "store/datafilewriter.h"
@@ -34,6 +35,7 @@ namespace Uicov::Commands {
 using Base::Message;
 using Base::Problem;
 using Cli::Failed;
+using Cli::PartialData;
 using Cli::setUsage;
 using Launch::RecordingSetup;
 
@@ -112,7 +114,9 @@ CLI::App* RunCommand::declare(CLI::App& commands) {
         ->type_name("FILE")
         ->envname("UICOV_CONFIG");
     app->add_flag("--no-config", m_ignoresConfig, "Read no uicov.toml");
-    app->add_flag("-q,--quiet", m_isQuiet, "Print nothing but errors");
+    app->add_flag("--strict", m_isStrict,
+                  "End with 3 instead of 0 when something that was sent is missing");
+    app->add_flag("-q,--quiet", m_isQuiet, "Print nothing but errors and warnings");
     app->prefix_command();
     app->footer(examples);
     return app;
@@ -318,11 +322,11 @@ int RunCommand::conclude(Launch::Application& application, const Launch::ChildPr
                          Console::Terminal& terminal) const {
     const QString dataFile = Store::dataFilePath(m_output);
     RunKeeper keeper(dataFile, m_appends, terminal);
+    keeper.setEndedByItself(process.signal() == 0);
     if (const auto problem = keeper.keep(recordings)) {
         terminal.error(*problem);
         folder.keep();
-        terminal.note(QStringLiteral("what was recorded is kept; next: uicov combine -a -o ") +
-                      Store::shellQuoted(dataFile) + asArguments(recordings, folder.path()));
+        terminal.note(adviceToKeep(*problem, dataFile, asArguments(recordings, folder.path())));
         return process.exitCode() == 0 ? Failed : process.exitCode();
     }
     if (keeper.records() == 0) {
@@ -338,7 +342,22 @@ int RunCommand::conclude(Launch::Application& application, const Launch::ChildPr
     if (!m_isQuiet) {
         tell(keeper, process, dataFile, terminal);
     }
-    return process.exitCode();
+    return process.exitCode() == 0 && m_isStrict && keeper.isPartial() ? PartialData
+                                                                       : process.exitCode();
+}
+
+QString RunCommand::adviceToKeep(const Problem& problem, const QString& dataFile,
+                                 const QString& recordings) {
+    const QString start = QStringLiteral("what was recorded is kept; next: ");
+    if (problem.message == Message::OutputForeign) {
+        return start + QStringLiteral("uicov combine -o ") +
+               Store::shellQuoted(dataFile + QStringLiteral("-kept")) + recordings;
+    }
+    const QString command = QStringLiteral("uicov combine -a -o ");
+    return problem.message == Message::OutputNotWritable
+               ? start + QStringLiteral("when that is cured, or with a name on another disk: ") +
+                     command + Store::shellQuoted(dataFile) + recordings
+               : start + command + Store::shellQuoted(dataFile) + recordings;
 }
 
 void RunCommand::tell(const RunKeeper& keeper, const Launch::ChildProcess& process,
@@ -354,11 +373,11 @@ void RunCommand::tell(const RunKeeper& keeper, const Launch::ChildProcess& proce
                       .arg(processes)
                       .arg(keeper.records())
                       .arg(signal));
-    const QStringList left = Launch::RunFolder::foldersOf(dataFile, false);
+    const QStringList left = Launch::unfinishedRuns(dataFile);
     for (const QString& path : left) {
         terminal.note(QStringLiteral("an earlier run could not be finished; add what it recorded "
-                                     "with: uicov combine -a -o %1 %2, then remove the folder")
-                          .arg(Store::shellQuoted(dataFile), Store::shellQuoted(path)));
+                                     "with: ") +
+                      Launch::adviceForUnfinished(dataFile, path));
     }
     terminal.note(
         (QStringLiteral("next: uicov report -m ") + Store::dataFileArgument(dataFile)).trimmed());

@@ -50,6 +50,9 @@ private:
     /** Why there is no recording at all, as the end of a sentence. */
     QString causeOfSilence(Launch::Application& application, int signal,
                            const Recording::RecordingOutput& output) const;
+    /** How to take in later what could not be kept now. */
+    static QString adviceToKeep(const Base::Problem& problem, const QString& dataFile,
+                                const QString& recordings);
     /** Why there is nothing in the recording. */
     static QString causeOfEmptiness(const RunKeeper& keeper);
     static void tell(const RunKeeper& keeper, const Launch::ChildProcess& process,
@@ -68,6 +71,7 @@ private:
     bool m_ignoresConfig = false;
     QStringList m_redacted;
     bool m_takesScreenshots = false;
+    bool m_isStrict = false;
     bool m_isQuiet = false;
     bool m_hasUnknownOption = false;
     std::vector<std::string> m_arguments;

@@ -14,13 +14,14 @@ int endOfSet(const QString& glob, int start) {
     return glob.indexOf(QLatin1Char(']'), first + 1);
 }
 
-QString expressionFor(const QString& glob) {
+/** Of a part of the glob without "*". */
+QString expressionForPart(const QString& glob, int& position) {
     QString expression;
-    for (int i = 0; i < glob.size(); ++i) {
-        const QChar character = glob.at(i);
-        const int end = character == QLatin1Char('[') ? endOfSet(glob, i) : -1;
+    for (; position < glob.size() && glob.at(position) != QLatin1Char('*'); ++position) {
+        const QChar character = glob.at(position);
+        const int end = character == QLatin1Char('[') ? endOfSet(glob, position) : -1;
         if (end > 0) {
-            QString set = glob.mid(i + 1, end - i - 1);
+            QString set = glob.mid(position + 1, end - position - 1);
             const bool isNegated = set.startsWith(QLatin1Char('!'));
             set = set.mid(isNegated ? 1 : 0);
             set.replace(QLatin1Char('\\'), QLatin1String("\\\\"));
@@ -29,14 +30,28 @@ QString expressionFor(const QString& glob) {
             set.replace(QLatin1Char('^'), QLatin1String("\\^"));
             expression +=
                 (isNegated ? QStringLiteral("[^") : QStringLiteral("[")) + set + QLatin1Char(']');
-            i = end;
-        } else if (character == QLatin1Char('*')) {
-            expression += QStringLiteral(".*");
+            position = end;
         } else if (character == QLatin1Char('?')) {
             expression += QLatin1Char('.');
         } else {
             expression += QRegularExpression::escape(QString(character));
         }
+    }
+    return expression;
+}
+
+/**
+ * What stands between two "*" is taken where it is found first, once for all: no later place could
+ * do better. So the steps grow with the length of the text, not with its power.
+ */
+QString expressionFor(const QString& glob) {
+    int position = 0;
+    QString expression = expressionForPart(glob, position);
+    while (position < glob.size()) {
+        ++position; // the "*"
+        const QString part = expressionForPart(glob, position);
+        expression += position < glob.size() ? QStringLiteral("(?>.*?%1)").arg(part)
+                                             : QStringLiteral(".*") + part;
     }
     return expression;
 }

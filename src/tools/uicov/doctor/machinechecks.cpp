@@ -3,6 +3,8 @@
 
 #include "doctor/machinechecks.h"
 
+#include "launch/unfinishedruns.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -143,9 +145,21 @@ Finding checkSystemCallFilter() {
                            "calls")};
 }
 
+Finding checkEarlierRuns(const QString& output) {
+    const QString check = QStringLiteral("earlier-runs");
+    const QStringList left = Launch::unfinishedRuns(output);
+    if (left.isEmpty()) {
+        return {Result::Ok, check, QStringLiteral("none was left unfinished"), QString()};
+    }
+    return {Result::Warning, check,
+            left.first() + QStringLiteral(" holds what a run recorded that could not be finished"),
+            QStringLiteral("add it with: ") + Launch::adviceForUnfinished(output, left.first())};
+}
+
 Findings checkMachine(const QString& output) {
     return {checkOutputFolder(output), checkTemporaryFolder(), checkFreeSpace(output),
-            checkFileSizeLimit(),      checkSandbox(),         checkSystemCallFilter()};
+            checkFileSizeLimit(),      checkSandbox(),         checkSystemCallFilter(),
+            checkEarlierRuns(output)};
 }
 
 } // namespace Uicov::Doctor

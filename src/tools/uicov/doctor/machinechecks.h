@@ -21,5 +21,7 @@ Finding checkFileSizeLimit();
 Finding checkSandbox();
 /** Whether a filter of system calls (seccomp) is on, which the application would inherit. */
 Finding checkSystemCallFilter();
+/** Whether runs with that data file are left that could not be finished. */
+Finding checkEarlierRuns(const QString& output);
 
 } // namespace Uicov::Doctor

@@ -10,6 +10,7 @@
 #include <QJsonObject>
 #include <QSaveFile>
 
+#include <algorithm>
 #include <cerrno>
 
 #include <fcntl.h>
@@ -124,6 +125,15 @@ std::optional<RunFolder::Info> RunFolder::running(const QString& folder) {
         return std::nullopt;
     }
     return info;
+}
+
+bool RunFolder::hasRecordings(const QString& folder) {
+    const QStringList ours{QFileInfo(infoFile(folder)).fileName(),
+                           QFileInfo(lockFile(folder)).fileName()};
+    const QStringList names =
+        QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    return std::any_of(names.cbegin(), names.cend(),
+                       [&ours](const QString& name) { return !ours.contains(name); });
 }
 
 QStringList RunFolder::foldersOf(const QString& dataFile, bool wantsRunning) {

@@ -51,6 +51,9 @@ public:
     /** Folders of runs with that data file that go, or that do not go any more, by name. */
     static QStringList foldersOf(const QString& dataFile, bool wantsRunning);
 
+    /** Whether there is anything in the folder but what a run keeps there for itself. */
+    static bool hasRecordings(const QString& folder);
+
 private:
     QString m_path;
     int m_lock = -1;

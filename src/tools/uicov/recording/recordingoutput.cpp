@@ -5,11 +5,11 @@
 
 #include "recording/framedecoder.h"
 #include "recording/recordingreader.h"
+#include "recordingformat/processname.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QRegularExpression>
 #include <QTemporaryFile>
 
 namespace Uicov::Recording {
@@ -83,18 +83,15 @@ bool RecordingOutput::isThere() const {
 }
 
 QStringList RecordingOutput::recordingsOf(const QString& session) const {
-    static const QRegularExpression childName(QStringLiteral("-\\d+(-\\d+)?\\.uirec$"));
     QStringList paths;
     if (sessionOf(m_absolutePath) == session) {
         paths.append(m_path);
     }
     const QFileInfo info(m_absolutePath);
-    const QString stem = info.completeBaseName() + QLatin1Char('-');
-    const QStringList names = info.absoluteDir().entryList(QDir::Files, QDir::Name);
+    const QStringList names = info.absoluteDir().entryList(QDir::Files | QDir::Hidden, QDir::Name);
     for (const QString& name : names) {
         const QString path = info.absolutePath() + QLatin1Char('/') + name;
-        if (name.startsWith(stem) && childName.match(name).hasMatch() &&
-            sessionOf(path) == session) {
+        if (RecordingFormat::isNameForProcess(name, m_absolutePath) && sessionOf(path) == session) {
             paths.append(QFileInfo(m_path).isAbsolute() || m_path.contains(QLatin1Char('/'))
                              ? QFileInfo(m_path).path() + QLatin1Char('/') + name
                              : name);

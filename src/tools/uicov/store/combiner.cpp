@@ -5,6 +5,7 @@
 
 #include "base/deferredend.h"
 #include "run/runloader.h"
+#include "store/runrank.h"
 
 #include <algorithm>
 
@@ -23,6 +24,26 @@ Run withoutPictures(Run run) {
     }
     run.pictures.clear();
     return run;
+}
+
+/** What was saved of a damaged file, and what was not. */
+Problem savedFrom(const Problem& damage, const QStringList& lost, int found) {
+    constexpr int mostNamed = 3;
+    constexpr int idLength = 8;
+    QStringList names;
+    for (const QString& uuid : lost.mid(0, mostNamed)) {
+        names.append(uuid.left(idLength));
+    }
+    QString text = damage.text + QStringLiteral(" (%1 of the %2 runs found in it are used")
+                                     .arg(found - lost.size())
+                                     .arg(found);
+    if (!lost.isEmpty()) {
+        text +=
+            QStringLiteral("; left out: ") + names.join(QStringLiteral(", ")) +
+            (lost.size() > mostNamed ? QStringLiteral(" and %1 more").arg(lost.size() - mostNamed)
+                                     : QString());
+    }
+    return {damage.message, text + QLatin1Char(')')};
 }
 
 } // namespace
@@ -51,42 +72,65 @@ std::optional<Problem> Combiner::addRecording(const QString& path) {
 
 std::optional<Problem> Combiner::addDataFile(const QString& path) {
     DataFile source;
-    if (auto problem = source.open(path, Sql::Access::Read)) {
-        return problem;
+    auto damage = source.open(path, Sql::Access::Read);
+    if (!damage) {
+        damage = source.checkPages();
     }
-    if (auto problem = source.checkPages()) {
-        return problem;
+    if (damage && damage->message != Base::Message::DataFileDamaged) {
+        return damage;
     }
-    const int newRuns = m_newRuns;
-    const int knownRuns = m_knownRuns;
+    if (damage) {
+        DataFile remains;
+        remains.setToleratesDamage(true);
+        if (remains.open(path, Sql::Access::Read)) {
+            return damage;
+        }
+        return addRuns(remains, remains.runsThatCanBeFound(), damage);
+    }
+    return addRuns(source, source.runs(), damage);
+}
+
+/** Each run by itself, so that one that cannot be read is all that is lost. */
+std::optional<Problem> Combiner::addRuns(DataFile& source, const QStringList& uuids,
+                                         std::optional<Problem> damage) {
     m_target.beginPart();
-    const QStringList uuids = source.runs();
-    std::optional<Problem> problem;
+    QStringList lost;
     for (const QString& uuid : uuids) {
         Run run;
         QByteArray digest;
-        if (m_filter) {
-            problem = source.readAttributes(uuid, run);
-            if (problem) {
-                break;
-            }
-            if (!m_filter(run)) {
-                continue;
-            }
+        bool isWanted = true;
+        auto problem = m_filter ? source.readAttributes(uuid, run) : std::nullopt;
+        if (!problem && m_filter) {
+            isWanted = m_filter(run);
             run = Run();
         }
-        problem = source.read(
-            uuid, m_takesPictures ? DataFile::Pictures::Load : DataFile::Pictures::Leave, run,
-            &digest);
-        if (problem || !addRun(run, digest) || Base::DeferredEnd::isRequested()) {
+        if (!isWanted) {
+            continue;
+        }
+        if (!problem) {
+            problem = source.read(uuid,
+                                  m_takesPictures ? DataFile::Pictures::Load : DataFile::Pictures::Leave,
+                                  run, &digest);
+        }
+        if (!problem && !RunRank::isAsWritten(run, digest)) {
+            problem = Problem{Base::Message::DataFileDamaged,
+                              source.path() + QStringLiteral(": the run in it was changed after it "
+                                                             "was recorded")};
+        }
+        if (problem) {
+            source.recover();
+            lost.append(uuid);
+            damage = damage ? damage : problem;
+        } else if (!addRun(run, digest) || Base::DeferredEnd::isRequested()) {
             break;
         }
     }
-    if (problem) {
+    if (damage && lost.size() == uuids.size()) {
         m_target.dropPart();
-        m_newRuns = newRuns;
-        m_knownRuns = knownRuns;
-        return problem;
+        return damage;
+    }
+    if (damage) {
+        m_warnings.append(savedFrom(*damage, lost, uuids.size()));
     }
     if (!m_failure) {
         m_failure = m_target.keepPart();

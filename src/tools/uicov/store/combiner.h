@@ -51,6 +51,8 @@ public:
 private:
     std::optional<Base::Problem> addRecording(const QString& path);
     std::optional<Base::Problem> addDataFile(const QString& path);
+    std::optional<Base::Problem> addRuns(DataFile& source, const QStringList& uuids,
+                                         std::optional<Base::Problem> damage);
     /** @param digest as the file that it was read from says; empty for a recording */
     bool addRun(const Runs::Run& run, const QByteArray& digest);
 

@@ -9,9 +9,11 @@
 #include "store/runreader.h"
 #include "store/runwriter.h"
 #include "store/schema.h"
+#include "store/schemacheck.h"
 
 #include <QFile>
 #include <QFileInfo>
+#include <QSet>
 #include <QtEndian>
 
 #include <cerrno>
@@ -97,7 +99,12 @@ std::optional<Problem> DataFile::open(const QString& path, Sql::Access access,
     if (access != Sql::Access::Private) {
         tidyUp(path);
     }
-    if (!connect(path, access, shownAs)) {
+    const bool isOpen = connect(path, access, shownAs);
+    if (isOpen && m_toleratesDamage) {
+        // SQLite then reads what there is of a file that was cut.
+        m_sql.execute(QStringLiteral("PRAGMA writable_schema = ON"));
+    }
+    if (!isOpen) {
         return Problem{Message::InputUnreadable, m_path + QStringLiteral(": cannot be opened: ") +
                                                      m_sql.error() +
                                                      QStringLiteral("; check its mode")};
@@ -124,6 +131,16 @@ std::optional<Problem> DataFile::check() {
     }
     if (version < 1) {
         return foreign(m_path, QStringLiteral("a data file of schema version 0, which never was"));
+    }
+    const QString stranger = foreignObjectIn(m_sql);
+    if (!m_sql.isOk()) {
+        return failure();
+    }
+    if (!stranger.isEmpty()) {
+        return Problem{Message::InputForeign,
+                       m_path + QStringLiteral(": has ") + stranger +
+                           QStringLiteral(", which uicov never makes, and is not used; name a "
+                                          "data file as uicov made it")};
     }
     m_version = version;
     m_reader->setExtended(version >= schemaVersion);
@@ -162,7 +179,8 @@ std::optional<Problem> DataFile::failure() const {
         return Problem{Message::DataFileDamaged,
                        m_path + QStringLiteral(": cannot be used as a data file: ") +
                            m_sql.error() +
-                           QStringLiteral("; see that the disk is sound, or use a copy")};
+                           QStringLiteral("; uicov combine -o NEWFILE saves what can be read of "
+                                          "it, or use a copy")};
     }
 }
 
@@ -280,6 +298,27 @@ std::optional<Problem> DataFile::commit() {
         m_isInTransaction = false;
     }
     return failure();
+}
+
+QStringList DataFile::runsThatCanBeFound() {
+    QSet<QString> uuids;
+    for (const char* const order : {"", " ORDER BY id DESC"}) { // from both sides of a gap
+        QSqlQuery& query =
+            m_sql.query(QStringLiteral("SELECT uuid FROM run NOT INDEXED") + QLatin1String(order));
+        while (m_sql.next(query)) {
+            uuids.insert(query.value(0).toString());
+        }
+        recover();
+    }
+    QStringList sorted = uuids.values();
+    sorted.sort();
+    return sorted;
+}
+
+void DataFile::recover() {
+    m_sql.recover(QString());
+    m_reader = std::make_unique<RunReader>(m_sql); // texts that it knows may be half-read
+    m_reader->setExtended(m_version >= schemaVersion);
 }
 
 QStringList DataFile::runs() {

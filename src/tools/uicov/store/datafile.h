@@ -84,6 +84,14 @@ public:
     /** Looks at every page of the file, which open() does not; the problem when one is damaged. */
     std::optional<Base::Problem> checkPages();
 
+    /** To be called before open(): then even a file that was cut off can be opened, to read of it
+     * what there is. */
+    void setToleratesDamage(bool tolerates) { m_toleratesDamage = tolerates; }
+    /** As runs(), of a damaged file: those that can be found, by UUID. */
+    QStringList runsThatCanBeFound();
+    /** Forgets the last failure, so that another run can be tried. */
+    void recover();
+
     QString path() const { return m_path; }
 
 private:
@@ -102,6 +110,7 @@ private:
     Sql m_sql;
     std::unique_ptr<RunWriter> m_writer;
     std::unique_ptr<RunReader> m_reader;
+    bool m_toleratesDamage = false;
     bool m_isInTransaction = false;
     bool m_hasRemoved = false;
     /** That of the open file. */

@@ -5,7 +5,6 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QRegularExpression>
 #include <QSysInfo>
 
 #include <cstdlib>
@@ -61,16 +60,6 @@ QString resolved(const QString& path) {
     }
     const QString target = info.canonicalFilePath();
     return target.isEmpty() ? info.symLinkTarget() : target;
-}
-
-QString shellQuoted(const QString& text) {
-    static const QRegularExpression harmless(QStringLiteral("^[A-Za-z0-9_./,:=@%+-]+$"));
-    if (harmless.match(text).hasMatch()) {
-        return text;
-    }
-    QString quoted = text;
-    return QLatin1Char('\'') + quoted.replace(QLatin1Char('\''), QLatin1String("'\\''")) +
-           QLatin1Char('\'');
 }
 
 } // namespace Uicov::Store

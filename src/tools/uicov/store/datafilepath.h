@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "base/shelltext.h"
+
 #include <QString>
 
 #include <string>
@@ -25,7 +27,6 @@ QString dataFileArgument(const QString& path);
 /** The file that is meant: where a link stands, what it leads to, be that there or not. */
 QString resolved(const QString& path);
 
-/** As it can be pasted into a shell. */
-QString shellQuoted(const QString& text);
+using Base::shellQuoted;
 
 } // namespace Uicov::Store

@@ -32,10 +32,17 @@ void writeList(PayloadWriter& writer, const List& list) {
     }
 }
 
+/** A data file does not tell a null text from an empty one, but for the text of an element. */
+QString stored(const QString& text) {
+    return text.isNull() ? QStringLiteral("") : text;
+}
+
 /** @param isExtended whether the run has what version 2 of the schema added: those of version 1
  * keep their digests */
 void write(PayloadWriter& writer, const RunElement& element, bool isExtended) {
-    writer << element.id << element.className << element.type << element.text
+    const auto text = [isExtended](const QString& t) { return isExtended ? stored(t) : t; };
+    writer << text(element.id) << text(element.className)
+           << (isExtended && element.type.isEmpty() ? QString() : element.type) << element.text
            << element.isTransparentNode << element.isSubgraphTransparent << element.isWindowNode
            << element.parent;
     writeList(writer, element.children);
@@ -51,7 +58,7 @@ void write(PayloadWriter& writer, const RunElement& element, bool isExtended) {
     if (isExtended) {
         writer << element.attributes.size() << element.wasEnabled << element.wasSeen;
         for (auto it = element.attributes.cbegin(); it != element.attributes.cend(); ++it) {
-            writer << it.key() << it.value();
+            writer << stored(it.key()) << stored(it.value());
         }
     }
 }
@@ -60,11 +67,22 @@ QByteArray attributesOf(const Run& run) {
     QByteArray bytes;
     QDataStream stream(&bytes, QIODevice::WriteOnly);
     stream.setVersion(QDataStream::Qt_5_9);
-    stream << run.uuid << run.session << run.application << run.executable << run.qtVersion
-           << run.platform << run.locale << run.architecture << run.started << run.labels
-           << run.isComplete << run.partialReason << run.bytesLost << run.messages
-           << run.messagesLost << run.contexts << run.warnings;
-    if (!run.extension.isEmpty()) {
+    const bool isExtended = !run.extension.isEmpty();
+    const auto text = [isExtended](const QString& t) { return isExtended ? stored(t) : t; };
+    QMap<QString, QString> labels;
+    for (auto it = run.labels.cbegin(); it != run.labels.cend(); ++it) {
+        labels.insert(text(it.key()), text(it.value()));
+    }
+    QStringList contexts;
+    for (const QString& context : run.contexts) {
+        contexts.append(text(context));
+    }
+    stream << run.uuid << text(run.session) << text(run.application) << text(run.executable)
+           << text(run.qtVersion) << text(run.platform) << text(run.locale)
+           << text(run.architecture) << text(run.started) << labels << run.isComplete
+           << text(run.partialReason) << run.bytesLost << run.messages << run.messagesLost
+           << contexts << run.warnings;
+    if (isExtended) {
         stream << run.extension;
     }
     return bytes;
@@ -100,6 +118,10 @@ auto tied(const RunRank& rank) {
 
 RunRank RunRank::of(const Run& run) {
     return {run.messages, run.isComplete, run.bytesLost, digestOf(run)};
+}
+
+bool RunRank::isAsWritten(const Run& run, const QByteArray& digest) {
+    return run.extension.isEmpty() || digestOf(run) == digest;
 }
 
 bool operator<(const RunRank& a, const RunRank& b) {

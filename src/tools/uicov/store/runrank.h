@@ -24,6 +24,14 @@ struct RunRank {
     QByteArray digest;
 
     static RunRank of(const Runs::Run& run);
+
+    /**
+     * Whether the run, read from a data file with its pictures or without, is what was written
+     * there. True as well for a run that says of no extension that it made it: version 1 of the
+     * schema, which that is, took the digest of something that the file does not hold.
+     * @param digest as the file has it
+     */
+    static bool isAsWritten(const Runs::Run& run, const QByteArray& digest);
 };
 
 bool operator<(const RunRank& a, const RunRank& b);

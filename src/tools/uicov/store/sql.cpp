@@ -105,9 +105,11 @@ QSqlQuery& Sql::query(const QString& statement, const QVariant* values, int coun
     if (!prepared) {
         prepared = std::make_shared<QSqlQuery>(m_database);
         prepared->setForwardOnly(true);
-        if (isOk() && !prepared->prepare(withNames(statement))) {
-            fail(prepared->lastError());
-        }
+    }
+    // Asked for first after a failure, it is prepared when that was recovered from.
+    const bool isPrepared = !prepared->lastQuery().isEmpty();
+    if (isOk() && !isPrepared && !prepared->prepare(withNames(statement))) {
+        fail(prepared->lastError());
     }
     if (isOk()) {
         for (int i = 0; i < count; ++i) {

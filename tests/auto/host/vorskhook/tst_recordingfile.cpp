@@ -68,6 +68,7 @@ private Q_SLOTS:
     void fileSizeLimit();
     void fileSizeLimitWithTheSignalPending();
     void descriptorThatTheApplicationReused();
+    void whatTheApplicationReusedIsNotCut();
     void forkedChild();
     void createdAgain();
 
@@ -257,6 +258,19 @@ void tst_RecordingFile::descriptorThatTheApplicationReused() {
     QCOMPARE(contents(other.fileName()), QByteArray());
     // Nor is it closed: it is the application's.
     QVERIFY(fcntl(descriptor, F_GETFD) >= 0);
+    ::close(descriptor);
+}
+
+void tst_RecordingFile::whatTheApplicationReusedIsNotCut() {
+    RecordingFile file;
+    QVERIFY(file.create(m_path));
+    const int descriptor = descriptorOf(m_path);
+    QFile other(m_dir->filePath(QStringLiteral("other")));
+    QVERIFY(other.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+    QCOMPARE(other.write("years of work"), 13LL);
+    QCOMPARE(::dup2(other.handle(), descriptor), descriptor);
+    file.truncate(0);
+    QCOMPARE(contents(other.fileName()), QByteArray("years of work"));
     ::close(descriptor);
 }
 

@@ -49,6 +49,10 @@ std::optional<Problem> OutputFile::open() {
     } else {
         m_file = std::make_unique<QSaveFile>(m_path);
         isOpen = m_file->open(QIODevice::WriteOnly);
+        if (isOpen && m_readers) {
+            isOpen = m_file->setPermissions(m_file->permissions() &
+                                            (*m_readers | QFile::ReadOwner | QFile::WriteOwner));
+        }
     }
     if (!isOpen) {
         return Problem{Message::OutputNotWritable,

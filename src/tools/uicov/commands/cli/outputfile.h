@@ -25,6 +25,10 @@ public:
 
     bool isStandardOutput() const;
 
+    /** To be called before open(): nobody but the owner, and who is among these, may read the file.
+     */
+    void setReaders(QFileDevice::Permissions readers) { m_readers = readers; }
+
     std::optional<Base::Problem> open();
     /** What fails is kept and told by close(). */
     void write(const QString& text) { writeBytes(text.toUtf8()); }
@@ -37,6 +41,7 @@ public:
 private:
     QString m_path;
     std::unique_ptr<QFileDevice> m_file;
+    std::optional<QFileDevice::Permissions> m_readers;
     bool m_hasFailed = false;
 };
 

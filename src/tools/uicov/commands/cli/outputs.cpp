@@ -15,9 +15,9 @@ namespace Uicov::Commands::Cli {
 Outputs::Outputs(Console::Terminal& terminal)
     : m_terminal(terminal) {}
 
-void Outputs::add(const std::string& path, const Maker& maker) {
+void Outputs::add(const std::string& path, const Maker& maker, Readers readers) {
     if (!path.empty()) {
-        m_outputs.push_back({path, maker});
+        m_outputs.push_back({path, maker, readers});
     }
 }
 
@@ -56,6 +56,9 @@ bool Outputs::write() {
 
 bool Outputs::writeOne(const Output& output) {
     OutputFile file(QFile::decodeName(output.path.c_str()));
+    if (output.readers) {
+        file.setReaders(*output.readers);
+    }
     auto problem = file.open();
     if (!problem) {
         file.write(QString::fromUtf8(output.maker(file.isStandardOutput())));

@@ -4,8 +4,10 @@
 #pragma once
 
 #include <QByteArray>
+#include <QFileDevice>
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,8 +25,13 @@ public:
 
     explicit Outputs(Console::Terminal& terminal);
 
-    /** @param path "-" for standard output; nothing is written for an empty one */
-    void add(const std::string& path, const Maker& maker);
+    using Readers = std::optional<QFileDevice::Permissions>;
+
+    /**
+     * @param path "-" for standard output; nothing is written for an empty one
+     * @param readers who besides the owner may read it; nothing where that is not limited
+     */
+    void add(const std::string& path, const Maker& maker, Readers readers = std::nullopt);
     /**
      * False when one could not be written, which has been told; the others are. None is when two go
      * to one place, as the later would take the place of the other.
@@ -35,6 +42,7 @@ private:
     struct Output {
         std::string path;
         Maker maker;
+        Readers readers;
     };
 
     bool areApart() const;

@@ -42,7 +42,12 @@ bool SplitPage::mayWrite() const {
 
 std::optional<Problem> SplitPage::writeFile(const QString& name, const QByteArray& bytes) const {
     QSaveFile file(m_folder.filePath(name));
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
+    const bool isOpen = file.open(QIODevice::WriteOnly);
+    if (isOpen && m_readers) {
+        file.setPermissions(file.permissions() &
+                            (*m_readers | QFile::ReadOwner | QFile::WriteOwner));
+    }
+    if (!isOpen || file.write(bytes) != bytes.size() || !file.commit()) {
         return Problem{Message::OutputNotWritable,
                        m_folder.filePath(name) + QStringLiteral(": cannot be written: ") +
                            file.errorString() + QStringLiteral("; choose another folder")};

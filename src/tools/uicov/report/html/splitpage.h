@@ -7,6 +7,7 @@
 #include "report/html/pagemodel.h"
 
 #include <QDir>
+#include <QFileDevice>
 #include <QString>
 
 #include <optional>
@@ -23,6 +24,8 @@ public:
 
     /** The problem when not everything was written; the page that was there is then still whole. */
     std::optional<Base::Problem> write();
+    /** To be called before write(): nobody but the owner, and who is among these, may read it. */
+    void setReaders(QFileDevice::Permissions readers) { m_readers = readers; }
 
 private:
     bool mayWrite() const;
@@ -32,6 +35,7 @@ private:
 
     const PageModel& m_model;
     QDir m_folder;
+    std::optional<QFileDevice::Permissions> m_readers;
 };
 
 } // namespace Uicov::Report::Html

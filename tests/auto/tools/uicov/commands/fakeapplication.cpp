@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: the uicov authors
 // SPDX-License-Identifier: MIT
 
+#include "recordingformat/processname.h"
 #include "testlib/samplerecording.h"
 
 #include <QCoreApplication>
 #include <QFile>
-#include <QFileInfo>
 #include <QSettings>
 #include <QUuid>
 
@@ -16,7 +16,8 @@ using TestLib::RecordingBuilder;
 namespace {
 
 /** As an application's host would: the session goes into the Process frame. */
-bool writeRecording(const QString& path, const QString& session, bool isEmpty) {
+bool writeRecording(const QString& path, const QString& session, bool isEmpty,
+                    bool endsInOrder = true) {
     RecordingBuilder recording;
     recording.addProcess({{QStringLiteral("session"), session},
                           {QStringLiteral("run"), QUuid::createUuid().toString().mid(1, 36)}});
@@ -24,14 +25,14 @@ bool writeRecording(const QString& path, const QString& session, bool isEmpty) {
         recording.addLog(RecordingFormat::Severity::Warning, QStringLiteral("no extension today"));
         recording.addEnd();
     } else {
-        TestLib::fillSampleRecording(recording);
+        TestLib::fillSampleRecording(recording, endsInOrder);
     }
     return recording.write(path);
 }
 
 } // namespace
 
-/** Arguments: "empty", "child", "exit N", "signal N", "save FILE" (the configuration). */
+/** Arguments: "empty", "cut", "child", "exit N", "signal N", "save FILE" (the configuration). */
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
@@ -43,13 +44,12 @@ int main(int argc, char** argv) {
     QSettings settings(configuration, QSettings::IniFormat);
     const QString path = settings.value(QStringLiteral("host/recording")).toString();
     const QString session = settings.value(QStringLiteral("host/session")).toString();
-    bool isWritten = writeRecording(path, session, has("empty"));
+    bool isWritten = writeRecording(path, session, has("empty"), !has("cut"));
     if (has("child")) {
-        const QFileInfo info(path);
-        isWritten = writeRecording(info.path() + QLatin1Char('/') + info.completeBaseName() +
-                                       QStringLiteral("-4711.uirec"),
-                                   session, false) &&
-                    isWritten;
+        constexpr int process = 4711;
+        isWritten =
+            writeRecording(RecordingFormat::pathForProcess(path, process, 1), session, false) &&
+            isWritten;
     }
     if (has("save")) {
         isWritten = QFile::copy(configuration, after("save")) && isWritten;

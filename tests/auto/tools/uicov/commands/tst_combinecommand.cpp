@@ -126,6 +126,23 @@ private Q_SLOTS:
         }
     }
 
+    void whatAnEarlierRunLeftIsOffered() {
+        const QString left = QStringLiteral(".uicov.run-1");
+        QVERIFY(QDir(m_folder->path()).mkdir(left));
+        record(left + QStringLiteral("/c.uirec"));
+        QCOMPARE(combine({QStringLiteral("a.uirec")}), 0);
+        QVERIFY2(m_runner.errors().contains(
+                     QStringLiteral("uicov: an earlier run could not be finished; add what it "
+                                    "recorded with: uicov combine -a -o .uicov .uicov.run-1, then "
+                                    "remove the folder\n")),
+                 qPrintable(m_runner.errors()));
+        QCOMPARE(combine({QStringLiteral("-a"), left}), 0);
+        QCOMPARE(runsIn(QStringLiteral(".uicov")), 2);
+        QVERIFY2(m_runner.errors().contains(QStringLiteral("uicov: .uicov.run-1 is not needed any "
+                                                           "more; next: rm -r .uicov.run-1\n")),
+                 qPrintable(m_runner.errors()));
+    }
+
     void whatIsHalfWrittenIsNotAmongTheFilesOfAFolder() {
         QCOMPARE(combine({QStringLiteral("a.uirec")}), 0);
         QVERIFY(QFile::copy(path(QStringLiteral(".uicov")), path(QStringLiteral(".x.uicov.part"))));

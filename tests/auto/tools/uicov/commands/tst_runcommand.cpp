@@ -164,6 +164,33 @@ private Q_SLOTS:
                               QStringLiteral("my-4711.uirec"), QStringLiteral("my.uirec")}));
     }
 
+    void aRecordingThatEndedBeforeTheApplicationIsTold() {
+        QCOMPARE(run(application("cut")), 0);
+        QVERIFY2(m_runner->errors().contains(
+                     QStringLiteral(": the recording ended before the application did, so that "
+                                    "what it did later is missing: ")) &&
+                     m_runner->errors().contains(QStringLiteral("[ended-abnormally]")) &&
+                     m_runner->errors().contains(QStringLiteral("uicov: recorded ")),
+                 qPrintable(m_runner->errors()));
+        QCOMPARE(run(QStringList{QStringLiteral("--strict")} + application("cut")), 3);
+        QCOMPARE(run(QStringList{QStringLiteral("--strict")} + application()), 0);
+        QVERIFY2(!m_runner->errors().contains(QStringLiteral("warning")),
+                 qPrintable(m_runner->errors()));
+        // Of one that was killed the end is known.
+        QCOMPARE(run(QStringList{QStringLiteral("--strict")} + application("cut signal 9")),
+                 128 + 9);
+        QVERIFY2(m_runner->errors().contains(QStringLiteral("killed, crashed or still runs")),
+                 qPrintable(m_runner->errors()));
+    }
+
+    void everyProcessIsInTheDataFileWhateverTheRecordingIsCalled() {
+        QCOMPARE(run(QStringList{QStringLiteral("--recording"), QStringLiteral("rec.bin")} +
+                     application("child")),
+                 0);
+        QCOMPARE(runsIn(".uicov").size(), 2);
+        QVERIFY(files().contains(QStringLiteral("rec.bin-4711.uirec")));
+    }
+
     void whereTheDataFileCannotBeWrittenTheRecordingIsKept() {
         // Something else takes the place while the application runs.
         QVERIFY(writeScript(
@@ -173,7 +200,7 @@ private Q_SLOTS:
         QVERIFY2(m_runner->errors().contains(QStringLiteral("[output-foreign]")),
                  qPrintable(m_runner->errors()));
         QCOMPARE(folders().size(), 1);
-        QVERIFY(m_runner->errors().contains(QStringLiteral("uicov combine -a -o .uicov ")));
+        QVERIFY(m_runner->errors().contains(QStringLiteral("uicov combine -o .uicov-kept ")));
         QVERIFY(m_runner->errors().contains(folders().at(0)));
         QVERIFY(QFile::remove(path(".uicov")));
         QCOMPARE(m_runner->run({QStringLiteral("combine"), folders().at(0)}), 0);
@@ -192,7 +219,7 @@ private Q_SLOTS:
                       QStringLiteral("--"), QStringLiteral("./app")}),
                  1);
         QVERIFY2(m_runner->errors().endsWith(QStringLiteral(
-                     "next: uicov combine -a -o .uicov 'a b.uirec' 'a b-4711.uirec'\n")),
+                     "next: uicov combine -o .uicov-kept 'a b.uirec' 'a b-4711.uirec'\n")),
                  qPrintable(m_runner->errors()));
         QVERIFY(folders().isEmpty());
     }

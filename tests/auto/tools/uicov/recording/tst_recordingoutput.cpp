@@ -96,6 +96,27 @@ private Q_SLOTS:
         QVERIFY(RecordingOutput(path("x.uirec")).recordingsOf(QStringLiteral("s")).isEmpty());
     }
 
+    /** The host names the recordings of further processes, whatever the first one is called. */
+    void thoseOfFurtherProcessesAreFoundWhateverTheName_data() {
+        QTest::addColumn<QByteArray>("first");
+        QTest::addColumn<QByteArray>("further");
+        QTest::newRow("another ending") << QByteArray("rec.bin") << QByteArray("rec.bin-12.uirec");
+        QTest::newRow("no ending") << QByteArray("rec") << QByteArray("rec-12.uirec");
+        QTest::newRow("ends with a point") << QByteArray("rec.") << QByteArray("rec.-12.uirec");
+        QTest::newRow("several points") << QByteArray("a.b.uirec") << QByteArray("a.b-12-3.uirec");
+        QTest::newRow("hidden") << QByteArray(".rec") << QByteArray(".rec-12.uirec");
+        QTest::newRow("in capitals") << QByteArray("A.UIREC") << QByteArray("A.UIREC-1.uirec");
+    }
+
+    void thoseOfFurtherProcessesAreFoundWhateverTheName() {
+        QFETCH(QByteArray, first);
+        QFETCH(QByteArray, further);
+        QVERIFY(writeRecording(first.constData(), "s"));
+        QVERIFY(writeRecording(further.constData(), "s"));
+        QCOMPARE(RecordingOutput(path(first.constData())).recordingsOf(QStringLiteral("s")),
+                 QStringList({path(first.constData()), path(further.constData())}));
+    }
+
     void pathsAreGivenAsTheUserGaveTheirs() {
         QVERIFY(writeRecording("app.uirec", "s"));
         QVERIFY(writeRecording("app-12.uirec", "s"));

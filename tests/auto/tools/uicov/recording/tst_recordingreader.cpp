@@ -316,6 +316,29 @@ private Q_SLOTS:
         }
     }
 
+    /** What stood there when the file object read ahead is old. */
+    void aFrameThatIsWrittenMeanwhileIsReadFromTheFile() {
+        RecordingBuilder one;
+        one.addMark(QStringLiteral("a"));
+        RecordingBuilder two;
+        two.addMark(QStringLiteral("a"));
+        two.addEnd();
+        const qint64 end = RecordingFormat::sharedHeaderSize + frames(two).size();
+        const QString path = m_folder.filePath(QStringLiteral("growing.uirec"));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+        const QByteArray before = shared(frames(one), end, 4096);
+        QCOMPARE(file.write(before), qint64{before.size()});
+        RecordingReader reader(path);
+        QVERIFY(!reader.open());
+        Frame frame;
+        QVERIFY(reader.next(frame));
+        QVERIFY(file.seek(RecordingFormat::sharedHeaderSize));
+        QCOMPARE(file.write(frames(two)), qint64{frames(two).size()});
+        QVERIFY(reader.next(frame));
+        QCOMPARE(static_cast<int>(frame.type), static_cast<int>(RecordingFormat::FrameType::End));
+    }
+
     void zerosBehindTheLastFrameAreDamage() {
         RecordingBuilder recording;
         recording.addMark(QStringLiteral("a"));

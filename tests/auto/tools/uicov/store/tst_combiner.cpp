@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "store/combiner.h"
+#include "store/runrank.h"
 #include "testlib/randomrun.h"
 #include "testlib/samplerecording.h"
 #include "testlib/testcase.h"
@@ -149,25 +150,63 @@ private Q_SLOTS:
         QCOMPARE(read.runs().size(), 1);
     }
 
-    void aDamagedInputIsSkippedAsAWholeAndLeftAsItIs() {
+    void ofADamagedInputWhatCanBeReadIsUsed_data() {
+        QTest::addColumn<QString>("statement");
+        QTest::newRow("cannot be read") << "DELETE FROM context WHERE run = 3";
+        QTest::newRow("a text was changed")
+            << "UPDATE element SET id = id || 'x' WHERE run = 3 AND number = 0";
+        QTest::newRow("a count was changed")
+            << "INSERT INTO hit SELECT 3, 0, id, 0, 7, NULL, NULL FROM text LIMIT 1";
+        QTest::newRow("the run was renamed") << "UPDATE run SET application = 'x' WHERE id = 3";
+    }
+
+    void ofADamagedInputWhatCanBeReadIsUsed() {
+        QFETCH(QString, statement);
         QRandomGenerator random(15);
         QVector<Run> runs;
         for (int i = 0; i < 3; ++i) {
             Run run = randomRun(random);
             run.uuid = TestLib::uuid(i);
+            run.extension = QStringLiteral("libqtuicontrols");
             runs.append(run);
         }
         const QString damaged = fileOf(runs);
         {
             Sql sql;
             QVERIFY(sql.open(damaged, Sql::Access::Write));
-            QVERIFY(sql.execute(QStringLiteral("DELETE FROM context WHERE run = 3")));
+            QVERIFY2(sql.execute(statement), qPrintable(sql.error()));
         }
         const QByteArray before = bytesOf(damaged);
-        const QString sound = fileOf({runs.first()});
+        const QString sound = fileOf(runs.mid(0, 2));
         const QString target = newPath();
         DataFile file;
         QVERIFY(!file.create(target));
+        Combiner combiner(file);
+        QVERIFY(!combiner.add(damaged));
+        QCOMPARE(combiner.newRuns(), 2);
+        QCOMPARE(combiner.warnings().size(), 1);
+        QCOMPARE(combiner.warnings().first().message, Message::DataFileDamaged);
+        const QString text = combiner.warnings().first().text;
+        QVERIFY2(text.startsWith(damaged) &&
+                     text.endsWith(QStringLiteral(" (2 of the 3 runs found in it are used; left "
+                                                  "out: %1)")
+                                       .arg(TestLib::uuid(2).left(8))),
+                 qPrintable(text));
+        QVERIFY(!file.commit());
+        QCOMPARE(contentsOf(target), contentsOf(sound));
+        QCOMPARE(bytesOf(damaged), before);
+    }
+
+    void anInputOfWhichNothingCanBeReadIsAProblem() {
+        QRandomGenerator random(16);
+        const QString damaged = fileOf({randomRun(random)});
+        {
+            Sql sql;
+            QVERIFY(sql.open(damaged, Sql::Access::Write));
+            QVERIFY(sql.execute(QStringLiteral("DELETE FROM context")));
+        }
+        DataFile file;
+        QVERIFY(!file.create(newPath()));
         Combiner combiner(file);
         const auto problem = combiner.add(damaged);
         QVERIFY(problem);
@@ -175,10 +214,70 @@ private Q_SLOTS:
         QVERIFY(problem->text.startsWith(damaged));
         QVERIFY(!combiner.failure());
         QCOMPARE(combiner.newRuns(), 0);
-        QVERIFY(!combiner.add(sound));
-        QVERIFY(!file.commit());
-        QCOMPARE(contentsOf(target), contentsOf(sound));
-        QCOMPARE(bytesOf(damaged), before);
+    }
+
+    /** Runs that can still be read are used wherever the cut is; none is half used. */
+    void aFileThatWasCutGivesWhatIsThere() {
+        QRandomGenerator random(17);
+        QVector<Run> runs;
+        for (int i = 0; i < 6; ++i) {
+            Run run = randomRun(random, 60);
+            run.uuid = TestLib::uuid(i);
+            run.extension = QStringLiteral("libqtuicontrols");
+            runs.append(run);
+        }
+        const QByteArray whole = bytesOf(fileOf(runs));
+        int mostSaved = 0;
+        for (int tenths = 1; tenths < 10; ++tenths) {
+            const QString cut = newPath();
+            QFile file(cut);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write(whole.left(whole.size() / 10 * tenths));
+            file.close();
+            DataFile target;
+            const QString path = newPath();
+            QVERIFY(!target.create(path));
+            Combiner combiner(target);
+            const auto problem = combiner.add(cut);
+            QVERIFY(problem || combiner.warnings().size() == 1);
+            QCOMPARE(combiner.newRuns() == 0, problem.has_value());
+            QVERIFY(!combiner.failure() && !target.commit());
+            const QStringList saved = target.runs();
+            for (const QString& uuid : saved) {
+                Run run;
+                QByteArray digest;
+                QVERIFY(!target.read(uuid, DataFile::Pictures::Leave, run, &digest));
+                QVERIFY(Uicov::Store::RunRank::isAsWritten(run, digest));
+            }
+            mostSaved = qMax(mostSaved, saved.size());
+        }
+        QVERIFY(mostSaved > 0);
+    }
+
+    /** In a page that no run needs, so that reading the runs does not find it. */
+    void damagedPagesOfAnInputAreTold() {
+        QRandomGenerator random(18);
+        Run run = randomRun(random);
+        run.extension = QStringLiteral("libqtuicontrols");
+        const QString damaged = fileOf({run});
+        {
+            Sql sql;
+            QVERIFY(sql.open(damaged, Sql::Access::Write));
+            // An index that does not know a row of its table.
+            QVERIFY2(sql.execute(QStringLiteral(
+                         "PRAGMA writable_schema = ON;\n"
+                         "UPDATE sqlite_master SET rootpage = (SELECT rootpage FROM sqlite_master "
+                         "WHERE name = 'sqlite_autoindex_picture_1') "
+                         "WHERE name = 'sqlite_autoindex_text_1'")),
+                     qPrintable(sql.error()));
+        }
+        DataFile file;
+        QVERIFY(!file.create(newPath()));
+        Combiner combiner(file);
+        QVERIFY(!combiner.add(damaged));
+        QCOMPARE(combiner.newRuns(), 1);
+        QCOMPARE(combiner.warnings().size(), 1);
+        QCOMPARE(combiner.warnings().first().message, Message::DataFileDamaged);
     }
 
     void runsAreCountedAsNewOrKnown() {

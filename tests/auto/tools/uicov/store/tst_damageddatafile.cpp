@@ -58,6 +58,67 @@ private Q_SLOTS:
         QCOMPARE(contents(), before);
     }
 
+    void aSchemaThatIsNotOursIsRefusedBeforeAnythingIsRead_data() {
+        QTest::addColumn<QByteArray>("statements");
+        QTest::addColumn<QString>("part");
+        QTest::newRow("trigger")
+            << QByteArray("CREATE TRIGGER t AFTER INSERT ON run BEGIN DELETE FROM run; END")
+            << "has the trigger \"t\", which uicov never makes";
+        QTest::newRow("view in the place of a table")
+            << QByteArray("ALTER TABLE run RENAME TO old;\n"
+                          "CREATE VIEW run AS WITH RECURSIVE c(x) AS (SELECT 1 UNION ALL SELECT "
+                          "x + 1 FROM c) SELECT x AS id, 'u' || x AS uuid FROM c")
+            << "has the ";
+        QTest::newRow("index") << QByteArray("CREATE INDEX i ON run (abs(id))")
+                               << "has the index \"i\"";
+        QTest::newRow("table") << QByteArray("CREATE TABLE mine (id)") << "has the table \"mine\"";
+        QTest::newRow("another view")
+            << QByteArray("CREATE VIEW mine AS SELECT 1") << "has the view \"mine\"";
+        QTest::newRow("generated column")
+            << QByteArray("ALTER TABLE run ADD COLUMN more AS (hex(zeroblob(1000000)))")
+            << "has the table \"run\"";
+        QTest::newRow("condition")
+            << QByteArray("ALTER TABLE run ADD COLUMN more TEXT CHECK (length(more) > 7)")
+            << "has the table \"run\"";
+        QTest::newRow("virtual table")
+            << QByteArray("DROP TABLE label;\nCREATE VIRTUAL TABLE label USING fts5(run, name)")
+            << "has the table \"label";
+    }
+
+    void aSchemaThatIsNotOursIsRefusedBeforeAnythingIsRead() {
+        QFETCH(QByteArray, statements);
+        QFETCH(QString, part);
+        makeFile();
+        tamper(statements.constData());
+        const QByteArray before = contents();
+        for (const auto access : {Sql::Access::Read, Sql::Access::Write}) {
+            DataFile file;
+            const auto problem = file.open(m_path, access);
+            QVERIFY(problem);
+            QCOMPARE(problem->message, Message::InputForeign);
+            QVERIFY2(problem->text.contains(part), qPrintable(problem->text));
+            QVERIFY(problem->text.startsWith(m_path));
+        }
+        QCOMPARE(contents(), before);
+    }
+
+    void whatAPersonMayDoToTheFileDoesNoHarm() {
+        makeFile();
+        tamper("ANALYZE");
+        tamper("VACUUM");
+        DataFile file;
+        QVERIFY(!file.open(m_path, Sql::Access::Read));
+        QCOMPARE(file.runs().size(), 1);
+    }
+
+    /** As a view's or a default's call of a function would be. */
+    void whatASchemaCallsIsNotTrusted() {
+        makeFile();
+        Sql sql;
+        QVERIFY(sql.open(m_path, Sql::Access::Read));
+        QCOMPARE(sql.value(QStringLiteral("PRAGMA trusted_schema")).toInt(), 0);
+    }
+
     /** Not by uicov, which has a lock of its own for that. */
     void aFileThatAnotherProgramHasLockedIsRefusedAndLeftAsItIs() {
         makeFile();

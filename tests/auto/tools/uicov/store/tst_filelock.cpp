@@ -12,14 +12,29 @@
 #include <QTest>
 
 #include <csignal>
+#include <functional>
 
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 using TestLib::StderrCapture;
 using Uicov::Base::Message;
 using Uicov::Store::FileLock;
+
+/** What happens right before the next file is locked; nothing when it is empty. */
+static std::function<void()> beforeLocking;
+
+/** Stands before the C library's. */
+extern "C" int flock(int descriptor, int operation) {
+    if (beforeLocking) {
+        const auto action = std::move(beforeLocking);
+        beforeLocking = nullptr;
+        action();
+    }
+    return static_cast<int>(::syscall(SYS_flock, descriptor, operation));
+}
 
 class TestFileLock : public TestLib::TestCase {
     Q_OBJECT
@@ -112,6 +127,18 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(FileLock::lockFileOf(m_path)));
         FileLock lock;
         QVERIFY(!lock.acquire(m_path, m_tell, 0));
+    }
+
+    /** Else two would hold a lock each: the one of a file without a name, the next a new one. */
+    void aLockFileThatItsHolderTakesAwayMeanwhileIsNotHeld() {
+        const QString lockFile = FileLock::lockFileOf(m_path);
+        bool wasThere = false;
+        beforeLocking = [&] { wasThere = QFile::remove(lockFile); };
+        FileLock lock;
+        QVERIFY(!lock.acquire(
+            m_path, [](const QString&) {}, 1));
+        QVERIFY(wasThere);
+        QVERIFY(QFile::exists(lockFile));
     }
 
     void aFolderThatCannotBeWrittenIsAProblem() {
