@@ -5,6 +5,9 @@
 
 #include "qtuicontrols/widgets/commands.h"
 
+#include <QAction>
+#include <QMenu>
+
 #include <algorithm>
 
 namespace Vorsk {
@@ -29,9 +32,15 @@ void ActionListers::update(QWidget* lister, const QList<QAction*>& actions, Way 
         list.actions.clear();
         list.widget = lister;
     }
+    const bool isMenu = qobject_cast<const QMenu*>(lister) != nullptr;
+    // In a menu, also one of a tool button, an action with a sub menu does nothing but open it.
+    const auto wayOf = [&](const QAction* action) {
+        return isMenu && action->menu() != nullptr ? Way::Menu : way;
+    };
     // What is no longer listed goes, and so does what is reached in another way now.
     const auto isGone = [&](const Listed& listed) {
-        return listed.living.isNull() || listed.way != way || !actions.contains(listed.action);
+        return listed.living.isNull() || !actions.contains(listed.action) ||
+               listed.way != wayOf(listed.living);
     };
     for (const Listed& listed : list.actions) {
         if (isGone(listed) && !listed.living.isNull()) {
@@ -46,8 +55,9 @@ void ActionListers::update(QWidget* lister, const QList<QAction*>& actions, Way 
                         [action](const Listed& listed) { return listed.action == action; });
         if (!isListed) {
             // Noted also where it is no command, so that it is asked for once.
-            m_commands.add(action, way, view);
-            list.actions.push_back({action, action, way});
+            const Way reached = wayOf(action);
+            m_commands.add(action, reached, view);
+            list.actions.push_back({action, action, reached});
         }
     }
 }

@@ -116,7 +116,9 @@ void Commands::handleInput(QObject* object, QEvent* event) {
     }
     if (QAction* const action = meantMenuAction(object, event)) {
         // A menu that has come up below the mouse takes no notice of the button's going up.
-        if (type != QEvent::MouseButtonRelease || m_pressedMenu == object) {
+        // An entry with a sub menu triggers nothing.
+        if (action->menu() == nullptr &&
+            (type != QEvent::MouseButtonRelease || m_pressedMenu == object)) {
             expect(action, wayThrough(static_cast<QWidget*>(object)));
         }
     } else if (auto* const button = qobject_cast<QToolButton*>(object)) {

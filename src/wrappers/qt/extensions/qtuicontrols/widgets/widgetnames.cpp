@@ -10,6 +10,7 @@
 
 #include <QAbstractButton>
 #include <QAbstractSpinBox>
+#include <QAction>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLineEdit>
@@ -34,6 +35,27 @@ QString windowTitleOf(const QWidget* widget) {
     QString title = widget->windowTitle();
     title.remove(QStringLiteral("[*]"));
     return title.trimmed();
+}
+
+/** What brings the menu up says what it is for, where it has no title of its own. */
+QString openerOf(const QMenu* menu) {
+    const QAction* const action = menu->menuAction();
+    if (!action->toolTip().isEmpty()) {
+        return action->toolTip();
+    }
+    const QList<QWidget*> openers = action->associatedWidgets();
+    for (const QWidget* const opener : openers) {
+        const QString caption = captionOf(opener);
+        if (!caption.isNull()) {
+            return caption;
+        }
+    }
+    return {};
+}
+
+QString titleOfMenu(const QMenu* menu) {
+    const QString title = stripMnemonics(menu->title());
+    return title.isEmpty() ? openerOf(menu) : title;
 }
 
 void add(Description& what, Attribute attribute, const QString& value) {
@@ -81,7 +103,7 @@ QString captionOf(const QWidget* widget) {
 QString titleOf(const QWidget* widget) {
     switch (classOf(widget)) {
     case WidgetClass::Menu:
-        return nullIfEmpty(stripMnemonics(static_cast<const QMenu*>(widget)->title()));
+        return nullIfEmpty(titleOfMenu(static_cast<const QMenu*>(widget)));
     case WidgetClass::WizardPage:
         return nullIfEmpty(static_cast<const QWizardPage*>(widget)->title());
     case WidgetClass::Dock:

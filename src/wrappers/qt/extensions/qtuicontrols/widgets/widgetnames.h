@@ -19,7 +19,9 @@ class WidgetLabels;
 /** The caption of a control as it is read, without mnemonics; null when it has none. */
 QString captionOf(const QWidget* widget);
 
-/** What a view is called: the title of a window, menu or page of a wizard; null when it has none.
+/**
+ * What a view is called: the title of a window, menu or page of a wizard; for a menu without one,
+ * what the action or button that brings it up is called. Null when there is neither.
  */
 QString titleOf(const QWidget* widget);
 

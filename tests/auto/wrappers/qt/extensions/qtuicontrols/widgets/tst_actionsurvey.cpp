@@ -25,6 +25,8 @@ private Q_SLOTS:
     void aMenuIsFoundOnceHoweverItIsReached();
     void aCommandThatAToolBarShowsLiesInTheWindow();
     void aSubMenuLiesInItsMenu();
+    void anEntryThatOpensASubMenuIsNoCommandInAButtonsMenu();
+    void aMenuWithoutATitleIsCalledLikeWhatOpensIt();
     void menusThatOpenEachOtherAreFoundOnce();
     void aContextMenuOfActionsIsFound();
     void anActionThatOnlyAShortcutReachesIsFound();
@@ -106,6 +108,48 @@ void tst_ActionSurvey::aSubMenuLiesInItsMenu() {
     showAndWait(window);
     QCOMPARE(probe.tree(), text("Window {seen}\n  Menu \"File\"\n    Menu \"Recent\"\n"
                                 "      Command \"a.txt\"\n"));
+}
+
+void tst_ActionSurvey::anEntryThatOpensASubMenuIsNoCommandInAButtonsMenu() {
+    ControlsProbe probe;
+    QMainWindow window;
+    QToolButton button(&window);
+    QMenu menu;
+    QMenu* const file = menu.addMenu(text("File"));
+    file->addAction(text("Open"));
+    menu.addAction(text("Quit"));
+    button.setMenu(&menu);
+    button.setPopupMode(QToolButton::InstantPopup);
+    showAndWait(window);
+    QCOMPARE(probe.count(text("Command")), 2);
+
+    menu.popup(window.mapToGlobal(QPoint()));
+    QVERIFY(QTest::qWaitForWindowExposed(&menu));
+    QTest::mouseClick(&menu, Qt::LeftButton, Qt::NoModifier,
+                      menu.actionGeometry(file->menuAction()).center());
+    deliver();
+    QCOMPARE(probe.count(text("Command")), 2);
+    file->hide();
+    menu.hide();
+}
+
+void tst_ActionSurvey::aMenuWithoutATitleIsCalledLikeWhatOpensIt() {
+    ControlsProbe probe;
+    QMainWindow window;
+    QToolButton button(&window);
+    button.setText(text("&More"));
+    QMenu ofButton;
+    ofButton.addAction(text("Print"));
+    button.setMenu(&ofButton);
+    QAction options;
+    options.setToolTip(text("Search options"));
+    QMenu ofAction;
+    ofAction.addAction(text("Case sensitive"));
+    options.setMenu(&ofAction);
+    window.addToolBar(text("Main"))->addAction(&options);
+    showAndWait(window);
+    QCOMPARE(probe.element(&ofButton)->text(), text("More"));
+    QCOMPARE(probe.element(&ofAction)->text(), text("Search options"));
 }
 
 void tst_ActionSurvey::menusThatOpenEachOtherAreFoundOnce() {
