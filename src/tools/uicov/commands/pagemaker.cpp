@@ -138,8 +138,7 @@ bool PageMaker::isNoLink(const QString& path, Console::Terminal& terminal) {
 
 bool PageMaker::writeFile(PageModel& model, const QString& path,
                           Console::Terminal& terminal) const {
-    if (!mayWrite(path, terminal) ||
-        (!model.pictures.isEmpty() && !isNoLink(path, terminal))) {
+    if (!mayWrite(path, terminal) || (!model.pictures.isEmpty() && !isNoLink(path, terminal))) {
         return false;
     }
     Cli::OutputFile output(path);

@@ -206,11 +206,14 @@ bool ReportCommand::writeAll(const CoverageResult& coverage, const Gates& gates,
         return (isMarkdown ? markdown(coverage, gates) : text(coverage, gates, isStandardOutput))
             .toUtf8();
     });
-    outputs.add(m_html, [&](bool) {
-        Report::Html::PageModel model =
-            m_pages.model(coverage, gates, m_precision, m_options.inputs().skippedFiles());
-        return m_pages.toBytes(model, terminal);
-    }, m_pages.readers());
+    outputs.add(
+        m_html,
+        [&](bool) {
+            Report::Html::PageModel model =
+                m_pages.model(coverage, gates, m_precision, m_options.inputs().skippedFiles());
+            return m_pages.toBytes(model, terminal);
+        },
+        m_pages.readers());
     outputs.add(m_json, [&](bool) { return Report::JsonReport(coverage, gates).toBytes(); });
     outputs.add(m_junit, [&](bool) {
         Report::JUnitReport report(coverage, gates);

@@ -108,9 +108,9 @@ std::optional<Problem> Combiner::addRuns(DataFile& source, const QStringList& uu
             continue;
         }
         if (!problem) {
-            problem = source.read(uuid,
-                                  m_takesPictures ? DataFile::Pictures::Load : DataFile::Pictures::Leave,
-                                  run, &digest);
+            problem = source.read(
+                uuid, m_takesPictures ? DataFile::Pictures::Load : DataFile::Pictures::Leave, run,
+                &digest);
         }
         if (!problem && !RunRank::isAsWritten(run, digest)) {
             problem = Problem{Base::Message::DataFileDamaged,
