@@ -140,8 +140,8 @@ QStringList RunFolder::foldersOf(const QString& dataFile, bool wantsRunning) {
     const QFileInfo info(dataFile);
     const QString folder = info.path();
     QStringList found;
+    // Not by a filter of names: in one a file's name would be a pattern.
     const QStringList names = QDir(folder).entryList(
-        {nameStart(dataFile) + QLatin1Char('*')},
         QDir::Dirs | QDir::Hidden | QDir::NoSymLinks | QDir::NoDotAndDotDot, QDir::Name);
     for (const QString& name : names) {
         const QString path = folder == QLatin1String(".") ? name : folder + QLatin1Char('/') + name;
