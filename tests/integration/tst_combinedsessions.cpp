@@ -87,21 +87,38 @@ bool addKeysOf(const QString& path, KnownKeys& known) {
     return true;
 }
 
-/** Keys that were used before and are there, but not used, now. */
+/** Whether each window that the element is in, or is, was there: menus are windows, too. */
+bool hasWindowsOf(const QString& key, const KnownKeys& known) {
+    static const QRegularExpression window(QStringLiteral("^(Window|Dialog|Menu)( |$)"));
+    const QStringList steps = key.split(QStringLiteral(" > "));
+    for (int i = 0; i < steps.size(); ++i) {
+        const QString place = QStringList(steps.mid(0, i + 1)).join(QStringLiteral(" > "));
+        if (window.match(steps.at(i)).hasMatch() &&
+            std::none_of(known.keyBegin(), known.keyEnd(),
+                         [&place](const QString& other) { return other.startsWith(place); })) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/** Keys that were used before and are not used now, be it that their window was not opened. */
 QStringList lostFrom(const KnownKeys& base, const KnownKeys& now) {
     QStringList lost;
     for (auto it = base.cbegin(); it != base.cend(); ++it) {
-        if (it->isUsed() && now.contains(it.key()) && !now.value(it.key()).isUsed()) {
+        const bool mayBeThere = now.contains(it.key()) || !hasWindowsOf(it.key(), now);
+        if (it->isUsed() && mayBeThere && !now.value(it.key()).isUsed()) {
             lost.append(it.key());
         }
     }
     return lost;
 }
 
+/** Keys that are not there although their window is. */
 QStringList removedFrom(const KnownKeys& base, const KnownKeys& now) {
     QStringList removed;
     for (auto it = base.cbegin(); it != base.cend(); ++it) {
-        if (!now.contains(it.key())) {
+        if (!now.contains(it.key()) && hasWindowsOf(it.key(), now)) {
             removed.append(it.key());
         }
     }

@@ -117,6 +117,11 @@ bool CoverageTree::counts(NodeId node) const {
     return element.isCountable && element.ignoredBy == RuleId::None;
 }
 
+bool CoverageTree::isReported(NodeId node) const {
+    const Node& element = this->node(node);
+    return counts(node) || (element.role == Node::Role::View && element.ignoredBy == RuleId::None);
+}
+
 bool CoverageTree::isInNumbers(NodeId node) const {
     return this->node(node).isCountable || this->node(node).role == Node::Role::View;
 }

@@ -150,6 +150,8 @@ public:
 
     /** Countable, and not left out. */
     bool counts(NodeId node) const;
+    /** Whether reports speak of the node: one that counts, or a view that no rule left out. */
+    bool isReported(NodeId node) const;
     State stateOf(NodeId node) const { return stateOf(node, this->node(node).events); }
     /** Whether reports count the node, if no rule left it out: an element, a control or a view. */
     bool isInNumbers(NodeId node) const;

@@ -5,7 +5,7 @@
 
 #include "base/jsontext.h"
 #include "report/elementtext.h"
-#include "report/timelinereport.h"
+#include "report/timelinejson.h"
 #include "report/totalsjson.h"
 
 #include <QJsonDocument>
@@ -76,7 +76,7 @@ QJsonObject JsonReport::toObject() const {
             {QStringLiteral("runs"), runs()},
             {QStringLiteral("contexts"), QJsonArray::fromStringList(sortedContexts(tree))},
             {QStringLiteral("windows"), windows()},
-            {QStringLiteral("timeline"), TimelineReport(m_coverage).toJson()},
+            {QStringLiteral("timeline"), timelineJson(m_coverage)},
             {QStringLiteral("only_contexts"), onlyContexts()},
             {QStringLiteral("ignore_rules"), ignoreRules()},
             {QStringLiteral("label_rules"), labelRules()},

@@ -7,8 +7,6 @@
 #include "coverage/coverageresult.h"
 #include "report/markdowntext.h"
 
-#include <QJsonObject>
-
 #include <algorithm>
 
 namespace Uicov::Report {
@@ -46,12 +44,6 @@ QString detailsOf(const Timeline::Entry& entry, const QString& context) {
     return details.join(QStringLiteral(", "));
 }
 
-/** Whether a report speaks of the node at all. */
-bool isReported(const CoverageTree& tree, Coverage::NodeId node) {
-    return tree.counts(node) || (tree.node(node).role == CoverageTree::Node::Role::View &&
-                                 tree.node(node).ignoredBy == Coverage::RuleId::None);
-}
-
 } // namespace
 
 TimelineReport::TimelineReport(const CoverageResult& coverage)
@@ -75,7 +67,7 @@ QString TimelineReport::print(Form form) const {
     }
     auto run = Coverage::RunId::None;
     for (const Timeline::Entry& entry : entries) {
-        if (!isReported(tree, entry.node)) {
+        if (!tree.isReported(entry.node)) {
             continue;
         }
         if (entry.run != run) {
@@ -112,25 +104,6 @@ QString TimelineReport::toText() const {
 
 QString TimelineReport::toMarkdown() const {
     return print(Form::Markdown);
-}
-
-QJsonArray TimelineReport::toJson() const {
-    const CoverageTree& tree = m_coverage.tree();
-    QJsonArray array;
-    for (const Timeline::Entry& entry : m_coverage.timeline().entries()) {
-        if (isReported(tree, entry.node)) {
-            array.append(QJsonObject{
-                {QStringLiteral("run"), m_coverage.run(entry.run).uuid},
-                {QStringLiteral("application"), tree.node(tree.windowOf(entry.node)).application},
-                {QStringLiteral("key"), tree.keyOf(entry.node).toKey()},
-                {QStringLiteral("event"), entry.event},
-                {QStringLiteral("context"), tree.contextName(entry.context)},
-                {QStringLiteral("count"), entry.count},
-                {QStringLiteral("first_ms"), entry.first},
-                {QStringLiteral("last_ms"), entry.last}});
-        }
-    }
-    return array;
 }
 
 } // namespace Uicov::Report

@@ -3,7 +3,6 @@
 
 #pragma once
 
-#include <QJsonArray>
 #include <QString>
 
 namespace Uicov::Coverage {
@@ -24,8 +23,6 @@ public:
     QString toText() const;
     /** A table for each run. */
     QString toMarkdown() const;
-    /** An object for each entry; times are milliseconds since the recording began. */
-    QJsonArray toJson() const;
 
 private:
     enum class Form { Text, Markdown };

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "coverage/coverageresult.h"
+#include "report/timelinejson.h"
 #include "report/timelinereport.h"
 #include "testlib/runmaker.h"
 #include "testlib/testcase.h"
@@ -11,6 +12,7 @@
 
 using Uicov::Coverage::Configuration;
 using Uicov::Coverage::CoverageResult;
+using Uicov::Report::timelineJson;
 using Uicov::Report::TimelineReport;
 using Uicov::Runs::Run;
 
@@ -55,7 +57,7 @@ private Q_SLOTS:
                      QStringLiteral("     3.100  clicked    Window \"Panel\" > Button "
                                     "\"startButton\"  (2 times until 3.101, in test_start)"),
                      QStringLiteral("     4.100  seen       Window \"Panel\""), QString()}));
-        const QJsonObject first = TimelineReport(coverage).toJson().at(0).toObject();
+        const QJsonObject first = timelineJson(coverage).at(0).toObject();
         QCOMPARE(first.value(QStringLiteral("first_ms")).toInt(), 100);
         QCOMPARE(first.value(QStringLiteral("event")).toString(), QStringLiteral("seen"));
         QCOMPARE(first.value(QStringLiteral("run")).toString(), TestLib::controlsRun().uuid);
@@ -98,7 +100,7 @@ private Q_SLOTS:
         QCOMPARE(TimelineReport(coverage).toText(),
                  QStringLiteral("Nothing was used or seen at a time that is known.\n\n"
                                 "Without a time: 5; data files of older versions have none.\n"));
-        QVERIFY(TimelineReport(coverage).toJson().isEmpty());
+        QVERIFY(timelineJson(coverage).isEmpty());
     }
 
     void onlyContextsThatCountAreTold() {

@@ -127,7 +127,7 @@ private Q_SLOTS:
             QVERIFY(!names.contains(finding.check));
             names.append(finding.check);
         }
-        QCOMPARE(names.size(), 6);
+        QCOMPARE(names.size(), 7);
     }
 
     void aFilterOfSystemCallsIsSeen() {

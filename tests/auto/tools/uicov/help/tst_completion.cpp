@@ -89,7 +89,7 @@ class TestCompletion : public TestLib::TestCase {
         QTest::addColumn<QString>("line");
         QTest::addColumn<QString>("offered");
         QTest::newRow("verbs") << "uicov co"
-                               << "combine completion";
+                               << "combine completion config";
         QTest::newRow("one verb") << "uicov doc"
                                   << "doctor";
         QTest::newRow("no such verb") << "uicov zz"
