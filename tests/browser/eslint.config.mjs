@@ -19,8 +19,8 @@ export default [
     {
         files: ["**/*.js"],
         languageOptions: {sourceType: "script", globals: Object.fromEntries([
-            "addEventListener", "clearTimeout", "document", "DOMParser", "globalThis", "history", "localStorage",
-            "location", "matchMedia", "navigator", "Page", "ResizeObserver", "scrollTo", "setTimeout",
+            "addEventListener", "clearTimeout", "document", "DOMParser", "getComputedStyle", "globalThis", "history",
+            "IntersectionObserver", "localStorage", "location", "matchMedia", "navigator", "Page", "ResizeObserver", "scrollTo", "setTimeout",
             "URLSearchParams"].map((name) => [name, "readonly"]))}
     },
     {

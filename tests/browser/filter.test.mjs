@@ -142,7 +142,7 @@ test("a choice writes its term, and takes it away", () => {
 test("shares are rounded so that only none is 0 and only all is 100", () => {
     const {cover} = ofControls.model;
     ofControls.model.data.precision = 0;
-    assert.deepEqual([[0, 0], [0, 9], [1, 900], [899, 900], [900, 900], [1, 3]].map(([used, all]) => cover(used, all)),
+    assert.deepEqual([[0, 0], [0, 9], [1, 900], [899, 900], [900, 900], [1, 3]].map(([used, known]) => cover(used, known)),
                      ["-", "0%", "1%", "99%", "100%", "33%"]);
 });
 

@@ -71,14 +71,14 @@ test("a view that nobody opened has no outlines, and says so", async () => {
 test("the picture has the room while nothing is selected", async () => {
     const {page, close} = await open(browser, url + windowHash(service), {viewport: {width: 1440, height: 900}});
     const width = () => page.locator(".look").evaluate((look) => look.clientWidth);
-    const before = await width();
+    const wide = await width();
     assert.equal(await page.locator(".detail-column").isVisible(), false);
     await page.locator("#elements .row").first().click();
     assert.equal(await page.locator(".detail-column").isVisible(), true);
     const narrow = await width();
-    assert.ok(narrow < before, `${narrow} < ${before}`);
+    assert.ok(narrow < wide, `${narrow} < ${wide}`);
     await page.keyboard.press("Escape");
-    assert.equal(await width(), before);
+    assert.equal(await width(), wide);
     await close();
 });
 

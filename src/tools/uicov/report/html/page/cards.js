@@ -59,9 +59,9 @@ Page.cards = (() => {
     }
 
     /** Shows the first of what fits the filter, and all on demand. */
-    function limited(all, list, section, few) {
+    function limited(all, list, section, first) {
+        let limit = first;
         const more = el("button", {type: "button", class: "action", onclick: () => { limit = Infinity; draw(); }});
-        let limit = few;
         let wanted = null;
         section.append(more);
         function draw() {

@@ -117,8 +117,8 @@ Page.model = (() => {
     function viewName(surface) {
         const node = data.nodes[surface.node];
         if (!data.controls) {
-            const path = menuPath(surface);
-            return path.length ? `Menu ${path.join(" › ")}` : "Window";
+            const opened = menuPath(surface);
+            return opened.length ? `Menu ${opened.join(" › ")}` : "Window";
         }
         if (surface.above < 0) {
             return node.kind;

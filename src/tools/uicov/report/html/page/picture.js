@@ -51,16 +51,16 @@ Page.picture = (() => {
     /** Each thing to outline: a control, or each member of a group that is on the surface. */
     function marksOf(node, surfaces) {
         const members = (node.group ?? []).filter(([, , surface]) => surfaces.has(surface));
-        return members.length ? members.map(([label, isUsed, , place]) => ({node, place, label, state: isUsed ? "used" : node.state === "used" ? "shown" : Page.model.stateOf(node)}))
-            : [{node, place: node.place, label: Page.model.stepName(node), state: Page.model.stateOf(node)}];
+        return members.length ? members.map(([caption, isUsed, , place]) => ({node, place, caption, state: isUsed ? "used" : node.state === "used" ? "shown" : Page.model.stateOf(node)}))
+            : [{node, place: node.place, caption: Page.model.stepName(node), state: Page.model.stateOf(node)}];
     }
 
-    function outline({node, place, label, state}, isWhole) {
+    function outline({node, place, caption, state}, isWhole) {
         const [x, y, width, height] = place;
         const box = {x, y, width, height};
         const classes = [state, isWhole && "whole", node.disabled && "disabled"].filter(Boolean).join(" ");
         return svg("g", {class: `outline ${classes}`, "data-node": node.index},
-                   svg("title", {}, plain(`${label || Page.model.stepName(node)}: ${state}${node.disabled ? ", disabled" : ""}`)),
+                   svg("title", {}, plain(`${caption || Page.model.stepName(node)}: ${state}${node.disabled ? ", disabled" : ""}`)),
                    svg("rect", {class: "area", ...box,
                                 fill: state === "missed" && !isContainer(node) && !node.disabled ? "url(#hatch)" : "transparent"}),
                    svg("rect", {class: "ring", ...box}), svg("rect", {class: "halo", ...box}), svg("rect", {class: "line", ...box}));
