@@ -19,10 +19,11 @@ bool isView(const UIElement& element) {
 }
 
 const UIElement* viewAbove(const UIElement& element) {
-    QSet<const UIElement*> passed;
+    // Controls lie in a view or in a few controls that do. What is deeper, or a ring, is made up,
+    // and would cost time in proportion to its square.
+    constexpr int deepest = 100;
     const UIElement* above = element.parent();
-    while (above != nullptr && !isView(*above) && !passed.contains(above)) {
-        passed.insert(above);
+    for (int i = 0; i < deepest && above != nullptr && !isView(*above); ++i) {
         above = above->parent();
     }
     return above != nullptr && isView(*above) ? above : nullptr;

@@ -15,7 +15,8 @@ namespace Uicov::Runs {
 
 bool isView(const Vorsk::UIAbstraction::UIElement& element);
 
-/** The nearest view above; null when there is none. Elements may stand below themselves. */
+/** The nearest view above; null when there is none within a hundred steps. Elements may stand below
+ * themselves. */
 const Vorsk::UIAbstraction::UIElement* viewAbove(const Vorsk::UIAbstraction::UIElement& element);
 
 /** All below the view that belongs to no view in it, each element once. */

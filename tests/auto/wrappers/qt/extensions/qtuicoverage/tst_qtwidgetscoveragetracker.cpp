@@ -228,11 +228,13 @@ private Q_SLOTS:
         m_probe->tracker().handleEvent(&object, &press);
         QPushButton button;
         for (int type = QEvent::None; type < QEvent::User; ++type) {
-            if (type != QEvent::Show && type != QEvent::MouseButtonPress) {
+            if (type != QEvent::Show && type != QEvent::MouseButtonPress && type != QEvent::Paint) {
                 QEvent event(static_cast<QEvent::Type>(type));
                 m_probe->tracker().handleEvent(&button, &event);
             }
         }
+        QPaintEvent paint(button.rect());
+        m_probe->tracker().handleEvent(&button, &paint);
         m_probe->tracker().handleEvent(&button, &press);
         QCOMPARE(m_probe->takeRecords(), QStringList());
         QCOMPARE(m_probe->takeLog(), QStringList());
