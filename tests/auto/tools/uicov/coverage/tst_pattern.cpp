@@ -4,6 +4,7 @@
 #include "coverage/pattern.h"
 #include "testlib/testcase.h"
 
+#include <QElapsedTimer>
 #include <QTest>
 
 using Uicov::Coverage::Pattern;
@@ -46,6 +47,23 @@ private Q_SLOTS:
         row("\\d", "\\d", true);
         row("\\d", "1", false);
         row("Window \"P*\"", "Window \"Panel\"", true);
+        row("a*b*b", "aXbYb", true);
+        row("a*b*bc", "abbbc", true);
+        row("*ab*", "aab", true);
+        row("*ab", "abab", true);
+        row("**a**", "xay", true);
+        row("a*a", "a", false);
+        row("*[*]*", "x*y", true);
+    }
+
+    void theStepsDoNotGrowWithTheNumberOfStars() {
+        const Pattern pattern(QStringLiteral("*a").repeated(20) + QStringLiteral("*b"));
+        QElapsedTimer timer;
+        timer.start();
+        QVERIFY(!pattern.matches(QString(20000, QLatin1Char('a'))));
+        constexpr qint64 plenty = 20000; // ms; with a step for each way to match it has no end
+        QVERIFY(timer.elapsed() < plenty);
+        QVERIFY(pattern.matches(QString(20000, QLatin1Char('a')) + QLatin1Char('b')));
     }
 
     void theWholeTextIsMatched() {

@@ -100,6 +100,20 @@ private Q_SLOTS:
         }));
     }
 
+    void aRunThatCouldNotBeFinished() {
+        const QString dataFile = m_folder.filePath(QStringLiteral("left.uicov"));
+        QVERIFY(Uicov::Doctor::checkEarlierRuns(dataFile).result == Result::Ok);
+        const QString left = dataFile + QStringLiteral(".run-1");
+        QVERIFY(QDir().mkdir(left));
+        QFile recording(left + QStringLiteral("/a.uirec"));
+        QVERIFY(recording.open(QIODevice::WriteOnly));
+        const Finding finding = Uicov::Doctor::checkEarlierRuns(dataFile);
+        QVERIFY(finding.result == Result::Warning);
+        QVERIFY(finding.seen.startsWith(left));
+        QVERIFY(finding.advice.contains(QStringLiteral("uicov combine -a -o ")));
+        QVERIFY(QDir(left).removeRecursively());
+    }
+
     void sandboxes_data() {
         QTest::addColumn<QByteArray>("variable");
         QTest::addColumn<QString>("name");

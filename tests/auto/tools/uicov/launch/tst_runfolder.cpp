@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "launch/runfolder.h"
+#include "launch/unfinishedruns.h"
 #include "testlib/testcase.h"
 
 #include <QDir>
@@ -10,6 +11,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 using Uicov::Base::Message;
@@ -110,6 +113,28 @@ private Q_SLOTS:
         info.close();
         QVERIFY(!RunFolder::running(path));
         QCOMPARE(RunFolder::foldersOf(m_dataFile, false), QStringList{path});
+    }
+
+    void aRunThatWasKilledIsOfferedIfItRecorded() {
+        const QString recorded = m_dataFile + QStringLiteral(".run-1");
+        const QString empty = m_dataFile + QStringLiteral(".run-2");
+        const QString starting = m_dataFile + QStringLiteral(".run-3");
+        for (const QString& path : {recorded, empty, starting}) {
+            QVERIFY(QDir().mkdir(path));
+            put(path + QStringLiteral("/lock"));
+            put(path + QStringLiteral("/run.json"));
+        }
+        put(recorded + QStringLiteral("/a.uirec"));
+        const timespec longAgo[2] = {{1000, 0}, {1000, 0}};
+        QCOMPARE(::utimensat(AT_FDCWD, QFile::encodeName(empty).constData(), longAgo, 0), 0);
+        RunFolder run;
+        QVERIFY(!run.create(m_dataFile, m_session)); // goes, and so is nobody else's business
+        QCOMPARE(Uicov::Launch::unfinishedRuns(m_dataFile), QStringList{recorded});
+        QVERIFY(!QFile::exists(empty));
+        QVERIFY(QFile::exists(starting) && QFile::exists(run.path()));
+        QCOMPARE(Uicov::Launch::adviceForUnfinished(QStringLiteral("my file"), recorded),
+                 QStringLiteral("uicov combine -a -o 'my file' ") + recorded +
+                     QStringLiteral(", then remove the folder"));
     }
 
     void aRunOfAnotherUserIsNotFound() {
